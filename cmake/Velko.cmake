@@ -1,0 +1,40 @@
+# How every target of Velko is built: language, warnings, sanitizers, and the fences between rooms.
+
+include(${CMAKE_CURRENT_LIST_DIR}/HeaderPackages.cmake)
+
+set(CMAKE_CXX_STANDARD 23)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+option(VELKO_HOST_ROOMS "Build the simulator and the playground" ON)
+option(VELKO_TESTS "Build the tests and the benchmarks" ON)
+set(VELKO_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
+
+add_library(velko_options INTERFACE)
+target_compile_options(velko_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # False alarms of GCC 12 in the standard library's own code, once it is inlined: overlapping copies in
+    # string concatenation (its bug 105651) and moved-from optionals that it takes for uninitialised.
+    target_compile_options(velko_options INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
+endif()
+if(VELKO_SANITIZE)
+    target_compile_options(velko_options INTERFACE
+        -fsanitize=${VELKO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(velko_options INTERFACE -fsanitize=${VELKO_SANITIZE})
+endif()
+
+# velko_room(NAME SOURCES file... [DEPENDS room...])
+#
+# A room sees itself and the rooms that it names, and nothing else: each room's headers are offered
+# through a folder that holds a link to this room alone, so a wrong #include does not compile.
+function(velko_room name)
+    cmake_parse_arguments(ROOM "" "" "SOURCES;DEPENDS" ${ARGN})
+    set(window ${PROJECT_BINARY_DIR}/rooms/${name})
+    file(MAKE_DIRECTORY ${window})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${name} ${window}/${name} SYMBOLIC)
+    add_library(${name} STATIC ${ROOM_SOURCES})
+    target_include_directories(${name} PUBLIC ${window})
+    target_link_libraries(${name} PUBLIC ${ROOM_DEPENDS} PRIVATE velko_options)
+endfunction()

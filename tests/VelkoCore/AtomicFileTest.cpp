@@ -1,0 +1,147 @@
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
+#include <utility>
+
+#include "VelkoCore/AtomicFile.h"
+#include "tests/TemporaryFolder.h"
+
+namespace velko {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Called before each system call with its name; a number other than 0 makes the call fail with it.
+using Interception = std::function<int(const std::string& call)>;
+
+FileCalls intercepted(const Interception& intercept) {
+    const auto wrap = [&](const std::string& name, auto& member) {
+        member = [=, real = member](auto... arguments) {
+            using Result = decltype(real(arguments...));
+            if (const int error = intercept(name); error != 0) {
+                errno = error;
+                return Result{-1};
+            }
+            return real(arguments...);
+        };
+    };
+    FileCalls calls;
+    // Pieces of ten bytes, so that a file can be caught half-written.
+    calls.write = [write = calls.write](int file, const void* data, std::size_t size) {
+        return write(file, data, std::min<std::size_t>(size, 10));
+    };
+    wrap("open", calls.open);
+    wrap("read", calls.read);
+    wrap("write", calls.write);
+    wrap("fsync", calls.fsync);
+    wrap("close", calls.close);
+    wrap("rename", calls.rename);
+    wrap("unlink", calls.unlink);
+    wrap("mkdir", calls.mkdir);
+    wrap("readlink", calls.readlink);
+    return calls;
+}
+
+std::ptrdiff_t filesIn(const fs::path& folder) {
+    return std::distance(fs::directory_iterator{folder}, {});
+}
+
+class AtomicFileTest : public testing::Test {
+ protected:
+    const std::string old_ = std::string(95, 'o');
+    const std::string new_ = std::string(87, 'n');
+    const TemporaryFolder folder_;
+    const fs::path file_ = folder_.path() / "layout.json";
+};
+
+TEST_F(AtomicFileTest, KeepsTheOldContentWhenAnyCallFails) {
+    const auto isNew = [](const std::string& made) { return made.find("rename open") != std::string::npos; };
+    std::string calls;
+    bool hasFailed = true;
+    for (std::size_t failing = 0; hasFailed; ++failing) {
+        writeFile(file_, old_);
+        calls.clear();
+        hasFailed = false;
+        std::size_t call = 0;
+        const auto intercept = [&](const std::string& name) {
+            calls += name + " ";
+            // What a process that dies at this call leaves behind.
+            EXPECT_EQ(contentOf(file_), isNew(calls) ? new_ : old_) << calls;
+            const bool fails = call++ == failing;
+            hasFailed = hasFailed || fails;
+            return fails ? ENOSPC : 0;
+        };
+        const auto result = AtomicFile::replace(file_, new_, intercepted(intercept));
+        EXPECT_EQ(result.has_value(), !hasFailed) << calls;
+        if (hasFailed) {
+            EXPECT_TRUE(result.error().description.starts_with(folder_.path().string())) << calls;
+            EXPECT_TRUE(result.error().description.ends_with(": No space left on device")) << calls;
+        }
+        // Once the rename has worked, the new content stands.
+        EXPECT_EQ(contentOf(file_), isNew(calls) ? new_ : old_) << calls;
+        EXPECT_EQ(filesIn(folder_.path()), 1) << calls;
+    }
+    // What a crash of the whole machine leaves depends on the flushes and on their order.
+    EXPECT_TRUE(calls.ends_with("write fsync close rename open fsync close ")) << calls;
+}
+
+TEST_F(AtomicFileTest, GoesOnAfterInterruptionsAndLeftovers) {
+    const fs::path leftover = folder_.path() / (".velko-save-" + std::to_string(getpid()) + "-0");
+    writeFile(leftover, old_);
+    std::string before;
+    const auto calls = intercepted([&](const std::string& name) {
+        const bool isSlow = name == "open" || name == "read" || name == "write" || name == "fsync";
+        const bool isFirst = std::exchange(before, name) != name;
+        return isSlow && isFirst ? EINTR : 0;
+    });
+    EXPECT_TRUE(AtomicFile::replace(file_, new_, calls));
+    EXPECT_EQ(AtomicFile::read(file_, calls), new_);
+    EXPECT_EQ(contentOf(leftover), old_);
+}
+
+TEST_F(AtomicFileTest, MakesFoldersAndFilesForTheUserOnly) {
+    const fs::path deep = folder_.path() / "a" / "b" / "layout.json";
+    ASSERT_TRUE(AtomicFile::replace(deep, new_));
+    EXPECT_EQ(contentOf(deep), new_);
+    EXPECT_EQ(fs::status(deep).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(fs::status(deep.parent_path()).permissions(), fs::perms::owner_all);
+    fs::permissions(deep, fs::perms::others_read, fs::perm_options::add);
+    ASSERT_TRUE(AtomicFile::replace(deep, ""));
+    EXPECT_EQ(AtomicFile::read(deep), "");
+    EXPECT_EQ(fs::status(deep).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(AtomicFileTest, ReplacesWhatALinkPointsTo) {
+    const fs::path dotfiles = folder_.path() / "dotfiles";
+    fs::create_directory_symlink("dotfiles", folder_.path() / "linked");
+    fs::create_symlink("linked/layout.json", file_);
+    for (const std::string& content : {new_, old_}) {  // first dangling, then not
+        ASSERT_TRUE(fs::create_directories(dotfiles) || content == old_);
+        ASSERT_TRUE(AtomicFile::replace(file_, content));
+        EXPECT_TRUE(fs::is_symlink(file_));
+        EXPECT_EQ(contentOf(dotfiles / "layout.json"), content);
+    }
+    fs::create_symlink("loop", folder_.path() / "loop");
+    const auto result = AtomicFile::replace(folder_.path() / "loop", new_);
+    ASSERT_FALSE(result);
+    EXPECT_TRUE(result.error().description.ends_with("too many symbolic links"))
+        << result.error().description;
+}
+
+TEST_F(AtomicFileTest, TellsMissingFromUnreadable) {
+    EXPECT_EQ(AtomicFile::read(file_), std::nullopt);
+    EXPECT_EQ(AtomicFile::read(folder_.path()).error().description,
+              folder_.path().string() + ": cannot be read: it is a folder");
+    writeFile(file_, std::string(AtomicFile::largest, ' '));
+    EXPECT_EQ(AtomicFile::read(file_)->value_or("").size(), AtomicFile::largest);
+    EXPECT_EQ(AtomicFile::read(file_ / "below").error().description,
+              (file_ / "below").string() + ": cannot be opened: Not a directory");
+    EXPECT_FALSE(AtomicFile::replace(file_ / "below", new_));
+    EXPECT_FALSE(AtomicFile::replace(folder_.path(), new_));
+}
+
+}  // namespace
+}  // namespace velko
