@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+
+/// Every fixed delay, period, threshold and animation number, each with its one name. Equal values stay
+/// separate names, because each is changed on its own.
+namespace velko::Timing {
+
+using Duration = std::chrono::milliseconds;
+using namespace std::chrono_literals;
+
+// Reveal, hover, shelf and peek
+inline constexpr Duration hoverRevealDelay = 300ms;      ///< pointer rest over the broom before revealing
+inline constexpr Duration hoverTuckDelay = 1200ms;       ///< pointer away before tucking again
+inline constexpr Duration autoTuckRetry = 1s;            ///< next try of an auto-tuck that had to wait
+inline constexpr Duration shelfCloseClickGrace = 400ms;  ///< a click so soon after closing is the same click
+inline constexpr double shelfSpringResponse = 0.42;
+inline constexpr double shelfSpringDamping = 0.72;
+inline constexpr Duration peekReflowDelay = 150ms;  ///< until the bar has made room for a peeking app
+inline constexpr Duration peekMaxDuration = 60s;
+inline constexpr Duration showMeDuration = 2500ms;
+
+// Pop-out on change
+inline constexpr Duration popOutDuration = 10s;
+inline constexpr Duration popOutPollInterval = 2s;
+inline constexpr double popOutPollSeconds = 2.0;
+inline constexpr double popOutCooldownSeconds = 300;
+inline constexpr double popOutMinWidthChange = 3.0;  ///< points
+
+// Live Activity
+inline constexpr Duration liveActivityCheckInterval = 5s;
+inline constexpr double liveActivityQuietSeconds = 180;
+inline constexpr std::uint64_t liveActivityMinWorkNanoseconds = 20'000'000;
+inline constexpr double liveActivityWindowSeconds = 30;
+inline constexpr double liveActivityIgnoreAfterChange = 4;  ///< seconds after a change of our own
+
+// Scanning, health and system events
+inline constexpr std::array<Duration, 3> launchRescanDelays{2s, 5s, 15s};
+inline constexpr Duration lightRescanInterval = 30s;
+inline constexpr Duration healthSampleInterval = 30s;
+inline constexpr double healthAverageWeight = 0.2;  ///< weight of a new sample in the running average
+inline constexpr Duration systemEventDebounce = 500ms;
+inline constexpr Duration wakeSettleDelay = 2s;
+inline constexpr float axMessagingTimeout = 0.1F;  ///< seconds
+inline constexpr Duration iconWatchInterval = 1s;
+
+// Setup and permission guide
+inline constexpr Duration trustPollInterval = 2s;
+inline constexpr Duration permissionGuideFollowInterval = 300ms;
+inline constexpr Duration permissionGuideDoneHold = 1200ms;
+inline constexpr double inboxUpgradeGraceSeconds = 86400;
+inline constexpr Duration noteSpotlessHold = 1400ms;
+
+// Saving
+inline constexpr Duration saveDelay = 5s;  ///< a burst of edits is written once, this long after the last
+
+// Autopilot and suggestions, in days unless named otherwise
+inline constexpr int autopilotWarmUpDays = 14;
+inline constexpr int autopilotTuckAfterDays = 14;
+inline constexpr int autopilotBuryAfterDays = 30;
+inline constexpr int autopilotSnoozeDays = 30;
+inline constexpr int autopilotOfferEveryDays = 7;
+inline constexpr int autopilotPromoteWindowDays = 7;
+inline constexpr int autopilotPromoteMinDays = 3;
+inline constexpr Duration autopilotCheckInterval = 3600s;
+inline constexpr int clickDaysKept = 21;
+
+// Decorative animation, in seconds unless named otherwise
+struct ClosedRange {
+    double lowest;
+    double highest;
+};
+inline constexpr double broomRockDuration = 0.7;
+inline constexpr double broomRockDegrees = 16;
+inline constexpr double introSparkle = 0.7;
+inline constexpr double introSwishAt = 0.3;
+inline constexpr double introBlinkAt = 0.95;
+inline constexpr double introSparkleAt = 0.8;
+inline constexpr double introHopAt = 1.02;
+inline constexpr Duration introWipeDelay = 1380ms;
+inline constexpr double introWipe = 0.55;
+inline constexpr double reducedMotionFade = 0.15;
+inline constexpr double bubblePop = 0.6;
+inline constexpr ClosedRange sudsPopEvery{0.6, 2.2};
+inline constexpr Duration sudsFirstPop = 2200ms;
+
+}  // namespace velko::Timing
