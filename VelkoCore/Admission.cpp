@@ -1,0 +1,53 @@
+#include <algorithm>
+#include <chrono>
+
+#include "VelkoCore/AllowlistPlanner.h"
+#include "VelkoCore/Layout.h"
+#include "VelkoCore/Timing.h"
+
+namespace velko {
+
+namespace {
+
+/// The apps that an older build knew without saying so: sorted or waiting ones.
+BundleIDs knownBefore(const Layout& layout) {
+    BundleIDs known(layout.inbox.begin(), layout.inbox.end());
+    for (const auto& [bundleID, section] : layout.sections) {
+        known.insert(bundleID);
+    }
+    return known;
+}
+
+}  // namespace
+
+std::vector<BundleID> Layout::admit(const Admission& admission) {
+    const bool isUpgrade = !seenApps;
+    if (isUpgrade) {
+        seenApps = knownBefore(*this);
+        const auto grace = std::chrono::duration<double>(Timing::inboxUpgradeGraceSeconds);
+        knownGraceUntil = admission.now + std::chrono::floor<std::chrono::seconds>(grace);
+    }
+    const bool inGrace = knownGraceUntil && admission.now < *knownGraceUntil;
+    const bool asks = hasCompletedSetup && askAboutNewIcons && !isUpgrade && !inGrace;
+
+    std::vector<BundleID> newcomers;
+    for (const BundleID& bundleID : admission.present) {
+        if (bundleID == admission.ownBundleID || AllowlistPlanner::alwaysAllowed().contains(bundleID)) {
+            continue;
+        }
+        const bool isUnseen = seenApps->insert(bundleID).second;
+        if (isUnseen || isUpgrade) {
+            firstSeen.try_emplace(bundleID, admission.now);
+        }
+        if (isUnseen && asks && !sections.contains(bundleID) && std::ranges::count(inbox, bundleID) == 0) {
+            newcomers.push_back(bundleID);
+        }
+    }
+    for (const BundleID& bundleID : newcomers) {
+        place(bundleID, Section::tucked);
+        inbox.push_back(bundleID);
+    }
+    return newcomers;
+}
+
+}  // namespace velko

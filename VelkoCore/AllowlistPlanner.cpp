@@ -1,0 +1,137 @@
+#include "VelkoCore/AllowlistPlanner.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace velko {
+
+namespace {
+
+/// Identifiers gathered by reference, so that each one is copied once, into the finished plan.
+using References = std::vector<const BundleID*>;
+
+void append(References& references, const BundleIDs& bundleIDs) {
+    for (const BundleID& bundleID : bundleIDs) {
+        references.push_back(&bundleID);
+    }
+}
+
+VisibilityPlan planOf(References references) {
+    const auto pointee = [](const BundleID* reference) -> const BundleID& { return *reference; };
+    std::ranges::sort(references, std::ranges::less{}, pointee);
+    const auto repeated = std::ranges::unique(references, std::ranges::equal_to{}, pointee);
+    std::vector<BundleID> bundleIDs;
+    bundleIDs.reserve(static_cast<std::size_t>(repeated.begin() - references.begin()));
+    for (auto reference = references.begin(); reference != repeated.begin(); ++reference) {
+        bundleIDs.push_back(**reference);
+    }
+    return VisibilityPlan::allow(std::move(bundleIDs));
+}
+
+/// Calls `visit` with every app that is in the menu bar or in the layout, once, and with its section.
+template <class Visit>
+void forEachCandidate(const Layout& layout, const BundleIDs& inventory, Visit visit) {
+    auto placed = layout.sections.begin();
+    for (const BundleID& present : inventory) {
+        while (placed != layout.sections.end() && placed->first < present) {
+            visit(placed->first, placed->second);
+            ++placed;
+        }
+        if (placed != layout.sections.end() && placed->first == present) {
+            visit(placed->first, placed->second);
+            ++placed;
+        } else {
+            visit(present, layout.newIconDefault);
+        }
+    }
+    for (; placed != layout.sections.end(); ++placed) {
+        visit(placed->first, placed->second);
+    }
+}
+
+VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool showTucked) {
+    const BundleIDs& system = AllowlistPlanner::alwaysAllowed();
+    References visible;
+    visible.reserve(request.inventory.size() + request.layout.sections.size() + request.poppedOut.size() +
+                    system.size() + 1);
+    bool hidesNothing = true;
+    forEachCandidate(request.layout, request.inventory, [&](const BundleID& bundleID, Section section) {
+        if (section == Section::bar || (section == Section::tucked && showTucked)) {
+            visible.push_back(&bundleID);
+        } else if (!system.contains(bundleID)) {
+            hidesNothing = false;
+        }
+    });
+    if (hidesNothing) {
+        return VisibilityPlan::showAll();
+    }
+    append(visible, request.poppedOut);
+    append(visible, system);
+    visible.push_back(&request.ownBundleID);
+    return planOf(std::move(visible));
+}
+
+VisibilityPlan planForSharedScreen(const AllowlistPlanner::Request& request) {
+    References visible;
+    append(visible, AllowlistPlanner::alwaysAllowed());
+    append(visible, request.shareKeep);
+    visible.push_back(&request.ownBundleID);
+    return planOf(std::move(visible));
+}
+
+VisibilityPlan planWithPeek(const VisibilityPlan& base, const BundleID& bundleID) {
+    const auto& allowed = base.allowed();
+    if (!allowed) {
+        return base;
+    }
+    std::vector<BundleID> bundleIDs = *allowed;
+    const auto place = std::ranges::lower_bound(bundleIDs, bundleID);
+    if (place == bundleIDs.end() || *place != bundleID) {
+        bundleIDs.insert(place, bundleID);
+    }
+    return VisibilityPlan::allow(std::move(bundleIDs));
+}
+
+}  // namespace
+
+const BundleIDs& AllowlistPlanner::alwaysAllowed() {
+    static const BundleIDs systemItems{"com.apple.MenuBarAgent", "com.apple.systemuiserver"};
+    return systemItems;
+}
+
+VisibilityPlan AllowlistPlanner::showMe(const BundleID& bundleID, const BundleID& ownBundleID) {
+    References visible{&bundleID, &ownBundleID};
+    append(visible, alwaysAllowed());
+    return planOf(std::move(visible));
+}
+
+VisibilityPlan AllowlistPlanner::plan(const Request& request) {
+    if (request.state.asShareSafe() != nullptr) {
+        return planForSharedScreen(request);
+    }
+    if (request.liveActivity) {
+        return VisibilityPlan::showAll();
+    }
+    if (const auto* peek = request.state.asPeeking()) {
+        const Request ofBase{.layout = request.layout,
+                             .state = peek->base,
+                             .inventory = request.inventory,
+                             .ownBundleID = request.ownBundleID,
+                             .shareKeep = request.shareKeep,
+                             .style = request.style,
+                             .poppedOut = request.poppedOut,
+                             .liveActivity = false};
+        return planWithPeek(plan(ofBase), peek->bundleID);
+    }
+    // In the shelf style, tucked apps come out in the shelf, and the bar stays as it is.
+    const bool inBar = request.style == RevealStyle::inline_;
+    if (inBar && std::holds_alternative<RevealState::RevealedWithBuried>(request.state.value())) {
+        return VisibilityPlan::showAll();
+    }
+    return planForSections(request, inBar && request.state.isRevealed());
+}
+
+}  // namespace velko

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <expected>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "VelkoCore/AtomicFile.h"
+#include "VelkoCore/Layout.h"
+
+namespace velko {
+
+/// Why the layout file could not be read or written, in words for the log and for people.
+struct StoreError {
+    std::string description;
+
+    bool operator==(const StoreError&) const = default;
+};
+
+/// Reads and writes the one layout file. Keeps nothing but the file's location, takes no lock.
+class LayoutStore {
+ public:
+    explicit LayoutStore(std::filesystem::path url, FileCalls calls = {});
+
+    /// Where the file belongs, inside the user's Application Support folder.
+    [[nodiscard]] static std::filesystem::path defaultURL(const std::filesystem::path& applicationSupport);
+
+    [[nodiscard]] const std::filesystem::path& url() const noexcept;
+
+    /// The layout in the file; nothing when there is no file; an error when it cannot be read.
+    [[nodiscard]] std::expected<std::optional<Layout>, StoreError> load() const;
+
+    /// Replaces the file as a whole, making its folder where needed. An error leaves the old file,
+    /// unless only the last step failed, the flush of the folder.
+    [[nodiscard]] std::expected<void, StoreError> save(const Layout& layout) const;
+
+ private:
+    std::filesystem::path url_;
+    FileCalls calls_;
+};
+
+}  // namespace velko

@@ -1,0 +1,53 @@
+#include <benchmark/benchmark.h>
+#include <string>
+#include <utility>
+
+#include "VelkoCore/LayoutCoding.h"
+
+namespace velko {
+namespace {
+
+using std::chrono::days;
+
+/// A layout of `count` apps in daily use: sorted, seen, and clicked on each of the days that are kept.
+Layout layoutOf(std::int64_t count) {
+    constexpr int clickDays = 21;
+    constexpr Date today = std::chrono::sys_days{std::chrono::year{2026} / 3 / 1};
+    Layout layout;
+    BundleIDs seen;
+    for (std::int64_t app = 0; app < count; ++app) {
+        const BundleID bundleID = "com.example.vendor" + std::to_string(app * 7919 % 10007) + ".menu-app";
+        layout.sections[bundleID] = allSections.at(static_cast<std::size_t>(app) % allSections.size());
+        seen.insert(bundleID);
+        layout.firstSeen[bundleID] = today - days{100};
+        layout.lastClicked[bundleID] = today;
+        for (int day = 0; day < clickDays; ++day) {
+            layout.clickDays[bundleID].push_back(today - days{day});
+        }
+    }
+    layout.seenApps = std::move(seen);
+    return layout;
+}
+
+void decode(benchmark::State& bench) {
+    const std::string text = encodeLayout(layoutOf(bench.range(0)));
+    for (auto step : bench) {
+        benchmark::DoNotOptimize(decodeLayout(text));
+    }
+    bench.SetComplexityN(bench.range(0));
+    bench.SetBytesProcessed(bench.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+void encode(benchmark::State& bench) {
+    const Layout layout = layoutOf(bench.range(0));
+    for (auto step : bench) {
+        benchmark::DoNotOptimize(encodeLayout(layout));
+    }
+    bench.SetComplexityN(bench.range(0));
+}
+
+BENCHMARK(decode)->Arg(10)->Arg(40)->Arg(200)->Arg(1000)->Arg(10000)->Complexity();
+BENCHMARK(encode)->Arg(10)->Arg(40)->Arg(200)->Arg(1000)->Arg(10000)->Complexity();
+
+}  // namespace
+}  // namespace velko

@@ -1,0 +1,37 @@
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <tuple>
+#include <vector>
+
+#include "VelkoCore/ChangeDetector.h"
+
+namespace velko {
+namespace {
+
+TEST(ChangeDetector, PopsWhatChangesOnceInFiveMinutes) {
+    const std::vector<BundleID> none;
+    const std::vector<BundleID> both{"B", "a"};
+    using Look = std::tuple<double, std::int32_t, std::vector<ItemReading>, std::vector<BundleID>>;
+    const std::vector<Look> looks{
+        {10, 1, {{"12:00", 40}}, none},             // the first look
+        {12, 1, {{"12:00", 42.9}}, none},           // hardly wider
+        {14, 1, {{"12:00", 45}}, none},             // compared with the look before, not with the first
+        {16, 1, {{"12:00", 42}}, both},             // narrower counts like wider
+        {315.9, 1, {{"12:01", 42}}, none},          // within the cool-down
+        {316, 1, {{"12:02", 42}}, both},            // a text alone
+        {318, 1, {{"12:03", 42}}, none},            // within the next cool-down
+        {700, 1, {{"12:03", 42}}, none},            // what changed then is let go
+        {702, 1, {{"12:03", 42}, {"3", 9}}, none},  // a second item
+        {704, 2, {{"12:04", 42}, {"4", 9}}, none},  // relaunched
+        {706, 2, {{"12:04", 42}, {"5", 9}}, both},
+    };
+    ChangeDetector detector;
+    for (const auto& [at, pid, items, popped] : looks) {
+        EXPECT_EQ(detector.check({{{"a", {pid, items}}, {"B", {pid, items}}}, at}), popped) << at;
+    }
+    EXPECT_EQ(detector.check({{}, 1'100}), none);  // An app that is left out comes back as a new one.
+    EXPECT_EQ(detector.check({{{"a", {2, {{"1", 9}, {"1", 9}}}}}, 1'102}), none);
+}
+
+}  // namespace
+}  // namespace velko
