@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "VelkoCore/Geometry.h"
+#include "VelkoEngine/Ports/Subscription.h"
+
+namespace velko {
+
+/// One screen. Rectangles have their origin at the bottom left of the primary screen; y grows upwards.
+struct Display {
+    Rect frame;
+    Rect visibleFrame;                     ///< without the menu bar and the Dock
+    double safeAreaTop = 0;                ///< height of the camera housing's strip; 0 without one
+    bool hasAuxiliaryTopLeftArea = false;  ///< there is usable room beside a camera housing
+
+    bool operator==(const Display&) const = default;
+};
+
+/// The screens and their menu bars. Main thread.
+class Displays {
+ public:
+    Displays() = default;
+    Displays(const Displays&) = delete;
+    Displays& operator=(const Displays&) = delete;
+    virtual ~Displays() = default;
+
+    /// All screens, the primary one first; empty while none is attached.
+    [[nodiscard]] virtual std::vector<Display> displays() const = 0;
+
+    /// The height of the system's status bar in points.
+    [[nodiscard]] virtual double statusBarThickness() const = 0;
+
+    /// Calls `handler` whenever screens come, go, move or change, until the subscription ends.
+    [[nodiscard]] virtual Subscription observeChanges(std::function<void()> handler) = 0;
+};
+
+}  // namespace velko

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "VelkoCore/Geometry.h"
+
+namespace velko {
+
+/// What a click tap tells its owner.
+struct ClickTapEvent {
+    enum class Kind {
+        mouseDown,  ///< the left or the right button
+        disabled,   ///< the system has switched the tap off
+    };
+
+    Kind kind = Kind::mouseDown;
+    Point location;  ///< with `mouseDown`: origin at the top left of the primary screen
+
+    bool operator==(const ClickTapEvent&) const = default;
+};
+
+/// A listener for clicks anywhere on the screen, installed until it is destroyed.
+class ClickTap {
+ public:
+    ClickTap() = default;
+    ClickTap(const ClickTap&) = delete;
+    ClickTap& operator=(const ClickTap&) = delete;
+    virtual ~ClickTap() = default;
+
+    /// Switches the tap on again after the system has switched it off.
+    virtual void enable() = 0;
+};
+
+/// The mouse. Main thread.
+class Pointer {
+ public:
+    Pointer() = default;
+    Pointer(const Pointer&) = delete;
+    Pointer& operator=(const Pointer&) = delete;
+    virtual ~Pointer() = default;
+
+    /// Installs a tap that listens for buttons going down and alters nothing; null when the user has not
+    /// allowed it. `handler` must return at once: the system switches off a slow tap.
+    [[nodiscard]] virtual std::unique_ptr<ClickTap> tapClicks(
+        std::function<void(const ClickTapEvent&)> handler) = 0;
+};
+
+}  // namespace velko

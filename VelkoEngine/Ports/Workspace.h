@@ -1,0 +1,73 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoEngine/Ports/ProcessID.h"
+#include "VelkoEngine/Ports/Subscription.h"
+
+namespace velko {
+
+/// A running application as the workspace reports it.
+struct RunningApplication {
+    ProcessID pid = 0;
+    std::optional<BundleID> bundleID;
+    std::optional<std::string> bundlePath;
+    std::optional<std::string> localizedName;
+
+    bool operator==(const RunningApplication&) const = default;
+};
+
+/// What the workspace tells its observers.
+struct WorkspaceNotice {
+    enum class Kind {
+        didWake,
+        screensDidWake,
+        activeSpaceChanged,
+        sessionBecameActive,
+        launched,
+        terminated,
+        activated
+    };
+
+    Kind kind = Kind::didWake;
+    std::optional<ProcessID> pid{};      ///< of the app that it is about, when the notice says it
+    std::optional<BundleID> bundleID{};  ///< likewise
+
+    bool operator==(const WorkspaceNotice&) const = default;
+};
+
+/// The desktop's view of applications and of the session.
+class Workspace {
+ public:
+    Workspace() = default;
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
+    virtual ~Workspace() = default;
+
+    /// Every running application, in the system's order, this process included. Main thread.
+    [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
+
+    /// The identifier of the app that a process runs; nothing when it is none, has none, or is gone. Main
+    /// thread.
+    [[nodiscard]] virtual std::optional<BundleID> bundleID(ProcessID pid) const = 0;
+
+    /// The processes that run an app with that identifier, in the system's order. Any thread.
+    [[nodiscard]] virtual std::vector<ProcessID> pids(const BundleID& bundleID) const = 0;
+
+    /// Calls `handler` on the main thread for every notice until the subscription ends.
+    [[nodiscard]] virtual Subscription observe(std::function<void(const WorkspaceNotice&)> handler) = 0;
+
+    /// Asks every process that runs an app with that identifier to quit; each may take its time or decline.
+    /// Main thread.
+    virtual void terminate(const BundleID& bundleID) = 0;
+
+    /// Opens an address with whatever the system has for it; whether the system took it.
+    virtual bool openURL(const std::string& url) = 0;
+};
+
+}  // namespace velko
