@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Geometry.h"
+#include "VelkoEngine/Ports/Accessibility.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/ProcessID.h"
+
+/// Reading single Accessibility elements. Whatever goes wrong reads as "no value". Any thread, but for the
+/// permission calls.
+namespace velko::AX {
+
+/// The element of a process, with the messaging time-out that keeps a hung app from holding us up.
+[[nodiscard]] AXElement application(const Accessibility& accessibility, ProcessID pid);
+
+/// An attribute that holds text.
+[[nodiscard]] std::optional<std::string> string(const Accessibility& accessibility, const AXElement& element,
+                                                const std::string& attribute);
+
+/// An attribute that holds text or a number, as text; a switch counts as 1 or 0, anything else is empty.
+[[nodiscard]] std::string attributeText(const Accessibility& accessibility, const AXElement& element,
+                                        const std::string& attribute);
+
+/// An attribute that holds an element.
+[[nodiscard]] std::optional<AXElement> element(const Accessibility& accessibility, const AXElement& element,
+                                               const std::string& attribute);
+
+/// The element's children, in the app's own order.
+[[nodiscard]] std::vector<AXElement> children(const Accessibility& accessibility, const AXElement& element);
+
+/// Position and size, when both can be read and are finite; origin at the top left of the primary screen.
+[[nodiscard]] std::optional<Rect> frame(const Accessibility& accessibility, const AXElement& element);
+
+/// The first text among title, description, help and identifier that is not empty, or the empty one.
+[[nodiscard]] std::string title(const Accessibility& accessibility, const AXElement& element);
+
+/// The elements of a process's status items, in its own order.
+[[nodiscard]] std::vector<AXElement> statusItems(const Accessibility& accessibility, ProcessID pid);
+
+/// The first process that runs an app with that identifier, else the first with exactly that name.
+[[nodiscard]] std::optional<ProcessID> pid(const Platform& platform, const BundleID& bundleID,
+                                           const std::string& processName);
+
+/// The process that draws iPhone Live Activities.
+[[nodiscard]] std::optional<ProcessID> liveActivityHelperPID(const Platform& platform);
+
+/// Whether the user lets this process use Accessibility. Main thread.
+[[nodiscard]] bool isTrusted(const Platform& platform);
+
+/// Makes the system ask the user for that permission. Main thread.
+void promptForTrust(const Platform& platform);
+
+/// Opens the page of the system's settings where that permission is given. Main thread.
+void openAccessibilitySettings(const Platform& platform);
+
+}  // namespace velko::AX

@@ -1,0 +1,70 @@
+#include "VelkoEngine/ClickHistory.h"
+
+#include <utility>
+
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/MenuBarStrip.h"
+#include "VelkoEngine/Ports/Accessibility.h"
+#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/Processes.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko {
+
+namespace {
+
+std::optional<ProcessID> ownerAt(const Accessibility& accessibility, Point point) {
+    const auto element = accessibility.elementAt(point, Timing::axMessagingTimeout);
+    if (!element) {
+        return std::nullopt;
+    }
+    const auto pid = accessibility.pid(*element);
+    return pid ? std::optional(*pid) : std::nullopt;
+}
+
+}  // namespace
+
+ClickHistory::ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick)
+    : platform_(platform),
+      onClick_(std::move(onClick)),
+      hitTests_(
+          platform.mainThread, mostWaiting,
+          [&accessibility = platform.accessibility](Point point) { return ownerAt(accessibility, point); },
+          [this](std::optional<ProcessID> pid) { report(pid); }) {}
+
+void ClickHistory::start() {
+    if (!tap_) {
+        tap_ = platform_.pointer.tapClicks([this](const ClickTapEvent& event) { hear(event); });
+    }
+}
+
+void ClickHistory::stop() {
+    tap_.reset();
+    hitTests_.clear();
+}
+
+/// The system waits for this, and switches the tap off when it takes long.
+void ClickHistory::hear(const ClickTapEvent& event) {
+    switch (event.kind) {
+        case ClickTapEvent::Kind::disabled: tap_->enable(); break;
+        case ClickTapEvent::Kind::mouseDown:
+            if (MenuBarStrip::contains(platform_.displays.displays(), platform_.displays.statusBarThickness(),
+                                       event.location)) {
+                hitTests_.add(event.location);
+            }
+            break;
+    }
+}
+
+void ClickHistory::report(std::optional<ProcessID> pid) const {
+    if (!pid || *pid == platform_.processes.ownPID()) {
+        return;
+    }
+    const auto bundleID = platform_.workspace.bundleID(*pid);
+    if (bundleID && *bundleID != "com.apple.MenuBarAgent") {
+        const auto onClick = onClick_;  // it may destroy this
+        onClick(*bundleID);
+    }
+}
+
+}  // namespace velko

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Geometry.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/Pointer.h"
+#include "VelkoEngine/Ports/ProcessID.h"
+#include "VelkoEngine/ReadsInTurn.h"
+
+namespace velko {
+
+/// Notices clicks on menu-bar icons and reports whose they were. Only listens: no click is changed or held
+/// up, because asking for the owner happens off the main thread, one click at a time. Main thread.
+class ClickHistory final {
+ public:
+    /// Clicks that may wait for their owner to be found; of more, the oldest is dropped.
+    static constexpr std::size_t mostWaiting = 32;
+
+    /// `onClick` receives the clicked app, on the main thread.
+    ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick);
+    ClickHistory(const ClickHistory&) = delete;
+    ClickHistory& operator=(const ClickHistory&) = delete;
+    ~ClickHistory() = default;
+
+    /// Begins to listen, if it does not yet; without the permission, nothing happens.
+    void start();
+
+    [[nodiscard]] bool isRunning() const noexcept { return tap_ != nullptr; }
+
+    /// Stops listening and forgets the clicks that wait.
+    void stop();
+
+ private:
+    void hear(const ClickTapEvent& event);
+    void report(std::optional<ProcessID> pid) const;
+
+    Platform platform_;
+    std::function<void(const BundleID&)> onClick_;
+    ReadsInTurn<Point, std::optional<ProcessID>> hitTests_;
+    std::unique_ptr<ClickTap> tap_;
+};
+
+}  // namespace velko

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Geometry.h"
+#include "VelkoCore/ItemReading.h"
+#include "VelkoEngine/MenuBarItem.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/ProcessID.h"
+#include "VelkoEngine/Ports/Task.h"
+
+/// What the menu bar holds, read afresh at every call. An app or element that does not answer drops out
+/// silently. Main thread unless said otherwise.
+namespace velko::Inventory {
+
+/// A regular running app: one with a bundle that ends in ".app" and an identifier.
+struct AppRef {
+    ProcessID pid = 0;
+    BundleID bundleID;
+    std::string name;
+
+    bool operator==(const AppRef&) const = default;
+};
+
+/// The items of one app, for change detection.
+struct AppReading {
+    ProcessID pid = 0;
+    std::vector<ItemReading> items;
+
+    bool operator==(const AppReading&) const = default;
+};
+
+using ItemsHandler = std::function<void(std::vector<MenuBarItem>)>;
+using Readings = std::map<BundleID, AppReading>;
+using ReadingsHandler = std::function<void(Readings)>;
+
+/// All regular running apps but this one, in the workspace's order.
+[[nodiscard]] std::vector<AppRef> runningApps(const Platform& platform);
+
+/// Reads every app's items in the background, at most four apps at once, and hands over the whole list,
+/// left to right; items with equal left edges keep the order of the apps.
+[[nodiscard]] Task items(const Platform& platform, ItemsHandler then);
+
+/// The cheap refresh: keeps the items of `known` whose process still runs and reads only apps that have
+/// none there. An app that gains or loses an item while it runs is seen by a full read only.
+[[nodiscard]] Task items(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
+
+/// Reads how the given apps' items look now.
+[[nodiscard]] Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps,
+                            ReadingsHandler then);
+
+/// The processes whose items the menu bar's host shows now; blocks for a few messages. Any thread.
+[[nodiscard]] std::set<ProcessID> visiblePIDs(const Platform& platform);
+
+/// The frame of this program's own first status item; origin at the top left of the primary screen.
+[[nodiscard]] std::optional<Rect> ownItemFrame(const Platform& platform);
+
+/// An app's Accessibility tree as indented text, down to `maxDepth`. Any thread.
+[[nodiscard]] std::string axDump(const Platform& platform, ProcessID pid, int maxDepth);
+
+/// The tree of the menu bar's host as text. Any thread.
+[[nodiscard]] std::string menuBarAgentDump(const Platform& platform);
+
+}  // namespace velko::Inventory

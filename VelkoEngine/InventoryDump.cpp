@@ -1,0 +1,117 @@
+#include <array>
+#include <cstddef>
+
+#include "VelkoEngine/AX.h"
+#include "VelkoEngine/Inventory.h"
+#include "VelkoEngine/MenuBarHost.h"
+#include "VelkoEngine/NumberText.h"
+#include "VelkoEngine/Ports/Accessibility.h"
+
+namespace velko::Inventory {
+
+namespace {
+
+/// Host elements deeper than this are written without their children.
+constexpr int deepestHostExpansion = 4;
+
+std::string roleOf(const Accessibility& accessibility, const AXElement& element) {
+    return AX::string(accessibility, element, "AXRole").value_or("?");
+}
+
+/// One element as a line, without its end.
+std::string elementLine(const Accessibility& accessibility, const AXElement& element, const std::string& role,
+                        int depth) {
+    std::string line(static_cast<std::size_t>(depth) * 2, ' ');
+    line += role;
+    if (const auto subrole = AX::string(accessibility, element, "AXSubrole")) {
+        line += "/" + *subrole;
+    }
+    if (const auto identifier = AX::string(accessibility, element, "AXIdentifier")) {
+        line += " id=" + *identifier;
+    }
+    line += " \"" + AX::title(accessibility, element) + "\"";
+    if (const auto frame = AX::frame(accessibility, element)) {
+        line += " @" + wholeText(frame->x) + "," + wholeText(frame->y) + " " + wholeText(frame->width) + "x" +
+                wholeText(frame->height);
+    }
+    return line;
+}
+
+/// Writes one app's tree.
+class AppDump final {
+ public:
+    AppDump(const Accessibility& accessibility, int maxDepth)
+        : accessibility_(accessibility), maxDepth_(maxDepth) {}
+
+    void tree(const AXElement& element, int depth) {
+        text_ += elementLine(accessibility_, element, roleOf(accessibility_, element), depth) + "\n";
+        if (depth < maxDepth_) {
+            for (const AXElement& child : AX::children(accessibility_, element)) {
+                tree(child, depth + 1);
+            }
+        }
+    }
+
+    /// What hangs on an app's own element besides its children.
+    void appExtras(const AXElement& app) {
+        static constexpr std::array attributes{"AXExtrasMenuBar", "AXFocusedWindow", "AXMainWindow"};
+        for (const char* const attribute : attributes) {
+            if (const auto element = AX::element(accessibility_, app, attribute)) {
+                text_ += std::string("  [") + attribute + "]\n";
+                tree(*element, 2);
+            }
+        }
+        text_ += "  attributes: ";
+        const auto names = accessibility_.attributeNames(app).value_or(std::vector<std::string>{});
+        for (std::size_t index = 0; index < names.size(); ++index) {
+            text_ += (index == 0 ? "" : ", ") + names[index];
+        }
+        text_ += "\n";
+    }
+
+    [[nodiscard]] const std::string& text() const noexcept { return text_; }
+
+ private:
+    const Accessibility& accessibility_;
+    int maxDepth_;
+    std::string text_;
+};
+
+void appendHostTree(std::string& text, const Accessibility& accessibility, const AXElement& element,
+                    ProcessID hostPID, int depth) {
+    const std::string role = roleOf(accessibility, element);
+    text += elementLine(accessibility, element, role, depth);
+    if (const auto pid = accessibility.pid(element); pid && *pid != hostPID) {
+        text += " pid=" + std::to_string(*pid);
+    }
+    text += "\n";
+    const bool expands = role == "AXApplication" ? depth == 0 : depth <= deepestHostExpansion;
+    if (expands) {
+        for (const AXElement& child : AX::children(accessibility, element)) {
+            appendHostTree(text, accessibility, child, hostPID, depth + 1);
+        }
+    }
+}
+
+}  // namespace
+
+std::string axDump(const Platform& platform, ProcessID pid, int maxDepth) {
+    const AXElement app = AX::application(platform.accessibility, pid);
+    AppDump dump(platform.accessibility, maxDepth);
+    dump.tree(app, 0);
+    dump.appExtras(app);
+    return dump.text();
+}
+
+std::string menuBarAgentDump(const Platform& platform) {
+    const auto hostPID = menuBarHostPID(platform);
+    if (!hostPID) {
+        return "MenuBarAgent process not found";
+    }
+    std::string text = "MenuBarAgent pid " + std::to_string(*hostPID) + "\n";
+    appendHostTree(text, platform.accessibility, AX::application(platform.accessibility, *hostPID), *hostPID,
+                   0);
+    return text;
+}
+
+}  // namespace velko::Inventory

@@ -1,0 +1,49 @@
+#include <array>
+#include <iterator>
+#include <utility>
+
+#include "VelkoEngine/AX.h"
+#include "VelkoEngine/GatheredReads.h"
+#include "VelkoEngine/Inventory.h"
+#include "VelkoEngine/Ports/Accessibility.h"
+
+namespace velko::Inventory {
+
+namespace {
+
+ItemReading readItem(const Accessibility& accessibility, const AXElement& element) {
+    // Empty fields stay, and the value stands where a title would use the identifier: the text must change
+    // whenever one of the four attributes does.
+    static constexpr std::array attributes{"AXTitle", "AXDescription", "AXHelp", "AXValue"};
+    ItemReading reading;
+    const char* separator = "";
+    for (const char* const attribute : attributes) {
+        reading.text += separator;
+        reading.text += AX::attributeText(accessibility, element, attribute);
+        separator = "|";
+    }
+    const auto frame = AX::frame(accessibility, element);
+    reading.width = frame ? frame->width : 0;
+    return reading;
+}
+
+}  // namespace
+
+Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps, ReadingsHandler then) {
+    using App = std::pair<BundleID, ProcessID>;
+    using Reading = std::pair<BundleID, AppReading>;
+    return gatherReads(
+        platform.mainThread, std::vector<App>(apps.begin(), apps.end()),
+        [&accessibility = platform.accessibility](const App& app) {
+            Reading reading{app.first, {.pid = app.second, .items = {}}};
+            for (const AXElement& element : AX::statusItems(accessibility, app.second)) {
+                reading.second.items.push_back(readItem(accessibility, element));
+            }
+            return reading;
+        },
+        [then = std::move(then)](std::vector<Reading> perApp) {
+            then(Readings(std::make_move_iterator(perApp.begin()), std::make_move_iterator(perApp.end())));
+        });
+}
+
+}  // namespace velko::Inventory

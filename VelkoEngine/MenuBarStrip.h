@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "VelkoCore/Geometry.h"
+#include "VelkoEngine/Ports/Displays.h"
+
+/// Where the menu bars lie on screens in any arrangement. Pure functions; a display is as `Displays` gives
+/// it, the primary one first.
+namespace velko::MenuBarStrip {
+
+/// The first screen that holds a point (origin at the bottom left, y grows upwards); null when none does.
+/// A point on a screen's top edge is on that screen and not on one above it: there the pointer ends when
+/// it is thrown upwards.
+[[nodiscard]] const Display* displayUnder(const std::vector<Display>& displays, Point point);
+
+/// How far a screen's menu bar reaches down from its top edge.
+[[nodiscard]] double height(const Display& display, double statusBarThickness);
+
+/// Whether a point (origin at the top left of the primary screen, y grows downwards) lies in the menu bar
+/// of the screen that it is on.
+[[nodiscard]] bool contains(const std::vector<Display>& displays, double statusBarThickness, Point point);
+
+}  // namespace velko::MenuBarStrip

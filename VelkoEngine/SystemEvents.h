@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko {
+
+/// Listens for whatever may change the menu bar and reports bursts of it as one event, half a second
+/// after the last. Main thread; its registrations and timers end with it.
+class SystemEvents final {
+ public:
+    /// A burst: `environment` when displays, sleep, Spaces or the session had a part in it, else `apps`.
+    struct Kind {
+        enum class Scope { environment, apps };
+
+        Scope scope = Scope::apps;
+        std::string reason;  ///< every reason in order of arrival, joined with ", "
+
+        bool operator==(const Kind&) const = default;
+    };
+    using Handler = std::function<void(const Kind&)>;
+
+    SystemEvents(const Platform& platform, Handler handler);
+    SystemEvents(const SystemEvents&) = delete;
+    SystemEvents& operator=(const SystemEvents&) = delete;
+    ~SystemEvents() = default;
+
+ private:
+    void hear(const WorkspaceNotice& notice);
+    /// Adds a reason to the burst and starts its wait anew.
+    void note(std::string reason, bool environment);
+    void deliver();
+
+    MainThread& mainThread_;
+    Handler handler_;
+    std::vector<std::string> pendingReasons_;
+    bool pendingEnvironment_ = false;
+    Task pending_;
+    Task wakeSettled_;
+    std::vector<Subscription> observers_;
+};
+
+}  // namespace velko

@@ -1,0 +1,172 @@
+#include "VelkoEngine/VKAssessment.h"
+
+#include <algorithm>
+#include <atomic>
+#include <memory>
+#include <utility>
+
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko::VKAssessment {
+
+namespace {
+
+const std::string assertionClass = "MBAssessmentModeAssertion";
+const std::string initialiser = "initWithAllowedSystemItems:allowedBundleIdentifiers:";
+const std::string activation = "activateWithConfiguration:completionHandler:";
+const std::string invalidation = "invalidate";
+constexpr const char* classPrefix = "MBAssessmentMode";
+
+FrameworkError bridgeError(std::string description) {
+    return {.domain = "VKAssessment", .code = 1, .description = std::move(description)};
+}
+
+std::string words(const RaisedException& raised) {
+    return raised.name + ": " + raised.reason;
+}
+
+std::string methodLine(const RuntimeMethod& method) {
+    return (method.isClassMethod ? "+" : "-") + method.selector + " (" + method.typeEncoding + ")";
+}
+
+/// The one answer to an activation. The framework's handler shares it, on whatever thread; completion and
+/// assertion are let go on the main thread only.
+class Answer final {
+ public:
+    Answer(MainThread& mainThread, Completion completion)
+        : mainThread_(mainThread), completion_(std::move(completion)) {}
+    Answer(const Answer&) = delete;
+    Answer& operator=(const Answer&) = delete;
+    ~Answer() {
+        // Nobody is left who could answer.
+        if (isFirst()) {
+            post({});
+        }
+    }
+
+    /// Keeps the assertion alive until the framework has answered.
+    void keep(PrivateFramework::ObjectRef assertion) { assertion_ = std::move(assertion); }
+
+    void confirm() {
+        if (isFirst()) {
+            post({.assertion = assertion_, .error = std::nullopt});
+        }
+    }
+
+    void fail(FrameworkError error) {
+        if (isFirst()) {
+            post({.assertion = nullptr, .error = std::move(error)});
+        }
+    }
+
+ private:
+    [[nodiscard]] bool isFirst() noexcept { return !given_.exchange(true); }
+
+    void post(Activation outcome) {
+        mainThread_.post([completion = std::move(completion_), kept = std::move(assertion_),
+                          outcome = std::move(outcome)] { completion(outcome); });
+    }
+
+    MainThread& mainThread_;
+    Completion completion_;
+    PrivateFramework::ObjectRef assertion_;
+    std::atomic<bool> given_ = false;
+};
+
+/// Makes the framework's objects and hands them over; the error of the step that failed.
+std::expected<void, FrameworkError> begin(PrivateFramework& framework, const std::vector<int>& systemItems,
+                                          const std::vector<BundleID>& bundleIdentifiers,
+                                          const std::shared_ptr<Answer>& answer) {
+    const auto raised = [](const RaisedException& exception) {
+        return std::unexpected(bridgeError(words(exception)));
+    };
+    const auto configuration =
+        framework.makeConfiguration(configurationClass, systemItems, bundleIdentifiers);
+    if (!configuration) {
+        return raised(configuration.error());
+    }
+    const auto assertion = framework.makeAssertion(assertionClass);
+    if (!assertion) {
+        return raised(assertion.error());
+    }
+    if (*configuration == nullptr || *assertion == nullptr) {
+        return std::unexpected(bridgeError("Could not create the assessment configuration"));
+    }
+    answer->keep(*assertion);
+    const auto sent =
+        framework.activate(*assertion, *configuration, [answer](std::optional<FrameworkError> error) {
+            if (error) {
+                answer->fail(*std::move(error));
+            } else {
+                answer->confirm();
+            }
+        });
+    return sent ? std::expected<void, FrameworkError>() : raised(sent.error());
+}
+
+}  // namespace
+
+bool isAvailable(const Platform& platform) {
+    PrivateFramework& framework = platform.privateFramework;
+    return framework.open(frameworkPath) && framework.hasClass(configurationClass) &&
+           framework.hasClass(assertionClass) &&
+           framework.instancesRespond(configurationClass, initialiser) &&
+           framework.instancesRespond(assertionClass, activation) &&
+           framework.instancesRespond(assertionClass, invalidation);
+}
+
+ProbeReport probeReport(const Platform& platform) {
+    PrivateFramework& framework = platform.privateFramework;
+    ProbeReport report;
+    const auto opened = framework.open(frameworkPath);
+    report.loaded = opened.has_value();
+    if (!opened) {
+        report.loadError = opened.error().empty() ? "unknown" : opened.error();
+    }
+    report.image = framework.hasClass(configurationClass)
+                       ? framework.imagePath(configurationClass).value_or("?")
+                       : frameworkPath;
+    if (const auto methods = framework.methods(report.image)) {
+        for (const auto& [className, classMethods] : *methods) {
+            if (className.starts_with(classPrefix)) {
+                auto& lines = report.classes[className];
+                std::ranges::transform(classMethods, std::back_inserter(lines), methodLine);
+                std::ranges::sort(lines);
+            }
+        }
+    } else {
+        report.loadError = words(methods.error());
+    }
+    const auto responds = [&](const std::string& className, const std::string& selector) {
+        return Check{"-[" + className + " " + selector + "]",
+                     framework.instancesRespond(className, selector)};
+    };
+    report.checks = {{"framework loads (dlopen)", report.loaded},
+                     {configurationClass, framework.hasClass(configurationClass)},
+                     {assertionClass, framework.hasClass(assertionClass)},
+                     responds(configurationClass, initialiser),
+                     responds(assertionClass, activation),
+                     responds(assertionClass, invalidation)};
+    return report;
+}
+
+void activate(const Platform& platform, const std::vector<int>& systemItems,
+              const std::vector<BundleID>& bundleIdentifiers, Completion completion) {
+    const auto answer = std::make_shared<Answer>(platform.mainThread, std::move(completion));
+    if (!isAvailable(platform)) {
+        answer->fail(bridgeError("MenuBarClientCore is unavailable on this macOS build"));
+        return;
+    }
+    if (auto begun = begin(platform.privateFramework, systemItems, bundleIdentifiers, answer); !begun) {
+        answer->fail(std::move(begun).error());
+    }
+}
+
+void invalidate(const Platform& platform, const PrivateFramework::ObjectRef& assertion) {
+    PrivateFramework& framework = platform.privateFramework;
+    if (const auto ended = framework.invalidate(assertion); !ended) {
+        framework.systemLog("VKAssessment: invalidate raised " + words(ended.error()));
+    }
+}
+
+}  // namespace velko::VKAssessment
