@@ -1,0 +1,279 @@
+#include "Velko/AppController.h"
+
+#include <chrono>
+#include <string>
+#include <utility>
+
+#include "Velko/Joined.h"
+#include "Velko/Log.h"
+#include "Velko/Ports/LoginItem.h"
+#include "Velko/RevealStyleChoice.h"
+#include "VelkoCore/Calendar.h"
+#include "VelkoEngine/AX.h"
+#include "VelkoEngine/EngineProbe.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+using Depth = InventoryScan::Depth;
+
+namespace {
+
+BundleIDs ownersOf(const std::vector<MenuBarItem>& items) {
+    BundleIDs owners;
+    for (const MenuBarItem& item : items) {
+        owners.insert(item.bundleID);
+    }
+    return owners;
+}
+
+}  // namespace
+
+AppController::AppController(Parts parts)
+    : platform_(parts.platform),
+      ports_(parts.ports),
+      log_(parts.log),
+      info_(std::move(parts.info)),
+      store_(std::move(parts.store)),
+      notices_(platform_.mainThread),
+      engine_(std::move(parts.engine)),
+      saving_(platform_.mainThread, log_, store_, values_.layout),
+      scan_(
+          platform_, [this] { return values_.items; },
+          [this](std::vector<MenuBarItem> items, Depth depth) { accept(std::move(items), depth); }),
+      autoTuck_(platform_, [this] { handle(RevealEvent::autoTuck()); }),
+      shelfClosing_(platform_.mainThread),
+      showMe_(*this, platform_.mainThread, log_),
+      opening_(platform_, log_, [this](const RevealEvent& event) { handle(event); }),
+      popOut_(*this, platform_.mainThread, log_),
+      transfer_(*this, ports_.dialogs, log_, [this](bool saved) { layoutImported(saved); }),
+      trustWatch_(*this, platform_, [this](bool trusted) { trustChanged(trusted); }),
+      usageSampling_(*this, platform_, [this] { rescanIfQuiet(); }),
+      autopilot_(*this, platform_, log_, [this](bool offered) { note_.suggestionsChecked(offered); }),
+      changeWatch_(*this, platform_, [this](const BundleID& bundleID) { popOut_.begin(bundleID); }),
+      liveActivity_(*this, platform_, log_),
+      note_(*this, autopilot_),
+      newcomers_(*this, platform_.mainThread, log_, note_),
+      preferences_(*this, log_, ports_.loginItem,
+                   {.popOut = popOut_,
+                    .liveActivity = liveActivity_,
+                    .autopilot = autopilot_,
+                    .revealChanged = [this] { setState(values_.state); }}) {}
+
+template <class Fact>
+void AppController::setProblem(Fact HealthFacts::* problem, std::type_identity_t<Fact> fact) {
+    HealthFacts problems = values_.problems;
+    problems.*problem = std::move(fact);
+    set(&AppValues::problems, std::move(problems));
+}
+
+// Start and quit
+
+void AppController::start() {
+    log_.log("app", "Velko " + info_.version + " starting on macOS " + info_.systemVersion);
+    log_.log("app", "launch at login " + std::string(describe(ports_.loginItem.status())));
+    if (!info_.bundlePath.starts_with("/Applications/")) {
+        log_.log("app", "WARNING: running from " + info_.bundlePath +
+                            ". Velko's own icon may hide; install to /Applications.");
+    }
+    loadLayout();
+    set(&AppValues::activeStyle, chooseRevealStyle(platform_, values_.layout.reveal));
+    systemEvents_.emplace(platform_, [this](const SystemEvents::Kind& event) { handleSystemEvent(event); });
+    clickHistory_.emplace(platform_, [this](const BundleID& bundleID) { recordClick(bundleID); });
+    if (!engine_->isAvailable()) {
+        setProblem(&HealthFacts::engineUnavailable, true);
+        log_.log("engine", "UNAVAILABLE: not supported on this macOS build. Hiding nothing.\n" +
+                               engineProbeReport(platform_));
+        return;
+    }
+    startBackgroundLoops();
+    if (AX::isTrusted(platform_)) {
+        requestScan(Depth::full);
+        startClickHistory();
+        return;
+    }
+    setProblem(&HealthFacts::trustMissing, true);
+    log_.log("app", "Accessibility not granted yet. Hiding nothing until it is.");
+    apply({.reason = "Accessibility missing"});
+}
+
+void AppController::startBackgroundLoops() {
+    trustWatch_.start();
+    usageSampling_.start();
+    autopilot_.start();
+    changeWatch_.start();
+    liveActivity_.start();
+}
+
+void AppController::quit() {
+    trustWatch_.stop();
+    usageSampling_.stop();
+    autopilot_.stop();
+    changeWatch_.stop();
+    liveActivity_.stop();
+    autoTuck_.cancel();
+    showMe_.cancel();
+    popOut_.stop();
+    transfer_.cancel();
+    scan_.cancel();
+    systemEvents_.reset();
+    iconWatch_.reset();
+    opening_.cancel();
+    clickHistory_.reset();
+    saving_.finish();
+    engine_->showAll();
+    log_.log("app", "quitting: everything shown");
+}
+
+// The layout
+
+void AppController::loadLayout() {
+    LayoutSaving::Loaded loaded = saving_.load();
+    set(&AppValues::layout, std::move(loaded.layout));
+    setProblem(&HealthFacts::layoutUnreadable, std::move(loaded.failure));
+    if (clickHistory_ && clickHistory_->isRunning()) {
+        autopilot_.clicksAreWatched();
+    }
+    apply({.reason = "layout loaded"});
+}
+
+bool AppController::edit(Saving saving, const Edit& change) {
+    Layout edited = values_.layout;
+    change(edited);
+    const bool changed = set(&AppValues::layout, std::move(edited));
+    if (saving == Saving::now) {
+        return saveNow();
+    }
+    if (!changed || values_.problems.layoutUnreadable) {
+        return false;
+    }
+    if (saving == Saving::nowUnlessBroken) {
+        return saveNow();
+    }
+    scheduleSave();
+    return false;
+}
+
+void AppController::place(const BundleID& bundleID, Section section) {
+    const auto waiting = values_.layout.inbox.size();
+    edit(Saving::now, [&](Layout& layout) { layout.place(bundleID, section); });
+    const bool answered = values_.layout.inbox.size() != waiting;
+    log_.log("layout",
+             bundleID + " -> " + std::string(name(section)) + (answered ? " (new icon answered)" : ""));
+    apply({.reason = "section changed"});
+    autopilot_.settle();
+}
+
+void AppController::layoutImported(bool saved) {
+    if (saved && values_.problems.layoutUnreadable) {
+        loadLayout();
+    }
+    apply({.reason = "import"});
+    autopilot_.settle();
+}
+
+// What the system tells
+
+void AppController::handleSystemEvent(const SystemEvents::Kind& event) {
+    log_.log("system", event.reason);
+    if (values_.problems.engineUnavailable) {
+        return;
+    }
+    if (event.scope == SystemEvents::Kind::Scope::environment) {
+        Calendar::rereadZone();
+        apply({.reason = event.reason, .force = !engine_->current().isShowAll()});
+        if (trustWatch_.check()) {
+            requestScan(Depth::full);
+        }
+    } else if (trustWatch_.check()) {
+        if (event.reason.contains("launched")) {
+            scan_.followLaunch();
+        } else {
+            requestScan(Depth::light);
+        }
+    }
+}
+
+void AppController::trustChanged(bool trusted) {
+    setProblem(&HealthFacts::trustMissing, !trusted);
+    if (trusted) {
+        log_.log("app", "Accessibility granted");
+        requestScan(Depth::full);
+        startClickHistory();
+        apply({.reason = "Accessibility granted"});
+    } else {
+        log_.log("app", "Accessibility taken away. Hiding nothing until it is granted again.");
+        scan_.cancel();
+        if (clickHistory_) {
+            clickHistory_->stop();
+        }
+        apply({.reason = "Accessibility missing"});
+    }
+}
+
+void AppController::startClickHistory() {
+    if (!clickHistory_) {
+        return;
+    }
+    clickHistory_->start();
+    if (clickHistory_->isRunning()) {
+        autopilot_.clicksAreWatched();
+    }
+}
+
+void AppController::recordClick(const BundleID& bundleID) {
+    const Date now = floorToSeconds(platform_.mainThread.date());
+    edit(Saving::soon, [&](Layout& layout) { layout.recordClick(bundleID, now, {}); });
+}
+
+// Scans
+
+void AppController::rescanIfQuiet() {
+    if (scan_.isQuiet() && trustWatch_.check()) {
+        requestScan(Depth::light);
+    }
+}
+
+void AppController::accept(std::vector<MenuBarItem> items, Depth depth) {
+    if (values_.problems.trustMissing || !trustWatch_.check()) {
+        return;  // without the permission a scan finds nothing, which says nothing about the menu bar
+    }
+    BundleIDs present = ownersOf(items);
+    const bool isLight = depth == Depth::light;
+    const bool isSame = present == present_ && values_.inventoryLoaded;
+    present_ = std::move(present);
+    set(&AppValues::items, std::move(items));
+    set(&AppValues::inventoryLoaded, true);
+    refreshTidiedCount();
+    if (isLight && isSame) {
+        return;
+    }
+    if (!isSame) {
+        log_.log("inventory", std::to_string(present_.size()) + " apps with icons" +
+                                  (isLight ? " (light rescan)" : "") + ": " + joined(present_));
+    }
+    newcomers_.admit(present_, info_.bundleID);
+    if (values_.usage.empty()) {
+        usageSampling_.sampleNow();
+    }
+    apply({.reason = "inventory"});
+}
+
+// For people who look under the hood
+
+void AppController::toggleIconWatch() {
+    if (!iconWatch_) {
+        iconWatch_.emplace(platform_, [this](const std::string& line) { log_.log("debug", line); });
+    }
+    if (iconWatch_->isRunning()) {
+        iconWatch_->stop();
+    } else {
+        iconWatch_->start();
+    }
+}
+
+Subscription AppController::observe(std::function<void()> handler) {
+    return notices_.observe(std::move(handler));
+}
+
+}  // namespace velko

@@ -1,0 +1,181 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <type_traits>
+#include <vector>
+
+#include "Velko/AppInfo.h"
+#include "Velko/AppValues.h"
+#include "Velko/AutoTuck.h"
+#include "Velko/AutopilotOffers.h"
+#include "Velko/ChangeNotices.h"
+#include "Velko/ChangeWatch.h"
+#include "Velko/FlowHost.h"
+#include "Velko/InventoryScan.h"
+#include "Velko/LayoutSaving.h"
+#include "Velko/LayoutTransfer.h"
+#include "Velko/LiveActivityWatch.h"
+#include "Velko/Newcomers.h"
+#include "Velko/NoteDeferral.h"
+#include "Velko/PeekOpening.h"
+#include "Velko/PopOut.h"
+#include "Velko/Ports/AppPorts.h"
+#include "Velko/Preferences.h"
+#include "Velko/ShelfClosing.h"
+#include "Velko/ShowMe.h"
+#include "Velko/TrustWatch.h"
+#include "Velko/UsageSampling.h"
+#include "VelkoCore/LayoutStore.h"
+#include "VelkoCore/RevealMachine.h"
+#include "VelkoCore/VisibilityPlan.h"
+#include "VelkoEngine/ClickHistory.h"
+#include "VelkoEngine/IconWatch.h"
+#include "VelkoEngine/MenuBarEngine.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/SystemEvents.h"
+
+namespace velko {
+
+class Log;
+
+/// The one object that owns the program's live state and the engine. Whatever may change what is visible
+/// ends in `apply`. What takes time of its own is a flow: a small class with the timers, which sees the
+/// controller as a `FlowHost`. Main thread only.
+class AppController final : private FlowHost {
+ public:
+    /// What a controller is made of. The references outlive it.
+    struct Parts {
+        Platform platform;
+        AppPorts ports;
+        Log& log;
+        LayoutStore store;
+        std::unique_ptr<MenuBarEngine> engine;
+        AppInfo info;
+    };
+
+    explicit AppController(Parts parts);
+    AppController(const AppController&) = delete;
+    AppController& operator=(const AppController&) = delete;
+    ~AppController() = default;
+
+    /// Loads the layout, finds out what the system allows and begins to tidy. Once, after launch.
+    void start();
+    /// Shows every icon again and writes what was still to be saved. Once, before the process ends.
+    void quit();
+
+    // What views show, and how they learn that it changed.
+
+    [[nodiscard]] const AppValues& values() const noexcept override { return values_; }
+    /// `handler` is called once per turn of the main thread in which a value changed.
+    [[nodiscard]] Subscription observe(std::function<void()> handler);
+    /// Called after every answer of the engine, skipped applies included.
+    std::function<void()> onChange;
+    [[nodiscard]] const BundleID& ownBundleID() const noexcept { return info_.bundleID; }
+    [[nodiscard]] const MenuBarEngine& engine() const noexcept { return *engine_; }
+
+    // The user's doings.
+
+    /// Before anything else that a click on the broom may mean: whether the click is used up, because it
+    /// is the one that has just closed the shelf or because it ends a show-me.
+    bool consumesClick();
+    /// The broom was clicked or hovered over, with or without the request for buried icons.
+    void toggle(bool withBuried = false);
+    /// Moves the reveal state as the event asks and applies the outcome.
+    void handle(const RevealEvent& event);
+    /// The user has dismissed the shelf; clicks beside it mean nothing while an app peeks.
+    void closeShelf(ShelfClosing::By by);
+    /// Opens the menu of an app whose icon is hidden; counts as a click on its icon.
+    void open(const BundleID& bundleID);
+    /// Puts an app into a section; for one that waits in the inbox, this is the answer.
+    void place(const BundleID& bundleID, Section section);
+    /// Shows everything until something else is applied.
+    void showAll();
+    /// Starts the diagnostic watch of all icons, or stops it.
+    void toggleIconWatch();
+    [[nodiscard]] bool isIconWatchRunning() const noexcept { return iconWatch_ && iconWatch_->isRunning(); }
+
+    [[nodiscard]] Preferences& preferences() noexcept { return preferences_; }
+    [[nodiscard]] AutopilotOffers& autopilot() noexcept { return autopilot_; }
+    [[nodiscard]] NoteDeferral& note() noexcept { return note_; }
+    [[nodiscard]] ShowMe& showMe() noexcept { return showMe_; }
+    [[nodiscard]] LayoutTransfer& transfer() noexcept { return transfer_; }
+
+    // The machinery below.
+
+    /// Reads the layout file again. A file that cannot be read is left as it is, and everything is shown.
+    void loadLayout();
+    /// Writes the layout a while after the last of a burst of edits, or at once. Whether it was written.
+    void scheduleSave() { saving_.schedule(); }
+    bool saveNow() { return saving_.saveNow(); }
+    /// Starts reading the menu bar anew. Only the newest request's answer counts.
+    void requestScan(InventoryScan::Depth depth) { scan_.request(depth); }
+    /// The plan that follows from the present state.
+    [[nodiscard]] VisibilityPlan currentPlan() const;
+    /// Computes the plan and hands it to the engine: the single way by which visibility changes.
+    void apply(ApplyRequest request) override;
+    /// Uptime in seconds at which the applied plan last changed.
+    [[nodiscard]] std::optional<double> lastHidingChange() const noexcept override {
+        return lastHidingChange_;
+    }
+
+ private:
+    // FlowHost
+    bool edit(Saving saving, const Edit& change) override;
+    [[nodiscard]] AppValues& writableValues() noexcept override { return values_; }
+    void valueChanged() override { notices_.note(); }
+
+    void startBackgroundLoops();
+    void handleSystemEvent(const SystemEvents::Kind& event);
+    void trustChanged(bool trusted);
+    void startClickHistory();
+    void recordClick(const BundleID& bundleID);
+    void rescanIfQuiet();
+    void accept(std::vector<MenuBarItem> items, InventoryScan::Depth depth);
+    void layoutImported(bool saved);
+    bool tidyAnyway(const RevealEvent& event);
+    void setState(RevealState state);
+    template <class Fact>
+    void setProblem(Fact HealthFacts::* problem, std::type_identity_t<Fact> fact);
+    void applied(const ApplyRequest& request, const MenuBarEngine::Result& result);
+    void planInForceChanged();
+    void refreshTidiedCount();
+
+    Platform platform_;
+    AppPorts ports_;
+    Log& log_;
+    AppInfo info_;
+    LayoutStore store_;
+    AppValues values_;
+    BundleIDs present_;  ///< the owners of `values_.items`
+    std::optional<double> lastHidingChange_;
+    ChangeNotices notices_;
+
+    // The flows come after the state that they read, and the engine before them: it is torn down last.
+    std::unique_ptr<MenuBarEngine> engine_;
+    LayoutSaving saving_;
+    InventoryScan scan_;
+    AutoTuck autoTuck_;
+    ShelfClosing shelfClosing_;
+    ShowMe showMe_;
+    PeekOpening opening_;
+    PopOut popOut_;
+    LayoutTransfer transfer_;
+    std::optional<ClickHistory> clickHistory_;
+    std::optional<SystemEvents> systemEvents_;
+    std::optional<IconWatch> iconWatch_;
+
+    // The background loops
+    TrustWatch trustWatch_;
+    UsageSampling usageSampling_;
+    AutopilotOffers autopilot_;
+    ChangeWatch changeWatch_;
+    LiveActivityWatch liveActivity_;
+
+    NoteDeferral note_;
+    Newcomers newcomers_;
+    Preferences preferences_;
+};
+
+}  // namespace velko

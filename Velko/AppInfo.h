@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "VelkoCore/BundleID.h"
+
+namespace velko {
+
+/// What the running program knows about itself and its system; fixed for the run.
+struct AppInfo {
+    BundleID bundleID = "app.velko.mac";  ///< this one where the bundle names none
+    std::string version;
+    std::string systemVersion;  ///< the operating system's, in its own words
+    std::string bundlePath;
+};
+
+}  // namespace velko

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "Velko/AppValues.h"
+
+namespace velko {
+
+/// A request to make visible what should be.
+struct ApplyRequest {
+    std::string reason;  ///< for the log
+    bool force = false;  ///< sends the plan even when it is in force already
+};
+
+/// When an edit of the layout gets to the file.
+enum class Saving {
+    now,              ///< the user's own edits: at once, even over a file that could not be read
+    nowUnlessBroken,  ///< Velko's own: at once, but never over a file that could not be read
+    soon,             ///< in a burst with others, and never over a file that could not be read
+};
+
+/// The controller as its flows see it: the values, and the few ways to change something. Main thread;
+/// outlives every flow.
+class FlowHost {
+ public:
+    using Edit = std::function<void(Layout&)>;
+
+    FlowHost() = default;
+    FlowHost(const FlowHost&) = delete;
+    FlowHost& operator=(const FlowHost&) = delete;
+
+    [[nodiscard]] virtual const AppValues& values() const noexcept = 0;
+
+    /// Sets a value; observers hear of it only when it differs. Whether it did.
+    template <class Value>
+    bool set(Value AppValues::* value, std::type_identity_t<Value> to) {
+        Value& now = writableValues().*value;
+        if (now == to) {
+            return false;
+        }
+        now = std::move(to);
+        valueChanged();
+        return true;
+    }
+
+    /// Edits the layout; one of Velko's own edits is saved only if it changed something. Whether the file
+    /// now holds the layout.
+    virtual bool edit(Saving saving, const Edit& change) = 0;
+
+    /// Computes the plan and hands it to the engine.
+    virtual void apply(ApplyRequest request) = 0;
+
+    /// Uptime in seconds at which the applied plan last changed.
+    [[nodiscard]] virtual std::optional<double> lastHidingChange() const noexcept = 0;
+
+ protected:
+    ~FlowHost() = default;
+
+    [[nodiscard]] virtual AppValues& writableValues() noexcept = 0;
+    virtual void valueChanged() = 0;
+};
+
+}  // namespace velko

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "VelkoEngine/MenuBarItem.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+/// Reads the menu bar when asked and hands over the newest answer only. Main thread; owned by the
+/// controller.
+class InventoryScan final {
+ public:
+    /// How much is read: everything, or only apps whose items are not known yet.
+    enum class Depth { full, light };
+
+    /// Receives an accepted answer and how it was read.
+    using Accept = std::function<void(std::vector<MenuBarItem>, Depth)>;
+
+    /// `known` gives the items that a light scan starts from.
+    InventoryScan(const Platform& platform, std::function<std::vector<MenuBarItem>()> known, Accept accept);
+    InventoryScan(const InventoryScan&) = delete;
+    InventoryScan& operator=(const InventoryScan&) = delete;
+    ~InventoryScan() = default;
+
+    /// Starts a scan. One that is still under way is dropped; if it was a full one, so is the new one.
+    void request(Depth depth);
+
+    /// Scans lightly now and a few times in the next seconds: a new app often adds its icon late.
+    void followLaunch();
+
+    /// Whether none has been asked for in the last while, so that a light one may be due.
+    [[nodiscard]] bool isQuiet() const;
+
+    /// Drops every scan, running or to come.
+    void cancel() noexcept;
+
+ private:
+    Platform platform_;
+    std::function<std::vector<MenuBarItem>()> known_;
+    Accept accept_;
+    Depth runningDepth_ = Depth::light;
+    Task running_;
+    std::optional<MainThread::Uptime> lastRequest_;
+    std::vector<Task> rescans_;
+};
+
+}  // namespace velko

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "VelkoCore/Layout.h"
+#include "VelkoCore/LayoutStore.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+class Log;
+
+/// Reads the layout from its file and writes it: at once, or a while after the last of a burst of edits. A
+/// file that could not be read is put aside before it is replaced. Main thread; owned by the controller.
+class LayoutSaving final {
+ public:
+    /// All references outlive this; `layout` is read at the moment of each save.
+    LayoutSaving(MainThread& mainThread, Log& log, const LayoutStore& store, const Layout& layout);
+    LayoutSaving(const LayoutSaving&) = delete;
+    LayoutSaving& operator=(const LayoutSaving&) = delete;
+    ~LayoutSaving() = default;
+
+    /// What loading came to.
+    struct Loaded {
+        Layout layout;                       ///< a fresh one where there is none to read
+        std::optional<std::string> failure;  ///< why there is nothing to go by, in words
+    };
+
+    /// Reads the file, or makes one where there is none. A save still to come is forgotten.
+    [[nodiscard]] Loaded load();
+
+    /// Saves `Timing::saveDelay` from now, or later when another edit comes before.
+    void schedule();
+
+    /// Saves now; a failure is logged, the layout in memory stays. Whether the file now holds the layout.
+    bool saveNow();
+
+    /// Saves now what was to be saved later, if anything.
+    void finish();
+
+ private:
+    [[nodiscard]] bool putUnreadableFileAside();
+
+    MainThread& mainThread_;
+    Log& log_;
+    const LayoutStore& store_;
+    const Layout& layout_;
+    bool fileUnreadable_ =
+        false;  ///< while the file holds what could not be read, the next save keeps it aside
+    Task pending_;
+};
+
+}  // namespace velko

@@ -1,0 +1,86 @@
+#include "Velko/Log.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace velko {
+
+namespace {
+
+/// "2026-03-01 09:30:00.250" in the user's time zone.
+std::string timestamp(PreciseDate date) {
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(date);
+    const std::time_t time = std::chrono::system_clock::to_time_t(seconds);
+    std::tm local{};
+    std::string text(64, '\0');
+    if (::localtime_r(&time, &local) == nullptr) {
+        return "?";
+    }
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &local);
+    const auto milliseconds = static_cast<int>((date - seconds).count());
+    const int added = std::snprintf(text.data() + length, text.size() - length, ".%03d", milliseconds);
+    text.resize(length + static_cast<std::size_t>(added));
+    return text;
+}
+
+int openForAppending(const std::filesystem::path& file) {
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor >= 0 && ::fchmod(descriptor, S_IRUSR | S_IWUSR) != 0) {
+        ::close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
+}  // namespace
+
+Log::Log(const MainThread& clock, std::filesystem::path file) : clock_(clock), file_(std::move(file)) {}
+
+Log::~Log() {
+    if (descriptor_ >= 0) {
+        ::close(descriptor_);
+    }
+}
+
+std::filesystem::path Log::defaultFile(const std::filesystem::path& home) {
+    return home / "Library" / "Logs" / "Velko.log";
+}
+
+void Log::log(std::string_view category, std::string_view message) {
+    std::string line = timestamp(clock_.date());
+    line.append("  [").append(category).append("] ").append(message);
+    append(line + "\n");
+    lines_.push_back(std::move(line));
+    if (lines_.size() > maxLines) {
+        lines_.pop_front();
+    }
+}
+
+std::string Log::text() const {
+    std::string text;
+    for (const std::string& line : lines_) {
+        text += (text.empty() ? "" : "\n") + line;
+    }
+    return text;
+}
+
+void Log::append(std::string_view line) {
+    if (!std::exchange(opened_, true)) {
+        descriptor_ = openForAppending(file_);
+    }
+    while (descriptor_ >= 0 && !line.empty()) {
+        const ssize_t written = ::write(descriptor_, line.data(), line.size());
+        if (written > 0) {
+            line.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+}  // namespace velko

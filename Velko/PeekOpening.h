@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/RevealMachine.h"
+#include "VelkoEngine/ItemOpener.h"
+#include "VelkoEngine/Ports/Platform.h"
+
+namespace velko {
+
+class Log;
+
+/// Opens the menu of an app whose icon is hidden: lets it out, presses it, and hides it again when its menu
+/// has closed. Main thread; owned by the controller.
+class PeekOpening final {
+ public:
+    /// `handle` moves the reveal state.
+    PeekOpening(const Platform& platform, Log& log, std::function<void(const RevealEvent&)> handle);
+    PeekOpening(const PeekOpening&) = delete;
+    PeekOpening& operator=(const PeekOpening&) = delete;
+    ~PeekOpening() = default;
+
+    /// Opens that app. Another that was open is not waited for any more.
+    void open(const BundleID& bundleID);
+
+    void cancel() { opener_.cancel(); }
+
+ private:
+    Log& log_;
+    std::function<void(const RevealEvent&)> handle_;
+    ItemOpener opener_;
+};
+
+}  // namespace velko

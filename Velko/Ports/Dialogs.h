@@ -1,0 +1,57 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+/// Panels and alerts that wait for the user while the program goes on. Main thread.
+class Dialogs {
+ public:
+    /// Receives the chosen file, or nothing when the user thought better of it. Never called within the
+    /// call that opens the panel.
+    using Chosen = std::function<void(std::optional<std::filesystem::path>)>;
+
+    /// A kind of file of our own.
+    struct FileType {
+        std::string identifier;  ///< as exported to the system, conforming to JSON
+        std::string fileExtension;
+    };
+    struct SavePanel {
+        std::string title;
+        std::string suggestedName;
+        FileType type;
+    };
+    struct OpenPanel {
+        std::string title;
+        std::string message;
+        FileType type;
+    };
+    struct Alert {
+        std::string title;
+        std::string message;
+
+        bool operator==(const Alert&) const = default;
+    };
+
+    Dialogs() = default;
+    Dialogs(const Dialogs&) = delete;
+    Dialogs& operator=(const Dialogs&) = delete;
+    virtual ~Dialogs() = default;
+
+    /// Asks where to save a file; the user has agreed to replace one that is there. The task is pending
+    /// until the user answers; cancelling it drops the answer.
+    [[nodiscard]] virtual Task chooseWhereToSave(const SavePanel& panel, Chosen chosen) = 0;
+
+    /// Asks for one file to read, in the same way.
+    [[nodiscard]] virtual Task chooseFileToOpen(const OpenPanel& panel, Chosen chosen) = 0;
+
+    /// Tells the user that something went wrong. May return before the user has read it.
+    virtual void alert(const Alert& alert) = 0;
+};
+
+}  // namespace velko
