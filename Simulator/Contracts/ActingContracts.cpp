@@ -1,0 +1,168 @@
+#include "Simulator/Contracts/ActingContracts.h"
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "VelkoEngine/Ports/Accessibility.h"
+#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/PrivateFramework.h"
+#include "VelkoEngine/Ports/Processes.h"
+#include "VelkoEngine/Ports/Windows.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko::Contracts {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr float timeout = 0.1F;
+constexpr auto library = "/System/Library/PrivateFrameworks/MenuBarClientCore.framework/MenuBarClientCore";
+
+std::optional<AXElement> elementAt(const Platform& platform, const AXElement& element,
+                                   const std::string& name) {
+    const auto value = platform.accessibility.attribute(element, name);
+    const auto* found = value ? std::get_if<AXElement>(&*value) : nullptr;
+    return found != nullptr ? std::optional(*found) : std::nullopt;
+}
+
+/// Seconds that a read costs whoever makes it on the main thread; nothing when it succeeds.
+std::optional<double> costOfFailure(const Platform& platform, const AXElement& element) {
+    const auto start = platform.mainThread.now();
+    if (platform.accessibility.attribute(element, "AXRole")) {
+        return std::nullopt;
+    }
+    return secondsOf(platform.mainThread.now() - start);
+}
+
+bool isOneTimeout(std::optional<double> cost) {
+    return cost && *cost > 0.9 * double{timeout} && *cost < 2 * double{timeout};
+}
+
+/// Asks for an allowlist and waits for the answer; the assertion, if the framework agreed.
+PrivateFramework::ObjectRef hideAllBut(PrivateFramework& framework, const Pass& pass,
+                                       const std::vector<BundleID>& allowed) {
+    const auto assertion = framework.makeAssertion("MBAssessmentModeAssertion").value_or(nullptr);
+    const auto configuration =
+        framework.makeConfiguration("MBAssessmentModeConfiguration", {0, 1, 2, 3}, allowed).value_or(nullptr);
+    std::optional<bool> agreed;
+    const auto sent = framework.activate(assertion, configuration, [&agreed](const auto& error) {
+        agreed = agreed ? false : !error;  // a second answer is one too many
+    });
+    const bool answeredInside = agreed.has_value();
+    pass(1s);
+    return sent && !answeredInside && agreed == true ? assertion : nullptr;
+}
+
+}  // namespace
+
+void checkApps(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    const BundleID bundleID = "com.example.app";
+    const ProcessID pid = stagehand.launch(bundleID);
+    const auto isListed = [&] {
+        const auto pids = platform.processes.list();
+        return pids && std::ranges::count(*pids, pid) == 1 &&
+               platform.workspace.pids(bundleID) == std::vector{pid} &&
+               std::ranges::count(platform.workspace.runningApplications(), pid, &RunningApplication::pid) ==
+                   1;
+    };
+    const auto hasMenu = [&] {
+        const auto windows = platform.windows.onScreen();
+        return windows && std::ranges::count(*windows, WindowInfo{.layer = platform.windows.popUpMenuLevel(),
+                                                                  .ownerPID = pid}) == 1;
+    };
+    expect(checks, "an app that was launched is listed", isListed());
+    expect(checks, "its process has its name", platform.processes.name(pid) == bundleID);
+    expect(checks, "its menu is no window before it opens", !hasMenu());
+    stagehand.openMenu(pid);
+    expect(checks, "an open menu is a window at the level of pop-up menus", hasMenu());
+    stagehand.quit(pid);
+    expect(checks, "an app that has quit is not listed", !isListed() && !platform.processes.name(pid));
+    expect(checks, "its menu goes with it", !hasMenu());
+}
+
+void checkNotices(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    std::string heard;
+    std::string heardOnce;
+    const auto listening = platform.workspace.observe([&](const WorkspaceNotice& notice) {
+        heard += std::to_string(static_cast<int>(notice.kind)) + notice.bundleID.value_or("-") + " ";
+    });
+    Subscription once;
+    once = platform.workspace.observe([&](const WorkspaceNotice&) {
+        once.end();
+        heardOnce += "!";
+    });
+    auto screens = platform.displays.observeChanges([&] { heard += "screens "; });
+    const ProcessID pid = stagehand.launch("com.example.app");
+    expect(checks, "no notice comes inside the act", heard.empty(), heard);
+    stagehand.pass(1s);
+    stagehand.quit(pid);
+    stagehand.pass(1s);
+    stagehand.changeDisplays();
+    stagehand.pass(1s);
+    screens.end();
+    stagehand.changeDisplays();
+    stagehand.wake();
+    stagehand.pass(1s);
+    expect(checks, "notices say what happened, in order",
+           heard == "4com.example.app 5com.example.app screens 0- 1- ", heard);
+    expect(checks, "an observer may end its own subscription", heardOnce == "!", heardOnce);
+}
+
+void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    const ProcessID pid = stagehand.launch("com.example.app");
+    const auto application = platform.accessibility.application(pid, timeout);
+    const auto bar = elementAt(platform, application, "AXExtrasMenuBar");
+    expect(checks, "an app's icons are reached from its element", bar.has_value());
+    stagehand.setTrusted(false);
+    expect(checks, "without the permission nothing is read",
+           !platform.accessibility.isTrusted() && costOfFailure(platform, application));
+    stagehand.setTrusted(true);
+    stagehand.hang(pid);
+    const auto cost = costOfFailure(platform, application);
+    expect(checks, "a hung app costs the time-out of its element", isOneTimeout(cost),
+           std::to_string(cost.value_or(0)) + " s");
+    const auto reached = bar ? costOfFailure(platform, *bar) : std::nullopt;
+    expect(checks, "an element that is reached from another has its time-out", isOneTimeout(reached),
+           std::to_string(reached.value_or(0)) + " s");
+    stagehand.quit(pid);
+    expect(checks, "an element of an app that has quit is read without a wait",
+           costOfFailure(platform, application).value_or(1) < double{timeout});
+}
+
+void checkAssertions(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    PrivateFramework& framework = platform.privateFramework;
+    stagehand.launch("com.example.a");
+    stagehand.launch("com.example.b");
+    const auto seen = [&] {
+        return std::string(stagehand.shows("com.example.a") ? "a" : "") +
+               (stagehand.shows("com.example.b") ? "b" : "");
+    };
+    const auto expectSeen = [&](const char* name, const std::string& wanted) {
+        expect(checks, name, seen() == wanted, seen());
+    };
+    const auto opened = framework.open(library);
+    expect(checks, "the framework can be loaded", opened.has_value());
+    auto onlyA = hideAllBut(framework, stagehand.pass, {"com.example.a"});
+    expect(checks, "an activation is answered once, later", onlyA != nullptr);
+    expectSeen("an assertion shows the apps that it allows and no others", "a");
+    auto onlyB = hideAllBut(framework, stagehand.pass, {"com.example.b"});
+    expectSeen("the newer of two assertions counts", "b");
+    expect(checks, "invalidating raises nothing", framework.invalidate(onlyA).has_value());
+    stagehand.pass(1s);
+    expectSeen("the older one ends without a trace", "b");
+    onlyB.reset();
+    stagehand.pass(1s);
+    expectSeen("letting go of an assertion ends it", "ab");
+    auto nobody = hideAllBut(framework, stagehand.pass, {});
+    expectSeen("an empty list hides every app", "");
+    expect(checks, "invalidating raises nothing, again", framework.invalidate(nobody).has_value());
+    stagehand.pass(1s);
+    expectSeen("invalidating the last assertion shows everything", "ab");
+}
+
+}  // namespace velko::Contracts

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoEngine/Contracts/Contracts.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/ProcessID.h"
+
+/// The part of the ports' contracts that needs a machine on which apps may be launched, hung and hidden.
+namespace velko::Contracts {
+
+/// Makes things happen on a machine that belongs to the test.
+struct Stagehand {
+    Pass pass;
+    std::function<ProcessID(const BundleID&)> launch;  ///< an app with one icon, and its identifier as name
+    std::function<void(ProcessID)> quit;
+    std::function<void(ProcessID)> hang;
+    std::function<void(bool)> setTrusted;
+    std::function<void()> wake;
+    std::function<void()> changeDisplays;
+    std::function<void(ProcessID)> openMenu;
+    std::function<void()> closeMenu;
+    std::function<void(ProcessID)> activate;
+    std::function<void(ProcessID)> click;  ///< on the middle of an app's icon
+    std::function<void()> disableTaps;
+    std::function<void(ProcessID)> work;         ///< from now on the process keeps one core busy
+    std::function<bool(const BundleID&)> shows;  ///< whether a person sees an app's icon
+};
+
+void checkApps(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkNotices(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkMenus(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkWork(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkAssertions(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+
+}  // namespace velko::Contracts

@@ -1,0 +1,160 @@
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "Simulator/Contracts/ActingContracts.h"
+#include "VelkoEngine/Ports/Accessibility.h"
+#include "VelkoEngine/Ports/Pointer.h"
+#include "VelkoEngine/Ports/Processes.h"
+#include "VelkoEngine/Ports/Windows.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko::Contracts {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr float timeout = 0.1F;
+
+std::optional<AXElement> firstIcon(const Platform& platform, ProcessID pid) {
+    const auto& accessibility = platform.accessibility;
+    const auto bar = accessibility.attribute(accessibility.application(pid, timeout), "AXExtrasMenuBar");
+    const auto* const element = bar ? std::get_if<AXElement>(&*bar) : nullptr;
+    const auto children = element != nullptr ? accessibility.attribute(*element, "AXChildren")
+                                             : std::unexpected(AXError::failure);
+    const auto* const list = children ? std::get_if<std::vector<AXElement>>(&*children) : nullptr;
+    return list != nullptr && !list->empty() ? std::optional(list->front()) : std::nullopt;
+}
+
+std::optional<Point> middleOf(const Platform& platform, const AXElement& element) {
+    const auto position = platform.accessibility.attribute(element, "AXPosition");
+    const auto size = platform.accessibility.attribute(element, "AXSize");
+    const auto* const corner = position ? std::get_if<Point>(&*position) : nullptr;
+    const auto* const extent = size ? std::get_if<Size>(&*size) : nullptr;
+    if (corner == nullptr || extent == nullptr) {
+        return std::nullopt;
+    }
+    return Point{.x = corner->x + extent->width / 2, .y = corner->y + extent->height / 2};
+}
+
+}  // namespace
+
+void checkMenus(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    auto& accessibility = platform.accessibility;
+    const ProcessID pid = stagehand.launch("com.example.app");
+    const auto icon = firstIcon(platform, pid);
+    std::string heard;
+    std::string heardOnce;
+    const auto application = accessibility.application(pid, timeout);
+    const auto observer =
+        accessibility.observe(pid, timeout, [&](const std::string& name, const AXElement& about) {
+            heard += name + (accessibility.pid(about) == std::expected<ProcessID, AXError>(pid) ? " " : "? ");
+        });
+    const bool isAdded = observer && observer->add(application, "AXMenuClosed");
+    std::unique_ptr<AXObserver> once;
+    once = accessibility.observe(pid, timeout, [&](const std::string&, const AXElement&) {
+        once.reset();
+        heardOnce += "!";
+    });
+    const bool isAddedOnce = once && once->add(application, "AXMenuClosed");
+    expect(checks, "an app's menus can be observed", isAdded && isAddedOnce);
+    expect(checks, "asking again is refused",
+           observer &&
+               observer->add(application, "AXMenuClosed") ==
+                   std::expected<void, AXError>(std::unexpected(AXError::notificationAlreadyRegistered)));
+    expect(checks, "pressing an icon succeeds", icon && accessibility.perform(*icon, "AXPress"));
+    stagehand.pass(1s);
+    const auto windows = platform.windows.onScreen();
+    expect(checks, "it opens the app's menu",
+           windows && !windows->empty() && windows->front().ownerPID == pid);
+    expect(checks, "an action that an element lacks is refused",
+           icon && accessibility.perform(*icon, "AXNobodyHasThis") ==
+                       std::expected<void, AXError>(std::unexpected(AXError::actionUnsupported)));
+    stagehand.closeMenu();
+    expect(checks, "no notification comes inside the act", heard.empty());
+    stagehand.pass(1s);
+    expect(checks, "closing it is told, with the process", heard == "AXMenuClosed ", heard);
+    stagehand.openMenu(pid);
+    stagehand.closeMenu();
+    stagehand.pass(1s);
+    expect(checks, "an observer may end within its own handler", heardOnce == "!", heardOnce);
+}
+
+void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    const ProcessID pid = stagehand.launch("com.example.app");
+    const auto icon = firstIcon(platform, pid);
+    const auto middle = icon ? middleOf(platform, *icon) : std::nullopt;
+    std::vector<ClickTapEvent> heard;
+    auto tap = platform.pointer.tapClicks([&](const ClickTapEvent& event) { heard.push_back(event); });
+    stagehand.click(pid);
+    expect(checks, "no click is heard inside the act", heard.empty());
+    stagehand.pass(1s);
+    const bool isAtIcon = heard.size() == 1 && heard.front().location == middle;
+    expect(checks, "a tap hears of a click, and where it was", isAtIcon);
+    const auto under = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
+    expect(checks, "the element under a point tells whose it is",
+           under && platform.accessibility.pid(*under) == std::expected<ProcessID, AXError>(pid));
+    heard.clear();
+    stagehand.disableTaps();
+    stagehand.click(pid);
+    stagehand.pass(1s);
+    expect(checks, "a tap that is switched off hears of that and of nothing more",
+           heard == std::vector{ClickTapEvent{.kind = ClickTapEvent::Kind::disabled, .location = {}}});
+    if (tap) {
+        tap->enable();
+    }
+    stagehand.click(pid);
+    stagehand.pass(1s);
+    expect(checks, "it can be switched on again", heard.size() == 2);
+    stagehand.click(pid);
+    tap.reset();
+    stagehand.pass(1s);
+    expect(checks, "a tap that has ended hears nothing", heard.size() == 2);
+    stagehand.hang(pid);
+    const auto start = platform.mainThread.now();
+    const auto hung = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
+    const double cost = secondsOf(platform.mainThread.now() - start);
+    expect(checks, "asking for what lies under a point takes at most the time-out",
+           !hung && cost > 0.9 * double{timeout} && cost < 2 * double{timeout}, std::to_string(cost) + " s");
+    stagehand.setTrusted(false);
+    expect(checks, "without the permission there is no tap and no answer",
+           !platform.pointer.tapClicks([](const ClickTapEvent&) {}) &&
+               !platform.accessibility.elementAt(middle.value_or(Point{}), timeout));
+}
+
+void checkWork(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    const ProcessID pid = stagehand.launch("com.example.app");
+    std::string heard;
+    const auto listening = platform.workspace.observe([&](const WorkspaceNotice& notice) {
+        if (notice.kind == WorkspaceNotice::Kind::activated) {
+            heard += notice.bundleID.value_or("-") + (notice.pid == pid ? " " : "? ");
+        }
+    });
+    const auto before = platform.processes.resourceUsage(pid);
+    stagehand.work(pid);
+    stagehand.activate(pid);
+    stagehand.pass(1s);
+    const auto after = platform.processes.resourceUsage(pid);
+    const TimeBase base = platform.processes.timeBase();
+    const double seconds = before && after ? static_cast<double>(after->userTime - before->userTime +
+                                                                 after->systemTime - before->systemTime) *
+                                                 base.numerator / base.denominator / 1e9
+                                           : 0;
+    expect(checks, "a process that keeps a core busy for a second has used one of it",
+           seconds > 0.9 && seconds < 1.1, std::to_string(seconds) + " s");
+    expect(checks, "an app that comes to the front is told", heard == "com.example.app ", heard);
+    expect(checks, "a process that runs can be signalled",
+           platform.processes.nullSignal(pid) == NullSignal::delivered &&
+               platform.workspace.bundleID(pid) == "com.example.app");
+    stagehand.quit(pid);
+    stagehand.pass(1s);
+    expect(checks, "one that has ended cannot, and has used nothing",
+           platform.processes.nullSignal(pid) == NullSignal::noSuchProcess &&
+               !platform.processes.resourceUsage(pid) && !platform.workspace.bundleID(pid));
+}
+
+}  // namespace velko::Contracts

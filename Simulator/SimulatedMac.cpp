@@ -1,0 +1,243 @@
+#include "Simulator/SimulatedMac.h"
+
+#include <algorithm>
+#include <array>
+#include <ranges>
+#include <utility>
+
+namespace velko {
+
+namespace {
+
+constexpr auto hostProcess = "MenuBarAgent";
+constexpr std::size_t pictureColumns = 108;
+constexpr auto quittingTime = std::chrono::milliseconds(200);  ///< an app's last words
+
+SimulatedIcon systemItem(int number, std::string title, double width) {
+    return {.title = std::move(title),
+            .identifier = "com.apple.menuextra." + std::to_string(number),
+            .width = width,
+            .systemItem = number};
+}
+
+SimulatedApp menuBarAgent() {
+    return {.bundleID = "com.apple.MenuBarAgent",
+            .name = hostProcess,
+            .icons = {systemItem(SimulatedMenuBar::clockItem, "Clock", 140),
+                      systemItem(1, "Control Center", 32), systemItem(2, "Wi-Fi", 32)},
+            .bundlePath = "/System/Library/CoreServices/MenuBarAgent.app"};
+}
+
+SimulatedApp systemUIServer() {
+    return {.bundleID = "com.apple.systemuiserver",
+            .name = "SystemUIServer",
+            .icons = {systemItem(3, "VPN", 32)},
+            .bundlePath = "/System/Library/CoreServices/SystemUIServer.app"};
+}
+
+SimulatedApp velkoItself() {
+    return {.bundleID = "app.velko.mac", .name = "Velko", .icons = {{.title = "Velko", .width = 28}}};
+}
+
+std::optional<BundleID> identifierOf(const SimulatedApp& app) {
+    return app.bundleID.empty() ? std::nullopt : std::optional(app.bundleID);
+}
+
+}  // namespace
+
+SimulatedMac::SimulatedMac(SimulatedMacOptions options)
+    : mainThread(options.date),
+      accessibility(mainThread, options.trusted),
+      processes(mainThread),
+      workspace(mainThread, processes),
+      displays(mainThread, std::move(options.displays)),
+      pointer(mainThread, accessibility),
+      framework(mainThread, [this] { refresh(); }),
+      trees_(accessibility) {
+    accessibility.elementUnder = [this](Point point) {
+        const auto* slot = menuBar_.under(point);
+        return slot == nullptr ? nullptr : slot->element;
+    };
+    launch(menuBarAgent());
+    launch(systemUIServer());
+    processes.setOwn(launch(velkoItself()));
+    workspace.onTerminate = [this](ProcessID pid) {
+        mainThread.happen(quittingTime, [this, pid] { quit(pid); });
+    };
+    windows.others = {{.layer = 24, .ownerPID = menuBarHost()}, {.layer = 0, .ownerPID = std::nullopt}};
+}
+
+Platform SimulatedMac::platform() noexcept {
+    return {.mainThread = mainThread,
+            .accessibility = accessibility,
+            .workspace = workspace,
+            .displays = displays,
+            .pointer = pointer,
+            .processes = processes,
+            .windows = windows,
+            .privateFramework = framework};
+}
+
+SimulatedMac::Cost SimulatedMac::cost() const {
+    return {.wakeUps = mainThread.wakeUps(),
+            .accessibilityMessages = accessibility.messages(),
+            .engineCalls = framework.activations() + framework.invalidations()};
+}
+
+SimulatedMac::Registered SimulatedMac::registered() const {
+    return {.elementObservers = accessibility.observers(),
+            .noticeObservers = workspace.observers() + displays.observers(),
+            .taps = pointer.taps(),
+            .work = mainThread.waiting()};
+}
+
+ProcessID SimulatedMac::launch(SimulatedApp app) {
+    const ProcessID pid = processes.start(std::move(app));
+    const SimulatedProcess& process = *processes.find(pid);
+    accessibility.addApplication(pid, process.app.name);
+    for (const auto& icon : process.app.icons) {
+        place(process, icon);
+    }
+    refresh();
+    if (process.app.isApplication) {
+        tell(WorkspaceNotice::Kind::launched, pid, identifierOf(process.app));
+    }
+    return pid;
+}
+
+void SimulatedMac::quit(ProcessID pid) {
+    if (const auto* process = processes.find(pid)) {
+        end(pid, identifierOf(process->app));
+    }
+}
+
+void SimulatedMac::crash(ProcessID pid) {
+    end(pid, std::nullopt);
+}
+
+void SimulatedMac::end(ProcessID pid, std::optional<BundleID> bundleID) {
+    const auto* process = processes.find(pid);
+    if (process == nullptr) {
+        return;
+    }
+    const bool isTold = process->app.isApplication;
+    processes.end(pid);
+    accessibility.removeApplication(pid);
+    menuBar_.removeAll(pid);
+    if (windows.menuOwner() == pid) {
+        windows.closeMenu();
+    }
+    refresh();
+    if (isTold) {
+        const auto told = bundleID ? std::optional(pid) : std::nullopt;
+        tell(WorkspaceNotice::Kind::terminated, told, std::move(bundleID));
+    }
+}
+
+void SimulatedMac::tell(WorkspaceNotice::Kind kind, std::optional<ProcessID> pid,
+                        std::optional<BundleID> bundleID) {
+    workspace.tell({.kind = kind, .pid = pid, .bundleID = std::move(bundleID)});
+}
+
+ProcessID SimulatedMac::menuBarHost() const {
+    const auto& running = processes.running();
+    const auto host = std::ranges::find_if(
+        running, [&](const auto& process) { return processes.name(process.pid) == hostProcess; });
+    return host == running.end() ? 0 : host->pid;
+}
+
+void SimulatedMac::place(const SimulatedProcess& owner, SimulatedIcon icon) {
+    const auto element = menuBar_.add(owner, std::move(icon));
+    element->actions["AXPress"] = [this, pid = owner.pid] { openMenu(pid); };
+}
+
+void SimulatedMac::changeIcon(ProcessID pid, std::size_t index,
+                              const std::function<void(SimulatedIcon&)>& change) {
+    auto* slot = menuBar_.find(pid, index);
+    if (slot == nullptr) {
+        return;
+    }
+    const SimulatedIcon before = slot->icon;
+    change(slot->icon);
+    const SimulatedIcon after = slot->icon;
+    const auto element = slot->element;
+    refresh();
+    const std::array<std::pair<const char*, bool>, 3> changes{{
+        {"AXTitleChanged", after.title != before.title},
+        {"AXValueChanged", after.value != before.value},
+        {"AXResized", after.width != before.width},
+    }};
+    for (const auto& [notification, isMade] : changes) {
+        if (isMade) {
+            accessibility.notify(element, notification);
+        }
+    }
+}
+
+void SimulatedMac::addIcon(ProcessID pid, SimulatedIcon icon) {
+    if (const auto* process = processes.find(pid)) {
+        place(*process, std::move(icon));
+        refresh();
+    }
+}
+
+void SimulatedMac::removeIcon(ProcessID pid, std::size_t index) {
+    if (const auto* slot = menuBar_.find(pid, index)) {
+        accessibility.notify(slot->element, "AXUIElementDestroyed");
+        menuBar_.remove(pid, index);
+        refresh();
+    }
+}
+
+SimulatedElement* SimulatedMac::iconElement(ProcessID pid, std::size_t index) {
+    const auto* slot = menuBar_.find(pid, index);
+    return slot == nullptr ? nullptr : slot->element.get();
+}
+
+std::vector<BundleID> SimulatedMac::visibleIcons() const {
+    std::vector<BundleID> owners;
+    for (const auto& slot : menuBar_.slots() | std::views::reverse) {
+        if (slot.isVisible && !slot.icon.systemItem) {
+            owners.push_back(slot.bundleID);
+        }
+    }
+    return owners;
+}
+
+std::vector<std::string> SimulatedMac::visibleSystemItems() const {
+    std::vector<std::string> titles;
+    for (const auto& slot : menuBar_.slots() | std::views::reverse) {
+        if (slot.isVisible && slot.icon.systemItem) {
+            titles.push_back(slot.icon.title.value_or(""));
+        }
+    }
+    return titles;
+}
+
+std::string SimulatedMac::menuBarPicture() const {
+    std::string picture = menuBar_.picture(mainThread.date(), processes.ownPID(), pictureColumns);
+    if (const auto owner = windows.menuOwner()) {
+        picture += "\n" + processes.name(*owner).value_or("?") + " has its menu open";
+    }
+    return picture;
+}
+
+/// Brings everything that follows from processes, icons, displays and the allowlist up to date.
+void SimulatedMac::refresh() {
+    if (const auto screens = displays.displays(); !screens.empty()) {
+        barWidth_ = screens.front().frame.width;
+    }
+    menuBar_.layOut(framework.inForce(), barWidth_, displays.statusBarThickness());
+    trees_.write(processes, menuBar_, menuBarHost());
+    std::vector<Sight> sight;
+    for (const auto& slot : menuBar_.slots()) {
+        if (slot.isVisible) {
+            sight.push_back({.pid = slot.pid, .title = slot.icon.title, .frame = slot.frame});
+        }
+    }
+    if (std::exchange(sight_, sight) != sight && onMenuBarChange) {
+        onMenuBarChange();
+    }
+}
+
+}  // namespace velko

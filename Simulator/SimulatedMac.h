@@ -1,0 +1,150 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Simulator/SimulatedAccessibility.h"
+#include "Simulator/SimulatedApp.h"
+#include "Simulator/SimulatedDialogs.h"
+#include "Simulator/SimulatedDisplays.h"
+#include "Simulator/SimulatedFramework.h"
+#include "Simulator/SimulatedLoginItem.h"
+#include "Simulator/SimulatedMainThread.h"
+#include "Simulator/SimulatedMenuBar.h"
+#include "Simulator/SimulatedPointer.h"
+#include "Simulator/SimulatedProcesses.h"
+#include "Simulator/SimulatedTrees.h"
+#include "Simulator/SimulatedWindows.h"
+#include "Simulator/SimulatedWorkspace.h"
+#include "Velko/Ports/AppPorts.h"
+#include "VelkoEngine/Ports/Platform.h"
+
+namespace velko {
+
+struct SimulatedMacOptions {
+    bool trusted = true;  ///< whether the user has given Velko the Accessibility permission
+    PreciseDate date = std::chrono::sys_days(std::chrono::year{2026} / 3 / 2) + std::chrono::hours(8);
+    std::vector<Display> displays = {SimulatedDisplays::plain()};
+};
+
+/// A Mac in memory, with Velko as one of its processes.
+///
+/// It starts with the menu bar's host and its system items, and with Velko's broom beside them. Whatever
+/// happens to it is done by its operations and seen by Velko through the ports. Nothing happens by itself
+/// but in `advance`.
+class SimulatedMac final {
+ public:
+    /// What Velko has cost the machine since it started.
+    struct Cost {
+        std::uint64_t wakeUps = 0;
+        std::uint64_t accessibilityMessages = 0;
+        std::uint64_t engineCalls = 0;  ///< activations and invalidations
+
+        bool operator==(const Cost&) const = default;
+    };
+
+    /// What Velko has registered with the machine and not let go.
+    struct Registered {
+        std::size_t elementObservers = 0;
+        std::size_t noticeObservers = 0;  ///< of the workspace and of the displays
+        std::size_t taps = 0;
+        std::size_t work = 0;  ///< timers, background reads, and what was posted
+
+        bool operator==(const Registered&) const = default;
+    };
+
+    explicit SimulatedMac(SimulatedMacOptions options = {});
+    SimulatedMac(const SimulatedMac&) = delete;
+    SimulatedMac& operator=(const SimulatedMac&) = delete;
+    ~SimulatedMac() = default;
+
+    [[nodiscard]] Platform platform() noexcept;
+    [[nodiscard]] AppPorts appPorts() noexcept { return {.dialogs = dialogs, .loginItem = loginItem}; }
+    void advance(MainThread::Uptime duration) { mainThread.advance(duration); }
+    [[nodiscard]] Cost cost() const;
+    [[nodiscard]] Registered registered() const;
+
+    // Programs. Each is told to the workspace's observers.
+    ProcessID launch(SimulatedApp app);
+    void quit(ProcessID pid);
+    /// The process is gone, and with it what the notice could say of it.
+    void crash(ProcessID pid);
+    /// While it hangs, a process answers no Accessibility message.
+    void hang(ProcessID pid, bool hung) { accessibility.setHung(pid, hung); }
+    /// The process that presents the menu bar: the oldest one named "MenuBarAgent"; 0 without one.
+    [[nodiscard]] ProcessID menuBarHost() const;
+
+    // Icons, counted as their app added them, from 0.
+    void changeIcon(ProcessID pid, std::size_t index, const std::function<void(SimulatedIcon&)>& change);
+    void addIcon(ProcessID pid, SimulatedIcon icon);
+    void removeIcon(ProcessID pid, std::size_t index);
+    /// The icon's element in its app's tree, to break it; null when there is no such icon.
+    [[nodiscard]] SimulatedElement* iconElement(ProcessID pid, std::size_t index);
+
+    // The user and the session.
+    void grantTrust() { accessibility.setTrusted(true); }
+    void revokeTrust() { accessibility.setTrusted(false); }
+    void sleepAndWake(std::chrono::milliseconds duration);
+    void changeSpace();
+    void returnToSession();
+    void setDisplays(std::vector<Display> arrangement);
+    /// An app's menu opens in place of any other; its observers hear of both.
+    void openMenu(ProcessID pid);
+    void closeMenu();
+    /// Another app comes to the front.
+    void activate(ProcessID pid);
+    /// A click, left or right: on an app's icon it opens its menu, and wherever it is, it closes the menu
+    /// that was open. Origin at the top left of the primary screen.
+    void click(Point location);
+    /// Clicks on the middle of an icon; whether there is one to click on.
+    bool clickIcon(ProcessID pid, std::size_t index = 0);
+
+    // What a person sees.
+    /// The owners of the apps' icons that show, left to right, the broom among them; once per icon.
+    [[nodiscard]] std::vector<BundleID> visibleIcons() const;
+    /// The titles of the system's own items that show, left to right.
+    [[nodiscard]] std::vector<std::string> visibleSystemItems() const;
+    /// The menu bar as text, in rows of at most 108 columns; a last line tells of an open menu.
+    [[nodiscard]] std::string menuBarPicture() const;
+    /// Called after every change of what shows, also amid an `advance`.
+    std::function<void()> onMenuBarChange;
+
+    SimulatedMainThread mainThread;
+    SimulatedAccessibility accessibility;
+    SimulatedProcesses processes;
+    SimulatedWorkspace workspace;
+    SimulatedDisplays displays;
+    SimulatedPointer pointer;
+    SimulatedWindows windows;
+    SimulatedFramework framework;
+    SimulatedDialogs dialogs{mainThread};
+    SimulatedLoginItem loginItem;
+
+ private:
+    void end(ProcessID pid, std::optional<BundleID> bundleID);
+    void tell(WorkspaceNotice::Kind kind, std::optional<ProcessID> pid = std::nullopt,
+              std::optional<BundleID> bundleID = std::nullopt);
+    void place(const SimulatedProcess& owner, SimulatedIcon icon);
+    void refresh();
+
+    /// What a person sees of one icon.
+    struct Sight {
+        ProcessID pid = 0;
+        std::optional<std::string> title;
+        Rect frame;
+
+        bool operator==(const Sight&) const = default;
+    };
+
+    SimulatedMenuBar menuBar_;
+    SimulatedTrees trees_;
+    double barWidth_ = 0;  ///< of the last primary screen that there was
+    std::vector<Sight> sight_;
+};
+
+}  // namespace velko

@@ -1,0 +1,59 @@
+#include "Simulator/SimulatedPointer.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velko {
+
+class SimulatedPointer::Handle final : public ClickTap {
+ public:
+    explicit Handle(std::shared_ptr<Tap> tap) : tap_(std::move(tap)) {}
+
+    void enable() override { tap_->isEnabled = true; }
+
+ private:
+    std::shared_ptr<Tap> tap_;
+};
+
+std::unique_ptr<ClickTap> SimulatedPointer::tapClicks(std::function<void(const ClickTapEvent&)> handler) {
+    if (!accessibility_.isTrusted()) {
+        return nullptr;
+    }
+    std::erase_if(taps_, [](const auto& tap) { return tap.expired(); });
+    auto tap = std::make_shared<Tap>(Tap{.handler = std::move(handler)});
+    taps_.push_back(tap);
+    return std::make_unique<Handle>(std::move(tap));
+}
+
+void SimulatedPointer::press(Point location) {
+    tell({.kind = ClickTapEvent::Kind::mouseDown, .location = location});
+}
+
+void SimulatedPointer::disableTaps() {
+    tell({.kind = ClickTapEvent::Kind::disabled, .location = {}});
+    for (const auto& weak : taps_) {
+        if (const auto tap = weak.lock()) {
+            tap->isEnabled = false;
+        }
+    }
+}
+
+void SimulatedPointer::tell(const ClickTapEvent& event) {
+    for (const auto& weak : taps_) {
+        const auto tap = weak.lock();
+        if (tap && tap->isEnabled) {
+            mainThread_.post([weak, event] {
+                if (const auto listening = weak.lock()) {
+                    listening->handler(event);
+                }
+            });
+        }
+    }
+}
+
+std::size_t SimulatedPointer::taps() const {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(taps_, [](const auto& tap) { return !tap.expired(); }));
+}
+
+}  // namespace velko

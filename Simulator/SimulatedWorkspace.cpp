@@ -1,0 +1,70 @@
+#include "Simulator/SimulatedWorkspace.h"
+
+#include <utility>
+
+namespace velko {
+
+std::vector<RunningApplication> SimulatedWorkspace::runningApplications() const {
+    std::vector<RunningApplication> applications;
+    for (const auto& process : processes_.running()) {
+        const SimulatedApp& app = process.app;
+        if (!app.isApplication) {
+            continue;
+        }
+        RunningApplication& application = applications.emplace_back();
+        application.pid = process.pid;
+        if (!app.bundleID.empty()) {
+            application.bundleID = app.bundleID;
+        }
+        if (!app.name.empty()) {
+            application.localizedName = app.name;
+        }
+        if (!app.bundlePath) {
+            application.bundlePath = "/Applications/" + app.name + ".app";
+        } else if (!app.bundlePath->empty()) {
+            application.bundlePath = app.bundlePath;
+        }
+    }
+    return applications;
+}
+
+std::optional<BundleID> SimulatedWorkspace::bundleID(ProcessID pid) const {
+    const auto* process = processes_.find(pid);
+    if (process == nullptr || !process->app.isApplication || process->app.bundleID.empty()) {
+        return std::nullopt;
+    }
+    return process->app.bundleID;
+}
+
+std::vector<ProcessID> SimulatedWorkspace::pids(const BundleID& bundleID) const {
+    std::vector<ProcessID> pids;
+    for (const auto& application : runningApplications()) {
+        if (application.bundleID == bundleID) {
+            pids.push_back(application.pid);
+        }
+    }
+    return pids;
+}
+
+Subscription SimulatedWorkspace::observe(std::function<void(const WorkspaceNotice&)> handler) {
+    return observers_.observe(std::move(handler));
+}
+
+void SimulatedWorkspace::terminate(const BundleID& bundleID) {
+    for (const ProcessID pid : pids(bundleID)) {
+        if (onTerminate) {
+            onTerminate(pid);
+        }
+    }
+}
+
+bool SimulatedWorkspace::openURL(const std::string& url) {
+    const auto scheme = url.find(':');
+    if (scheme == std::string::npos || scheme == 0) {
+        return false;
+    }
+    openedURLs_.push_back(url);
+    return true;
+}
+
+}  // namespace velko

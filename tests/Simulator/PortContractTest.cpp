@@ -1,0 +1,165 @@
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <iterator>
+
+#include "Simulator/Contracts/ActingContracts.h"
+#include "Simulator/ForwardingPorts.h"
+#include "Simulator/SimulatedMac.h"
+#include "VelkoEngine/Contracts/Contracts.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+using Contracts::Checks;
+
+Contracts::Stagehand stagehandOf(SimulatedMac& mac) {
+    return {.pass = [&mac](MainThread::Uptime duration) { mac.advance(duration); },
+            .launch =
+                [&mac](const BundleID& bundleID) {
+                    return mac.launch({.bundleID = bundleID, .name = bundleID, .icons = {{}}});
+                },
+            .quit = [&mac](ProcessID pid) { mac.quit(pid); },
+            .hang = [&mac](ProcessID pid) { mac.hang(pid, true); },
+            .setTrusted = [&mac](bool trusted) { trusted ? mac.grantTrust() : mac.revokeTrust(); },
+            .wake = [&mac] { mac.sleepAndWake(1h); },
+            .changeDisplays = [&mac] { mac.setDisplays({SimulatedDisplays::notched()}); },
+            .openMenu = [&mac](ProcessID pid) { mac.openMenu(pid); },
+            .closeMenu = [&mac] { mac.closeMenu(); },
+            .activate = [&mac](ProcessID pid) { mac.activate(pid); },
+            .click = [&mac](ProcessID pid) { mac.clickIcon(pid); },
+            .disableTaps = [&mac] { mac.pointer.disableTaps(); },
+            .work = [&mac](ProcessID pid) { mac.processes.work(pid, 1); },
+            .shows =
+                [&mac](const BundleID& bundleID) {
+                    return std::ranges::count(mac.visibleIcons(), bundleID) > 0;
+                }};
+}
+
+void expectAllKept(const Checks& checks) {
+    EXPECT_FALSE(checks.empty());
+    for (const auto& check : checks) {
+        EXPECT_TRUE(check.passed) << check.name << ": " << check.seen;
+    }
+}
+
+std::vector<std::string> broken(const Checks& checks) {
+    std::vector<std::string> names;
+    for (const auto& check : checks) {
+        if (!check.passed) {
+            names.push_back(check.name);
+        }
+    }
+    return names;
+}
+
+TEST(PortContract, TheSimulatedMainThreadKeepsIt) {
+    SimulatedMac mac;
+    Checks checks;
+    Contracts::checkMainThread(mac.mainThread, stagehandOf(mac).pass, checks);
+    expectAllKept(checks);
+}
+
+TEST(PortContract, TheOtherSimulatedPortsKeepTheHarmlessPart) {
+    for (const bool trusted : {true, false}) {
+        SimulatedMac mac({.trusted = trusted,
+                          .displays = {SimulatedDisplays::notched(), SimulatedDisplays::plain({1512, -98})}});
+        const Platform platform = mac.platform();
+        Checks checks;
+        Contracts::checkAccessibility(platform, checks);
+        Contracts::checkWorkspace(platform, checks);
+        Contracts::checkDisplays(platform.displays, checks);
+        Contracts::checkProcesses(platform.processes, checks);
+        Contracts::checkWindows(platform.windows, checks);
+        Contracts::checkPointer(platform, checks);
+        for (const auto* className : {"MBAssessmentModeAssertion", "MBGoneInThisBuild"}) {
+            Contracts::checkPrivateFramework(platform.privateFramework, mac.framework.path, className,
+                                             checks);
+        }
+        expectAllKept(checks);
+    }
+}
+
+TEST(PortContract, TheSimulatedPortsKeepThePartThatActs) {
+    using Suite = void (*)(const Platform&, const Contracts::Stagehand&, Checks&);
+    for (const Suite suite :
+         {Contracts::checkApps, Contracts::checkNotices, Contracts::checkOtherAppsElements,
+          Contracts::checkMenus, Contracts::checkClicks, Contracts::checkWork, Contracts::checkAssertions}) {
+        SimulatedMac mac;
+        Checks checks;
+        suite(mac.platform(), stagehandOf(mac), checks);
+        expectAllKept(checks);
+    }
+}
+
+/// Sets no messaging time-out.
+class ForgetfulAccessibility final : public ForwardingAccessibility {
+ public:
+    using ForwardingAccessibility::ForwardingAccessibility;
+
+    [[nodiscard]] AXElement application(ProcessID pid, float /*messagingTimeout*/) const override {
+        return ForwardingAccessibility::application(pid, 0);
+    }
+};
+
+TEST(PortContract, FindsAForgottenTimeout) {
+    SimulatedMac mac;
+    ForgetfulAccessibility forgetful(mac.accessibility);
+    const Platform real = mac.platform();
+    Checks checks;
+    Contracts::checkOtherAppsElements({.mainThread = real.mainThread,
+                                       .accessibility = forgetful,
+                                       .workspace = real.workspace,
+                                       .displays = real.displays,
+                                       .pointer = real.pointer,
+                                       .processes = real.processes,
+                                       .windows = real.windows,
+                                       .privateFramework = real.privateFramework},
+                                      stagehandOf(mac), checks);
+    EXPECT_EQ(broken(checks),
+              (std::vector<std::string>{"a hung app costs the time-out of its element",
+                                        "an element that is reached from another has its time-out"}));
+}
+
+/// Does everything at once and forgets that work can be called off.
+class HastyMainThread final : public MainThread {
+ public:
+    explicit HastyMainThread(SimulatedMainThread& next) : next_(next) {}
+
+    [[nodiscard]] Uptime now() const override { return next_.now(); }
+    [[nodiscard]] PreciseDate date() const override { return next_.date(); }
+    void post(Work work) override { work(); }
+    [[nodiscard]] Task after(Uptime delay, Work work) override {
+        next_.after(delay, std::move(work)).detach();
+        return {};
+    }
+    [[nodiscard]] Task every(Uptime period, Work work) override {
+        return next_.every(period, std::move(work));
+    }
+
+ protected:
+    [[nodiscard]] Task startBackground(Read read, Then then) override {
+        then(read());
+        return {};
+    }
+
+ private:
+    SimulatedMainThread& next_;
+};
+
+TEST(PortContract, FindsAMainThreadThatRunsWorkAtOnceAndIgnoresCancelling) {
+    SimulatedMac mac;
+    HastyMainThread hasty(mac.mainThread);
+    Checks checks;
+    Contracts::checkMainThread(hasty, stagehandOf(mac).pass, checks);
+    const auto names = broken(checks);
+    for (const auto* name :
+         {"main thread: work runs by due time, then in order of scheduling",
+          "main thread: cancelled, destroyed and replaced tasks never run, detached ones do",
+          "main thread: a background answer never comes inside the call"}) {
+        EXPECT_EQ(std::ranges::count(names, name), 1) << name;
+    }
+}
+
+}  // namespace
+}  // namespace velko
