@@ -1,0 +1,153 @@
+#include <chrono>
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Simulator/SimulatedMac.h"
+#include "VelkoEngine/ClickHistory.h"
+#include "VelkoEngine/MenuBarStrip.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+using Apps = std::vector<BundleID>;
+
+TEST(MenuBarStrip, LiesAtTheTopOfWhateverScreenAClickIsOn) {
+    const Display desk = SimulatedDisplays::plain();                // 1920 x 1080, bar of 24
+    const Display above = SimulatedDisplays::notched({200, 1080});  // 1512 x 982, bar of 38
+    const Display left = SimulatedDisplays::plain({-1280, 100}, {1280, 800});
+    Display barless = SimulatedDisplays::plain({1920, 0});  // its bar hides itself
+    barless.visibleFrame = barless.frame;
+    const struct {
+        std::vector<Display> displays;
+        Point click;
+        bool counts;
+    } cases[] = {
+        {{}, {5, 5}, false},
+        {{desk}, {1919.5, 24}, true},
+        {{desk}, {5, 24.5}, false},
+        {{desk}, {1920, 5}, false},
+        {{desk, above}, {300, 0}, true},     // the top edge of the lower screen
+        {{desk, above}, {300, -1}, false},   // the bottom of the upper one
+        {{desk, above}, {300, -944}, true},  // beside the camera housing
+        {{desk, above}, {300, -943}, false},
+        {{desk, above}, {100, -982}, false},  // no screen is there
+        {{desk, left}, {-1, 204}, true},      // its top is 180 lower than the primary one's
+        {{desk, left}, {-1, 205}, false},
+        {{left, desk}, {-1, 0}, true},        // now the primary one's top is the origin
+        {{desk, barless}, {1920, 22}, true},  // as high as the status bar all the same
+        {{desk, barless}, {1920, 23}, false},
+    };
+    for (const auto& [displays, click, counts] : cases) {
+        EXPECT_EQ(MenuBarStrip::contains(displays, 22, click), counts) << click.x << " " << click.y;
+    }
+    EXPECT_TRUE(MenuBarStrip::contains({barless}, 40, {1920, 40})) << "the thickest of the three counts";
+}
+
+class ClickHistoryTest : public testing::Test {
+ protected:
+    ~ClickHistoryTest() override {
+        history.reset();
+        mac.advance(1s);
+        EXPECT_EQ(mac.registered(), SimulatedMac::Registered{});
+    }
+
+    ProcessID launch(const BundleID& bundleID) {
+        return mac.launch({.bundleID = bundleID, .name = "App", .icons = {{}}});
+    }
+
+    Apps clickedAfter(MainThread::Uptime duration) {
+        mac.advance(duration);
+        return std::exchange(clicked, {});
+    }
+
+    SimulatedMac mac;
+    Apps clicked;
+    std::optional<ClickHistory> history{std::in_place, mac.platform(),
+                                        [this](const BundleID& app) { clicked.push_back(app); }};
+};
+
+TEST_F(ClickHistoryTest, ReportsWhoseIconWasClicked) {
+    const ProcessID a = launch("a");
+    history->start();
+    history->start();
+    EXPECT_EQ(mac.pointer.taps(), 1U);
+    for (const ProcessID pid : {a, launch(""), mac.processes.ownPID(), mac.menuBarHost(), a}) {
+        EXPECT_TRUE(mac.clickIcon(pid));
+    }
+    mac.click({500, 5});    // nothing is there
+    mac.click({500, 500});  // the desktop
+    EXPECT_EQ(clickedAfter(1s), (Apps{"a", "a"}));
+    mac.hang(a, true);
+    mac.clickIcon(a);
+    mac.clickIcon(launch("b"));
+    EXPECT_EQ(clickedAfter(1s), Apps{"b"}) << "a hung app's click is lost and holds up nobody's";
+    mac.clickIcon(launch("c"));
+    mac.advance(0s);
+    mac.quit(a);
+    EXPECT_EQ(clickedAfter(1s), Apps{"c"});
+}
+
+TEST_F(ClickHistoryTest, ListensWithThePermissionUntilStoppedWhoeverElseSwitchesItsTapOff) {
+    const ProcessID a = launch("a");
+    mac.revokeTrust();
+    history->start();
+    EXPECT_FALSE(history->isRunning());
+    mac.grantTrust();
+    history->start();
+    EXPECT_TRUE(history->isRunning());
+    mac.clickIcon(a);
+    mac.clickIcon(a);
+    mac.advance(0s);
+    history->stop();
+    mac.clickIcon(a);
+    EXPECT_EQ(clickedAfter(1s), Apps{}) << "clicks that wait are forgotten";
+    EXPECT_EQ(mac.registered(), SimulatedMac::Registered{});
+    history->start();
+    mac.pointer.disableTaps();
+    mac.clickIcon(a);
+    EXPECT_EQ(clickedAfter(1s), Apps{});
+    mac.clickIcon(a);
+    EXPECT_EQ(clickedAfter(1s), Apps{"a"}) << "the system's own switching off is undone";
+}
+
+TEST_F(ClickHistoryTest, SurvivesAThousandClicksASecond) {
+    const ProcessID slow = launch("slow");
+    const ProcessID last = launch("last");
+    mac.accessibility.setDelay(slow, 49900us);  // with the message, each hit-test takes 50 ms
+    mac.accessibility.setDelay(last, 49900us);
+    history->start();
+    const auto began = mac.mainThread.now();
+    for (int click = 1; click <= 1000; ++click) {
+        mac.clickIcon(click <= 1000 - 32 ? slow : last);
+        mac.advance(1ms);
+    }
+    EXPECT_EQ(mac.mainThread.now() - began, 1s) << "no click is held up";
+    EXPECT_EQ(clickedAfter(0s), Apps(20, "slow"));
+    EXPECT_EQ(mac.accessibility.messages(), 21U) << "one hit-test at a time, and the next has begun";
+    EXPECT_EQ(clickedAfter(1min), Apps(32, "last")) << "the newest 32 have waited";
+}
+
+TEST_F(ClickHistoryTest, MayBeDestroyedAtAnyMoment) {
+    const ProcessID a = launch("a");
+    for (const int turns : {0, 1, 2, 3}) {
+        history.emplace(mac.platform(),
+                        [&](const BundleID&) { turns == 3 ? history.reset() : history->stop(); });
+        history->start();
+        mac.clickIcon(a);
+        mac.clickIcon(a);
+        for (int turn = 0; turn < turns; ++turn) {
+            mac.advance(turn * 1s);
+        }
+        EXPECT_EQ(history.has_value(), turns != 3);
+        history.reset();
+        mac.advance(1s);
+        EXPECT_EQ(mac.registered(), SimulatedMac::Registered{});
+    }
+}
+
+}  // namespace
+}  // namespace velko

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "Simulator/ForwardingPorts.h"
+#include "Simulator/SimulatedMac.h"
+
+namespace velko {
+
+/// The simulated framework with faults of its own.
+class FaultyFramework final : public ForwardingFramework {
+ public:
+    using ForwardingFramework::ForwardingFramework;
+
+    /// The simulated machine, with this framework in place of its own.
+    [[nodiscard]] Platform on(SimulatedMac& mac) {
+        return {mac.mainThread, mac.accessibility, mac.workspace, mac.displays,
+                mac.pointer,    mac.processes,     mac.windows,   *this};
+    }
+    [[nodiscard]] std::expected<void, RaisedException> activate(const ObjectRef& assertion,
+                                                                const ObjectRef& configuration,
+                                                                Activated completion) override {
+        return ForwardingFramework::activate(assertion, configuration,
+                                             tamper ? tamper(completion) : std::move(completion));
+    }
+    [[nodiscard]] std::expected<ObjectRef, RaisedException> makeAssertion(
+        const std::string& className) override {
+        return makesAssertions ? ForwardingFramework::makeAssertion(className) : nullptr;
+    }
+    [[nodiscard]] std::expected<void, RaisedException> invalidate(const ObjectRef& assertion) override {
+        return raised ? std::unexpected(*raised) : ForwardingFramework::invalidate(assertion);
+    }
+    [[nodiscard]] std::expected<std::map<std::string, std::vector<RuntimeMethod>>, RaisedException> methods(
+        const std::string& path) const override {
+        return raised ? std::unexpected(*raised) : ForwardingFramework::methods(path);
+    }
+
+    std::function<Activated(const Activated&)> tamper;  ///< makes another handler of the one handed over
+    bool makesAssertions = true;
+    std::optional<RaisedException> raised;  ///< by ending an assertion and by looking at methods
+};
+
+}  // namespace velko

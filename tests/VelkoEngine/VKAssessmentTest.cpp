@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include "VelkoEngine/EngineProbe.h"
+#include "VelkoEngine/VKAssessment.h"
+#include "tests/VelkoEngine/FaultyFramework.h"
+
+namespace velko {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class VKAssessmentTest : public testing::Test {
+ protected:
+    /// The outcome of an activation that has been waited for, as a line.
+    std::string activate() {
+        std::string line;
+        VKAssessment::activate(platform, {0}, {"a"}, [&](const VKAssessment::Activation& outcome) {
+            line += outcome.assertion ? "in force" : "";
+            line += outcome.error ? outcome.error->domain + std::to_string(outcome.error->code) + ": " +
+                                        outcome.error->description
+                                  : "";
+        });
+        EXPECT_EQ(line, "");
+        mac.advance(std::chrono::seconds(1));
+        return line;
+    }
+
+    SimulatedMac mac;
+    FaultyFramework framework{mac.framework};
+    Platform platform = framework.on(mac);
+};
+
+TEST_F(VKAssessmentTest, IsAvailableOnlyWhenNothingOfTheFrameworkIsMissing) {
+    EXPECT_TRUE(VKAssessment::isAvailable(platform));
+    const auto usual = mac.framework.classes;
+    for (const char* const selector : {"initWithAllowedSystemItems:allowedBundleIdentifiers:",
+                                       "activateWithConfiguration:completionHandler:", "invalidate"}) {
+        for (auto& [name, methods] : mac.framework.classes) {
+            std::erase_if(methods, [&](const auto& method) { return method.selector == selector; });
+        }
+        EXPECT_FALSE(VKAssessment::isAvailable(platform)) << selector;
+        mac.framework.classes = usual;
+    }
+    mac.framework.installed = false;
+    EXPECT_EQ(activate(), "VKAssessment1: MenuBarClientCore is unavailable on this macOS build");
+}
+
+TEST_F(VKAssessmentTest, TurnsWhateverGoesWrongIntoOneLaterAnswerOrALogLine) {
+    EXPECT_EQ(activate(), "in force");
+    framework.makesAssertions = false;
+    EXPECT_EQ(activate(), "VKAssessment1: Could not create the assessment configuration");
+    framework.makesAssertions = true;
+    mac.framework.exception = RaisedException{"NSException", "no"};
+    EXPECT_EQ(activate(), "VKAssessment1: NSException: no");
+    framework.raised = RaisedException{"NSRangeException", "too far"};
+    VKAssessment::invalidate(platform, nullptr);
+    EXPECT_EQ(mac.framework.systemLogLines(),
+              Strings{"VKAssessment: invalidate raised NSRangeException: too far"});
+}
+
+TEST_F(VKAssessmentTest, ProbesWhatTheFrameworkHasAndLacks) {
+    mac.framework.classes["MBAssessmentModeAssertion"] = {
+        {false, "invalidate", "v"}, {false, "begin", "@?"}, {true, "zone", "v16@0:8"}};
+    const auto report = VKAssessment::probeReport(platform);
+    EXPECT_EQ(report.image, mac.framework.path);
+    EXPECT_EQ(report.classes.size(), 2U);
+    EXPECT_EQ(report.classes.at("MBAssessmentModeAssertion"),
+              (Strings{"+zone (v16@0:8)", "-begin (@?)", "-invalidate (v)"}));
+    framework.raised = RaisedException{"NSRangeException", "too far"};
+    EXPECT_EQ(engineProbeReport(platform),
+              "loaded: true\n"
+              "error: NSRangeException: too far\n"
+              "OK   framework loads (dlopen)\n"
+              "OK   MBAssessmentModeConfiguration\n"
+              "OK   MBAssessmentModeAssertion\n"
+              "OK   -[MBAssessmentModeConfiguration initWithAllowedSystemItems:allowedBundleIdentifiers:]\n"
+              "FAIL -[MBAssessmentModeAssertion activateWithConfiguration:completionHandler:]\n"
+              "OK   -[MBAssessmentModeAssertion invalidate]");
+    mac.framework.installed = false;
+    mac.framework.loadError.clear();
+    EXPECT_EQ(VKAssessment::probeReport(mac.platform()).loadError, "unknown");
+}
+
+}  // namespace
+}  // namespace velko
