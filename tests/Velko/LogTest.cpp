@@ -1,0 +1,59 @@
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "Simulator/SimulatedMainThread.h"
+#include "Velko/Log.h"
+#include "tests/TemporaryFolder.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+
+class LogTest : public testing::Test {
+ protected:
+    TemporaryFolder folder;
+    std::filesystem::path file = folder.path() / "Velko.log";
+    SimulatedMainThread clock{
+        PreciseDate(std::chrono::sys_days(std::chrono::year{2026} / 3 / 1) + 9h + 30min + 250ms)};
+};
+
+TEST_F(LogTest, AppendsDatedLinesAcrossRunsForItsUserOnly) {
+    std::ofstream(file) << "an older run\n";
+    ::chmod(file.c_str(), 0644);
+    Log log(clock, file);
+    log.log("engine", "applied");
+    log.log("engine", "two\n");
+    // The zone of the test machine decides the hour, not the shape of the line.
+    EXPECT_THAT(log.lines().front(), testing::MatchesRegex("20[0-9-]+ [0-9:]+:00.250  \\[engine\\] applied"));
+    EXPECT_EQ(contentOf(file), "an older run\n" + log.text() + "\n");
+    struct stat status{};
+    ASSERT_EQ(::stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST_F(LogTest, KeepsTheNewestTwoThousandLinesInMemory) {
+    Log log(clock, file);
+    for (int i = 0; i < 2500; ++i) {
+        log.log("app", std::to_string(i));
+    }
+    EXPECT_EQ(log.lines().size(), 2000U);
+    EXPECT_TRUE(log.lines().front().ends_with(" 500"));
+    EXPECT_TRUE(log.text().ends_with(" 2499"));
+    const std::string all = contentOf(file);
+    EXPECT_EQ(std::ranges::count(all, '\n'), 2500);
+}
+
+TEST_F(LogTest, GoesOnInMemoryWithoutAFolder) {
+    Log log(clock, folder.path() / "missing" / "Velko.log");
+    log.log("app", "first");
+    std::filesystem::create_directory(folder.path() / "missing");
+    log.log("app", "second");
+    EXPECT_EQ(log.lines().size(), 2U);
+    EXPECT_FALSE(std::filesystem::exists(log.file())) << "the first line decides for the whole run";
+}
+
+}  // namespace
+}  // namespace velko

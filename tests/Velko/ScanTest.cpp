@@ -1,0 +1,83 @@
+#include "tests/Velko/VelkoOnMac.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+using ScanTest = VelkoOnMac;
+
+TEST_F(ScanTest, TakesTheAnswerOfTheNewestRequestOnly) {
+    start();
+    const ProcessID hung = launch("com.example.hung");
+    mac.hang(hung, true);
+    pass(10ms);
+    velko->requestScan(InventoryScan::Depth::full);
+    mac.hang(hung, false);
+    velko->requestScan(InventoryScan::Depth::full);
+    const auto lines = timesLogged("[inventory]");
+    pass(400ms);
+    EXPECT_EQ(timesLogged("[inventory]"), lines + 1);
+    EXPECT_EQ(values().items.size(), 5U) << "the first answer came without the hung app's icon";
+}
+
+TEST_F(ScanTest, SaysAndDoesNothingWhenALightScanFindsTheSameApps) {
+    launch("com.example.tucked", Section::tucked);
+    start();
+    pass(60s);
+    const auto lines = log.lines().size();
+    const auto calls = mac.cost().engineCalls;
+    int changes = 0;
+    velko->onChange = [&] { ++changes; };
+    velko->requestScan(InventoryScan::Depth::light);
+    pass(1s);
+    EXPECT_EQ(changes, 0);
+    velko->requestScan(InventoryScan::Depth::full);
+    pass(1s);
+    EXPECT_EQ(changes, 1) << "the engine was asked and had nothing to do";
+    EXPECT_EQ(log.lines().size(), lines);
+    EXPECT_EQ(mac.cost().engineCalls, calls);
+}
+
+TEST_F(ScanTest, LooksThreeTimesMoreAfterALaunchAndOnceAfterAQuit) {
+    start();
+    pass(1s);
+    const auto scansIn = [&](auto duration) {
+        const auto before = mac.cost().accessibilityMessages;
+        pass(duration);
+        return mac.cost().accessibilityMessages > before;
+    };
+    // Without an icon an app is asked again at each light scan; others are known already.
+    const ProcessID app = mac.launch({.bundleID = "com.example.app", .name = "App", .icons = {}});
+    EXPECT_TRUE(scansIn(600ms) && scansIn(2s) && scansIn(3s));
+    EXPECT_FALSE(scansIn(9s));
+    EXPECT_TRUE(scansIn(1s));
+    mac.launch({.bundleID = "com.example.other", .name = "Other", .icons = {}});
+    pass(16s);
+    mac.quit(app);
+    EXPECT_TRUE(scansIn(600ms));
+    EXPECT_FALSE(scansIn(16s));
+}
+
+TEST_F(ScanTest, FindsWithinAMinuteWhatNobodyAnnounced) {
+    start();
+    const ProcessID app = mac.launch({.bundleID = "com.example.app", .name = "App", .icons = {}});
+    pass(20s);
+    mac.addIcon(app, {.title = "Icon"});
+    pass(41s);
+    EXPECT_TRUE(logged("[system] launched com.example.app"));
+    EXPECT_TRUE(logged("[inventory] 3 apps with icons (light rescan): "));
+    mac.quit(app);
+    pass(1s);
+    EXPECT_EQ(values().items.size(), 4U);
+}
+
+TEST_F(ScanTest, MeasuresTheAppsWithTheFirstScanAndThenEveryHalfMinute) {
+    launch("com.example.app");
+    startWithFileAsItIs();
+    EXPECT_FALSE(values().usage.at("com.example.app").cpuPercent);
+    pass(31s);
+    EXPECT_TRUE(values().usage.at("com.example.app").cpuPercent);
+}
+
+}  // namespace
+}  // namespace velko

@@ -1,0 +1,48 @@
+#include "tests/Velko/VelkoOnMac.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ShowMeTest : public VelkoOnMac {
+ protected:
+    void SetUp() override {
+        launch("com.example.bar", Section::bar);
+        launch("com.example.buried", Section::buried);
+    }
+};
+
+TEST_F(ShowMeTest, ShowsOneIconAloneForAMoment) {
+    start();
+    velko->showMe().start("com.example.buried");
+    pass(1s);
+    EXPECT_TRUE(shows("com.example.buried"));
+    EXPECT_FALSE(shows("com.example.bar"));
+    EXPECT_TRUE(logged("[showme] showing com.example.buried"));
+    EXPECT_TRUE(logged("applied (show me com.example.buried)"));
+    velko->showMe().start("com.example.buried");
+    pass(2s);
+    EXPECT_EQ(values().showingMe, "com.example.buried") << "its time starts anew";
+    pass(1s);
+    EXPECT_FALSE(shows("com.example.buried"));
+    EXPECT_TRUE(shows("com.example.bar"));
+    EXPECT_TRUE(logged("applied (show me done)"));
+    expectSettled();
+}
+
+TEST_F(ShowMeTest, EndsWithAClickOnTheBroomWhichDoesNothingElse) {
+    start();
+    velko->showMe().start("com.example.buried");
+    pass(1s);
+    EXPECT_TRUE(velko->consumesClick());
+    pass(1s);
+    EXPECT_FALSE(shows("com.example.buried"));
+    EXPECT_TRUE(logged("applied (show me stopped)"));
+    EXPECT_FALSE(velko->consumesClick());
+    pass(5s);
+    EXPECT_FALSE(logged("show me done"));
+}
+
+}  // namespace
+}  // namespace velko

@@ -1,0 +1,86 @@
+#include "VelkoCore/LayoutExport.h"
+#include "tests/Velko/VelkoOnMac.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+
+class TransferTest : public VelkoOnMac {
+ protected:
+    void SetUp() override {
+        launch("com.example.first", Section::bar);
+        launch("com.example.second", Section::tucked);
+    }
+
+    void import(const std::filesystem::path& from) {
+        velko->transfer().importLayout();
+        EXPECT_EQ(mac.dialogs.panelText(), "Choose a layout exported from Velko on another Mac.");
+        mac.dialogs.choose(from);
+        pass(1s);
+    }
+
+    std::filesystem::path exported = folder.path() / "My Velko Layout.velko";
+};
+
+TEST_F(TransferTest, TakesPlacementsToAnotherMac) {
+    start();
+    velko->transfer().exportLayout();
+    EXPECT_EQ(mac.dialogs.panelText(), "My Velko Layout.velko");
+    mac.dialogs.choose(exported);
+    pass(1s);
+    EXPECT_TRUE(logged("[layout] exported 2 placements to " + exported.string()));
+    velko->place("com.example.first", Section::buried);
+    velko->place("com.example.third", Section::buried);
+    pass(1s);
+    import(exported);
+    EXPECT_TRUE(logged("[layout] imported 2 placements from " + exported.string()));
+    EXPECT_TRUE(logged("[engine] applied (import) in "));
+    EXPECT_TRUE(shows("com.example.first"));
+    EXPECT_EQ(saved().section("com.example.third"), Section::buried) << "what the file does not name stays";
+}
+
+TEST_F(TransferTest, ChangesNothingWhenTheUserThinksBetterOfIt) {
+    start();
+    const auto lines = log.lines().size();
+    velko->transfer().exportLayout();
+    velko->transfer().importLayout();
+    EXPECT_EQ(mac.dialogs.panelText(), "My Velko Layout.velko") << "one panel at a time";
+    mac.dialogs.choose(std::nullopt);
+    pass(1s);
+    EXPECT_EQ(log.lines().size(), lines);
+    EXPECT_TRUE(mac.dialogs.alerts().empty());
+}
+
+TEST_F(TransferTest, TellsTheUserWhatWentWrong) {
+    start();
+    const Layout before = values().layout;
+    writeFile(exported, R"({"velkoLayout": 2})");
+    import(exported);
+    import(file());
+    import(folder.path() / "missing.velko");
+    velko->transfer().exportLayout();
+    mac.dialogs.choose(file() / "in a file.velko");
+    pass(1s);
+    const auto& alerts = mac.dialogs.alerts();
+    ASSERT_EQ(alerts.size(), 4U);
+    const std::string refused = "Velko couldn't import that layout.";
+    const std::string newer = "This layout comes from a newer Velko. Update Velko, then try again.";
+    EXPECT_EQ(alerts[0], (Dialogs::Alert{refused, newer}));
+    EXPECT_EQ(alerts[1], (Dialogs::Alert{refused, "This file isn't a Velko layout."}));
+    EXPECT_EQ(alerts[2].title, refused);
+    EXPECT_EQ(alerts[3].title, "Velko couldn't save the layout.");
+    EXPECT_EQ(values().layout, before);
+}
+
+TEST_F(TransferTest, HealsALayoutThatCouldNotBeRead) {
+    writeFile(exported, LayoutExport::of(layout).data());
+    write("broken");
+    startWithFileAsItIs();
+    import(exported);
+    EXPECT_TRUE(values().health().isOk());
+    EXPECT_FALSE(shows("com.example.second"));
+}
+
+}  // namespace
+}  // namespace velko
