@@ -1,0 +1,30 @@
+#pragma once
+
+#include <vector>
+
+#include "Simulator/SimulatedMac.h"
+#include "VelkoCore/Layout.h"
+
+namespace velko::playground {
+
+/// An app of the playground's Mac and where its owner would put it.
+struct Neighbour {
+    const char* bundleID;
+    const char* name;
+    Section section;
+    double iconWidth;
+};
+
+/// About thirty apps as a busy menu bar has them, left to right.
+[[nodiscard]] const std::vector<Neighbour>& neighbours();
+
+/// The app that is launched late in the morning.
+[[nodiscard]] const Neighbour& latecomer();
+
+/// What the simulated Mac needs to launch one of them.
+[[nodiscard]] SimulatedApp appOf(const Neighbour& neighbour);
+
+/// The layout that a first run writes: every app in its owner's section.
+[[nodiscard]] Layout firstLayout();
+
+}  // namespace velko::playground
