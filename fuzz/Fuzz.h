@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+/// The one function of a fuzz target, called with each input.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace velko::fuzz {
+
+/// Ends the program, which counts as a finding, if what must hold of every input does not.
+inline void require(bool holds) noexcept {
+    if (!holds) {
+        std::abort();
+    }
+}
+
+inline std::string_view textOf(const std::uint8_t* data, std::size_t size) noexcept {
+    return {reinterpret_cast<const char*>(data), size};
+}
+
+}  // namespace velko::fuzz
