@@ -1,0 +1,168 @@
+#import "VelkoEngine/mac/MacAccessibility.h"
+
+#import <ApplicationServices/ApplicationServices.h>
+
+#include <memory>
+#include <utility>
+
+#include "VelkoEngine/mac/CFRef.h"
+#include "VelkoEngine/mac/Conversions.h"
+#include "VelkoEngine/mac/MacAXObserver.h"
+#include "VelkoEngine/mac/MacElement.h"
+
+namespace velko {
+
+namespace {
+
+std::unexpected<AXError> failed(::AXError error) {
+    return std::unexpected(static_cast<AXError>(error));
+}
+
+AXUIElementRef asElement(CFTypeRef object) {
+    return CFGetTypeID(object) == AXUIElementGetTypeID() ? static_cast<AXUIElementRef>(object) : nullptr;
+}
+
+/// An array of elements; other arrays are of no use.
+AXValue valueOfArray(CFArrayRef array, float timeout) {
+    std::vector<AXElement> elements;
+    const CFIndex count = CFArrayGetCount(array);
+    elements.reserve(static_cast<std::size_t>(count));
+    for (CFIndex index = 0; index < count; ++index) {
+        const AXUIElementRef element = asElement(CFArrayGetValueAtIndex(array, index));
+        if (element == nullptr) {
+            return AXOther{};
+        }
+        elements.push_back(MacElement::make(CFRef<AXUIElementRef>::retain(element), timeout));
+    }
+    return elements;
+}
+
+AXValue valueOfStructure(AXValueRef value) {
+    CGPoint point{};
+    CGSize size{};
+    if (AXValueGetValue(value, kAXValueTypeCGPoint, &point)) {
+        return portable(point);
+    }
+    if (AXValueGetValue(value, kAXValueTypeCGSize, &size)) {
+        return portable(size);
+    }
+    return AXOther{};
+}
+
+AXValue valueOfNumber(CFNumberRef number) {
+    double value = 0;
+    CFNumberGetValue(number, kCFNumberDoubleType, &value);
+    return value;
+}
+
+AXValue valueOf(CFTypeRef object, float timeout) {
+    const CFTypeID type = CFGetTypeID(object);
+    if (type == CFStringGetTypeID()) {
+        return portable((__bridge NSString*)object);
+    }
+    if (type == CFBooleanGetTypeID()) {
+        return CFBooleanGetValue(static_cast<CFBooleanRef>(object)) != 0;
+    }
+    if (type == CFNumberGetTypeID()) {
+        return valueOfNumber(static_cast<CFNumberRef>(object));
+    }
+    if (type == AXValueGetTypeID()) {
+        return valueOfStructure(static_cast<AXValueRef>(object));
+    }
+    if (type == CFArrayGetTypeID()) {
+        return valueOfArray(static_cast<CFArrayRef>(object), timeout);
+    }
+    if (const AXUIElementRef element = asElement(object)) {
+        return MacElement::make(CFRef<AXUIElementRef>::retain(element), timeout);
+    }
+    return AXOther{};
+}
+
+}  // namespace
+
+bool MacAccessibility::isTrusted() const {
+    return AXIsProcessTrusted() != 0;
+}
+
+void MacAccessibility::promptForTrust() {
+    NSDictionary* options = @{(__bridge NSString*)kAXTrustedCheckOptionPrompt : @YES};
+    AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options);
+}
+
+AXElement MacAccessibility::application(ProcessID pid, float messagingTimeout) const {
+    return MacElement::make(CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid)),
+                            messagingTimeout);
+}
+
+std::expected<AXValue, AXError> MacAccessibility::attribute(const AXElement& element,
+                                                            const std::string& name) const {
+    const MacElement& asked = MacElement::of(element);
+    NSString* attribute = native(name);
+    CFRef<CFTypeRef> value;
+    const ::AXError error =
+        AXUIElementCopyAttributeValue(asked.ref(), (__bridge CFStringRef)attribute, value.out());
+    if (error != kAXErrorSuccess) {
+        return failed(error);
+    }
+    if (!value) {
+        return failed(kAXErrorNoValue);
+    }
+    return valueOf(value.get(), asked.timeout());
+}
+
+std::expected<std::vector<std::string>, AXError> MacAccessibility::attributeNames(
+    const AXElement& element) const {
+    CFRef<CFArrayRef> names;
+    const ::AXError error = AXUIElementCopyAttributeNames(MacElement::of(element).ref(), names.out());
+    if (error != kAXErrorSuccess) {
+        return failed(error);
+    }
+    std::vector<std::string> result;
+    for (NSString* name in (__bridge NSArray<NSString*>*)names.get()) {
+        result.push_back(portable(name));
+    }
+    return result;
+}
+
+std::expected<ProcessID, AXError> MacAccessibility::pid(const AXElement& element) const {
+    pid_t pid = 0;
+    const ::AXError error = AXUIElementGetPid(MacElement::of(element).ref(), &pid);
+    if (error != kAXErrorSuccess) {
+        return failed(error);
+    }
+    return pid;
+}
+
+std::expected<AXElement, AXError> MacAccessibility::elementAt(Point point, float messagingTimeout) const {
+    const auto everything = CFRef<AXUIElementRef>::adopt(AXUIElementCreateSystemWide());
+    // For this one element the system takes it as the default of the whole process; all others have their
+    // own.
+    AXUIElementSetMessagingTimeout(everything.get(), messagingTimeout);
+    CFRef<AXUIElementRef> found;
+    const ::AXError error = AXUIElementCopyElementAtPosition(everything.get(), static_cast<float>(point.x),
+                                                             static_cast<float>(point.y), found.out());
+    if (error != kAXErrorSuccess) {
+        return failed(error);
+    }
+    if (!found) {
+        return failed(kAXErrorNoValue);
+    }
+    return MacElement::make(std::move(found), messagingTimeout);
+}
+
+std::expected<void, AXError> MacAccessibility::perform(const AXElement& element, const std::string& action) {
+    NSString* name = native(action);
+    const ::AXError error =
+        AXUIElementPerformAction(MacElement::of(element).ref(), (__bridge CFStringRef)name);
+    if (error != kAXErrorSuccess) {
+        return failed(error);
+    }
+    return {};
+}
+
+std::unique_ptr<AXObserver> MacAccessibility::observe(ProcessID pid, float messagingTimeout,
+                                                      NotificationHandler handler) {
+    return makeMacAXObserver(pid, messagingTimeout, std::move(handler));
+}
+
+}  // namespace velko

@@ -1,0 +1,190 @@
+#import "VelkoEngine/mac/MacMainThread.h"
+
+#import <dispatch/dispatch.h>
+
+#include <algorithm>
+#include <ctime>
+#include <mutex>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "VelkoEngine/WorkQueue.h"
+
+namespace velko {
+
+namespace {
+
+/// Stands still while the machine sleeps, as do the timers below, which count on the same clock.
+MainThread::Uptime uptime() {
+    return std::chrono::nanoseconds(clock_gettime_nsec_np(CLOCK_UPTIME_RAW));
+}
+
+}  // namespace
+
+/// Outlives the main thread's object for as long as anything may still come back to it.
+class MacMainThread::Core final : public std::enable_shared_from_this<Core> {
+ public:
+    Core() : timer_(dispatch_source_create(DISPATCH_SOURCE_TYPE_TIMER, 0, 0, dispatch_get_main_queue())) {}
+
+    void start() {
+        const std::weak_ptr<Core> weak = weak_from_this();
+        dispatch_source_set_event_handler(timer_, ^{
+          if (const auto core = weak.lock()) {
+              core->armed_.reset();
+              core->drain();
+          }
+        });
+        dispatch_activate(timer_);
+    }
+
+    void close() {
+        closed_ = true;
+        dispatch_source_cancel(timer_);
+        queue_.clear();
+    }
+
+    /// Any thread.
+    void post(Work work) {
+        const std::lock_guard lock(mutex_);
+        const bool wasEmpty = posted_.empty();
+        posted_.push_back({.due = uptime(), .work = std::move(work)});
+        if (wasEmpty) {
+            const auto core = shared_from_this();
+            dispatch_async(dispatch_get_main_queue(), ^{
+              core->drain();
+            });
+        }
+    }
+
+    [[nodiscard]] Task schedule(Uptime delay, std::optional<Uptime> period, Work work) {
+        const Uptime due = uptime() + std::max(delay, Uptime::zero());
+        Task task =
+            period ? queue_.repeatedly(due, *period, std::move(work)) : queue_.once(due, std::move(work));
+        arm();
+        return task;
+    }
+
+ private:
+    struct Posted {
+        Uptime due;
+        Work work;
+    };
+
+    /// Runs what is due at its beginning; what comes up meanwhile waits, so that events get their turn.
+    void drain() {
+        std::vector<Posted> posted;
+        {
+            const std::lock_guard lock(mutex_);
+            posted.swap(posted_);
+        }
+        for (Posted& item : posted) {
+            queue_.once(item.due, std::move(item.work)).detach();
+        }
+        if (closed_) {
+            queue_.clear();
+            return;
+        }
+        const Uptime now = uptime();
+        bool more = true;
+        while (more && !closed_) {
+            @autoreleasepool {
+                more = queue_.runNext(now);
+            }
+        }
+        arm();
+    }
+
+    void arm() {
+        const std::optional<WorkQueue::Wake> wake = closed_ ? std::nullopt : queue_.nextWake();
+        if (wake == armed_) {
+            return;
+        }
+        armed_ = wake;
+        dispatch_time_t start = DISPATCH_TIME_FOREVER;
+        std::uint64_t leeway = 0;
+        if (wake) {
+            start = dispatch_time(DISPATCH_TIME_NOW, std::max(wake->at - uptime(), Uptime::zero()).count());
+            leeway = static_cast<std::uint64_t>(wake->leeway.count());
+        }
+        dispatch_source_set_timer(timer_, start, DISPATCH_TIME_FOREVER, leeway);
+    }
+
+    dispatch_source_t timer_;
+    WorkQueue queue_;
+    std::optional<WorkQueue::Wake> armed_;
+    bool closed_ = false;
+    std::mutex mutex_;
+    std::vector<Posted> posted_;
+};
+
+namespace {
+
+/// A background read's answer on its way: lives on the main thread but for the handle to it.
+class Answer final : public Task::Handle {
+ public:
+    using Then = std::function<void(const std::shared_ptr<void>&)>;
+
+    explicit Answer(Then then) : then_(std::move(then)) {}
+
+    void cancel() noexcept override { const Then dropped = std::exchange(then_, nullptr); }
+    [[nodiscard]] bool isPending() const noexcept override { return static_cast<bool>(then_); }
+
+    void deliver(const std::shared_ptr<void>& result) {
+        if (const Then then = std::exchange(then_, nullptr)) {
+            then(result);
+        }
+    }
+
+ private:
+    Then then_;
+};
+
+}  // namespace
+
+MacMainThread::MacMainThread() : core_(std::make_shared<Core>()) {
+    core_->start();
+}
+
+MacMainThread::~MacMainThread() {
+    core_->close();
+}
+
+MainThread::Uptime MacMainThread::now() const {
+    return uptime();
+}
+
+PreciseDate MacMainThread::date() const {
+    return std::chrono::floor<PreciseDate::duration>(std::chrono::system_clock::now());
+}
+
+void MacMainThread::post(Work work) {
+    core_->post(std::move(work));
+}
+
+Task MacMainThread::after(Uptime delay, Work work) {
+    return core_->schedule(delay, std::nullopt, std::move(work));
+}
+
+Task MacMainThread::every(Uptime period, Work work) {
+    return core_->schedule(period, period, std::move(work));
+}
+
+Task MacMainThread::startBackground(Read read, Then then) {
+    auto answer = std::make_shared<Answer>(std::move(then));
+    Task task(answer);
+    const auto core = core_;
+    auto job = std::make_shared<std::pair<Read, std::shared_ptr<Answer>>>(std::move(read), std::move(answer));
+    dispatch_async(dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0), ^{
+      std::shared_ptr<void> result;
+      @autoreleasepool {
+          result = job->first();
+          job->first = nullptr;
+      }
+      // The answer travels on in the work alone, so its last reference goes on the main thread.
+      core->post([answer = std::move(job->second), result = std::move(result)] { answer->deliver(result); });
+    });
+    return task;
+}
+
+}  // namespace velko

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/mac/MacAccessibility.h"
+#include "VelkoEngine/mac/MacDisplays.h"
+#include "VelkoEngine/mac/MacMainThread.h"
+#include "VelkoEngine/mac/MacPointer.h"
+#include "VelkoEngine/mac/MacPrivateFramework.h"
+#include "VelkoEngine/mac/MacProcesses.h"
+#include "VelkoEngine/mac/MacWindows.h"
+#include "VelkoEngine/mac/MacWorkspace.h"
+
+namespace velko {
+
+/// Every port of the engine, bound to this Mac. Made and destroyed on the main thread; outlives all that
+/// uses it.
+class MacPlatform final {
+ public:
+    MacPlatform() = default;
+    MacPlatform(const MacPlatform&) = delete;
+    MacPlatform& operator=(const MacPlatform&) = delete;
+    ~MacPlatform() = default;
+
+    [[nodiscard]] Platform ports() noexcept {
+        return {.mainThread = mainThread_,
+                .accessibility = accessibility_,
+                .workspace = workspace_,
+                .displays = displays_,
+                .pointer = pointer_,
+                .processes = processes_,
+                .windows = windows_,
+                .privateFramework = privateFramework_};
+    }
+
+ private:
+    MacMainThread mainThread_;
+    MacAccessibility accessibility_;
+    MacWorkspace workspace_;
+    MacDisplays displays_;
+    MacPointer pointer_;
+    MacProcesses processes_;
+    MacWindows windows_;
+    MacPrivateFramework privateFramework_;
+};
+
+}  // namespace velko

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "VelkoEngine/Ports/Pointer.h"
+
+namespace velko {
+
+/// The mouse, as the window server's session sees it.
+class MacPointer final : public Pointer {
+ public:
+    [[nodiscard]] std::unique_ptr<ClickTap> tapClicks(
+        std::function<void(const ClickTapEvent&)> handler) override;
+};
+
+}  // namespace velko

@@ -1,0 +1,78 @@
+#import "VelkoEngine/mac/MacPointer.h"
+
+#import <CoreGraphics/CoreGraphics.h>
+
+#include <utility>
+
+#include "VelkoEngine/mac/CFRef.h"
+#include "VelkoEngine/mac/Conversions.h"
+
+namespace velko {
+
+namespace {
+
+/// What the system's callback needs. It holds this for the call, in which the tap may end.
+struct Listener : std::enable_shared_from_this<Listener> {
+    explicit Listener(std::function<void(const ClickTapEvent&)> eventHandler)
+        : handler(std::move(eventHandler)) {}
+
+    std::function<void(const ClickTapEvent&)> handler;
+};
+
+CGEventRef hear(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* context) {
+    const auto listener = static_cast<Listener*>(context)->shared_from_this();
+    if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
+        listener->handler({.kind = ClickTapEvent::Kind::disabled, .location = {}});
+    } else {
+        listener->handler(
+            {.kind = ClickTapEvent::Kind::mouseDown, .location = portable(CGEventGetLocation(event))});
+    }
+    return event;
+}
+
+class MacClickTap final : public ClickTap {
+ public:
+    MacClickTap(CFRef<CFMachPortRef> tap, CFRef<CFRunLoopSourceRef> source,
+                std::shared_ptr<Listener> listener)
+        : listener_(std::move(listener)), tap_(std::move(tap)), source_(std::move(source)) {
+        CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
+        enable();
+    }
+    MacClickTap(const MacClickTap&) = delete;
+    MacClickTap& operator=(const MacClickTap&) = delete;
+    /// Off first, so that no event is under way; then out of the loop; the port goes last, with the
+    /// listener that it knows.
+    ~MacClickTap() override {
+        CGEventTapEnable(tap_.get(), false);
+        CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
+        CFMachPortInvalidate(tap_.get());
+    }
+
+    void enable() override { CGEventTapEnable(tap_.get(), true); }
+
+ private:
+    std::shared_ptr<Listener> listener_;
+    CFRef<CFMachPortRef> tap_;
+    CFRef<CFRunLoopSourceRef> source_;
+};
+
+}  // namespace
+
+std::unique_ptr<ClickTap> MacPointer::tapClicks(std::function<void(const ClickTapEvent&)> handler) {
+    auto listener = std::make_shared<Listener>(std::move(handler));
+    auto tap = CFRef<CFMachPortRef>::adopt(
+        CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionListenOnly,
+                         CGEventMaskBit(kCGEventLeftMouseDown) | CGEventMaskBit(kCGEventRightMouseDown), hear,
+                         listener.get()));
+    if (!tap) {
+        return nullptr;
+    }
+    auto source =
+        CFRef<CFRunLoopSourceRef>::adopt(CFMachPortCreateRunLoopSource(kCFAllocatorDefault, tap.get(), 0));
+    if (!source) {
+        return nullptr;
+    }
+    return std::make_unique<MacClickTap>(std::move(tap), std::move(source), std::move(listener));
+}
+
+}  // namespace velko

@@ -1,0 +1,43 @@
+#import "VelkoEngine/mac/MacWindows.h"
+
+#import <CoreGraphics/CoreGraphics.h>
+
+#include <limits>
+
+#include "VelkoEngine/mac/CFRef.h"
+#include "VelkoEngine/mac/Conversions.h"
+
+namespace velko {
+
+namespace {
+
+std::optional<ProcessID> processID(std::optional<std::int64_t> number) {
+    if (!number || *number < std::numeric_limits<ProcessID>::min() ||
+        *number > std::numeric_limits<ProcessID>::max()) {
+        return std::nullopt;
+    }
+    return static_cast<ProcessID>(*number);
+}
+
+}  // namespace
+
+std::optional<std::vector<WindowInfo>> MacWindows::onScreen() const {
+    const auto list = CFRef<CFArrayRef>::adopt(
+        CGWindowListCopyWindowInfo(kCGWindowListOptionOnScreenOnly, kCGNullWindowID));
+    if (!list) {
+        return std::nullopt;
+    }
+    std::vector<WindowInfo> result;
+    for (NSDictionary* window in (__bridge NSArray<NSDictionary*>*)list.get()) {
+        const auto info = (__bridge CFDictionaryRef)window;
+        result.push_back({.layer = wholeNumber(CFDictionaryGetValue(info, kCGWindowLayer)),
+                          .ownerPID = processID(wholeNumber(CFDictionaryGetValue(info, kCGWindowOwnerPID)))});
+    }
+    return result;
+}
+
+std::int64_t MacWindows::popUpMenuLevel() const {
+    return CGWindowLevelForKey(kCGPopUpMenuWindowLevelKey);
+}
+
+}  // namespace velko

@@ -1,0 +1,149 @@
+// What Velko calls of Foundation, declared for the cross build. A build on a Mac uses Apple's own.
+#pragma once
+
+#import <CoreFoundation/CoreFoundation.h>
+#import <objc/NSObject.h>
+
+@class NSArray<ObjectType>, NSData, NSDictionary<KeyType, ObjectType>, NSError, NSURL;
+
+typedef CGRect NSRect;
+typedef double NSTimeInterval;
+typedef NSString* NSExceptionName;
+typedef NSString* NSErrorDomain;
+typedef NSString* NSNotificationName;
+
+typedef struct NSEdgeInsets {
+    CGFloat top;
+    CGFloat left;
+    CGFloat bottom;
+    CGFloat right;
+} NSEdgeInsets;
+
+typedef struct {
+    unsigned long state;
+    id __unsafe_unretained* itemsPtr;
+    unsigned long* mutationsPtr;
+    unsigned long extra[5];
+} NSFastEnumerationState;
+
+@protocol NSFastEnumeration
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained[])buffer
+                                    count:(NSUInteger)count;
+@end
+
+@protocol NSCopying
+@end
+
+@interface NSString : NSObject <NSCopying>
+@end
+
+@interface NSNumber : NSObject
++ (NSNumber*)numberWithBool:(BOOL)value;
++ (NSNumber*)numberWithInt:(int)value;
+@end
+
+@interface NSArray<ObjectType> : NSObject <NSFastEnumeration>
+@property(readonly) NSUInteger count;
+@property(readonly) ObjectType firstObject;
+@end
+
+@interface NSMutableArray<ObjectType> : NSArray <ObjectType>
++ (instancetype)arrayWithCapacity:(NSUInteger)capacity;
+- (void)addObject:(ObjectType)object;
+@end
+
+@interface NSDictionary<KeyType, ObjectType> : NSObject <NSFastEnumeration>
++ (instancetype)dictionaryWithObjects:(const ObjectType[])objects
+                              forKeys:(const KeyType<NSCopying>[])keys
+                                count:(NSUInteger)count;
+- (ObjectType)objectForKeyedSubscript:(KeyType)key;
+@end
+
+@interface NSData : NSObject
++ (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
+@property(readonly) const void* bytes;
+@property(readonly) NSUInteger length;
+@end
+
+@interface NSDate : NSObject
+@property(readonly) NSTimeInterval timeIntervalSince1970;
+@end
+
+@interface NSURL : NSObject
++ (instancetype)URLWithString:(NSString*)address;
+@property(readonly, copy) NSString* path;
+@end
+
+@interface NSError : NSObject
+@property(readonly, copy) NSErrorDomain domain;
+@property(readonly) NSInteger code;
+@property(readonly, copy) NSString* localizedDescription;
+@end
+
+@interface NSException : NSObject
+@property(readonly, copy) NSExceptionName name;
+@property(readonly, copy) NSString* reason;
+@end
+
+@interface NSBundle : NSObject
+@property(class, readonly, strong) NSBundle* mainBundle;
+@property(readonly, copy) NSString* bundleIdentifier;
+@property(readonly, copy) NSString* bundlePath;
+- (id)objectForInfoDictionaryKey:(NSString*)key;
+@end
+
+@interface NSProcessInfo : NSObject
+@property(class, readonly, strong) NSProcessInfo* processInfo;
+@property(readonly, copy) NSString* operatingSystemVersionString;
+@end
+
+typedef enum NSSearchPathDirectory : NSUInteger { NSApplicationSupportDirectory = 14 } NSSearchPathDirectory;
+typedef enum NSSearchPathDomainMask : NSUInteger { NSUserDomainMask = 1 } NSSearchPathDomainMask;
+
+@interface NSFileManager : NSObject
+@property(class, readonly, strong) NSFileManager* defaultManager;
+- (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
+                           inDomains:(NSSearchPathDomainMask)domains;
+@end
+
+@interface NSOperationQueue : NSObject
+@property(class, readonly, strong) NSOperationQueue* mainQueue;
+@end
+
+@interface NSNotification : NSObject
+@property(readonly, copy) NSDictionary* userInfo;
+@end
+
+@interface NSNotificationCenter : NSObject
+@property(class, readonly, strong) NSNotificationCenter* defaultCenter;
+- (id<NSObject>)addObserverForName:(NSNotificationName)name
+                            object:(id)object
+                             queue:(NSOperationQueue*)queue
+                        usingBlock:(void (^)(NSNotification*))block;
+- (void)removeObserver:(id)observer;
+@end
+
+typedef enum NSPropertyListMutabilityOptions : NSUInteger {
+    NSPropertyListImmutable = 0
+} NSPropertyListMutabilityOptions;
+typedef NSPropertyListMutabilityOptions NSPropertyListReadOptions;
+typedef enum NSPropertyListFormat : NSUInteger {} NSPropertyListFormat;
+
+@interface NSPropertyListSerialization : NSObject
++ (id)propertyListWithData:(NSData*)data
+                   options:(NSPropertyListReadOptions)options
+                    format:(NSPropertyListFormat*)format
+                     error:(NSError**)error;
+@end
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+NSString* NSHomeDirectory(void);
+void NSLog(NSString* format, ...);
+
+#ifdef __cplusplus
+}
+#endif
