@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Velko/Ports/Dialogs.h"
+
+namespace velko {
+
+/// The system's own panels and alerts.
+class MacDialogs final : public Dialogs {
+ public:
+    [[nodiscard]] Task chooseWhereToSave(const SavePanel& panel, Chosen chosen) override;
+    [[nodiscard]] Task chooseFileToOpen(const OpenPanel& panel, Chosen chosen) override;
+    /// Returns when the user has read it; the main loop goes on meanwhile.
+    void alert(const Alert& alert) override;
+};
+
+}  // namespace velko

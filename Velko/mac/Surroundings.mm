@@ -1,0 +1,39 @@
+#import "Velko/mac/Surroundings.h"
+
+#import <Foundation/Foundation.h>
+
+#include <cstdlib>
+
+#include "Velko/Log.h"
+#include "VelkoCore/LayoutStore.h"
+#include "VelkoEngine/mac/Conversions.h"
+
+namespace velko::Surroundings {
+
+AppInfo appInfo() {
+    NSBundle* bundle = [NSBundle mainBundle];
+    NSString* version = [bundle objectForInfoDictionaryKey:@"CFBundleShortVersionString"];
+    AppInfo info;
+    info.bundleID = portableIfAny(bundle.bundleIdentifier).value_or(info.bundleID);
+    info.version = portable(version);
+    info.systemVersion = portable([NSProcessInfo processInfo].operatingSystemVersionString);
+    info.bundlePath = portable(bundle.bundlePath);
+    return info;
+}
+
+std::filesystem::path layoutFile() {
+    NSURL* folder = [[NSFileManager defaultManager] URLsForDirectory:NSApplicationSupportDirectory
+                                                           inDomains:NSUserDomainMask]
+                        .firstObject;
+    if (folder == nil) {
+        NSLog(@"Velko stops: this user has no Application Support folder.");
+        std::abort();
+    }
+    return LayoutStore::defaultURL(portable(folder.path));
+}
+
+std::filesystem::path logFile() {
+    return Log::defaultFile(portable(NSHomeDirectory()));
+}
+
+}  // namespace velko::Surroundings

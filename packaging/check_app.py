@@ -1,0 +1,148 @@
+#!/usr/bin/env python3
+"""Looks at a built Velko.app as a Mac would before it runs it: check_app.py BUILD_FOLDER
+
+Prints one line per check. Exits 1 when one fails. Needs LLVM's llvm-otool and llvm-nm.
+"""
+import hashlib
+import plistlib
+import re
+import shutil
+import struct
+import subprocess
+import sys
+import zipfile
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(ROOT / "cross" / "macos"))
+import make_stubs  # noqa: E402  (found through the path above)
+
+MAX_SIZE = 2_000_000
+LISTED = ROOT / "cross" / "macos" / "symbols.txt"
+SYSTEM_LIBRARY = re.compile(r"/(usr/lib|System/Library/Frameworks)/\S+$")
+
+failures = 0
+
+
+def expect(name, passed, seen):
+    global failures
+    failures += not passed
+    print(f"{'OK  ' if passed else 'FAIL'} {name}: {seen}")
+
+
+def tool(name, *arguments):
+    path = shutil.which(f"{name}-19") or shutil.which(name)
+    if path is None:
+        sys.exit(f"{name} is not installed")
+    return subprocess.run([path, *map(str, arguments)], capture_output=True, text=True, check=True).stdout
+
+
+def field(commands, command, name):
+    """The values of a field in every load command of that kind."""
+    found = []
+    for part in commands.split("Load command")[1:]:
+        if re.search(rf"^\s*cmd {command}$", part, re.M):
+            found += re.findall(rf"^\s*{name} (\S+)", part, re.M)
+    return found
+
+
+def check_binary(binary):
+    header = tool("llvm-otool", "-h", binary)
+    magic, cpu = struct.unpack_from("<II", binary.read_bytes())
+    expect("arm64 and nothing else", (magic, cpu) == (0xFEEDFACF, 0x0100000C), f"{magic:#x}, cpu {cpu:#x}")
+    expect("one architecture", header.count("Mach header") == 1, header.count("Mach header"))
+    commands = tool("llvm-otool", "-l", binary)
+    expect("platform macOS", field(commands, "LC_BUILD_VERSION", "platform") == ["1"],
+           field(commands, "LC_BUILD_VERSION", "platform"))
+    expect("minimum system 27.0", field(commands, "LC_BUILD_VERSION", "minos") == ["27.0"],
+           field(commands, "LC_BUILD_VERSION", "minos"))
+    libraries = field(commands, "LC_LOAD_DYLIB", "name")
+    expect("only the system's libraries", libraries and all(map(SYSTEM_LIBRARY.match, libraries)),
+           ", ".join(library.rsplit("/", 1)[1] for library in libraries))
+    expect("no search paths of its own", not field(commands, "LC_RPATH", "path"), field(commands, "LC_RPATH", "path"))
+    size = binary.stat().st_size
+    expect(f"smaller than {MAX_SIZE:,} bytes", size < MAX_SIZE, f"{size:,} bytes")
+
+
+def check_symbols(binary):
+    undefined = set(tool("llvm-nm", "-u", "-j", binary).split())
+    listed = make_stubs.symbol_names(LISTED.read_text(encoding="utf-8"))
+    # What the C library has is known to the compiler, which brings its own list.
+    c_library = "\n".join(path.read_text(encoding="utf-8")
+                          for path in (ROOT / "node_modules" / "@zigc" / "lib" / "libc" / "darwin").glob("*.tbd"))
+    known = set(re.findall(r"[\w$.]+", c_library))
+    missing = sorted(undefined - listed - known)
+    expect("every symbol is in a stub", not missing, ", ".join(missing) or f"{len(undefined)} symbols")
+    classes = {name for name in listed if name.startswith("_OBJC_")}
+    unused = sorted((listed - classes - undefined)
+                    | {name for name in classes if name.startswith("_OBJC_CLASS") and name not in undefined})
+    expect("every symbol of the list is needed", not unused, ", ".join(unused) or f"{len(listed)} names")
+
+
+def check_signature(binary):
+    data = binary.read_bytes()
+    places = field(tool("llvm-otool", "-l", binary), "LC_CODE_SIGNATURE", "dataoff")
+    if len(places) != 1:
+        expect("signed", False, "no signature")
+        return
+    start = int(places[0])
+    _, _, blobs = struct.unpack_from(">III", data, start)
+    for blob in range(blobs):
+        kind, offset = struct.unpack_from(">II", data, start + 12 + 8 * blob)
+        if kind == 0:
+            check_pages(data, start + offset)
+
+
+def check_pages(data, directory):
+    """Every page of the file has the hash that the signature's code directory says."""
+    flags, hashes, name, _, count, limit = struct.unpack_from(">IIIIII", data, directory + 12)
+    hash_size, hash_type, _, page_bits = struct.unpack_from("BBBB", data, directory + 36)
+    wrong = 0
+    for page in range(count):
+        content = data[page << page_bits:min((page + 1) << page_bits, limit)]
+        at = directory + hashes + page * hash_size
+        wrong += hashlib.sha256(content).digest() != data[at:at + hash_size]
+    identifier = data[directory + name:].split(b"\0", 1)[0].decode()
+    expect("signed ad hoc, and whole", flags & 2 and hash_type == 2 and count > 0 and not wrong,
+           f"{identifier}, {count} pages, {wrong} wrong")
+
+
+def check_bundle(app, version):
+    info = plistlib.loads((app / "Contents" / "Info.plist").read_bytes())
+    wanted = {"CFBundleIdentifier": "app.velko.mac", "CFBundleExecutable": "Velko", "CFBundlePackageType": "APPL",
+              "LSUIElement": True, "LSMinimumSystemVersion": "27.0", "CFBundleShortVersionString": version,
+              "CFBundleVersion": version}
+    wrong = {key: info.get(key) for key, value in wanted.items() if info.get(key) != value}
+    expect("Info.plist says what the app is", not wrong, wrong or f"version {version}")
+    types = info.get("UTExportedTypeDeclarations", [])
+    expect("the layout's type is exported",
+           [(t["UTTypeIdentifier"], t["UTTypeConformsTo"], t["UTTypeTagSpecification"]) for t in types]
+           == [("app.velko.layout", ["public.json"], {"public.filename-extension": ["velko"]})], len(types))
+    icon = (app / "Contents" / "Resources" / (info["CFBundleIconFile"] + ".icns")).read_bytes()
+    expect("the icon is whole", icon[:4] == b"icns" and struct.unpack(">I", icon[4:8])[0] == len(icon),
+           f"{len(icon):,} bytes")
+
+
+def check_zip(archive, app):
+    with zipfile.ZipFile(archive) as packed:
+        names = {f"{app.name}/{path.relative_to(app)}" for path in app.rglob("*") if path.is_file()}
+        mode = packed.getinfo(f"{app.name}/Contents/MacOS/Velko").external_attr >> 16
+        expect("the zip holds the bundle", set(packed.namelist()) == names and packed.testzip() is None and mode & 0o111,
+               f"{archive.name}, {archive.stat().st_size:,} bytes")
+
+
+def main(folder):
+    app = Path(folder) / "Velko.app"
+    binary = app / "Contents" / "MacOS" / "Velko"
+    version = re.search(r"project\(Velko VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text(encoding="utf-8"))[1]
+    check_binary(binary)
+    check_symbols(binary)
+    check_signature(binary)
+    check_bundle(app, version)
+    check_zip(Path(folder) / f"Velko-{version}.zip", app)
+    sys.exit(1 if failures else 0)
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
