@@ -1,4 +1,5 @@
-// What Velko calls of UniformTypeIdentifiers, declared for the cross build. A build on a Mac uses Apple's own.
+// What Velko calls of UniformTypeIdentifiers, declared for the cross build. A build on a Mac uses Apple's
+// own.
 #pragma once
 
 #import <Foundation/Foundation.h>
