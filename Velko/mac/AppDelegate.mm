@@ -22,7 +22,7 @@ struct Program {
         {.platform = platform.ports(),
          .ports = {.dialogs = dialogs, .loginItem = loginItem},
          .log = log,
-         .store = velko::LayoutStore(velko::Surroundings::layoutFile()),
+         .store = velko::LayoutStore(velko::Surroundings::layoutFile(), velko::Surroundings::fileCalls()),
          .engine = std::make_unique<velko::AssessmentEngine>(platform.ports()),
          .info = velko::Surroundings::appInfo()},
     };

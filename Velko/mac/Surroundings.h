@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "Velko/AppInfo.h"
+#include "VelkoCore/AtomicFile.h"
 
 /// What the running program finds around itself.
 namespace velko::Surroundings {
@@ -12,6 +13,9 @@ namespace velko::Surroundings {
 
 /// In the user's Application Support folder; without one the program stops.
 [[nodiscard]] std::filesystem::path layoutFile();
+
+/// File calls whose flush reaches the disk itself.
+[[nodiscard]] FileCalls fileCalls();
 
 /// In the user's home folder.
 [[nodiscard]] std::filesystem::path logFile();

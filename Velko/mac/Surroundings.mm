@@ -1,6 +1,8 @@
 #import "Velko/mac/Surroundings.h"
 
 #import <Foundation/Foundation.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <cstdlib>
 
@@ -30,6 +32,13 @@ std::filesystem::path layoutFile() {
         std::abort();
     }
     return LayoutStore::defaultURL(portable(folder.path));
+}
+
+FileCalls fileCalls() {
+    FileCalls calls;
+    // fsync leaves data in the drive's cache; file systems that know no other flush still have it.
+    calls.fsync = [](int file) { return ::fcntl(file, F_FULLFSYNC) == 0 ? 0 : ::fsync(file); };
+    return calls;
 }
 
 std::filesystem::path logFile() {
