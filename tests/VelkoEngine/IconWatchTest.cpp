@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <optional>
@@ -94,10 +95,8 @@ TEST_F(IconWatchTest, FollowsAnAppThatWasStartedAnewAndOneThatNobodyKnows) {
 }
 
 TEST_F(IconWatchTest, TakesAHungAppForGoneAndIsNotHeldUp) {
-    std::vector<ProcessID> pids;
-    for (int i = 0; i < 60; ++i) {
-        pids.push_back(launch("a" + std::to_string(i)));
-    }
+    std::vector<ProcessID> pids(60);
+    std::ranges::generate(pids, [&, i = 0]() mutable { return launch("a" + std::to_string(i++)); });
     watch->start();
     logged(3s);
     for (const ProcessID pid : pids) {
