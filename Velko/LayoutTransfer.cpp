@@ -15,7 +15,7 @@ std::string extension() {
 }
 
 Dialogs::FileType fileType() {
-    return {.identifier = "app.velko.layout", .fileExtension = extension()};
+    return {.identifier = "app.velko.layout"};
 }
 
 }  // namespace

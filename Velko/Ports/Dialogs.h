@@ -19,7 +19,6 @@ class Dialogs {
     /// A kind of file of our own.
     struct FileType {
         std::string identifier;  ///< as exported to the system, conforming to JSON
-        std::string fileExtension;
     };
     struct SavePanel {
         std::string title;
