@@ -47,6 +47,7 @@ inline constexpr float axMessagingTimeout = 0.1F;  ///< seconds
 inline constexpr Duration iconWatchInterval = 1s;
 
 // Setup and permission guide
+inline constexpr Duration setupDelay = 1s;  ///< from launch to the first-run setup
 inline constexpr Duration trustPollInterval = 2s;
 inline constexpr Duration permissionGuideFollowInterval = 300ms;
 inline constexpr Duration permissionGuideDoneHold = 1200ms;

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "VelkoCore/BundleID.h"
+
+namespace velko::view {
+
+/// One line of a menu.
+struct MenuItem {
+    enum class Kind { entry, header, separator };
+
+    Kind kind = Kind::entry;
+    std::string title{};
+    std::string symbol{};               ///< a system symbol's name; empty: none
+    std::optional<BundleID> appIcon{};  ///< shows that app's icon, 16 points wide
+    bool isEnabled = true;
+    bool isChecked = false;
+    std::vector<MenuItem> submenu{};
+    std::function<void()> action{};  ///< absent on what only informs or opens a submenu
+
+    [[nodiscard]] static MenuItem separator() { return {.kind = Kind::separator}; }
+    [[nodiscard]] static MenuItem header(std::string title) {
+        return {.kind = Kind::header, .title = std::move(title)};
+    }
+    /// A line that cannot be chosen.
+    [[nodiscard]] static MenuItem notice(std::string title) {
+        return {.title = std::move(title), .isEnabled = false};
+    }
+};
+
+using Menu = std::vector<MenuItem>;
+
+/// The item at a place: its index in the menu, then in its submenu, and so on; null when there is none.
+[[nodiscard]] const MenuItem* itemAt(const Menu& menu, const std::vector<std::size_t>& place);
+
+/// Runs the action of the item at a place. Whether there was an enabled one.
+bool choose(const Menu& menu, const std::vector<std::size_t>& place);
+
+}  // namespace velko::view
