@@ -22,6 +22,10 @@ class ForwardingAccessibility : public Accessibility {
                                                             const std::string& name) const override {
         return next_.attribute(element, name);
     }
+    [[nodiscard]] std::expected<std::vector<AXAnswer>, AXError> attributes(
+        const AXElement& element, const std::vector<std::string>& names) const override {
+        return next_.attributes(element, names);
+    }
     [[nodiscard]] std::expected<std::vector<std::string>, AXError> attributeNames(
         const AXElement& element) const override {
         return next_.attributeNames(element);

@@ -34,11 +34,57 @@ std::expected<AXValue, AXError> handOut(const SimulatedAnswer& answer, MakeEleme
         answer);
 }
 
+std::expected<AXValue, AXError> valueOf(const SimulatedElement& element, const std::string& name,
+                                        float timeout) {
+    for (const auto* answers : {&element.overrides, &element.attributes}) {
+        if (const auto found = answers->find(name); found != answers->end()) {
+            return handOut(found->second, [timeout](const SimulatedElementRef& reached) {
+                return SimulatedAXHandle::make(reached, timeout);
+            });
+        }
+    }
+    return std::unexpected(AXError::attributeUnsupported);
+}
+
+std::vector<std::string> namesOf(const SimulatedElement& element) {
+    std::set<std::string> names;
+    for (const auto& [name, answer] : element.attributes) {
+        names.insert(name);
+    }
+    for (const auto& [name, answer] : element.overrides) {
+        const auto* error = std::get_if<AXError>(&answer);
+        if (error != nullptr && *error == AXError::attributeUnsupported) {
+            names.erase(name);
+        } else {
+            names.insert(name);
+        }
+    }
+    return {names.begin(), names.end()};
+}
+
 }  // namespace
 
-SimulatedAccessibility::SimulatedAccessibility(SimulatedMainThread& mainThread, bool trusted)
+/// Sends one message. `answer` makes the answer of the element that it reaches, an `std::expected`.
+template <class Answer>
+auto SimulatedAccessibility::ask(const SimulatedAXHandle& handle, Answer answer) const {
+    using Result = std::invoke_result_t<Answer&, const SimulatedElementRef&>;
+    MainThread::Uptime wait{0};
+    Result result = std::unexpected(AXError::failure);
+    {
+        const auto lock = hold();
+        const auto reached = reach(handle);
+        wait = reached.wait;
+        result = reached.error ? Result(std::unexpected(*reached.error)) : answer(reached.element);
+    }
+    mainThread_.spend(wait);
+    return result;
+}
+
+SimulatedAccessibility::SimulatedAccessibility(MachineThread& mainThread, bool trusted)
     : mainThread_(mainThread), trusted_(trusted), observers_(mainThread, [this](const AXElement& element) {
-          return ask(SimulatedAXHandle::of(element));
+          return ask(SimulatedAXHandle::of(element), [](const SimulatedElementRef& reached) {
+              return std::expected<SimulatedElementRef, AXError>(reached);
+          });
       }) {}
 
 AXElement SimulatedAccessibility::application(ProcessID pid, float messagingTimeout) const {
@@ -48,39 +94,29 @@ AXElement SimulatedAccessibility::application(ProcessID pid, float messagingTime
 std::expected<AXValue, AXError> SimulatedAccessibility::attribute(const AXElement& element,
                                                                   const std::string& name) const {
     const auto& handle = SimulatedAXHandle::of(element);
-    const auto asked = ask(handle);
-    if (!asked) {
-        return std::unexpected(asked.error());
-    }
-    for (const auto* answers : {&(*asked)->overrides, &(*asked)->attributes}) {
-        if (const auto found = answers->find(name); found != answers->end()) {
-            return handOut(found->second, [&handle](const SimulatedElementRef& reached) {
-                return SimulatedAXHandle::make(reached, handle.timeoutSeconds());
-            });
+    return ask(handle, [&](const SimulatedElementRef& asked) {
+        return valueOf(*asked, name, handle.timeoutSeconds());
+    });
+}
+
+std::expected<std::vector<AXAnswer>, AXError> SimulatedAccessibility::attributes(
+    const AXElement& element, const std::vector<std::string>& names) const {
+    const auto& handle = SimulatedAXHandle::of(element);
+    return ask(handle, [&](const SimulatedElementRef& asked) {
+        std::vector<AXAnswer> answers;
+        answers.reserve(names.size());
+        for (const std::string& name : names) {
+            answers.push_back(valueOf(*asked, name, handle.timeoutSeconds()));
         }
-    }
-    return std::unexpected(AXError::attributeUnsupported);
+        return std::expected<std::vector<AXAnswer>, AXError>(std::move(answers));
+    });
 }
 
 std::expected<std::vector<std::string>, AXError> SimulatedAccessibility::attributeNames(
     const AXElement& element) const {
-    const auto asked = ask(SimulatedAXHandle::of(element));
-    if (!asked) {
-        return std::unexpected(asked.error());
-    }
-    std::set<std::string> names;
-    for (const auto& [name, answer] : (*asked)->attributes) {
-        names.insert(name);
-    }
-    for (const auto& [name, answer] : (*asked)->overrides) {
-        const auto* error = std::get_if<AXError>(&answer);
-        if (error != nullptr && *error == AXError::attributeUnsupported) {
-            names.erase(name);
-        } else {
-            names.insert(name);
-        }
-    }
-    return std::vector(names.begin(), names.end());
+    return ask(SimulatedAXHandle::of(element), [](const SimulatedElementRef& asked) {
+        return std::expected<std::vector<std::string>, AXError>(namesOf(*asked));
+    });
 }
 
 std::expected<ProcessID, AXError> SimulatedAccessibility::pid(const AXElement& element) const {
@@ -89,37 +125,46 @@ std::expected<ProcessID, AXError> SimulatedAccessibility::pid(const AXElement& e
 
 std::expected<AXElement, AXError> SimulatedAccessibility::elementAt(Point point,
                                                                     float messagingTimeout) const {
-    if (!trusted_) {
-        return std::unexpected(AXError::apiDisabled);
+    std::optional<AXElement> found;
+    {
+        const auto lock = hold();
+        if (!trusted_) {
+            return std::unexpected(AXError::apiDisabled);
+        }
+        const auto under =
+            std::ranges::find_if(onScreen_, [point](const auto& each) { return each.first.contains(point); });
+        if (under != onScreen_.end()) {
+            found = SimulatedAXHandle::make(under->second, messagingTimeout);
+        } else {
+            ++messages_;
+        }
     }
-    const auto found = elementUnder ? elementUnder(point) : nullptr;
     if (!found) {
-        ++messages_;
         mainThread_.spend(messageCost);
         return std::unexpected(AXError::noValue);
     }
-    auto element = SimulatedAXHandle::make(found, messagingTimeout);
-    const auto asked = ask(SimulatedAXHandle::of(element));
-    if (!asked) {
-        return std::unexpected(asked.error());
-    }
-    return element;
+    return ask(SimulatedAXHandle::of(*found),
+               [&found](const SimulatedElementRef&) { return std::expected<AXElement, AXError>(*found); });
 }
 
 std::expected<void, AXError> SimulatedAccessibility::perform(const AXElement& element,
                                                              const std::string& action) {
-    const auto& handle = SimulatedAXHandle::of(element);
-    const auto reached = reach(handle);
-    if (!reached) {
-        return std::unexpected(reached.error());
+    Reached reached;
+    {
+        const auto lock = hold();
+        reached = reach(SimulatedAXHandle::of(element));
     }
-    const auto found = (*reached)->actions.find(action);
-    const bool isAble = found != (*reached)->actions.end();
-    if (isAble) {
-        found->second();
+    bool isAble = false;
+    if (reached.element) {
+        const auto found = reached.element->actions.find(action);
+        isAble = found != reached.element->actions.end();
+        if (isAble) {
+            found->second();
+        }
     }
-    if (!awaitAnswer(handle, **reached)) {
-        return std::unexpected(AXError::cannotComplete);
+    mainThread_.spend(reached.wait);
+    if (reached.error) {
+        return std::unexpected(*reached.error);
     }
     if (!isAble) {
         return std::unexpected(AXError::actionUnsupported);
@@ -138,11 +183,11 @@ void SimulatedAccessibility::notify(const SimulatedElementRef& element, const st
     }
 }
 
-/// Gets a message to whoever answers for an element.
-std::expected<SimulatedElementRef, AXError> SimulatedAccessibility::reach(
-    const SimulatedAXHandle& handle) const {
+/// Gets a message to whoever answers for an element, under the lock. One that comes too late for the
+/// asker's patience has reached its element all the same; one to a hung process has not.
+SimulatedAccessibility::Reached SimulatedAccessibility::reach(const SimulatedAXHandle& handle) const {
     if (!trusted_) {
-        return std::unexpected(AXError::apiDisabled);
+        return {.element = nullptr, .error = AXError::apiDisabled};
     }
     ++messages_;
     const auto process = processes_.find(handle.pid());
@@ -152,33 +197,16 @@ std::expected<SimulatedElementRef, AXError> SimulatedAccessibility::reach(
         element = reached ? reached->lock() : process->second.root;
     }
     if (!element) {
-        mainThread_.spend(messageCost);
-        return std::unexpected(AXError::invalidElement);
+        return {.element = nullptr, .error = AXError::invalidElement, .wait = messageCost};
     }
     if (process->second.hung) {
-        mainThread_.spend(handle.timeout());
-        return std::unexpected(AXError::cannotComplete);
+        return {.element = nullptr, .error = AXError::cannotComplete, .wait = handle.timeout()};
     }
-    return element;
-}
-
-/// Waits for the answer to a message that has got through; whether it comes within the time-out.
-bool SimulatedAccessibility::awaitAnswer(const SimulatedAXHandle& handle,
-                                         const SimulatedElement& element) const {
-    const auto process = processes_.find(handle.pid());
-    const auto delay = process == processes_.end() ? MainThread::Uptime{0} : process->second.delay;
-    const auto wait = messageCost + delay + element.delay;
-    mainThread_.spend(std::min(wait, handle.timeout()));
-    return wait <= handle.timeout();
-}
-
-std::expected<SimulatedElementRef, AXError> SimulatedAccessibility::ask(
-    const SimulatedAXHandle& handle) const {
-    auto element = reach(handle);
-    if (element && !awaitAnswer(handle, **element)) {
-        return std::unexpected(AXError::cannotComplete);
+    const auto wait = messageCost + process->second.delay + element->delay;
+    if (wait > handle.timeout()) {
+        return {.element = element, .error = AXError::cannotComplete, .wait = handle.timeout()};
     }
-    return element;
+    return {.element = element, .error = std::nullopt, .wait = wait};
 }
 
 SimulatedElementRef SimulatedAccessibility::addApplication(ProcessID pid, const std::string& name) {
@@ -186,11 +214,13 @@ SimulatedElementRef SimulatedAccessibility::addApplication(ProcessID pid, const 
     element->pid = pid;
     element->attributes = {
         {"AXRole", "AXApplication"}, {"AXTitle", name}, {"AXChildren", std::vector<SimulatedElementRef>{}}};
+    const auto lock = hold();
     processes_[pid].root = element;
     return element;
 }
 
 void SimulatedAccessibility::removeApplication(ProcessID pid) {
+    const auto lock = hold();
     processes_.erase(pid);
 }
 
@@ -199,13 +229,36 @@ SimulatedElementRef SimulatedAccessibility::root(ProcessID pid) const {
     return found == processes_.end() ? nullptr : found->second.root;
 }
 
+void SimulatedAccessibility::setOnScreen(OnScreen elements) {
+    const auto lock = hold();
+    onScreen_ = std::move(elements);
+}
+
+void SimulatedAccessibility::setTrusted(bool trusted) {
+    const auto lock = hold();
+    trusted_ = trusted;
+}
+
+std::uint64_t SimulatedAccessibility::messages() const {
+    const auto lock = hold();
+    return messages_;
+}
+
 void SimulatedAccessibility::setHung(ProcessID pid, bool hung) {
+    const auto lock = hold();
     if (const auto found = processes_.find(pid); found != processes_.end()) {
         found->second.hung = hung;
     }
 }
 
+bool SimulatedAccessibility::isHung(ProcessID pid) const {
+    const auto lock = hold();
+    const auto found = processes_.find(pid);
+    return found != processes_.end() && found->second.hung;
+}
+
 void SimulatedAccessibility::setDelay(ProcessID pid, MainThread::Uptime delay) {
+    const auto lock = hold();
     if (const auto found = processes_.find(pid); found != processes_.end()) {
         found->second.delay = delay;
     }

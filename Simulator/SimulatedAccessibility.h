@@ -2,29 +2,34 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "Simulator/MachineThread.h"
 #include "Simulator/SimulatedAXHandle.h"
 #include "Simulator/SimulatedAXObservers.h"
 #include "Simulator/SimulatedElement.h"
-#include "Simulator/SimulatedMainThread.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 
 namespace velko {
 
-/// Trees of elements, one per process, that answer messages in virtual time.
+/// Trees of elements, one per process, that answer messages in the machine's time.
 ///
 /// A messaging time-out belongs to one handle. A handle on which none was set waits for six seconds, as
-/// on a Mac, so that a forgotten time-out shows. Main thread and background reads only.
+/// on a Mac, so that a forgotten time-out shows. The port's reads may be made on any thread: a lock is
+/// held while a message is looked into, not while its answer is on the way. Only the main thread changes
+/// what they read, under `hold`.
 class SimulatedAccessibility final : public Accessibility {
  public:
     /// What one message to a healthy app costs.
     static constexpr MainThread::Uptime messageCost = std::chrono::microseconds(100);
 
-    SimulatedAccessibility(SimulatedMainThread& mainThread, bool trusted);
+    SimulatedAccessibility(MachineThread& mainThread, bool trusted);
 
     [[nodiscard]] bool isTrusted() const override { return trusted_; }
     void promptForTrust() override { ++prompts_; }
@@ -32,6 +37,8 @@ class SimulatedAccessibility final : public Accessibility {
     [[nodiscard]] AXElement application(ProcessID pid, float messagingTimeout) const override;
     [[nodiscard]] std::expected<AXValue, AXError> attribute(const AXElement& element,
                                                             const std::string& name) const override;
+    [[nodiscard]] std::expected<std::vector<AXAnswer>, AXError> attributes(
+        const AXElement& element, const std::vector<std::string>& names) const override;
     [[nodiscard]] std::expected<std::vector<std::string>, AXError> attributeNames(
         const AXElement& element) const override;
     /// Known without asking the process.
@@ -44,13 +51,13 @@ class SimulatedAccessibility final : public Accessibility {
     [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, float messagingTimeout,
                                                       NotificationHandler handler) override;
 
-    void setTrusted(bool trusted) noexcept { trusted_ = trusted; }
+    void setTrusted(bool trusted);
 
     /// How often the user was asked for the permission.
     [[nodiscard]] int prompts() const noexcept { return prompts_; }
 
     /// Messages that processes were sent, answered or not.
-    [[nodiscard]] std::uint64_t messages() const noexcept { return messages_; }
+    [[nodiscard]] std::uint64_t messages() const;
 
     /// Gives a process its application element.
     SimulatedElementRef addApplication(ProcessID pid, const std::string& name);
@@ -62,11 +69,16 @@ class SimulatedAccessibility final : public Accessibility {
     void notify(const SimulatedElementRef& element, const std::string& notification);
     /// The observers that are installed.
     [[nodiscard]] std::size_t observers() const { return observers_.count(); }
-    /// What lies under a point; null where no element does.
-    std::function<SimulatedElementRef(Point)> elementUnder;
+
+    /// Keeps other threads from reading while elements of the trees are changed.
+    [[nodiscard]] std::unique_lock<std::mutex> hold() const { return std::unique_lock(mutex_); }
+    /// The elements that show on the screen, and where; at any other point lies none.
+    using OnScreen = std::vector<std::pair<Rect, SimulatedElementRef>>;
+    void setOnScreen(OnScreen elements);
 
     /// A hung process answers no message: each costs its handle's whole time-out.
     void setHung(ProcessID pid, bool hung);
+    [[nodiscard]] bool isHung(ProcessID pid) const;
     /// How much longer than usual a process takes over every answer.
     void setDelay(ProcessID pid, MainThread::Uptime delay);
 
@@ -77,14 +89,23 @@ class SimulatedAccessibility final : public Accessibility {
         MainThread::Uptime delay{0};
     };
 
-    [[nodiscard]] std::expected<SimulatedElementRef, AXError> reach(const SimulatedAXHandle& handle) const;
-    [[nodiscard]] bool awaitAnswer(const SimulatedAXHandle& handle, const SimulatedElement& element) const;
-    [[nodiscard]] std::expected<SimulatedElementRef, AXError> ask(const SimulatedAXHandle& handle) const;
+    /// Where a message got to, what whoever sent it hears instead of an answer, and after which time.
+    struct Reached {
+        SimulatedElementRef element;
+        std::optional<AXError> error;
+        MainThread::Uptime wait{0};
+    };
 
-    SimulatedMainThread& mainThread_;
+    [[nodiscard]] Reached reach(const SimulatedAXHandle& handle) const;
+    template <class Answer>
+    [[nodiscard]] auto ask(const SimulatedAXHandle& handle, Answer answer) const;
+
+    MachineThread& mainThread_;
+    mutable std::mutex mutex_;
     bool trusted_;
     int prompts_ = 0;
     std::map<ProcessID, Process> processes_;
+    OnScreen onScreen_;
     mutable std::uint64_t messages_ = 0;
     SimulatedAXObservers observers_;
 };

@@ -4,49 +4,68 @@
 
 namespace velko {
 
-class SimulatedDialogs::Panel final : public Task::Handle {
+template <class Answer>
+class SimulatedDialogs::Waiting final : public Task::Handle {
  public:
-    Panel(std::string text, Chosen chosen) : text_(std::move(text)), chosen_(std::move(chosen)) {}
+    explicit Waiting(std::function<void(Answer)> answered) : answered_(std::move(answered)) {}
 
-    void cancel() noexcept override { chosen_ = nullptr; }
-    [[nodiscard]] bool isPending() const noexcept override { return static_cast<bool>(chosen_); }
+    void cancel() noexcept override { answered_ = nullptr; }
+    [[nodiscard]] bool isPending() const noexcept override { return static_cast<bool>(answered_); }
 
-    [[nodiscard]] const std::string& text() const noexcept { return text_; }
-    void answer(std::optional<std::filesystem::path> file) {
-        if (const auto chosen = std::exchange(chosen_, nullptr)) {
-            chosen(std::move(file));
+    void answer(Answer answer) {
+        if (const auto answered = std::exchange(answered_, nullptr)) {
+            answered(std::move(answer));
         }
     }
 
  private:
-    std::string text_;
-    Chosen chosen_;
+    std::function<void(Answer)> answered_;
 };
 
 Task SimulatedDialogs::chooseWhereToSave(const SavePanel& panel, Chosen chosen) {
-    return open(panel.suggestedName, std::move(chosen));
+    isPanelForSaving_ = true;
+    return open(panel.title, panel.suggestedName, std::move(chosen));
 }
 
 Task SimulatedDialogs::chooseFileToOpen(const OpenPanel& panel, Chosen chosen) {
-    return open(panel.message, std::move(chosen));
+    isPanelForSaving_ = false;
+    return open(panel.title, panel.message, std::move(chosen));
 }
 
-Task SimulatedDialogs::open(std::string text, Chosen chosen) {
-    panel_ = std::make_shared<Panel>(std::move(text), std::move(chosen));
+Task SimulatedDialogs::open(std::string title, std::string text, Chosen chosen) {
+    panelTitle_ = std::move(title);
+    panelText_ = std::move(text);
+    panel_ = std::make_shared<Panel>(std::move(chosen));
     return Task(panel_);
 }
 
+Task SimulatedDialogs::ask(const Question& question, Answered answered) {
+    question_ = question;
+    asking_ = std::make_shared<Asking>(std::move(answered));
+    return Task(asking_);
+}
+
 void SimulatedDialogs::choose(std::optional<std::filesystem::path> file) {
-    if (isOpen()) {
+    if (isPanelOpen()) {
         mainThread_.post([panel = panel_, file = std::move(file)] { panel->answer(file); });
     }
 }
 
-std::string SimulatedDialogs::panelText() const {
-    return isOpen() ? panel_->text() : std::string();
+void SimulatedDialogs::answer(bool agreed) {
+    if (question()) {
+        mainThread_.post([asking = asking_, agreed] { asking->answer(agreed); });
+    }
 }
 
-bool SimulatedDialogs::isOpen() const {
+std::string SimulatedDialogs::panelText() const {
+    return isPanelOpen() ? panelText_ : std::string();
+}
+
+const Dialogs::Question* SimulatedDialogs::question() const {
+    return asking_ && asking_->isPending() ? &question_ : nullptr;
+}
+
+bool SimulatedDialogs::isPanelOpen() const {
     return panel_ && panel_->isPending();
 }
 

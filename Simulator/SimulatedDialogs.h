@@ -21,23 +21,40 @@ class SimulatedDialogs final : public Dialogs {
     [[nodiscard]] Task chooseFileToOpen(const OpenPanel& panel, Chosen chosen) override;
     void alert(const Alert& alert) override { alerts_.push_back(alert); }
 
+    [[nodiscard]] Task ask(const Question& question, Answered answered) override;
+
     /// The user picks a file in the newest open panel, or cancels it.
     void choose(std::optional<std::filesystem::path> file);
+    /// The user answers the newest open question.
+    void answer(bool agreed);
 
     /// What the newest panel suggests or says; empty while none is open.
     [[nodiscard]] std::string panelText() const;
+    [[nodiscard]] const std::string& panelTitle() const noexcept { return panelTitle_; }
+    /// Whether the newest panel asks where to save, not what to open.
+    [[nodiscard]] bool isPanelForSaving() const noexcept { return isPanelForSaving_; }
+    [[nodiscard]] bool isPanelOpen() const;
+    /// The newest question; null while none is open.
+    [[nodiscard]] const Question* question() const;
 
     /// Every alert so far, oldest first.
     [[nodiscard]] const std::vector<Alert>& alerts() const noexcept { return alerts_; }
 
  private:
-    class Panel;
+    template <class Answer>
+    class Waiting;
+    using Panel = Waiting<std::optional<std::filesystem::path>>;
+    using Asking = Waiting<bool>;
 
-    [[nodiscard]] Task open(std::string text, Chosen chosen);
-    [[nodiscard]] bool isOpen() const;
+    [[nodiscard]] Task open(std::string title, std::string text, Chosen chosen);
 
     MainThread& mainThread_;
+    std::string panelTitle_;
+    std::string panelText_;
+    bool isPanelForSaving_ = false;
     std::shared_ptr<Panel> panel_;
+    Question question_;
+    std::shared_ptr<Asking> asking_;
     std::vector<Alert> alerts_;
 };
 

@@ -40,7 +40,7 @@ struct SimulatedFramework::Ledger {
         SimulatedAllowlist allowlist;
     };
 
-    SimulatedMainThread& mainThread;
+    MachineThread& mainThread;
     std::function<void()> inForceChanged;
     std::vector<Active> active{};  // the newest last
     std::optional<MainThread::Uptime> emptySince{};
@@ -114,7 +114,7 @@ class SimulatedFramework::Assertion final : public Object {
     std::weak_ptr<Ledger> ledger_;
 };
 
-SimulatedFramework::SimulatedFramework(SimulatedMainThread& mainThread, std::function<void()> inForceChanged)
+SimulatedFramework::SimulatedFramework(MachineThread& mainThread, std::function<void()> inForceChanged)
     : path("/System/Library/PrivateFrameworks/MenuBarClientCore.framework/MenuBarClientCore"),
       classes(usualClasses()),
       mainThread_(mainThread),
@@ -189,6 +189,7 @@ std::expected<void, RaisedException> SimulatedFramework::activate(const ObjectRe
     if (exception) {
         return std::unexpected(*exception);
     }
+    ++unanswered_;
     mainThread_.happen(answerDelay, [this, weak = std::weak_ptr<Object>(target), list = wanted->allowlist,
                                      askedAt = mainThread_.now(), completion = std::move(completion)] {
         answer(weak, list, askedAt, completion);
@@ -198,11 +199,13 @@ std::expected<void, RaisedException> SimulatedFramework::activate(const ObjectRe
 
 void SimulatedFramework::answer(const std::weak_ptr<Object>& assertion, const SimulatedAllowlist& allowlist,
                                 MainThread::Uptime askedAt, const Activated& completion) {
+    --unanswered_;
     const auto target = std::static_pointer_cast<Assertion>(assertion.lock());
     if (!target) {
         return;
     }
-    if (refusal) {
+    if (refusal && refusalsLeft != 0) {
+        refusalsLeft = refusalsLeft ? std::optional(*refusalsLeft - 1) : std::nullopt;
         completion(refusal);
         return;
     }

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/SimulatedMainThread.h"
+#include "Simulator/MachineThread.h"
 #include "VelkoEngine/Ports/PrivateFramework.h"
 
 namespace velko {
@@ -37,7 +37,7 @@ class SimulatedFramework final : public PrivateFramework {
     };
 
     /// `inForceChanged` is called whenever another allowlist, or none, comes into force.
-    SimulatedFramework(SimulatedMainThread& mainThread, std::function<void()> inForceChanged);
+    SimulatedFramework(MachineThread& mainThread, std::function<void()> inForceChanged);
     ~SimulatedFramework() override;
 
     [[nodiscard]] std::expected<void, std::string> open(const std::string& libraryPath) override;
@@ -63,9 +63,11 @@ class SimulatedFramework final : public PrivateFramework {
     bool installed = true;                                      ///< whether it can be loaded
     std::string loadError = "image not found";                  ///< the loader's words if it can't
     std::map<std::string, std::vector<RuntimeMethod>> classes;  ///< take out what a build lacks
-    MainThread::Uptime answerDelay = std::chrono::milliseconds(40);
-    std::optional<FrameworkError> refusal;     ///< every activation is refused with it, after the delay
-    std::optional<RaisedException> exception;  ///< every activation raises it at once
+    static constexpr MainThread::Uptime usualDelay = std::chrono::milliseconds(40);
+    MainThread::Uptime answerDelay = usualDelay;
+    std::optional<FrameworkError> refusal;      ///< activations are refused with it, after the delay
+    std::optional<std::uint64_t> refusalsLeft;  ///< how many; left out: all
+    std::optional<RaisedException> exception;   ///< every activation raises it at once
 
     /// The allowlist in force; nothing while everything is shown.
     [[nodiscard]] std::optional<SimulatedAllowlist> inForce() const;
@@ -73,6 +75,8 @@ class SimulatedFramework final : public PrivateFramework {
     [[nodiscard]] std::size_t activeAssertions() const;
     [[nodiscard]] std::uint64_t activations() const noexcept { return activations_; }
     [[nodiscard]] std::uint64_t invalidations() const noexcept { return invalidations_; }
+    /// Activations that wait for their answer.
+    [[nodiscard]] std::uint64_t unanswered() const noexcept { return unanswered_; }
     /// Every gap so far. One of no length counts: for a moment everything was shown.
     [[nodiscard]] const std::vector<Gap>& gaps() const;
     [[nodiscard]] const std::vector<std::string>& systemLogLines() const noexcept { return systemLogLines_; }
@@ -85,11 +89,12 @@ class SimulatedFramework final : public PrivateFramework {
     void answer(const std::weak_ptr<Object>& assertion, const SimulatedAllowlist& allowlist,
                 MainThread::Uptime askedAt, const Activated& completion);
 
-    SimulatedMainThread& mainThread_;
+    MachineThread& mainThread_;
     std::shared_ptr<Ledger> ledger_;
     bool loaded_ = false;
     std::uint64_t activations_ = 0;
     std::uint64_t invalidations_ = 0;
+    std::uint64_t unanswered_ = 0;
     std::vector<std::string> systemLogLines_;
 };
 

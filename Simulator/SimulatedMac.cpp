@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <utility>
 
 namespace velko {
@@ -10,7 +9,6 @@ namespace velko {
 namespace {
 
 constexpr auto hostProcess = "MenuBarAgent";
-constexpr std::size_t pictureColumns = 108;
 constexpr auto quittingTime = std::chrono::milliseconds(200);  ///< an app's last words
 
 SimulatedIcon systemItem(int number, std::string title, double width) {
@@ -39,6 +37,13 @@ SimulatedApp velkoItself() {
     return {.bundleID = "app.velko.mac", .name = "Velko", .icons = {{.title = "Velko", .width = 28}}};
 }
 
+MachineThread& threadOf(HostMainThread* host, SimulatedMainThread& inVirtualTime) {
+    if (host != nullptr) {
+        return *host;
+    }
+    return inVirtualTime;
+}
+
 std::optional<BundleID> identifierOf(const SimulatedApp& app) {
     return app.bundleID.empty() ? std::nullopt : std::optional(app.bundleID);
 }
@@ -47,28 +52,54 @@ std::optional<BundleID> identifierOf(const SimulatedApp& app) {
 
 SimulatedMac::SimulatedMac(SimulatedMacOptions options)
     : mainThread(options.date),
-      accessibility(mainThread, options.trusted),
-      processes(mainThread),
-      workspace(mainThread, processes),
-      displays(mainThread, std::move(options.displays)),
-      pointer(mainThread, accessibility),
-      framework(mainThread, [this] { refresh(); }),
+      host_(options.host),
+      thread_(threadOf(host_, mainThread)),
+      accessibility(thread_, options.trusted),
+      processes(thread_),
+      workspace(thread_, processes),
+      displays(thread_, std::move(options.displays)),
+      pointer(thread_, accessibility),
+      framework(thread_, [this] { refresh(); }),
+      dialogs(thread_),
       trees_(accessibility) {
-    accessibility.elementUnder = [this](Point point) {
-        const auto* slot = menuBar_.under(point);
-        return slot == nullptr ? nullptr : slot->element;
-    };
     launch(menuBarAgent());
     launch(systemUIServer());
     processes.setOwn(launch(velkoItself()));
     workspace.onTerminate = [this](ProcessID pid) {
-        mainThread.happen(quittingTime, [this, pid] { quit(pid); });
+        thread_.happen(quittingTime, [this, pid] { quit(pid); });
     };
-    windows.others = {{.layer = 24, .ownerPID = menuBarHost()}, {.layer = 0, .ownerPID = std::nullopt}};
+    windows.others = {{.layer = 24, .ownerPID = menuBarHost(), .frame = Rect{.width = 1920, .height = 24}},
+                      {.layer = 0, .ownerPID = std::nullopt}};
+}
+
+SimulatedMac::~SimulatedMac() {
+    if (host_ != nullptr) {
+        host_->waitForReads();
+    }
+}
+
+void SimulatedMac::advance(MainThread::Uptime duration) {
+    if (host_ != nullptr) {
+        host_->runFor(duration);
+    } else {
+        mainThread.advance(duration);
+    }
+}
+
+FileCalls SimulatedMac::fileCalls() const {
+    FileCalls calls;
+    calls.write = [write = calls.write, counter = bytesWritten_](int file, const void* data,
+                                                                 std::size_t size) {
+        const auto written = write(file, data, size);
+        *counter += static_cast<std::uint64_t>(std::max<std::ptrdiff_t>(written, 0));
+        return written;
+    };
+    calls.fsync = [](int) { return 0; };  // nobody pulls the plug of a Mac in memory
+    return calls;
 }
 
 Platform SimulatedMac::platform() noexcept {
-    return {.mainThread = mainThread,
+    return {.mainThread = thread_,
             .accessibility = accessibility,
             .workspace = workspace,
             .displays = displays,
@@ -78,10 +109,22 @@ Platform SimulatedMac::platform() noexcept {
             .privateFramework = framework};
 }
 
+AppPorts SimulatedMac::appPorts() noexcept {
+    return {.application = application,
+            .defaults = defaults,
+            .dialogs = dialogs,
+            .loginItem = loginItem,
+            .pasteboard = pasteboard,
+            .statusItem = statusItem,
+            .surfaces = surfaces,
+            .updater = updater};
+}
+
 SimulatedMac::Cost SimulatedMac::cost() const {
     return {.wakeUps = mainThread.wakeUps(),
             .accessibilityMessages = accessibility.messages(),
-            .engineCalls = framework.activations() + framework.invalidations()};
+            .engineCalls = framework.activations() + framework.invalidations(),
+            .bytesWritten = *bytesWritten_};
 }
 
 SimulatedMac::Registered SimulatedMac::registered() const {
@@ -192,52 +235,6 @@ void SimulatedMac::removeIcon(ProcessID pid, std::size_t index) {
 SimulatedElement* SimulatedMac::iconElement(ProcessID pid, std::size_t index) {
     const auto* slot = menuBar_.find(pid, index);
     return slot == nullptr ? nullptr : slot->element.get();
-}
-
-std::vector<BundleID> SimulatedMac::visibleIcons() const {
-    std::vector<BundleID> owners;
-    for (const auto& slot : menuBar_.slots() | std::views::reverse) {
-        if (slot.isVisible && !slot.icon.systemItem) {
-            owners.push_back(slot.bundleID);
-        }
-    }
-    return owners;
-}
-
-std::vector<std::string> SimulatedMac::visibleSystemItems() const {
-    std::vector<std::string> titles;
-    for (const auto& slot : menuBar_.slots() | std::views::reverse) {
-        if (slot.isVisible && slot.icon.systemItem) {
-            titles.push_back(slot.icon.title.value_or(""));
-        }
-    }
-    return titles;
-}
-
-std::string SimulatedMac::menuBarPicture() const {
-    std::string picture = menuBar_.picture(mainThread.date(), processes.ownPID(), pictureColumns);
-    if (const auto owner = windows.menuOwner()) {
-        picture += "\n" + processes.name(*owner).value_or("?") + " has its menu open";
-    }
-    return picture;
-}
-
-/// Brings everything that follows from processes, icons, displays and the allowlist up to date.
-void SimulatedMac::refresh() {
-    if (const auto screens = displays.displays(); !screens.empty()) {
-        barWidth_ = screens.front().frame.width;
-    }
-    menuBar_.layOut(framework.inForce(), barWidth_, displays.statusBarThickness());
-    trees_.write(processes, menuBar_, menuBarHost());
-    std::vector<Sight> sight;
-    for (const auto& slot : menuBar_.slots()) {
-        if (slot.isVisible) {
-            sight.push_back({.pid = slot.pid, .title = slot.icon.title, .frame = slot.frame});
-        }
-    }
-    if (std::exchange(sight_, sight) != sight && onMenuBarChange) {
-        onMenuBarChange();
-    }
 }
 
 }  // namespace velko

@@ -4,12 +4,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "Simulator/HostMainThread.h"
 #include "Simulator/SimulatedAccessibility.h"
 #include "Simulator/SimulatedApp.h"
+#include "Simulator/SimulatedDesktop.h"
 #include "Simulator/SimulatedDialogs.h"
 #include "Simulator/SimulatedDisplays.h"
 #include "Simulator/SimulatedFramework.h"
@@ -18,10 +21,13 @@
 #include "Simulator/SimulatedMenuBar.h"
 #include "Simulator/SimulatedPointer.h"
 #include "Simulator/SimulatedProcesses.h"
+#include "Simulator/SimulatedStatusItem.h"
+#include "Simulator/SimulatedSurfaces.h"
 #include "Simulator/SimulatedTrees.h"
 #include "Simulator/SimulatedWindows.h"
 #include "Simulator/SimulatedWorkspace.h"
 #include "Velko/Ports/AppPorts.h"
+#include "VelkoCore/AtomicFile.h"
 #include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
@@ -30,6 +36,9 @@ struct SimulatedMacOptions {
     bool trusted = true;  ///< whether the user has given Velko the Accessibility permission
     PreciseDate date = std::chrono::sys_days(std::chrono::year{2026} / 3 / 2) + std::chrono::hours(8);
     std::vector<Display> displays = {SimulatedDisplays::plain()};
+    /// What the machine runs on, and outlives it; left out, it runs in virtual time. On a host it is never
+    /// put to sleep, and neither wake-ups nor waiting work are counted.
+    HostMainThread* host = nullptr;
 };
 
 /// A Mac in memory, with Velko as one of its processes.
@@ -43,7 +52,8 @@ class SimulatedMac final {
     struct Cost {
         std::uint64_t wakeUps = 0;
         std::uint64_t accessibilityMessages = 0;
-        std::uint64_t engineCalls = 0;  ///< activations and invalidations
+        std::uint64_t engineCalls = 0;   ///< activations and invalidations
+        std::uint64_t bytesWritten = 0;  ///< by way of `fileCalls`
 
         bool operator==(const Cost&) const = default;
     };
@@ -61,11 +71,15 @@ class SimulatedMac final {
     explicit SimulatedMac(SimulatedMacOptions options = {});
     SimulatedMac(const SimulatedMac&) = delete;
     SimulatedMac& operator=(const SimulatedMac&) = delete;
-    ~SimulatedMac() = default;
+    /// Waits for the reads that a host makes on other threads: they ask this machine.
+    ~SimulatedMac();
 
     [[nodiscard]] Platform platform() noexcept;
-    [[nodiscard]] AppPorts appPorts() noexcept { return {.dialogs = dialogs, .loginItem = loginItem}; }
-    void advance(MainThread::Uptime duration) { mainThread.advance(duration); }
+    [[nodiscard]] AppPorts appPorts() noexcept;
+    /// The file system's calls, with what is written counted. They may outlive the machine.
+    [[nodiscard]] FileCalls fileCalls() const;
+    /// Lets time pass: at once in virtual time, in earnest on a host.
+    void advance(MainThread::Uptime duration);
     [[nodiscard]] Cost cost() const;
     [[nodiscard]] Registered registered() const;
 
@@ -111,10 +125,18 @@ class SimulatedMac final {
     [[nodiscard]] std::vector<std::string> visibleSystemItems() const;
     /// The menu bar as text, in rows of at most 108 columns; a last line tells of an open menu.
     [[nodiscard]] std::string menuBarPicture() const;
+    /// Every icon, hidden ones too, and where it stands.
+    [[nodiscard]] const SimulatedMenuBar& menuBar() const noexcept { return menuBar_; }
     /// Called after every change of what shows, also amid an `advance`.
     std::function<void()> onMenuBarChange;
 
-    SimulatedMainThread mainThread;
+    SimulatedMainThread mainThread;  ///< idle when the machine runs on a host
+
+ private:
+    HostMainThread* host_;
+    MachineThread& thread_;
+
+ public:
     SimulatedAccessibility accessibility;
     SimulatedProcesses processes;
     SimulatedWorkspace workspace;
@@ -122,8 +144,14 @@ class SimulatedMac final {
     SimulatedPointer pointer;
     SimulatedWindows windows;
     SimulatedFramework framework;
-    SimulatedDialogs dialogs{mainThread};
+    SimulatedDialogs dialogs;
     SimulatedLoginItem loginItem;
+    SimulatedApplication application;
+    SimulatedDefaults defaults;
+    SimulatedPasteboard pasteboard;
+    SimulatedStatusItem statusItem{thread_};
+    SimulatedSurfaces surfaces{thread_};
+    SimulatedUpdater updater;
 
  private:
     void end(ProcessID pid, std::optional<BundleID> bundleID);
@@ -141,6 +169,7 @@ class SimulatedMac final {
         bool operator==(const Sight&) const = default;
     };
 
+    std::shared_ptr<std::uint64_t> bytesWritten_ = std::make_shared<std::uint64_t>(0);
     SimulatedMenuBar menuBar_;
     SimulatedTrees trees_;
     double barWidth_ = 0;  ///< of the last primary screen that there was

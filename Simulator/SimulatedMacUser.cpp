@@ -28,16 +28,16 @@ void SimulatedMac::setDisplays(std::vector<Display> arrangement) {
 void SimulatedMac::openMenu(ProcessID pid) {
     closeMenu();
     windows.openMenu(pid);
-    if (const auto application = accessibility.root(pid)) {
-        accessibility.notify(application, "AXMenuOpened");
+    if (const auto root = accessibility.root(pid)) {
+        accessibility.notify(root, "AXMenuOpened");
     }
 }
 
 void SimulatedMac::closeMenu() {
     const auto owner = windows.menuOwner();
     windows.closeMenu();
-    if (const auto application = owner ? accessibility.root(*owner) : nullptr) {
-        accessibility.notify(application, "AXMenuClosed");
+    if (const auto root = owner ? accessibility.root(*owner) : nullptr) {
+        accessibility.notify(root, "AXMenuClosed");
     }
 }
 

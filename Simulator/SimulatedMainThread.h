@@ -6,7 +6,7 @@
 #include <memory>
 #include <optional>
 
-#include "VelkoEngine/Ports/MainThread.h"
+#include "Simulator/MachineThread.h"
 
 namespace velko {
 
@@ -15,7 +15,7 @@ namespace velko {
 /// A background read happens inside the call that starts it; its answer comes after what the read has
 /// spent. Everything is called on one thread, but for `post`. Work that is pending when the main thread
 /// goes is dropped without running.
-class SimulatedMainThread final : public MainThread {
+class SimulatedMainThread final : public MachineThread {
  public:
     explicit SimulatedMainThread(PreciseDate date);
     ~SimulatedMainThread() override;
@@ -37,13 +37,11 @@ class SimulatedMainThread final : public MainThread {
     /// Sets the wall clock, as a person or a time server does.
     void setDate(PreciseDate date);
 
-    /// Time that the running code waits for somebody's answer: inside a background read it delays that
-    /// read's answer, elsewhere it blocks the main thread.
-    void spend(Uptime cost);
+    /// Inside a background read it delays that read's answer, elsewhere it blocks the main thread.
+    void spend(Uptime cost) override;
 
-    /// Something that the machine does, not Velko: it comes in order with everything else, but wakes
-    /// nobody by itself.
-    void happen(Uptime delay, Work work);
+    /// Comes in order with everything else, but wakes nobody by itself.
+    void happen(Uptime delay, Work work) override;
 
     /// Work of Velko's that waits: tasks and what was posted.
     [[nodiscard]] std::size_t waiting() const;

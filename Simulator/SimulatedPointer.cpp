@@ -25,6 +25,11 @@ std::unique_ptr<ClickTap> SimulatedPointer::tapClicks(std::function<void(const C
     return std::make_unique<Handle>(std::move(tap));
 }
 
+void SimulatedPointer::moveTo(Point location) {
+    location_ = location;
+    moves_.tell({});
+}
+
 void SimulatedPointer::press(Point location) {
     tell({.kind = ClickTapEvent::Kind::mouseDown, .location = location});
 }

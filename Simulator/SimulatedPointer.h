@@ -3,8 +3,10 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "Simulator/SimulatedObservers.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Pointer.h"
@@ -16,10 +18,18 @@ class SimulatedPointer final : public Pointer {
  public:
     /// `accessibility` knows whether the user allows taps.
     SimulatedPointer(MainThread& mainThread, const Accessibility& accessibility)
-        : mainThread_(mainThread), accessibility_(accessibility) {}
+        : mainThread_(mainThread), accessibility_(accessibility), moves_(mainThread) {}
 
     [[nodiscard]] std::unique_ptr<ClickTap> tapClicks(
         std::function<void(const ClickTapEvent&)> handler) override;
+
+    [[nodiscard]] Point location() const override { return location_; }
+    [[nodiscard]] Subscription observeMoves(std::function<void()> handler) override {
+        return moves_.observe([handler = std::move(handler)](const Moved&) { handler(); });
+    }
+
+    /// The pointer moves there: origin at the bottom left of the primary screen.
+    void moveTo(Point location);
 
     /// A button goes down. Taps that are switched off do not hear of it, now or later.
     void press(Point location);
@@ -28,9 +38,12 @@ class SimulatedPointer final : public Pointer {
 
     /// The taps that are installed.
     [[nodiscard]] std::size_t taps() const;
+    /// Those who hear of moves.
+    [[nodiscard]] std::size_t moveObservers() const { return moves_.count(); }
 
  private:
     class Handle;
+    struct Moved {};
     struct Tap {
         std::function<void(const ClickTapEvent&)> handler;
         bool isEnabled = true;
@@ -41,6 +54,8 @@ class SimulatedPointer final : public Pointer {
     MainThread& mainThread_;
     const Accessibility& accessibility_;
     std::vector<std::weak_ptr<Tap>> taps_;
+    SimulatedObservers<Moved> moves_;
+    Point location_;
 };
 
 }  // namespace velko

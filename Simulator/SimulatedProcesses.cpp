@@ -9,6 +9,7 @@
 namespace velko {
 
 std::optional<std::vector<ProcessID>> SimulatedProcesses::list() const {
+    const std::lock_guard lock(mutex_);
     std::vector<ProcessID> pids;
     pids.reserve(running_.size() + 1);
     std::ranges::transform(running_ | std::views::reverse, std::back_inserter(pids), &SimulatedProcess::pid);
@@ -17,6 +18,7 @@ std::optional<std::vector<ProcessID>> SimulatedProcesses::list() const {
 }
 
 std::optional<std::string> SimulatedProcesses::name(ProcessID pid) const {
+    const std::lock_guard lock(mutex_);
     const auto* process = find(pid);
     if (process == nullptr) {
         return std::nullopt;
@@ -25,6 +27,7 @@ std::optional<std::string> SimulatedProcesses::name(ProcessID pid) const {
 }
 
 std::optional<ResourceUsage> SimulatedProcesses::resourceUsage(ProcessID pid) const {
+    const std::lock_guard lock(mutex_);
     const auto* process = find(pid);
     if (process == nullptr || process->app.isForeign) {
         return std::nullopt;
@@ -36,11 +39,23 @@ std::optional<ResourceUsage> SimulatedProcesses::resourceUsage(ProcessID pid) co
 }
 
 NullSignal SimulatedProcesses::nullSignal(ProcessID pid) const {
+    const std::lock_guard lock(mutex_);
     const auto* process = find(pid);
     if (process == nullptr) {
         return NullSignal::noSuchProcess;
     }
     return process->app.isForeign ? NullSignal::notPermitted : NullSignal::delivered;
+}
+
+std::vector<ProcessID> SimulatedProcesses::applications(const BundleID& bundleID) const {
+    const std::lock_guard lock(mutex_);
+    std::vector<ProcessID> pids;
+    for (const auto& process : running_) {
+        if (process.app.isApplication && !bundleID.empty() && process.app.bundleID == bundleID) {
+            pids.push_back(process.pid);
+        }
+    }
+    return pids;
 }
 
 MainThread::Uptime SimulatedProcesses::cpuTime(const SimulatedProcess& process) const {
@@ -49,6 +64,7 @@ MainThread::Uptime SimulatedProcesses::cpuTime(const SimulatedProcess& process) 
 }
 
 void SimulatedProcesses::work(ProcessID pid, double cores) {
+    const std::lock_guard lock(mutex_);
     if (auto* process = editable(pid)) {
         process->cpuTime = cpuTime(*process);
         process->since = mainThread_.now();
@@ -57,17 +73,20 @@ void SimulatedProcesses::work(ProcessID pid, double cores) {
 }
 
 void SimulatedProcesses::setMemory(ProcessID pid, std::uint64_t bytes) {
+    const std::lock_guard lock(mutex_);
     if (auto* process = editable(pid)) {
         process->memoryBytes = bytes;
     }
 }
 
 ProcessID SimulatedProcesses::start(SimulatedApp app) {
+    const std::lock_guard lock(mutex_);
     running_.push_back({.pid = nextPID_, .app = std::move(app)});
     return nextPID_++;
 }
 
 void SimulatedProcesses::end(ProcessID pid) {
+    const std::lock_guard lock(mutex_);
     std::erase_if(running_, [pid](const auto& process) { return process.pid == pid; });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,7 +22,8 @@ struct SimulatedProcess {
     std::uint64_t memoryBytes = 40 << 20;  ///< its footprint
 };
 
-/// The table of processes. Time is counted as on Apple silicon, in units of 125 / 3 nanoseconds.
+/// The table of processes. Time is counted as on Apple silicon, in units of 125 / 3 nanoseconds. What the
+/// port offers may be asked on any thread; the machine itself lives on the main thread.
 class SimulatedProcesses final : public Processes {
  public:
     explicit SimulatedProcesses(const MainThread& mainThread) : mainThread_(mainThread) {}
@@ -34,6 +36,8 @@ class SimulatedProcesses final : public Processes {
     [[nodiscard]] std::optional<ResourceUsage> resourceUsage(ProcessID pid) const override;
     [[nodiscard]] TimeBase timeBase() const override { return {.numerator = 125, .denominator = 3}; }
     [[nodiscard]] NullSignal nullSignal(ProcessID pid) const override;
+    /// The processes that the workspace lists under an identifier, oldest first. Any thread.
+    [[nodiscard]] std::vector<ProcessID> applications(const BundleID& bundleID) const;
 
     /// Starts a process under a number that was never used before.
     ProcessID start(SimulatedApp app);
@@ -56,6 +60,7 @@ class SimulatedProcesses final : public Processes {
     [[nodiscard]] MainThread::Uptime cpuTime(const SimulatedProcess& process) const;
 
     const MainThread& mainThread_;
+    mutable std::mutex mutex_;  // guards the table against other threads; only the main thread writes it
     ProcessID nextPID_ = firstPID;
     ProcessID ownPID_ = 0;
     std::vector<SimulatedProcess> running_;

@@ -52,6 +52,7 @@ void writeIcon(const SimulatedMenuBar::Slot& slot) {
 
 void SimulatedTrees::write(const SimulatedProcesses& processes, const SimulatedMenuBar& menuBar,
                            ProcessID host) {
+    const auto lock = accessibility_.hold();
     for (const auto& process : processes.running()) {
         writeApp(menuBar, process.pid);
     }

@@ -37,13 +37,7 @@ std::optional<BundleID> SimulatedWorkspace::bundleID(ProcessID pid) const {
 }
 
 std::vector<ProcessID> SimulatedWorkspace::pids(const BundleID& bundleID) const {
-    std::vector<ProcessID> pids;
-    for (const auto& application : runningApplications()) {
-        if (application.bundleID == bundleID) {
-            pids.push_back(application.pid);
-        }
-    }
-    return pids;
+    return processes_.applications(bundleID);
 }
 
 Subscription SimulatedWorkspace::observe(std::function<void(const WorkspaceNotice&)> handler) {

@@ -9,9 +9,11 @@ namespace velko {
 /// What the running program knows about itself and its system; fixed for the run.
 struct AppInfo {
     BundleID bundleID = "app.velko.mac";  ///< this one where the bundle names none
-    std::string version;
-    std::string systemVersion;  ///< the operating system's, in its own words
-    std::string bundlePath;
+    std::string version{};
+    std::string build{};          ///< the bundle's build number
+    std::string channel{};        ///< where this copy comes from, in a word: "release", "beta", "development"
+    std::string systemVersion{};  ///< the operating system's, in its own words
+    std::string bundlePath{};
 };
 
 }  // namespace velko

@@ -5,7 +5,6 @@
 #include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace velko {
@@ -28,10 +27,11 @@ std::string timestamp(PreciseDate date) {
     return text;
 }
 
-int openForAppending(const std::filesystem::path& file) {
-    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR);
+int openForAppending(const std::filesystem::path& file, const FileCalls& calls) {
+    const int descriptor =
+        calls.open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (descriptor >= 0 && ::fchmod(descriptor, S_IRUSR | S_IWUSR) != 0) {
-        ::close(descriptor);
+        calls.close(descriptor);
         return -1;
     }
     return descriptor;
@@ -39,11 +39,12 @@ int openForAppending(const std::filesystem::path& file) {
 
 }  // namespace
 
-Log::Log(const MainThread& clock, std::filesystem::path file) : clock_(clock), file_(std::move(file)) {}
+Log::Log(const MainThread& clock, std::filesystem::path file, FileCalls calls)
+    : clock_(clock), file_(std::move(file)), calls_(std::move(calls)) {}
 
 Log::~Log() {
     if (descriptor_ >= 0) {
-        ::close(descriptor_);
+        calls_.close(descriptor_);
     }
 }
 
@@ -71,10 +72,10 @@ std::string Log::text() const {
 
 void Log::append(std::string_view line) {
     if (!std::exchange(opened_, true)) {
-        descriptor_ = openForAppending(file_);
+        descriptor_ = openForAppending(file_, calls_);
     }
     while (descriptor_ >= 0 && !line.empty()) {
-        const ssize_t written = ::write(descriptor_, line.data(), line.size());
+        const auto written = calls_.write(descriptor_, line.data(), line.size());
         if (written > 0) {
             line.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno != EINTR) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "VelkoCore/AtomicFile.h"
 #include "VelkoCore/Date.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
@@ -19,7 +20,7 @@ class Log final {
 
     /// The file is opened at the first line; when it can't be, lines go to memory only. `clock` outlives
     /// the log.
-    Log(const MainThread& clock, std::filesystem::path file);
+    Log(const MainThread& clock, std::filesystem::path file, FileCalls calls = {});
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;
     ~Log();
@@ -43,6 +44,7 @@ class Log final {
 
     const MainThread& clock_;
     std::filesystem::path file_;
+    FileCalls calls_;
     std::deque<std::string> lines_;
     bool opened_ = false;
     int descriptor_ = -1;

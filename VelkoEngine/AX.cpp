@@ -15,14 +15,15 @@ namespace velko::AX {
 namespace {
 
 template <class Value>
+std::optional<Value> value(AXAnswer answer) {
+    auto* const held = answer ? std::get_if<Value>(&*answer) : nullptr;
+    return held != nullptr ? std::optional<Value>(std::move(*held)) : std::nullopt;
+}
+
+template <class Value>
 std::optional<Value> value(const Accessibility& accessibility, const AXElement& element,
                            const std::string& attribute) {
-    auto read = accessibility.attribute(element, attribute);
-    if (!read) {
-        return std::nullopt;
-    }
-    auto* const held = std::get_if<Value>(&*read);
-    return held != nullptr ? std::optional<Value>(std::move(*held)) : std::nullopt;
+    return value<Value>(accessibility.attribute(element, attribute));
 }
 
 std::optional<ProcessID> processNamed(const Processes& processes, const std::string& name) {
@@ -48,17 +49,27 @@ std::optional<std::string> string(const Accessibility& accessibility, const AXEl
 
 std::string attributeText(const Accessibility& accessibility, const AXElement& element,
                           const std::string& attribute) {
-    const auto read = accessibility.attribute(element, attribute);
-    if (!read) {
+    return text(accessibility.attribute(element, attribute));
+}
+
+std::vector<AXAnswer> attributes(const Accessibility& accessibility, const AXElement& element,
+                                 const std::vector<std::string>& names) {
+    auto answers = accessibility.attributes(element, names);
+    return answers ? *std::move(answers)
+                   : std::vector<AXAnswer>(names.size(), std::unexpected(answers.error()));
+}
+
+std::string text(const AXAnswer& answer) {
+    if (!answer) {
         return {};
     }
-    if (const auto* const text = std::get_if<std::string>(&*read)) {
-        return *text;
+    if (const auto* const words = std::get_if<std::string>(&*answer)) {
+        return *words;
     }
-    if (const auto* const number = std::get_if<double>(&*read)) {
+    if (const auto* const number = std::get_if<double>(&*answer)) {
         return decimalText(*number);
     }
-    if (const auto* const flag = std::get_if<bool>(&*read)) {
+    if (const auto* const flag = std::get_if<bool>(&*answer)) {
         return *flag ? "1" : "0";
     }
     return {};
@@ -74,16 +85,20 @@ std::vector<AXElement> children(const Accessibility& accessibility, const AXElem
         .value_or(std::vector<AXElement>{});
 }
 
+std::optional<Rect> frame(const AXAnswer& position, const AXAnswer& size) {
+    const auto origin = value<Point>(position);
+    const auto extent = value<Size>(size);
+    if (!origin || !std::isfinite(origin->x) || !std::isfinite(origin->y) || !extent ||
+        !std::isfinite(extent->width) || !std::isfinite(extent->height)) {
+        return std::nullopt;
+    }
+    return Rect{origin->x, origin->y, extent->width, extent->height};
+}
+
 std::optional<Rect> frame(const Accessibility& accessibility, const AXElement& element) {
-    const auto position = value<Point>(accessibility, element, "AXPosition");
-    if (!position || !std::isfinite(position->x) || !std::isfinite(position->y)) {
-        return std::nullopt;
-    }
-    const auto size = value<Size>(accessibility, element, "AXSize");
-    if (!size || !std::isfinite(size->width) || !std::isfinite(size->height)) {
-        return std::nullopt;
-    }
-    return Rect{position->x, position->y, size->width, size->height};
+    // Scans live on this: they ask singly, which every app has to answer.
+    const auto position = accessibility.attribute(element, "AXPosition");
+    return position ? frame(position, accessibility.attribute(element, "AXSize")) : std::nullopt;
 }
 
 std::string title(const Accessibility& accessibility, const AXElement& element) {

@@ -25,6 +25,17 @@ namespace velko::AX {
 [[nodiscard]] std::string attributeText(const Accessibility& accessibility, const AXElement& element,
                                         const std::string& attribute);
 
+/// Several attributes with one message: as many answers as names, each an error when the element does not
+/// answer at all.
+[[nodiscard]] std::vector<AXAnswer> attributes(const Accessibility& accessibility, const AXElement& element,
+                                               const std::vector<std::string>& names);
+
+/// Text or a number, as text; a switch counts as 1 or 0, anything else is empty.
+[[nodiscard]] std::string text(const AXAnswer& answer);
+
+/// The frame that answers for position and size make, when both have a value and are finite.
+[[nodiscard]] std::optional<Rect> frame(const AXAnswer& position, const AXAnswer& size);
+
 /// An attribute that holds an element.
 [[nodiscard]] std::optional<AXElement> element(const Accessibility& accessibility, const AXElement& element,
                                                const std::string& attribute);

@@ -58,7 +58,8 @@ using ReadingsHandler = std::function<void(Readings)>;
 /// The processes whose items the menu bar's host shows now; blocks for a few messages. Any thread.
 [[nodiscard]] std::set<ProcessID> visiblePIDs(const Platform& platform);
 
-/// The frame of this program's own first status item; origin at the top left of the primary screen.
+/// The frame of this program's own first status item; origin at the top left of the primary screen. Main
+/// thread: a program's own elements answer on the thread that asks, and they are the main thread's.
 [[nodiscard]] std::optional<Rect> ownItemFrame(const Platform& platform);
 
 /// An app's Accessibility tree as indented text, down to `maxDepth`. Any thread.

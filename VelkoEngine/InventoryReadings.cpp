@@ -1,6 +1,8 @@
-#include <array>
 #include <iterator>
+#include <ranges>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "VelkoEngine/AX.h"
 #include "VelkoEngine/GatheredReads.h"
@@ -12,18 +14,20 @@ namespace velko::Inventory {
 namespace {
 
 ItemReading readItem(const Accessibility& accessibility, const AXElement& element) {
+    // One message for all: this is done for every tucked icon every two seconds.
+    static const std::vector<std::string> attributes{"AXPosition",    "AXSize", "AXTitle",
+                                                     "AXDescription", "AXHelp", "AXValue"};
+    const auto answers = AX::attributes(accessibility, element, attributes);
+    const auto frame = AX::frame(answers[0], answers[1]);
+    ItemReading reading{.text = {}, .width = frame ? frame->width : 0};
     // Empty fields stay, and the value stands where a title would use the identifier: the text must change
     // whenever one of the four attributes does.
-    static constexpr std::array attributes{"AXTitle", "AXDescription", "AXHelp", "AXValue"};
-    ItemReading reading;
     const char* separator = "";
-    for (const char* const attribute : attributes) {
+    for (const AXAnswer& answer : answers | std::views::drop(2)) {
         reading.text += separator;
-        reading.text += AX::attributeText(accessibility, element, attribute);
+        reading.text += AX::text(answer);
         separator = "|";
     }
-    const auto frame = AX::frame(accessibility, element);
-    reading.width = frame ? frame->width : 0;
     return reading;
 }
 

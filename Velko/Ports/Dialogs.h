@@ -37,6 +37,17 @@ class Dialogs {
         bool operator==(const Alert&) const = default;
     };
 
+    struct Question {
+        std::string title;
+        std::string message;
+        std::string confirm;  ///< the button that agrees
+        std::string cancel;   ///< the button that does not, which Escape presses
+
+        bool operator==(const Question&) const = default;
+    };
+    /// Receives whether the user agreed. Never called within the call that asks.
+    using Answered = std::function<void(bool)>;
+
     Dialogs() = default;
     Dialogs(const Dialogs&) = delete;
     Dialogs& operator=(const Dialogs&) = delete;
@@ -51,6 +62,10 @@ class Dialogs {
 
     /// Tells the user that something went wrong. May return before the user has read it.
     virtual void alert(const Alert& alert) = 0;
+
+    /// Asks before something that is not easily undone. The task is pending until the user answers;
+    /// cancelling it drops the answer.
+    [[nodiscard]] virtual Task ask(const Question& question, Answered answered) = 0;
 };
 
 }  // namespace velko

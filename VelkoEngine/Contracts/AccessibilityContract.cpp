@@ -34,6 +34,16 @@ void checkOwnTree(const Accessibility& accessibility, ProcessID own, Checks& che
     expect(checks, "Accessibility: an attribute that an element lacks is an error", !unknown,
            seenError(unknown));
 
+    const auto several =
+        accessibility.attributes(application, {"AXNobodyHasThisAttribute", "AXRole", "AXChildren"});
+    const auto* second = several && several->size() == 3 && (*several)[1]
+                             ? std::get_if<std::string>(&*(*several)[1])
+                             : nullptr;
+    expect(checks, "Accessibility: several attributes come as single ones do, one missing among them",
+           second != nullptr && *second == "AXApplication" && !(*several)[0] && (*several)[2] &&
+               std::holds_alternative<std::vector<AXElement>>(*(*several)[2]),
+           several ? std::to_string(several->size()) + " answers" : "an error");
+
     const auto children = accessibility.attribute(application, "AXChildren");
     const auto* list = children ? std::get_if<std::vector<AXElement>>(&*children) : nullptr;
     expect(checks, "Accessibility: children come as a list of elements of the same process",

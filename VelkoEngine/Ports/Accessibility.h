@@ -53,6 +53,9 @@ struct AXOther {};
 using AXValue =
     std::variant<AXOther, bool, double, std::string, Point, Size, AXElement, std::vector<AXElement>>;
 
+/// What an element says when it is asked for an attribute.
+using AXAnswer = std::expected<AXValue, AXError>;
+
 /// A listener for what one process tells of its elements, registered until it is destroyed. Main thread.
 class AXObserver {
  public:
@@ -91,6 +94,11 @@ class Accessibility {
 
     [[nodiscard]] virtual std::expected<AXValue, AXError> attribute(const AXElement& element,
                                                                     const std::string& name) const = 0;
+
+    /// Several attributes for the price of one question: an answer for each name, in their order. An error
+    /// when the element does not answer at all.
+    [[nodiscard]] virtual std::expected<std::vector<AXAnswer>, AXError> attributes(
+        const AXElement& element, const std::vector<std::string>& names) const = 0;
 
     [[nodiscard]] virtual std::expected<std::vector<std::string>, AXError> attributeNames(
         const AXElement& element) const = 0;

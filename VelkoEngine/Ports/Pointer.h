@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
 
@@ -44,6 +45,13 @@ class Pointer {
     /// allowed it. `handler` must return at once: the system switches off a slow tap.
     [[nodiscard]] virtual std::unique_ptr<ClickTap> tapClicks(
         std::function<void(const ClickTapEvent&)> handler) = 0;
+
+    /// Where the pointer is: origin at the bottom left of the primary screen, y grows upwards.
+    [[nodiscard]] virtual Point location() const = 0;
+
+    /// Calls `handler` on the main thread whenever the pointer has moved, over whatever program, until the
+    /// subscription ends.
+    [[nodiscard]] virtual Subscription observeMoves(std::function<void()> handler) = 0;
 };
 
 }  // namespace velko

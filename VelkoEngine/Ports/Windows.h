@@ -4,14 +4,16 @@
 #include <optional>
 #include <vector>
 
+#include "VelkoCore/Geometry.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
 
-/// A window on screen: its level and, where it can be read, its owner.
+/// A window on screen: what can be read of its level, its owner and its place.
 struct WindowInfo {
-    std::optional<std::int64_t> layer;
-    std::optional<ProcessID> ownerPID;
+    std::optional<std::int64_t> layer{};
+    std::optional<ProcessID> ownerPID{};
+    std::optional<Rect> frame{};  ///< origin at the top left of the primary screen; y grows downwards
 
     bool operator==(const WindowInfo&) const = default;
 };

@@ -12,6 +12,8 @@ class MacAccessibility final : public Accessibility {
     [[nodiscard]] AXElement application(ProcessID pid, float messagingTimeout) const override;
     [[nodiscard]] std::expected<AXValue, AXError> attribute(const AXElement& element,
                                                             const std::string& name) const override;
+    [[nodiscard]] std::expected<std::vector<AXAnswer>, AXError> attributes(
+        const AXElement& element, const std::vector<std::string>& names) const override;
     [[nodiscard]] std::expected<std::vector<std::string>, AXError> attributeNames(
         const AXElement& element) const override;
     [[nodiscard]] std::expected<ProcessID, AXError> pid(const AXElement& element) const override;

@@ -78,6 +78,16 @@ AXValue valueOf(CFTypeRef object, float timeout) {
     return AXOther{};
 }
 
+/// What stands for one attribute among several: its value, or the error that reading it alone would give.
+AXAnswer answerOf(CFTypeRef object, float timeout) {
+    ::AXError error = kAXErrorSuccess;
+    if (CFGetTypeID(object) == AXValueGetTypeID() &&
+        AXValueGetValue(static_cast<AXValueRef>(object), kAXValueTypeAXError, &error)) {
+        return failed(error);
+    }
+    return valueOf(object, timeout);
+}
+
 }  // namespace
 
 bool MacAccessibility::isTrusted() const {
@@ -108,6 +118,26 @@ std::expected<AXValue, AXError> MacAccessibility::attribute(const AXElement& ele
         return failed(kAXErrorNoValue);
     }
     return valueOf(value.get(), asked.timeout());
+}
+
+std::expected<std::vector<AXAnswer>, AXError> MacAccessibility::attributes(
+    const AXElement& element, const std::vector<std::string>& names) const {
+    const MacElement& asked = MacElement::of(element);
+    NSArray<NSString*>* attributes = native(names);
+    CFRef<CFArrayRef> values;
+    const ::AXError error = AXUIElementCopyMultipleAttributeValues(
+        asked.ref(), (__bridge CFArrayRef)attributes, AXCopyMultipleAttributeOptions{}, values.out());
+    if (error != kAXErrorSuccess) {
+        return failed(error);
+    }
+    if (!values || CFArrayGetCount(values.get()) != static_cast<CFIndex>(names.size())) {
+        return failed(kAXErrorNoValue);
+    }
+    std::vector<AXAnswer> answers;
+    for (CFIndex index = 0; index < CFArrayGetCount(values.get()); ++index) {
+        answers.push_back(answerOf(CFArrayGetValueAtIndex(values.get(), index), asked.timeout()));
+    }
+    return answers;
 }
 
 std::expected<std::vector<std::string>, AXError> MacAccessibility::attributeNames(

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "VelkoEngine/BackgroundAnswer.h"
 #include "VelkoEngine/WorkQueue.h"
 
 namespace velko {
@@ -118,30 +119,6 @@ class MacMainThread::Core final : public std::enable_shared_from_this<Core> {
     std::vector<Posted> posted_;
 };
 
-namespace {
-
-/// A background read's answer on its way: lives on the main thread but for the handle to it.
-class Answer final : public Task::Handle {
- public:
-    using Then = std::function<void(const std::shared_ptr<void>&)>;
-
-    explicit Answer(Then then) : then_(std::move(then)) {}
-
-    void cancel() noexcept override { const Then dropped = std::exchange(then_, nullptr); }
-    [[nodiscard]] bool isPending() const noexcept override { return static_cast<bool>(then_); }
-
-    void deliver(const std::shared_ptr<void>& result) {
-        if (const Then then = std::exchange(then_, nullptr)) {
-            then(result);
-        }
-    }
-
- private:
-    Then then_;
-};
-
-}  // namespace
-
 MacMainThread::MacMainThread() : core_(std::make_shared<Core>()) {
     core_->start();
 }
@@ -171,10 +148,11 @@ Task MacMainThread::every(Uptime period, Work work) {
 }
 
 Task MacMainThread::startBackground(Read read, Then then) {
-    auto answer = std::make_shared<Answer>(std::move(then));
+    auto answer = std::make_shared<BackgroundAnswer>(std::move(then));
     Task task(answer);
     const auto core = core_;
-    auto job = std::make_shared<std::pair<Read, std::shared_ptr<Answer>>>(std::move(read), std::move(answer));
+    auto job = std::make_shared<std::pair<Read, std::shared_ptr<BackgroundAnswer>>>(std::move(read),
+                                                                                    std::move(answer));
     dispatch_async(dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0), ^{
       std::shared_ptr<void> result;
       @autoreleasepool {

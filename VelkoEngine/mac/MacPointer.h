@@ -9,6 +9,8 @@ class MacPointer final : public Pointer {
  public:
     [[nodiscard]] std::unique_ptr<ClickTap> tapClicks(
         std::function<void(const ClickTapEvent&)> handler) override;
+    [[nodiscard]] Point location() const override;
+    [[nodiscard]] Subscription observeMoves(std::function<void()> handler) override;
 };
 
 }  // namespace velko

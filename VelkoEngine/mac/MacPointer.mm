@@ -1,11 +1,14 @@
 #import "VelkoEngine/mac/MacPointer.h"
 
+#import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>
 
+#include <memory>
 #include <utility>
 
 #include "VelkoEngine/mac/CFRef.h"
 #include "VelkoEngine/mac/Conversions.h"
+#include "VelkoEngine/mac/EventMonitors.h"
 
 namespace velko {
 
@@ -73,6 +76,24 @@ std::unique_ptr<ClickTap> MacPointer::tapClicks(std::function<void(const ClickTa
         return nullptr;
     }
     return std::make_unique<MacClickTap>(std::move(tap), std::move(source), std::move(listener));
+}
+
+Point MacPointer::location() const {
+    return portable([NSEvent mouseLocation]);
+}
+
+Subscription MacPointer::observeMoves(std::function<void()> handler) {
+    const auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
+    auto monitors = std::make_shared<std::pair<Subscription, Subscription>>(
+        monitorOthersEvents(NSEventMaskMouseMoved, [shared] { (*shared)(); }),
+        monitorOwnEvents(NSEventMaskMouseMoved, [shared](NSEvent*) {
+            (*shared)();
+            return false;
+        }));
+    return Subscription([monitors] {
+        monitors->first.end();
+        monitors->second.end();
+    });
 }
 
 }  // namespace velko

@@ -19,6 +19,15 @@ std::optional<ProcessID> processID(std::optional<std::int64_t> number) {
     return static_cast<ProcessID>(*number);
 }
 
+std::optional<Rect> frame(CFTypeRef bounds) {
+    CGRect rect{};
+    if (bounds == nullptr || CFGetTypeID(bounds) != CFDictionaryGetTypeID() ||
+        !CGRectMakeWithDictionaryRepresentation(static_cast<CFDictionaryRef>(bounds), &rect)) {
+        return std::nullopt;
+    }
+    return portable(rect);
+}
+
 }  // namespace
 
 std::optional<std::vector<WindowInfo>> MacWindows::onScreen() const {
@@ -31,7 +40,8 @@ std::optional<std::vector<WindowInfo>> MacWindows::onScreen() const {
     for (NSDictionary* window in (__bridge NSArray<NSDictionary*>*)list.get()) {
         const auto info = (__bridge CFDictionaryRef)window;
         result.push_back({.layer = wholeNumber(CFDictionaryGetValue(info, kCGWindowLayer)),
-                          .ownerPID = processID(wholeNumber(CFDictionaryGetValue(info, kCGWindowOwnerPID)))});
+                          .ownerPID = processID(wholeNumber(CFDictionaryGetValue(info, kCGWindowOwnerPID))),
+                          .frame = frame(CFDictionaryGetValue(info, kCGWindowBounds))});
     }
     return result;
 }

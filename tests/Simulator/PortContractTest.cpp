@@ -4,6 +4,7 @@
 
 #include "Simulator/Contracts/ActingContracts.h"
 #include "Simulator/ForwardingPorts.h"
+#include "Simulator/HostMainThread.h"
 #include "Simulator/SimulatedMac.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 
@@ -57,6 +58,13 @@ TEST(PortContract, TheSimulatedMainThreadKeepsIt) {
     SimulatedMac mac;
     Checks checks;
     Contracts::checkMainThread(mac.mainThread, stagehandOf(mac).pass, checks);
+    expectAllKept(checks);
+}
+
+TEST(PortContract, TheMainThreadOnTheHostKeepsIt) {
+    HostMainThread host;
+    Checks checks;
+    Contracts::checkMainThread(host, [&host](MainThread::Uptime duration) { host.runFor(duration); }, checks);
     expectAllKept(checks);
 }
 

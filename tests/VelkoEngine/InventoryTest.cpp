@@ -126,9 +126,12 @@ TEST_F(InventoryTest, ReadsHowItemsLookFieldByField) {
     mac.iconElement(pid, 0)->overrides["AXSize"] = AXError::noValue;
     mac.iconElement(pid, 4)->overrides = {{"AXValue", true}, {"AXHelp", AXOther{}}};
     Inventory::Readings found;
+    const auto messages = mac.accessibility.messages();
     const auto task = Inventory::readings(platform, {{"a", pid}, {"gone", 9999}},
                                           [&](auto all) { found = std::move(all); });
     mac.advance(1s);
+    EXPECT_EQ(mac.accessibility.messages() - messages, 2U + 5U + 1U)
+        << "two for the list, one per item; one to the app that is gone";
     const std::vector<ItemReading> looks = {{"title|||", 0},
                                             {"t|d|h|v", 24},
                                             {"|||-1000000000000000000000", 30},

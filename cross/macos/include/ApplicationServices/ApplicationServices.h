@@ -17,7 +17,13 @@ typedef void (*AXObserverCallback)(AXObserverRef observer, AXUIElementRef elemen
 
 typedef enum AXError : int32_t { kAXErrorSuccess = 0, kAXErrorNoValue = -25212 } AXError;
 
-typedef enum AXValueType : uint32_t { kAXValueTypeCGPoint = 1, kAXValueTypeCGSize = 2 } AXValueType;
+typedef enum AXValueType : uint32_t {
+    kAXValueTypeCGPoint = 1,
+    kAXValueTypeCGSize = 2,
+    kAXValueTypeAXError = 5
+} AXValueType;
+
+typedef uint32_t AXCopyMultipleAttributeOptions;
 
 extern const CFStringRef kAXTrustedCheckOptionPrompt;
 
@@ -31,6 +37,8 @@ AXError AXUIElementCopyAttributeNames(AXUIElementRef element, CFArrayRef* names)
 AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef* value);
 AXError AXUIElementCopyElementAtPosition(AXUIElementRef application, float x, float y,
                                          AXUIElementRef* element);
+AXError AXUIElementCopyMultipleAttributeValues(AXUIElementRef element, CFArrayRef attributes,
+                                               AXCopyMultipleAttributeOptions options, CFArrayRef* values);
 AXError AXUIElementGetPid(AXUIElementRef element, pid_t* pid);
 AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action);
 AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float timeoutInSeconds);

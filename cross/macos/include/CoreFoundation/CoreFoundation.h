@@ -63,6 +63,7 @@ CFTypeID CFGetTypeID(CFTypeRef object);
 
 CFTypeID CFArrayGetTypeID(void);
 CFTypeID CFBooleanGetTypeID(void);
+CFTypeID CFDictionaryGetTypeID(void);
 CFTypeID CFNumberGetTypeID(void);
 CFTypeID CFStringGetTypeID(void);
 

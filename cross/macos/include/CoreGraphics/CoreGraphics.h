@@ -41,8 +41,11 @@ typedef enum CGWindowListOption : uint32_t { kCGWindowListOptionOnScreenOnly = 1
 
 typedef enum CGWindowLevelKey : int32_t { kCGPopUpMenuWindowLevelKey = 11 } CGWindowLevelKey;
 
+extern const CFStringRef kCGWindowBounds;
 extern const CFStringRef kCGWindowLayer;
 extern const CFStringRef kCGWindowOwnerPID;
+
+bool CGRectMakeWithDictionaryRepresentation(CFDictionaryRef dictionary, CGRect* rect);
 
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID relativeToWindow);
 CGWindowLevel CGWindowLevelForKey(CGWindowLevelKey key);

@@ -1,0 +1,65 @@
+#include <ranges>
+#include <utility>
+
+#include "Simulator/SimulatedMac.h"
+
+// What a person sees of the machine.
+
+namespace velko {
+
+namespace {
+
+constexpr std::size_t pictureColumns = 108;
+
+}  // namespace
+
+std::vector<BundleID> SimulatedMac::visibleIcons() const {
+    std::vector<BundleID> owners;
+    for (const auto& slot : menuBar_.slots() | std::views::reverse) {
+        if (slot.isVisible && !slot.icon.systemItem) {
+            owners.push_back(slot.bundleID);
+        }
+    }
+    return owners;
+}
+
+std::vector<std::string> SimulatedMac::visibleSystemItems() const {
+    std::vector<std::string> titles;
+    for (const auto& slot : menuBar_.slots() | std::views::reverse) {
+        if (slot.isVisible && slot.icon.systemItem) {
+            titles.push_back(slot.icon.title.value_or(""));
+        }
+    }
+    return titles;
+}
+
+std::string SimulatedMac::menuBarPicture() const {
+    std::string picture = menuBar_.picture(thread_.date(), processes.ownPID(), pictureColumns);
+    if (const auto owner = windows.menuOwner()) {
+        picture += "\n" + processes.name(*owner).value_or("?") + " has its menu open";
+    }
+    return picture;
+}
+
+/// Brings everything that follows from processes, icons, displays and the allowlist up to date.
+void SimulatedMac::refresh() {
+    if (const auto screens = displays.displays(); !screens.empty()) {
+        barWidth_ = screens.front().frame.width;
+    }
+    menuBar_.layOut(framework.inForce(), barWidth_, displays.statusBarThickness());
+    trees_.write(processes, menuBar_, menuBarHost());
+    std::vector<Sight> sight;
+    SimulatedAccessibility::OnScreen onScreen;
+    for (const auto& slot : menuBar_.slots()) {
+        if (slot.isVisible) {
+            sight.push_back({.pid = slot.pid, .title = slot.icon.title, .frame = slot.frame});
+            onScreen.emplace_back(slot.frame, slot.element);
+        }
+    }
+    accessibility.setOnScreen(std::move(onScreen));
+    if (std::exchange(sight_, sight) != sight && onMenuBarChange) {
+        onMenuBarChange();
+    }
+}
+
+}  // namespace velko

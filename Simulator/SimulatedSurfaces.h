@@ -1,0 +1,86 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "Velko/Ports/Surfaces.h"
+#include "Velko/View/Tree.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+/// A surface whose tree is there to be read, and whose controls a simulated user works.
+class SimulatedSurface final : public Surface {
+ public:
+    /// `isTransient`: a click outside and Escape close it, as a popover.
+    SimulatedSurface(MainThread& mainThread, bool isTransient)
+        : mainThread_(mainThread), isTransient_(isTransient) {}
+
+    void open(Opening opening) override;
+    void update(view::Node content) override;
+    void move(const Place& place) override;
+    void raise() override { ++raised_; }
+    void close() override;
+    [[nodiscard]] bool isOpen() const override { return opening_.has_value(); }
+    /// A panel of `size` that hangs below its anchor, moved as little as its bounds ask.
+    [[nodiscard]] std::optional<Rect> frame() const override;
+    /// Closes it without a word to anybody: the program that showed it has ended.
+    void forget();
+
+    /// What shows; null while it is closed.
+    [[nodiscard]] const view::Node* content() const noexcept {
+        return opening_ ? &opening_->content : nullptr;
+    }
+    /// Everything that it was opened with; null while it is closed.
+    [[nodiscard]] const Opening* opening() const noexcept { return opening_ ? &*opening_ : nullptr; }
+
+    /// The user works a control; whether it took it.
+    bool perform(std::string_view id, const view::Input& input = {});
+    /// The user asks for it to go.
+    void dismiss(Dismissal how);
+    /// The user presses a key that a control listens to; Escape without one asks a popover or panel to go.
+    bool press(const view::Shortcut& shortcut);
+
+    Size size{.width = 480, .height = 120};  ///< of what is drawn; whoever draws it knows better
+
+    /// How often it was brought to the front.
+    [[nodiscard]] int raised() const noexcept { return raised_; }
+    /// Grows with every change of what shows.
+    [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
+
+ private:
+    MainThread& mainThread_;
+    bool isTransient_;
+    std::optional<Opening> opening_;
+    int raised_ = 0;
+    std::uint64_t revision_ = 0;
+};
+
+/// All of Velko's surfaces on the simulated Mac.
+class SimulatedSurfaces final : public Surfaces {
+ public:
+    explicit SimulatedSurfaces(MainThread& mainThread);
+
+    [[nodiscard]] SimulatedSurface& surface(Kind kind) override;
+    [[nodiscard]] bool reducesMotion() const override { return reducedMotion; }
+
+    /// A click that hits none of them.
+    void clickOutside();
+    /// `SimulatedSurface::forget` for each.
+    void forget();
+    /// Grows with every change of what shows.
+    [[nodiscard]] std::uint64_t revision() const;
+
+    bool reducedMotion = false;
+
+ private:
+    static constexpr std::size_t count = 5;
+
+    std::array<std::unique_ptr<SimulatedSurface>, count> surfaces_;
+};
+
+}  // namespace velko

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace velko {
+
+/// This program as the desktop sees it. Main thread.
+class Application {
+ public:
+    enum class Policy {
+        accessory,  ///< neither in the Dock nor in the application switcher
+        regular,    ///< in both
+    };
+
+    Application() = default;
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+    virtual ~Application() = default;
+
+    [[nodiscard]] virtual Policy policy() const = 0;
+    virtual void setPolicy(Policy policy) = 0;
+
+    /// Puts the program's icon, 512 points wide, into the Dock.
+    virtual void showDockIcon() = 0;
+
+    /// Brings the program's windows in front of other programs'.
+    virtual void activate() = 0;
+
+    /// Ends the program, by way of its orderly end.
+    virtual void terminate() = 0;
+
+    /// Opens a file with an application, or with the one that the system has for it.
+    virtual void openFile(const std::filesystem::path& file,
+                          const std::optional<std::filesystem::path>& application) = 0;
+};
+
+}  // namespace velko

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace velko {
+
+/// The user's defaults for this program. Main thread.
+class Defaults {
+ public:
+    Defaults() = default;
+    Defaults(const Defaults&) = delete;
+    Defaults& operator=(const Defaults&) = delete;
+    virtual ~Defaults() = default;
+
+    /// A switch; off when it was never set.
+    [[nodiscard]] virtual bool isOn(const std::string& key) const = 0;
+    virtual void setOn(const std::string& key, bool on) = 0;
+};
+
+}  // namespace velko

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Velko/View/Node.h"
+#include "VelkoCore/Geometry.h"
+
+namespace velko {
+
+/// One of the places in which Velko shows a tree: a popover, a panel or a window. Main thread.
+class Surface {
+ public:
+    /// How the user asks for it to go.
+    enum class Dismissal { clickOutside, escape, closeButton };
+
+    /// Where a panel stands. Rectangles have their origin at the bottom left of the primary screen.
+    struct Place {
+        Rect anchor{};  ///< it hangs below the middle of this
+        Rect bounds{};  ///< and stays within this
+
+        bool operator==(const Place&) const = default;
+    };
+    /// How a panel comes and goes: sprung like a drawer, or faded.
+    struct Motion {
+        double springResponse = 0;  ///< seconds; 0: no spring
+        double springDamping = 1;   ///< 1: without overshoot
+        double fade = 0;            ///< seconds
+
+        bool operator==(const Motion&) const = default;
+    };
+    struct Opening {
+        std::string title{};           ///< of a window
+        std::optional<Place> place{};  ///< of a panel; a window stands in the middle of its screen
+        Motion motion{};
+        bool isAnimated = true;  ///< of a popover
+        view::Node content{};
+        /// The user wants it gone: whether it goes. Absent: it always does.
+        std::function<bool(Dismissal)> dismiss{};
+        /// It has gone, whoever closed it. Called once, never within `open` or `close`.
+        std::function<void()> closed{};
+    };
+
+    Surface() = default;
+    Surface(const Surface&) = delete;
+    Surface& operator=(const Surface&) = delete;
+    virtual ~Surface() = default;
+
+    /// Shows it in front. One that is open is closed first, and its `closed` is called all the same.
+    virtual void open(Opening opening) = 0;
+
+    /// Draws another tree in the one that is open; what kept its id and kind keeps focus, scroll position
+    /// and open menus. Nothing happens while it is closed.
+    virtual void update(view::Node content) = 0;
+
+    /// Moves a panel that is open.
+    virtual void move(const Place& place) = 0;
+
+    /// Brings a window that is open in front of others.
+    virtual void raise() = 0;
+
+    virtual void close() = 0;
+    [[nodiscard]] virtual bool isOpen() const = 0;
+
+    /// Where it is on screen: origin at the bottom left of the primary screen; nothing while it is closed.
+    [[nodiscard]] virtual std::optional<Rect> frame() const = 0;
+};
+
+/// Velko's surfaces. Main thread; they live as long as this does.
+class Surfaces {
+ public:
+    enum class Kind {
+        note,             ///< a popover below the status item's icon; a click outside closes it
+        shelf,            ///< a floating panel without a title, below menus, that takes the keyboard
+        setup,            ///< a window
+        permissionGuide,  ///< a floating panel that never takes the keyboard
+        settings,         ///< a window
+    };
+
+    Surfaces() = default;
+    Surfaces(const Surfaces&) = delete;
+    Surfaces& operator=(const Surfaces&) = delete;
+    virtual ~Surfaces() = default;
+
+    [[nodiscard]] virtual Surface& surface(Kind kind) = 0;
+
+    /// Whether the user has asked the system for less motion.
+    [[nodiscard]] virtual bool reducesMotion() const = 0;
+};
+
+}  // namespace velko

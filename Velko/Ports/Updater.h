@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace velko {
+
+/// The framework that brings newer versions, when the bundle has it. Main thread.
+class Updater {
+ public:
+    /// Why, when the bundle came without it.
+    static constexpr auto missing = "This copy of Velko came without the updater.";
+
+    Updater() = default;
+    Updater(const Updater&) = delete;
+    Updater& operator=(const Updater&) = delete;
+    virtual ~Updater() = default;
+
+    /// Why there are no updates, in words for the user; nothing when there are.
+    [[nodiscard]] virtual std::optional<std::string> whyUnavailable() const = 0;
+
+    /// Looks for a newer version and tells the user what it found.
+    virtual void checkForUpdates() = 0;
+};
+
+}  // namespace velko
