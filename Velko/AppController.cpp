@@ -1,13 +1,15 @@
 #include "Velko/AppController.h"
 
 #include <chrono>
+#include <cstddef>
+#include <map>
 #include <string>
 #include <utility>
 
+#include "Velko/Flows/RevealStyleChoice.h"
 #include "Velko/Joined.h"
 #include "Velko/Log.h"
 #include "Velko/Ports/LoginItem.h"
-#include "Velko/RevealStyleChoice.h"
 #include "VelkoCore/Calendar.h"
 #include "VelkoEngine/AX.h"
 #include "VelkoEngine/EngineProbe.h"
@@ -46,7 +48,7 @@ AppController::AppController(Parts parts)
       showMe_(*this, platform_.mainThread, log_),
       opening_(platform_, log_, [this](const RevealEvent& event) { handle(event); }),
       popOut_(*this, platform_.mainThread, log_),
-      transfer_(*this, ports_.dialogs, log_, [this](bool saved) { layoutImported(saved); }),
+      transfer_(*this, ports_.dialogs, log_, [this](bool saved) { layoutReplaced("import", saved); }),
       trustWatch_(*this, platform_, [this](bool trusted) { trustChanged(trusted); }),
       usageSampling_(*this, platform_, [this] { rescanIfQuiet(); }),
       autopilot_(*this, platform_, log_, [this](bool offered) { note_.suggestionsChecked(offered); }),
@@ -134,7 +136,16 @@ void AppController::loadLayout() {
     if (clickHistory_ && clickHistory_->isRunning()) {
         autopilot_.clicksAreWatched();
     }
+    followSwitches();
     apply({.reason = "layout loaded"});
+}
+
+/// A layout that came from elsewhere may have other switches; each takes effect as when the user flips it.
+void AppController::followSwitches() {
+    if (!values_.layout.popOutOnChange) {
+        popOut_.endAll();
+    }
+    setState(values_.state);
 }
 
 bool AppController::edit(Saving saving, const Edit& change) {
@@ -164,11 +175,27 @@ void AppController::place(const BundleID& bundleID, Section section) {
     autopilot_.settle();
 }
 
-void AppController::layoutImported(bool saved) {
+void AppController::completeSetup(const std::map<BundleID, Section>& sections) {
+    std::map<Section, std::size_t> counts;
+    const bool saved = edit(Saving::now, [&](Layout& layout) {
+        for (const auto& [bundleID, section] : sections) {
+            layout.place(bundleID, section);
+            ++counts[section];
+        }
+        layout.hasCompletedSetup = true;
+    });
+    log_.log("setup", "sorted: " + std::to_string(counts[Section::bar]) + " in the bar, " +
+                          std::to_string(counts[Section::tucked]) + " tucked, " +
+                          std::to_string(counts[Section::buried]) + " buried");
+    layoutReplaced("setup", saved);
+}
+
+void AppController::layoutReplaced(const char* reason, bool saved) {
     if (saved && values_.problems.layoutUnreadable) {
         loadLayout();
     }
-    apply({.reason = "import"});
+    followSwitches();
+    apply({.reason = reason});
     autopilot_.settle();
 }
 

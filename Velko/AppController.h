@@ -1,6 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -8,25 +10,25 @@
 
 #include "Velko/AppInfo.h"
 #include "Velko/AppValues.h"
-#include "Velko/AutoTuck.h"
-#include "Velko/AutopilotOffers.h"
 #include "Velko/ChangeNotices.h"
-#include "Velko/ChangeWatch.h"
-#include "Velko/FlowHost.h"
-#include "Velko/InventoryScan.h"
-#include "Velko/LayoutSaving.h"
-#include "Velko/LayoutTransfer.h"
-#include "Velko/LiveActivityWatch.h"
-#include "Velko/Newcomers.h"
-#include "Velko/NoteDeferral.h"
-#include "Velko/PeekOpening.h"
-#include "Velko/PopOut.h"
+#include "Velko/Flows/AutoTuck.h"
+#include "Velko/Flows/AutopilotOffers.h"
+#include "Velko/Flows/ChangeWatch.h"
+#include "Velko/Flows/FlowHost.h"
+#include "Velko/Flows/InventoryScan.h"
+#include "Velko/Flows/LayoutSaving.h"
+#include "Velko/Flows/LayoutTransfer.h"
+#include "Velko/Flows/LiveActivityWatch.h"
+#include "Velko/Flows/Newcomers.h"
+#include "Velko/Flows/NoteDeferral.h"
+#include "Velko/Flows/PeekOpening.h"
+#include "Velko/Flows/PopOut.h"
+#include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/ShelfClosing.h"
+#include "Velko/Flows/ShowMe.h"
+#include "Velko/Flows/TrustWatch.h"
+#include "Velko/Flows/UsageSampling.h"
 #include "Velko/Ports/AppPorts.h"
-#include "Velko/Preferences.h"
-#include "Velko/ShelfClosing.h"
-#include "Velko/ShowMe.h"
-#include "Velko/TrustWatch.h"
-#include "Velko/UsageSampling.h"
 #include "VelkoCore/LayoutStore.h"
 #include "VelkoCore/RevealMachine.h"
 #include "VelkoCore/VisibilityPlan.h"
@@ -73,6 +75,9 @@ class AppController final : private FlowHost {
     /// Called after every answer of the engine, skipped applies included.
     std::function<void()> onChange;
     [[nodiscard]] const BundleID& ownBundleID() const noexcept { return info_.bundleID; }
+    [[nodiscard]] const AppInfo& info() const noexcept { return info_; }
+    /// The file that holds the layout.
+    [[nodiscard]] const std::filesystem::path& layoutFile() const noexcept { return store_.url(); }
     [[nodiscard]] const MenuBarEngine& engine() const noexcept { return *engine_; }
 
     // The user's doings.
@@ -90,6 +95,8 @@ class AppController final : private FlowHost {
     void open(const BundleID& bundleID);
     /// Puts an app into a section; for one that waits in the inbox, this is the answer.
     void place(const BundleID& bundleID, Section section);
+    /// Puts every app of a finished sort into its section, all at once; the setup counts as done.
+    void completeSetup(const std::map<BundleID, Section>& sections);
     /// Shows everything until something else is applied.
     void showAll();
     /// Starts the diagnostic watch of all icons, or stops it.
@@ -133,7 +140,8 @@ class AppController final : private FlowHost {
     void recordClick(const BundleID& bundleID);
     void rescanIfQuiet();
     void accept(std::vector<MenuBarItem> items, InventoryScan::Depth depth);
-    void layoutImported(bool saved);
+    void layoutReplaced(const char* reason, bool saved);
+    void followSwitches();
     bool tidyAnyway(const RevealEvent& event);
     void setState(RevealState state);
     template <class Fact>

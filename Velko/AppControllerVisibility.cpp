@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "Velko/AppController.h"
+#include "Velko/Flows/RevealStyleChoice.h"
 #include "Velko/Log.h"
-#include "Velko/RevealStyleChoice.h"
 #include "VelkoCore/AllowlistPlanner.h"
 #include "VelkoEngine/Ports/MainThread.h"
 

@@ -20,6 +20,25 @@ TEST_F(ScanTest, TakesTheAnswerOfTheNewestRequestOnly) {
     EXPECT_EQ(values().items.size(), 5U) << "the first answer came without the hung app's icon";
 }
 
+TEST_F(ScanTest, NeverHoldsUpAClickOnTheBroom) {
+    for (int number = 0; number < 40; ++number) {
+        const auto app = launch("com.example.app" + std::to_string(number), Section::tucked);
+        mac.hang(app, number % 8 == 0);
+    }
+    start();
+    velko->requestScan(InventoryScan::Depth::full);
+    pass(10ms);
+    const auto lines = timesLogged("[inventory]");
+    const auto calls = mac.cost().engineCalls;
+    const auto clickedAt = mac.mainThread.now();
+    velko->toggle();
+    EXPECT_EQ(mac.cost().engineCalls, calls + 1);
+    EXPECT_LT(mac.mainThread.now() - clickedAt, 5ms) << "only Velko's own process may have been asked";
+    pass(50ms);
+    EXPECT_TRUE(shows("com.example.app1"));
+    EXPECT_EQ(timesLogged("[inventory]"), lines) << "the scan is still under way";
+}
+
 TEST_F(ScanTest, SaysAndDoesNothingWhenALightScanFindsTheSameApps) {
     launch("com.example.tucked", Section::tucked);
     start();

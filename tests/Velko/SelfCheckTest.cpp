@@ -5,7 +5,7 @@
 
 #include "Simulator/LibplistReader.h"
 #include "Simulator/SimulatedMac.h"
-#include "Velko/SelfCheck.h"
+#include "Velko/Checks/SelfCheck.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

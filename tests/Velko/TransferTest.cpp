@@ -10,7 +10,7 @@ class TransferTest : public VelkoOnMac {
  protected:
     void SetUp() override {
         launch("com.example.first", Section::bar);
-        launch("com.example.second", Section::tucked);
+        second = launch("com.example.second", Section::tucked);
     }
 
     void import(const std::filesystem::path& from) {
@@ -20,6 +20,7 @@ class TransferTest : public VelkoOnMac {
         pass(1s);
     }
 
+    ProcessID second = 0;
     std::filesystem::path exported = folder.path() / "My Velko Layout.velko";
 };
 
@@ -38,6 +39,25 @@ TEST_F(TransferTest, TakesPlacementsToAnotherMac) {
     EXPECT_TRUE(logged("[engine] applied (import) in "));
     EXPECT_TRUE(shows("com.example.first"));
     EXPECT_EQ(saved().section("com.example.third"), Section::buried) << "what the file does not name stays";
+}
+
+TEST_F(TransferTest, BringsSwitchesThatTakeEffectAtOnce) {
+    layout.popOutOnChange = false;
+    start();
+    velko->transfer().exportLayout();
+    mac.dialogs.choose(exported);
+    pass(1s);
+    velko->preferences().setPopOutOnChange(true);
+    velko->preferences().setReveal({.autoTuckSeconds = 0});
+    pass(3s);
+    mac.changeIcon(second, 0, [](SimulatedIcon& icon) { icon.title = "1 new message"; });
+    pass(3s);
+    velko->toggle();
+    EXPECT_FALSE(values().poppedOut.empty());
+    import(exported);
+    EXPECT_TRUE(values().poppedOut.empty());
+    pass(10s);
+    EXPECT_EQ(values().state, RevealState::collapsed()) << "the imported auto-tuck counts from now";
 }
 
 TEST_F(TransferTest, ChangesNothingWhenTheUserThinksBetterOfIt) {

@@ -1,0 +1,115 @@
+#include "Velko/Flows/AutopilotOffers.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "Velko/Apps/PresentApps.h"
+#include "Velko/Log.h"
+#include "VelkoCore/Autopilot.h"
+#include "VelkoCore/Calendar.h"
+#include "VelkoCore/Section.h"
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko {
+
+AutopilotOffers::AutopilotOffers(FlowHost& host, const Platform& platform, Log& log,
+                                 std::function<void(bool)> checked)
+    : host_(host), platform_(platform), log_(log), checked_(std::move(checked)) {}
+
+void AutopilotOffers::start() {
+    loop_ = platform_.mainThread.every(Timing::autopilotCheckInterval, [this] { check(); });
+}
+
+void AutopilotOffers::check() {
+    if (!host_.values().inventoryLoaded) {
+        return;
+    }
+    settle();
+    const std::size_t count = suggestions().size();
+    const bool isDue = Autopilot::isOfferDue(
+        {.layout = host_.values().layout, .suggestionCount = count, .now = now(), .calendar = {}});
+    if (isDue) {
+        host_.edit(Saving::nowUnlessBroken, [this](Layout& layout) {
+            layout.autopilot.offerPending = true;
+            layout.autopilot.lastOffered = now();
+        });
+        log_.log("autopilot",
+                 "offering " + std::to_string(count) + (count == 1 ? " suggestion" : " suggestions"));
+    }
+    checked_(isDue);
+}
+
+void AutopilotOffers::clicksAreWatched() {
+    // A layout that could not be read may know since when; the one in its place must not claim otherwise.
+    if (host_.values().problems.layoutUnreadable || host_.values().layout.autopilot.watchingSince) {
+        return;
+    }
+    host_.edit(Saving::nowUnlessBroken,
+               [this](Layout& layout) { layout.autopilot.startWatchingIfNeeded(now()); });
+    log_.log("autopilot", "click history started: suggestions begin in " +
+                              std::to_string(Timing::autopilotWarmUpDays) + " days");
+}
+
+std::vector<TidySuggestion> AutopilotOffers::suggestions() const {
+    const AppValues& values = host_.values();
+    if (!values.layout.autopilot.enabled) {
+        return {};
+    }
+    BundleIDs running;
+    for (const MenuBarItem& item : values.items) {
+        running.insert(item.bundleID);
+    }
+    return Autopilot::suggestions(
+        {.layout = values.layout, .running = running, .usage = values.usage, .now = now(), .calendar = {}});
+}
+
+void AutopilotOffers::accept(const TidySuggestion& suggestion) {
+    const BundleID bundleID = suggestion.bundleID;
+    host_.edit(Saving::now, [&](Layout& layout) {
+        layout.accept(suggestion);
+        layout.snooze(bundleID, now(), {});
+    });
+    if (const auto* const move = std::get_if<TidySuggestion::MoveTo>(&suggestion.change)) {
+        log_.log("autopilot", "accepted: " + bundleID + " -> " + std::string(name(move->section)));
+        host_.apply({.reason = "autopilot"});
+    } else {
+        askToQuit(bundleID);
+    }
+    settle();
+}
+
+void AutopilotOffers::dismiss(const BundleID& bundleID) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.snooze(bundleID, now(), {}); });
+    log_.log("autopilot", "not now: " + bundleID);
+    settle();
+}
+
+void AutopilotOffers::alwaysKeep(const BundleID& bundleID) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.alwaysKeep.insert(bundleID); });
+    log_.log("autopilot", "always keep: " + bundleID);
+    settle();
+}
+
+void AutopilotOffers::askToQuit(const BundleID& bundleID) {
+    platform_.workspace.terminate(bundleID);
+    log_.log("health", "asked " + appName(host_.values(), bundleID) + " to quit");
+}
+
+void AutopilotOffers::settle() {
+    const AppValues& values = host_.values();
+    // Before the first scan there are no suggestions because there are no apps.
+    if (values.inventoryLoaded && values.layout.autopilot.offerPending && suggestions().empty()) {
+        host_.edit(Saving::nowUnlessBroken, [](Layout& layout) { layout.autopilot.offerPending = false; });
+    }
+}
+
+Date AutopilotOffers::now() const {
+    return floorToSeconds(platform_.mainThread.date());
+}
+
+}  // namespace velko

@@ -1,0 +1,67 @@
+#include "Velko/Flows/ChangeWatch.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/AX.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+ChangeWatch::ChangeWatch(FlowHost& host, const Platform& platform,
+                         std::function<void(const BundleID&)> changed)
+    : host_(host), platform_(platform), changed_(std::move(changed)) {}
+
+void ChangeWatch::start() {
+    loop_ = platform_.mainThread.every(Timing::popOutPollInterval, [this] { look(); });
+}
+
+void ChangeWatch::stop() noexcept {
+    loop_.cancel();
+    reading_.cancel();
+}
+
+void ChangeWatch::look() {
+    if (reading_.isPending()) {
+        return;  // an app that hangs makes a look last longer than the time between two
+    }
+    auto apps = AX::isTrusted(platform_) ? watchedApps() : std::map<BundleID, ProcessID>{};
+    if (apps.empty()) {
+        compare({});  // what is seen next is a new beginning
+        return;
+    }
+    reading_ = Inventory::readings(platform_, std::move(apps),
+                                   [this](const Inventory::Readings& readings) { compare(readings); });
+}
+
+void ChangeWatch::compare(const Inventory::Readings& readings) {
+    ChangeDetector::Request request{.readings = {}, .at = secondsOf(platform_.mainThread.now())};
+    for (const auto& [bundleID, reading] : readings) {
+        if (isWatched(bundleID)) {
+            request.readings.emplace(bundleID,
+                                     ChangeDetector::Seen{.pid = reading.pid, .items = reading.items});
+        }
+    }
+    for (const BundleID& bundleID : detector_.check(std::move(request))) {
+        changed_(bundleID);
+    }
+}
+
+bool ChangeWatch::isWatched(const BundleID& bundleID) const {
+    const Layout& layout = host_.values().layout;
+    return layout.popOutOnChange && layout.section(bundleID) == Section::tucked &&
+           std::ranges::count(layout.inbox, bundleID) == 0;
+}
+
+std::map<BundleID, ProcessID> ChangeWatch::watchedApps() const {
+    std::map<BundleID, ProcessID> apps;
+    for (const MenuBarItem& item : host_.values().items) {
+        if (isWatched(item.bundleID)) {
+            apps.emplace(item.bundleID, item.pid);
+        }
+    }
+    return apps;
+}
+
+}  // namespace velko

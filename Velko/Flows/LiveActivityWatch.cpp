@@ -1,0 +1,58 @@
+#include "Velko/Flows/LiveActivityWatch.h"
+
+#include "Velko/Log.h"
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/AX.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Processes.h"
+#include "VelkoEngine/ProcessStats.h"
+
+namespace velko {
+
+LiveActivityWatch::LiveActivityWatch(FlowHost& host, const Platform& platform, Log& log)
+    : host_(host), platform_(platform), log_(log) {}
+
+void LiveActivityWatch::start() {
+    loop_ = platform_.mainThread.every(Timing::liveActivityCheckInterval, [this] { look(); });
+}
+
+void LiveActivityWatch::look() {
+    conclude(isShowing(secondsOf(platform_.mainThread.now())));
+}
+
+void LiveActivityWatch::settingChanged() {
+    conclude(detector_.isShowing(secondsOf(platform_.mainThread.now())));
+}
+
+bool LiveActivityWatch::isShowing(double at) {
+    if (!pid_ || !platform_.processes.exists(*pid_)) {
+        pid_ = AX::liveActivityHelperPID(platform_);
+    }
+    if (!pid_) {
+        return detector_.record({.pid = std::nullopt, .at = at});
+    }
+    const auto sample = ProcessStats::sample(platform_, *pid_);
+    if (!sample) {
+        return detector_.isShowing(at);
+    }
+    return detector_.record({.pid = pid_,
+                             .cpuNanoseconds = sample->cpuNanoseconds,
+                             .at = at,
+                             .lastOwnChange = host_.lastHidingChange()});
+}
+
+void LiveActivityWatch::conclude(bool isShowing) {
+    const bool showing = isShowing && host_.values().layout.showLiveActivities;
+    if (showing == host_.values().liveActivityShowing) {
+        return;
+    }
+    if (!showing) {
+        host_.set(&AppValues::liveActivityDismissed, false);
+    }
+    host_.set(&AppValues::liveActivityShowing, showing);
+    log_.log("liveactivity", showing ? "iPhone Live Activity running: showing the whole bar"
+                                     : "Live Activity over: tidying again");
+    host_.apply({.reason = showing ? "live activity" : "live activity over"});
+}
+
+}  // namespace velko

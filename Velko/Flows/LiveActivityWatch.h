@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+
+#include "Velko/Flows/FlowHost.h"
+#include "VelkoCore/LiveActivityDetector.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/ProcessID.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+class Log;
+
+/// Shows the whole bar while an iPhone Live Activity runs, and tidies when it is over. Main thread; owned
+/// by the controller.
+class LiveActivityWatch final {
+ public:
+    LiveActivityWatch(FlowHost& host, const Platform& platform, Log& log);
+    LiveActivityWatch(const LiveActivityWatch&) = delete;
+    LiveActivityWatch& operator=(const LiveActivityWatch&) = delete;
+    ~LiveActivityWatch() = default;
+
+    void start();
+    void stop() noexcept { loop_.cancel(); }
+
+    /// The user has switched Live Activities on or off.
+    void settingChanged();
+
+ private:
+    void look();
+    [[nodiscard]] bool isShowing(double at);
+    void conclude(bool isShowing);
+
+    FlowHost& host_;
+    Platform platform_;
+    Log& log_;
+    LiveActivityDetector detector_;
+    std::optional<ProcessID> pid_;  ///< the process that draws Live Activities, as last found
+    Task loop_;
+};
+
+}  // namespace velko

@@ -1,0 +1,51 @@
+#include "Velko/Flows/PopOut.h"
+
+#include <chrono>
+#include <cstdio>
+#include <string>
+
+#include "Velko/Log.h"
+#include "VelkoCore/Timing.h"
+
+namespace velko {
+
+namespace {
+
+/// "10.0 seconds".
+std::string inWords(Timing::Duration duration) {
+    std::string text(32, '\0');
+    const double seconds = std::chrono::duration<double>(duration).count();
+    text.resize(static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "%.1f seconds", seconds)));
+    return text;
+}
+
+}  // namespace
+
+PopOut::PopOut(FlowHost& host, MainThread& mainThread, Log& log)
+    : host_(host), mainThread_(mainThread), log_(log) {}
+
+void PopOut::begin(const BundleID& bundleID) {
+    log_.log("popout", bundleID + " changed: out for " + inWords(Timing::popOutDuration));
+    BundleIDs out = host_.values().poppedOut;
+    out.insert(bundleID);
+    host_.set(&AppValues::poppedOut, out);
+    host_.apply({.reason = "pop out " + bundleID});
+    ends_.insert_or_assign(
+        bundleID, mainThread_.after(Timing::popOutDuration, [this, bundleID] { end(BundleID(bundleID)); }));
+}
+
+void PopOut::end(const BundleID& bundleID) {
+    ends_.erase(bundleID);
+    BundleIDs out = host_.values().poppedOut;
+    out.erase(bundleID);
+    host_.set(&AppValues::poppedOut, out);
+    log_.log("popout", "pop out over " + bundleID);
+    host_.apply({.reason = "pop out over " + bundleID});
+}
+
+void PopOut::endAll() {
+    ends_.clear();
+    host_.set(&AppValues::poppedOut, {});
+}
+
+}  // namespace velko

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <map>
+
+#include "Velko/Flows/FlowHost.h"
+#include "VelkoCore/BundleID.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+class Log;
+
+/// Lets a tucked app out on the bar for a while because its icon changed. Main thread; owned by the
+/// controller.
+class PopOut final {
+ public:
+    PopOut(FlowHost& host, MainThread& mainThread, Log& log);
+    PopOut(const PopOut&) = delete;
+    PopOut& operator=(const PopOut&) = delete;
+    ~PopOut() = default;
+
+    /// Lets the app out; one that is out stays for the full time from now.
+    void begin(const BundleID& bundleID);
+
+    /// Tucks every app again, because the user does not want pop-outs any more. Does not apply.
+    void endAll();
+
+    /// Forgets the ends that are to come.
+    void stop() noexcept { ends_.clear(); }
+
+ private:
+    void end(const BundleID& bundleID);
+
+    FlowHost& host_;
+    MainThread& mainThread_;
+    Log& log_;
+    std::map<BundleID, Task> ends_;
+};
+
+}  // namespace velko

@@ -1,0 +1,91 @@
+#include "Velko/Flows/Preferences.h"
+
+#include <string>
+#include <utility>
+
+#include "Velko/Flows/AutopilotOffers.h"
+#include "Velko/Flows/LiveActivityWatch.h"
+#include "Velko/Flows/PopOut.h"
+#include "Velko/Log.h"
+#include "Velko/Ports/LoginItem.h"
+
+namespace velko {
+
+namespace {
+
+std::string word(bool on) {
+    return on ? "true" : "false";
+}
+
+std::string describe(const RevealSettings& reveal) {
+    return std::to_string(reveal.autoTuckSeconds) + ", " + std::string(name(reveal.notchedStyle)) + ", " +
+           std::string(name(reveal.otherStyle)) + ", " + word(reveal.hover);
+}
+
+}  // namespace
+
+Preferences::Preferences(FlowHost& host, Log& log, LoginItem& loginItem, Affected affected)
+    : host_(host), log_(log), loginItem_(loginItem), affected_(std::move(affected)) {}
+
+void Preferences::setNewIconDefault(Section section) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.newIconDefault = section; });
+    log_.log("settings", "new icons go to " + std::string(name(section)));
+    host_.apply({.reason = "new icon default"});
+    affected_.autopilot.settle();
+}
+
+void Preferences::setAskAboutNewIcons(bool on) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.askAboutNewIcons = on; });
+    log_.log("settings", "ask about new icons " + word(on));
+}
+
+void Preferences::setShowLiveActivities(bool on) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.showLiveActivities = on; });
+    log_.log("settings", "show Live Activities " + word(on));
+    affected_.liveActivity.settingChanged();
+}
+
+void Preferences::setPopOutOnChange(bool on) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.popOutOnChange = on; });
+    if (!on) {
+        affected_.popOut.endAll();
+        host_.apply({.reason = "pop out off"});
+    }
+    log_.log("settings", "pop out on change " + word(on));
+}
+
+void Preferences::setAutopilotEnabled(bool on) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.autopilot.enabled = on; });
+    log_.log("settings", "autopilot " + word(on));
+    affected_.autopilot.settle();
+}
+
+void Preferences::setAlwaysKeep(const BundleID& bundleID, bool keep) {
+    host_.edit(Saving::now, [&](Layout& layout) {
+        if (keep) {
+            layout.alwaysKeep.insert(bundleID);
+        } else {
+            layout.alwaysKeep.erase(bundleID);
+        }
+    });
+    log_.log("settings", "always keep " + bundleID + " " + word(keep));
+    affected_.autopilot.settle();
+}
+
+void Preferences::setReveal(RevealSettings reveal) {
+    reveal.autoTuckSeconds = RevealSettings::normalisedAutoTuck(reveal.autoTuckSeconds);
+    host_.edit(Saving::now, [&](Layout& layout) { layout.reveal = reveal; });
+    log_.log("settings", "reveal settings " + describe(reveal));
+    affected_.revealChanged();
+}
+
+void Preferences::setLaunchAtLogin(bool on) {
+    if (const auto done = loginItem_.setEnabled(on)) {
+        log_.log("settings", "launch at login " + word(on));
+    } else {
+        log_.log("settings", "launch at login failed: " + done.error());
+    }
+    host_.set(&AppValues::loginRevision, host_.values().loginRevision + 1);
+}
+
+}  // namespace velko

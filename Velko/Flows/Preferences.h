@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+
+#include "Velko/Flows/FlowHost.h"
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/RevealSettings.h"
+#include "VelkoCore/Section.h"
+
+namespace velko {
+
+class AutopilotOffers;
+class LiveActivityWatch;
+class Log;
+class LoginItem;
+class PopOut;
+
+/// The user's switches. Each is saved at once, logged, and takes effect at once. Main thread; owned by the
+/// controller.
+class Preferences final {
+ public:
+    /// The flows that a switch may start or stop.
+    struct Affected {
+        PopOut& popOut;
+        LiveActivityWatch& liveActivity;
+        AutopilotOffers& autopilot;
+        std::function<void()> revealChanged;
+    };
+
+    Preferences(FlowHost& host, Log& log, LoginItem& loginItem, Affected affected);
+    Preferences(const Preferences&) = delete;
+    Preferences& operator=(const Preferences&) = delete;
+    ~Preferences() = default;
+
+    void setNewIconDefault(Section section);
+    void setAskAboutNewIcons(bool on);
+    void setShowLiveActivities(bool on);
+    void setPopOutOnChange(bool on);
+    void setAutopilotEnabled(bool on);
+    /// Keeps an app out of suggestions for good, or lets it back in.
+    void setAlwaysKeep(const BundleID& bundleID, bool keep);
+
+    /// The seconds are brought to 0 or 3 to 30.
+    void setReveal(RevealSettings reveal);
+
+    /// Not part of the layout: the system keeps it, and may refuse.
+    void setLaunchAtLogin(bool on);
+
+ private:
+    FlowHost& host_;
+    Log& log_;
+    LoginItem& loginItem_;
+    Affected affected_;
+};
+
+}  // namespace velko
