@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+
+#include "Velko/Broom/BroomDrawing.h"
+#include "Velko/Ports/StatusItem.h"
+#include "Velko/Ports/Surfaces.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+/// The broom on Velko's icon. It rocks from one lean to the other; a timer runs only while it does. Main
+/// thread; what it draws on outlives it.
+class BroomIcon final {
+ public:
+    BroomIcon(StatusItem& item, const Surfaces& surfaces, MainThread& mainThread);
+    BroomIcon(const BroomIcon&) = delete;
+    BroomIcon& operator=(const BroomIcon&) = delete;
+    ~BroomIcon() = default;
+
+    /// Whether the dot is drawn beside it.
+    void setDot(bool shows);
+    /// Rocks over, for revealed icons, or back; at once where the user wants less motion.
+    void lean(bool over);
+
+ private:
+    /// A rock under way.
+    struct Rock {
+        MainThread::Uptime start{};
+        double from = 0;
+        double to = 0;
+    };
+
+    void swing(Rock rock);
+    void draw();
+
+    StatusItem& item_;
+    const Surfaces& surfaces_;
+    MainThread& mainThread_;
+    double angle_ = 0;  ///< the tilt as drawn, in degrees
+    bool showsDot_ = false;
+    Task animation_;
+};
+
+}  // namespace velko

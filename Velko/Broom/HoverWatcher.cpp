@@ -1,0 +1,105 @@
+#include "Velko/Broom/HoverWatcher.h"
+
+#include <optional>
+#include <utility>
+
+#include "Velko/AppController.h"
+#include "Velko/Broom/BroomFrame.h"
+#include "Velko/Ports/Surfaces.h"
+#include "VelkoEngine/MenuBarStrip.h"
+#include "VelkoEngine/OpenMenus.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Pointer.h"
+
+namespace velko {
+
+namespace {
+
+constexpr double broomMargin = 4;  // points around the broom that still count as the broom
+
+[[nodiscard]] Rect grown(const Rect& frame, double margin) {
+    return {.x = frame.x - margin,
+            .y = frame.y - margin,
+            .width = frame.width + 2 * margin,
+            .height = frame.height + 2 * margin};
+}
+
+}  // namespace
+
+void HoverWatcher::sync() {
+    if (!parts_.controller.values().layout.reveal.hover) {
+        moves_.end();
+        pending_.cancel();
+    } else if (!moves_.isActive()) {
+        moves_ = parts_.platform.pointer.observeMoves([this] { check(); });
+    }
+    if (!isRevealed()) {
+        revealedByHover_ = false;
+    }
+}
+
+void HoverWatcher::check() {
+    const std::vector<Display> displays = parts_.platform.displays.displays();
+    if (displays.empty() || parts_.controller.values().stepsAside()) {
+        return;
+    }
+    const Sight sight = look(displays);
+    const bool revealed = isRevealed();
+    if (sight.overBroom && !revealed) {
+        schedule(Timing::hoverRevealDelay, [this] { reveal(); });
+    } else if (revealedByHover_ && revealed && !sight.inBar) {
+        schedule(Timing::hoverTuckDelay, [this] { tuck(); });
+    } else if (!sight.inBar && !sight.overBroom) {
+        // A tuck that waits goes on waiting.
+        if (!revealed) {
+            pending_.cancel();
+        }
+    } else if (revealedByHover_) {
+        pending_.cancel();
+    }
+}
+
+HoverWatcher::Sight HoverWatcher::look(const std::vector<Display>& displays) const {
+    const Point pointer = parts_.platform.pointer.location();
+    const Point downwards{.x = pointer.x, .y = displays.front().frame.maxY() - pointer.y};
+    const Display* const under = MenuBarStrip::displayUnder(displays, pointer);
+    const Display& display = under == nullptr ? displays.front() : *under;
+    const double barHeight = MenuBarStrip::height(display, parts_.platform.displays.statusBarThickness());
+    const auto broom = broom_.frame();
+    const auto shelf = parts_.ports.surfaces.surface(Surfaces::Kind::shelf).frame();
+    return {.overBroom = broom && grown(*broom, broomMargin).contains(downwards),
+            .inBar = display.frame.maxY() - pointer.y <= barHeight || (shelf && shelf->contains(pointer))};
+}
+
+bool HoverWatcher::isRevealed() const {
+    const RevealState* state = &parts_.controller.values().state;
+    while (const auto* const shared = state->asShareSafe()) {
+        state = &shared->previous;
+    }
+    return state->asPeeking() == nullptr && state->isRevealed();
+}
+
+void HoverWatcher::schedule(Timing::Duration delay, std::function<void()> action) {
+    if (!pending_.isPending()) {
+        pending_ = parts_.platform.mainThread.after(delay, std::move(action));
+    }
+}
+
+void HoverWatcher::reveal() {
+    // While everything is out for a Live Activity, a toggle would tidy it away.
+    if (isRevealed() || parts_.controller.values().stepsAside()) {
+        return;
+    }
+    parts_.controller.toggle();
+    revealedByHover_ = isRevealed();
+}
+
+void HoverWatcher::tuck() {
+    if (revealedByHover_ && isRevealed() && !parts_.controller.values().stepsAside() &&
+        !isAnyMenuOpen(parts_.platform)) {
+        revealedByHover_ = false;
+        parts_.controller.toggle();
+    }
+}
+
+}  // namespace velko

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "Velko/FaceParts.h"
+#include "VelkoCore/Geometry.h"
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+class BroomFrame;
+
+/// Reveals when the pointer rests on the broom and tidies when it then leaves the bar, while the user has
+/// switched that on. It asks for the same as a click on the broom does. Main thread.
+class HoverWatcher final {
+ public:
+    /// `broom` outlives the watcher.
+    HoverWatcher(const FaceParts& parts, const BroomFrame& broom) : parts_(parts), broom_(broom) {}
+    HoverWatcher(const HoverWatcher&) = delete;
+    HoverWatcher& operator=(const HoverWatcher&) = delete;
+    ~HoverWatcher() = default;
+
+    /// To be called whenever the controller's values have changed.
+    void sync();
+
+ private:
+    /// Where the pointer is, as far as hovering cares.
+    struct Sight {
+        bool overBroom = false;
+        bool inBar = false;  ///< in a menu bar or over the shelf
+    };
+
+    void check();
+    [[nodiscard]] Sight look(const std::vector<Display>& displays) const;
+    [[nodiscard]] bool isRevealed() const;
+    void schedule(Timing::Duration delay, std::function<void()> action);
+    void reveal();
+    void tuck();
+
+    FaceParts parts_;
+    const BroomFrame& broom_;
+    Subscription moves_;  ///< active while hovering is switched on
+    Task pending_;
+    bool revealedByHover_ = false;  ///< so hovering may end it
+};
+
+}  // namespace velko

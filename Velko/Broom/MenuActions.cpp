@@ -1,0 +1,131 @@
+#include "Velko/Broom/MenuActions.h"
+
+#include <string>
+
+#include "Velko/AppController.h"
+#include "Velko/Apps/PresentApps.h"
+#include "Velko/Log.h"
+#include "Velko/Ports/Application.h"
+#include "Velko/Ports/Pasteboard.h"
+#include "Velko/Ports/Updater.h"
+#include "VelkoCore/AppUsage.h"
+#include "VelkoCore/Date.h"
+#include "VelkoCore/Section.h"
+#include "VelkoCore/VisibilityPlan.h"
+#include "VelkoEngine/AX.h"
+#include "VelkoEngine/EngineProbe.h"
+#include "VelkoEngine/Inventory.h"
+#include "VelkoEngine/NumberText.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+namespace {
+
+constexpr const char* textEditor = "/System/Applications/TextEdit.app";
+constexpr const char* noSamples = "no samples yet";
+
+std::string usageLines(const AppValues& values) {
+    std::string lines;
+    for (const PresentApp& app : presentApps(values)) {
+        const auto usage = values.usage.find(app.bundleID);
+        lines += (lines.empty() ? "  " : "\n  ") + app.name + " | ";
+        if (usage == values.usage.end()) {
+            lines += noSamples;
+        } else {
+            lines += describe(usage->second) + (AppHealth::isHeavy(usage->second) ? " | HEAVY" : "");
+        }
+    }
+    return lines.empty() ? noSamples : lines;
+}
+
+std::string itemLine(const MenuBarItem& item, const Layout& layout) {
+    return "  " + item.appName + " | " + item.bundleID + " | pid " + std::to_string(item.pid) + " | \"" +
+           item.title + "\" | x=" + wholeText(item.frame.x) + " | " +
+           std::string(name(layout.section(item.bundleID)));
+}
+
+}  // namespace
+
+void MenuActions::openApp(const BundleID& bundleID) {
+    parts_.controller.open(bundleID);
+}
+
+void MenuActions::openAccessibility() const {
+    AX::openAccessibilitySettings(parts_.platform);
+}
+
+void MenuActions::showNoteFromMenu() const {
+    if (onNote) {
+        onNote();
+    }
+}
+
+void MenuActions::openSettings() const {
+    if (onSettings) {
+        onSettings();
+    }
+}
+
+void MenuActions::checkForUpdates() {
+    parts_.ports.application.activate();
+    parts_.ports.updater.checkForUpdates();
+}
+
+void MenuActions::quit() {
+    parts_.ports.application.terminate();
+}
+
+void MenuActions::editLayout() {
+    parts_.ports.application.openFile(parts_.controller.layoutFile(), textEditor);
+}
+
+void MenuActions::reloadLayout() {
+    parts_.controller.loadLayout();
+}
+
+void MenuActions::showAll() {
+    parts_.controller.showAll();
+}
+
+void MenuActions::toggleIconWatch() {
+    parts_.controller.toggleIconWatch();
+}
+
+void MenuActions::copyLog() {
+    parts_.ports.pasteboard.setText(parts_.log.text());
+}
+
+void MenuActions::openLog() {
+    parts_.ports.application.openFile(parts_.log.file(), {});
+}
+
+void MenuActions::logAllowlist() {
+    parts_.log.log("debug", "plan: " + describe(parts_.controller.engine().current()));
+}
+
+void MenuActions::logProbe() {
+    parts_.log.log("debug", "engine probe:\n" + engineProbeReport(parts_.platform));
+}
+
+void MenuActions::logUsage() {
+    const AppValues& values = parts_.controller.values();
+    const auto since = values.layout.autopilot.watchingSince;
+    parts_.log.log("debug", "app health:\n" + usageLines(values));
+    parts_.log.log(
+        "debug", "autopilot: watching since " + (since ? formatDate(*since) : "never") +
+                     ", suggestions: " + std::to_string(parts_.controller.autopilot().suggestions().size()));
+}
+
+void MenuActions::dumpInventory() {
+    const AppValues& values = parts_.controller.values();
+    parts_.log.log("debug", "inventory: " + std::to_string(values.items.size()) + " items");
+    for (const MenuBarItem& item : values.items) {
+        parts_.log.log("debug", itemLine(item, values.layout));
+    }
+    hostDump_ = parts_.platform.mainThread.background(
+        [platform = parts_.platform] { return Inventory::menuBarAgentDump(platform); },
+        [this](const std::string& tree) { parts_.log.log("debug", "MenuBarAgent tree:\n" + tree); });
+}
+
+}  // namespace velko

@@ -1,0 +1,138 @@
+#include "Velko/Broom/StatusItemController.h"
+
+#include <utility>
+
+#include "Velko/AppController.h"
+#include "Velko/Apps/HiddenApps.h"
+#include "Velko/Broom/StatusMenus.h"
+
+namespace velko {
+
+namespace {
+
+std::string toolTipFor(const AppValues& values, bool hasQuestion) {
+    if (hasQuestion && !values.noteDeferred) {
+        return "Velko has something to ask. Click to see.";
+    }
+    if (values.stepsAside()) {
+        return "An iPhone Live Activity is on, so everything's out. Click to tidy anyway.";
+    }
+    if (values.state.isRevealed()) {
+        return "Click to tidy up";
+    }
+    return "Click to show tucked icons. Right-click for more.";
+}
+
+}  // namespace
+
+StatusItemController::StatusItemController(const FaceParts& parts)
+    : parts_(parts), actions_(std::make_shared<MenuActions>(parts)) {
+    actions_->onNote = [this] { note().show(); };
+    actions_->onSettings = [this] {
+        if (onSettings) {
+            onSettings();
+        }
+    };
+}
+
+void StatusItemController::start() {
+    parts_.ports.statusItem.install("VelkoChevron", "Velko",
+                                    [this, alive = std::weak_ptr(actions_)](const StatusItem::Click& click) {
+                                        if (!alive.expired()) {
+                                            clicked(click);
+                                        }
+                                    });
+    update();
+}
+
+NoteController& StatusItemController::note() {
+    if (!note_) {
+        note_.emplace(parts_);
+    }
+    return *note_;
+}
+
+// What it shows
+
+void StatusItemController::update() {
+    if (parts_.controller.values().health().isOk()) {
+        showBroom();
+    } else {
+        showProblem();
+    }
+}
+
+void StatusItemController::showProblem() {
+    broom_.reset();
+    shownRevealed_.reset();
+    if (!std::exchange(showsProblem_, true)) {
+        parts_.ports.statusItem.setImage(
+            StatusItem::Symbol{.name = "exclamationmark.triangle", .description = "Velko"});
+    }
+    showToolTip("Velko needs attention. Right-click for details.");
+}
+
+void StatusItemController::showBroom() {
+    const AppValues& values = parts_.controller.values();
+    const bool hasQuestion = parts_.controller.note().isAnythingToAsk();
+    const bool isRevealed = values.state.isRevealed();
+    showsProblem_ = false;
+    if (!broom_) {
+        broom_.emplace(parts_.ports.statusItem, parts_.ports.surfaces, parts_.platform.mainThread);
+    }
+    broom_->setDot(hasQuestion);
+    if (std::exchange(shownRevealed_, isRevealed) != isRevealed) {
+        broom_->lean(isRevealed);
+    }
+    showToolTip(toolTipFor(values, hasQuestion));
+}
+
+void StatusItemController::showToolTip(const std::string& text) {
+    if (std::exchange(toolTip_, text) != text) {
+        parts_.ports.statusItem.setToolTip(text);
+    }
+}
+
+// Clicks
+
+void StatusItemController::clicked(const StatusItem::Click& click) {
+    if (click.isRight || click.control) {
+        openMenu(click.option ? StatusMenus::debugMenu(parts_, actions_)
+                              : StatusMenus::mainMenu(parts_, actions_));
+        return;
+    }
+    AppController& controller = parts_.controller;
+    const AppValues& values = controller.values();
+    const bool isRevealed = values.state.isRevealed();
+    if (!values.health().isOk() || (!isRevealed && hiddenApps(controller).areNone())) {
+        openMenu(StatusMenus::mainMenu(parts_, actions_));
+        return;
+    }
+    if (controller.consumesClick() || closesNote()) {
+        return;
+    }
+    const bool asks =
+        !click.option && !isRevealed && !values.noteDeferred && controller.note().isAnythingToAsk();
+    if (!asks) {
+        controller.toggle(click.option);
+    } else if (values.state.asPeeking() == nullptr) {
+        note().show();
+    }
+}
+
+bool StatusItemController::closesNote() {
+    if (note_ && note_->isShowing()) {
+        note_->close();
+        return true;
+    }
+    return note_ && note_->justClosed();
+}
+
+void StatusItemController::openMenu(view::Menu menu) {
+    if (note_ && note_->isShowing()) {
+        note_->close();
+    }
+    parts_.ports.statusItem.openMenu(std::move(menu));
+}
+
+}  // namespace velko

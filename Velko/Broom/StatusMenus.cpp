@@ -1,0 +1,142 @@
+#include "Velko/Broom/StatusMenus.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Velko/AppController.h"
+#include "Velko/Apps/HiddenApps.h"
+#include "Velko/Broom/MenuActions.h"
+#include "Velko/Ports/Updater.h"
+#include "VelkoCore/VisibilityPlan.h"
+
+namespace velko::StatusMenus {
+
+namespace {
+
+using view::Menu;
+using view::MenuItem;
+using Actions = std::weak_ptr<MenuActions>;
+
+template <class Action>
+std::function<void()> doing(const Actions& actions, Action action) {
+    return [actions, action] {
+        if (const auto alive = actions.lock()) {
+            std::invoke(action, *alive);
+        }
+    };
+}
+
+void addProblem(Menu& menu, Health::Kind problem, const Actions& actions) {
+    switch (problem) {
+        case Health::Kind::ok: return;
+        case Health::Kind::needsAccessibility:
+            menu.push_back(MenuItem::notice("Velko needs permission to tidy your menu bar."));
+            menu.push_back({.title = "Open Device Control and Data Access…",
+                            .action = doing(actions, &MenuActions::openAccessibility)});
+            break;
+        case Health::Kind::layoutUnreadable:
+            menu.push_back(MenuItem::notice("Your layout file can't be read. Nothing is hidden."));
+            menu.push_back(
+                {.title = "Edit Layout File…", .action = doing(actions, &MenuActions::editLayout)});
+            break;
+        case Health::Kind::engineUnavailable:
+            menu.push_back(MenuItem::notice("Not supported on this macOS build. Nothing is hidden."));
+            break;
+    }
+    menu.push_back(MenuItem::separator());
+}
+
+void addApps(Menu& menu, const std::vector<PresentApp>& apps, const Actions& actions) {
+    for (const PresentApp& app : apps) {
+        menu.push_back({.title = app.name, .appIcon = app.bundleID, .action = [actions, id = app.bundleID] {
+                            if (const auto alive = actions.lock()) {
+                                alive->openApp(id);
+                            }
+                        }});
+    }
+}
+
+MenuItem openItem(const HiddenApps& hidden, const Actions& actions) {
+    const bool hasGroups = !hidden.tucked.empty() && !hidden.buried.empty();
+    Menu submenu;
+    if (hasGroups) {
+        submenu.push_back(MenuItem::header("Tucked"));
+    }
+    addApps(submenu, hidden.tucked, actions);
+    if (hasGroups) {
+        submenu.push_back(MenuItem::header("Buried"));
+    }
+    addApps(submenu, hidden.buried, actions);
+    return {.title = "Open",
+            .symbol = "arrow.up.forward.app",
+            .isEnabled = !hidden.areNone(),
+            .submenu = std::move(submenu)};
+}
+
+void addQuestions(Menu& menu, AppController& controller, const Actions& actions) {
+    const std::size_t newIcons = controller.values().layout.inbox.size();
+    const std::size_t suggestions = controller.autopilot().suggestions().size();
+    if (newIcons > 0) {
+        menu.push_back({.title = newIcons == 1 ? "1 New Icon" : std::to_string(newIcons) + " New Icons",
+                        .symbol = "sparkles",
+                        .action = doing(actions, &MenuActions::showNoteFromMenu)});
+    }
+    if (suggestions > 0) {
+        menu.push_back({.title = "Tidy Suggestions (" + std::to_string(suggestions) + ")",
+                        .symbol = "wand.and.sparkles",
+                        .action = doing(actions, &MenuActions::showNoteFromMenu)});
+    }
+}
+
+}  // namespace
+
+Menu mainMenu(const FaceParts& parts, const std::weak_ptr<MenuActions>& actions) {
+    AppController& controller = parts.controller;
+    Menu menu;
+    addProblem(menu, controller.values().health().kind, actions);
+    if (!controller.info().bundlePath.starts_with("/Applications/")) {
+        menu.push_back(MenuItem::notice("Move Velko to Applications so its icon stays visible."));
+        menu.push_back(MenuItem::separator());
+    }
+    menu.push_back(openItem(hiddenApps(controller), actions));
+    addQuestions(menu, controller, actions);
+    menu.push_back(MenuItem::separator());
+    menu.push_back(
+        {.title = "Settings…", .symbol = "gearshape", .action = doing(actions, &MenuActions::openSettings)});
+    menu.push_back({.title = "Check for Updates…",
+                    .symbol = "arrow.down.circle",
+                    .isEnabled = !parts.ports.updater.whyUnavailable(),
+                    .action = doing(actions, &MenuActions::checkForUpdates)});
+    menu.push_back({.title = "Quit Velko", .symbol = "power", .action = doing(actions, &MenuActions::quit)});
+    return menu;
+}
+
+Menu debugMenu(const FaceParts& parts, const std::weak_ptr<MenuActions>& actions) {
+    const AppController& controller = parts.controller;
+    const auto entry = [&](std::string title, void (MenuActions::*action)()) {
+        return MenuItem{.title = std::move(title), .action = doing(actions, action)};
+    };
+    return {MenuItem::notice("Debug"),
+            MenuItem::notice("State: " + describe(controller.values().state)),
+            MenuItem::notice("Plan: " + describe(controller.engine().current())),
+            MenuItem::separator(),
+            entry("Dump Inventory to Log", &MenuActions::dumpInventory),
+            entry("Show All", &MenuActions::showAll),
+            entry("Log Current Allowlist", &MenuActions::logAllowlist),
+            entry("Log Engine Probe", &MenuActions::logProbe),
+            entry("Log App Health and Autopilot", &MenuActions::logUsage),
+            entry(controller.isIconWatchRunning() ? "Stop Icon Watch (Pop-up Test)"
+                                                  : "Start Icon Watch (Pop-up Test)",
+                  &MenuActions::toggleIconWatch),
+            MenuItem::separator(),
+            entry("Edit Layout File…", &MenuActions::editLayout),
+            entry("Reload Layout", &MenuActions::reloadLayout),
+            MenuItem::separator(),
+            entry("Copy Log", &MenuActions::copyLog),
+            entry("Open Log File", &MenuActions::openLog)};
+}
+
+}  // namespace velko::StatusMenus

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "Velko/FaceParts.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+class Surface;
+
+/// The note that drops from the broom when Velko has something to ask. Main thread.
+class NoteController final {
+ public:
+    explicit NoteController(const FaceParts& parts) : parts_(parts) {}
+    NoteController(const NoteController&) = delete;
+    NoteController& operator=(const NoteController&) = delete;
+    ~NoteController();
+
+    /// Opens it, in place of one that is open.
+    void show();
+    void close();
+    [[nodiscard]] bool isShowing() const;
+
+    /// Whether it closed so shortly ago that a click now is the one that closed it.
+    [[nodiscard]] bool justClosed() const;
+
+ private:
+    /// One note, from its opening until it is known to have closed.
+    struct Showing {
+        bool hasAsked = false;
+        Task spotlessClose;
+        Subscription changes;
+    };
+
+    [[nodiscard]] Surface& surface() const;
+    void refresh();
+    void didClose();
+
+    FaceParts parts_;
+    std::shared_ptr<Showing> showing_;
+    std::optional<MainThread::Uptime> closedAt_;
+};
+
+}  // namespace velko

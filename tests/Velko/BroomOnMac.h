@@ -1,0 +1,70 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Velko/Broom/StatusItemController.h"
+#include "tests/Velko/VelkoOnMac.h"
+
+namespace velko {
+
+/// Velko on a simulated Mac with its broom in the menu bar, for a person to look at and click on.
+class BroomOnMac : public VelkoOnMac {
+ protected:
+    BroomOnMac() {
+        layout.reveal.autoTuckSeconds = 0;
+        layout.hasCompletedSetup = true;
+    }
+
+    /// `fileAsItIs`: the layout file, rather than `layout`.
+    void startBroom(bool fileAsItIs = false) {
+        fileAsItIs ? startWithFileAsItIs() : start();
+        broom.emplace(FaceParts{*velko, mac.platform(), mac.appPorts(), log});
+        changes = velko->observe([this] { broom->update(); });
+        broom->start();
+        pass(std::chrono::seconds(1));
+    }
+
+    void click(StatusItem::Click click = {}) {
+        mac.statusItem.click(click);
+        pass(std::chrono::milliseconds(50));
+    }
+    bool choose(const std::string& title) {
+        click({.isRight = true});
+        return mac.statusItem.chooseFromMenu(title);
+    }
+    bool chooseDebug(const std::string& title) {
+        click({.isRight = true, .option = true});
+        return mac.statusItem.chooseFromMenu(title);
+    }
+
+    /// A menu as a person reads it: what can't be chosen in brackets, headers with a colon.
+    static std::vector<std::string> read(const view::Menu& menu, const std::string& indent = "") {
+        std::vector<std::string> lines;
+        for (const view::MenuItem& item : menu) {
+            const bool isHeader = item.kind == view::MenuItem::Kind::header;
+            const bool isSeparator = item.kind == view::MenuItem::Kind::separator;
+            std::string line = item.symbol + (item.symbol.empty() ? "" : " ") + item.title;
+            if (isHeader || isSeparator) {
+                line += isHeader ? ":" : "--";
+            } else if (!item.isEnabled) {
+                line.insert(0, "(").append(")");
+            }
+            lines.push_back(line.insert(0, indent));
+            std::ranges::copy(read(item.submenu, indent + "  "), std::back_inserter(lines));
+        }
+        return lines;
+    }
+    [[nodiscard]] std::vector<std::string> openMenu(StatusItem::Click opening = {.isRight = true}) {
+        click(opening);
+        return mac.statusItem.menu() == nullptr ? std::vector<std::string>{} : read(*mac.statusItem.menu());
+    }
+
+    [[nodiscard]] SimulatedSurface& note() { return mac.surfaces.surface(Surfaces::Kind::note); }
+
+    std::optional<StatusItemController> broom;
+    Subscription changes;
+};
+
+}  // namespace velko

@@ -1,0 +1,63 @@
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "Velko/Ports/PanelPlacement.h"
+#include "Velko/View/Build.h"
+#include "Velko/View/Keyboard.h"
+#include "Velko/View/SpringCurve.h"
+
+namespace velko {
+namespace {
+
+TEST(PanelPlacement, HangsAPanelBelowItsAnchorAndKeepsItWithinItsBounds) {
+    constexpr Rect bounds{.x = 8, .y = 8, .width = 984, .height = 760};
+    const auto frame = [&](double x, Size panel) {
+        return panelFrame({.anchor = {.x = x, .y = 768, .width = 20, .height = 30}, .bounds = bounds}, panel);
+    };
+    constexpr Size size{.width = 200, .height = 100};
+    EXPECT_EQ(frame(490, size), (Rect{.x = 400, .y = 668, .width = 200, .height = 100}));
+    EXPECT_EQ(frame(0, size).x, 8);
+    EXPECT_EQ(frame(980, size).x, 792);
+    // A panel that is too large for its bounds keeps to their lower left corner.
+    EXPECT_EQ(frame(490, {.width = 1200, .height = 900}),
+              (Rect{.x = 8, .y = 8, .width = 1200, .height = 900}));
+}
+
+TEST(SpringCurve, ComesToRestWhereItSaysAndOvershootsOnlyWhenLoose) {
+    for (const double damping : {0.0, 0.3, 0.72, 0.99, 1.0, 5.0}) {
+        const SpringCurve spring(0.42, damping);
+        EXPECT_EQ(spring.at(0), 0) << damping;
+        EXPECT_EQ(spring.at(spring.duration()), 1);
+        double highest = 0;
+        for (double time = 0; time < 2 * spring.duration(); time += 0.001) {
+            highest = std::max(highest, spring.at(time));
+        }
+        EXPECT_EQ(highest > 1.001, damping < 0.9) << damping;
+        EXPECT_NEAR(spring.at(spring.duration() * 0.999), 1, 0.002) << damping;
+    }
+    EXPECT_EQ(SpringCurve(0, 1).duration(), 0);
+    EXPECT_EQ(SpringCurve(-1, 1).at(0), 1);
+}
+
+TEST(Keyboard, PressesTheFirstEnabledButtonThatListens) {
+    using view::Shortcut;
+    std::string pressed;
+    const auto button = [&](const std::string& id, Shortcut shortcut) {
+        return view::button(id, {.shortcut = shortcut, .press = [&pressed, id] { pressed += id; }});
+    };
+    const Shortcut enter{.key = Shortcut::Key::enter};
+    const Shortcut tuck{.key = Shortcut::Key::character, .character = 't'};
+    view::Node root = view::row("root", {button("off", enter), button("a", enter), button("b", enter),
+                                         button("t", tuck), button("none", {})});
+    std::get<view::Stack>(root.content).children.front().isEnabled = false;
+    EXPECT_TRUE(view::pressKey(root, enter));
+    EXPECT_TRUE(view::pressKey(root, tuck));
+    EXPECT_EQ(pressed, "at");
+    EXPECT_FALSE(view::pressKey(root, {}));
+    EXPECT_FALSE(view::pressKey(root, {.key = Shortcut::Key::escape}));
+}
+
+}  // namespace
+}  // namespace velko

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Simulator/TreeFaults.h"
+#include "Velko/View/Tree.h"
+
+namespace velko {
+
+/// What must hold of every tree that a user meets.
+inline void audit(const view::Node& root) {
+    EXPECT_EQ(faultIn(root), std::nullopt);
+}
+
+/// The tree as VoiceOver reads it, line by line; what cannot be used is in brackets.
+inline std::vector<std::string> reading(const view::Node& root) {
+    audit(root);
+    std::vector<std::string> lines;
+    view::walk(root, [&](const view::Node& node) {
+        if (const std::string line = view::spoken(node); !line.empty()) {
+            lines.push_back(node.isEnabled ? line : "(" + line + ")");
+        }
+    });
+    return lines;
+}
+
+}  // namespace velko
