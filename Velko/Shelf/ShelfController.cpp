@@ -1,0 +1,71 @@
+#include "Velko/Shelf/ShelfController.h"
+
+#include "Velko/AppController.h"
+#include "Velko/Broom/BroomFrame.h"
+#include "Velko/Shelf/ShelfPlace.h"
+#include "Velko/Shelf/ShelfView.h"
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/Ports/Displays.h"
+
+namespace velko {
+
+ShelfController::ShelfController(const FaceParts& parts, BroomFrame& broom)
+    : parts_(parts),
+      broom_(broom),
+      broomMoves_(broom_.observe([this] { sync(); })),
+      displayChanges_(parts_.platform.displays.observeChanges([this] { sync(); })) {}
+
+ShelfController::~ShelfController() {
+    surface().close();
+}
+
+void ShelfController::sync() {
+    if (!parts_.controller.values().isShelfShown()) {
+        surface().close();
+        return;
+    }
+    const auto place = shelfPlace(broom_.frame(), parts_.platform.displays.displays(),
+                                  parts_.platform.displays.statusBarThickness());
+    if (!place) {
+        surface().close();
+        return;
+    }
+    if (!surface().isOpen()) {
+        surface().open({.place = place,
+                        .motion = motion(),
+                        .content = content(*place),
+                        .dismiss = [this](Surface::Dismissal how) { return dismiss(how); }});
+    } else {
+        surface().update(content(*place));
+        if (*place != place_) {
+            surface().move(*place);
+        }
+    }
+    place_ = *place;
+}
+
+Surface& ShelfController::surface() const {
+    return parts_.ports.surfaces.surface(Surfaces::Kind::shelf);
+}
+
+Surface::Motion ShelfController::motion() const {
+    if (parts_.ports.surfaces.reducesMotion()) {
+        return {.fade = Timing::reducedMotionFade};
+    }
+    return {.springResponse = Timing::shelfSpringResponse, .springDamping = Timing::shelfSpringDamping};
+}
+
+view::Node ShelfController::content(const Surface::Place& place) const {
+    return shelfView(
+        {.controller = parts_.controller,
+         .height = place.bounds.height,
+         .open = [this](const BundleID& bundleID) { onOpen(bundleID); },
+         .move = [this](const BundleID& bundleID, Section section) { onMove(bundleID, section); }});
+}
+
+bool ShelfController::dismiss(Surface::Dismissal how) const {
+    onDismiss(how == Surface::Dismissal::clickOutside ? ShelfClosing::By::click : ShelfClosing::By::escape);
+    return !parts_.controller.values().isShelfShown();
+}
+
+}  // namespace velko

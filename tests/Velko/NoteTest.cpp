@@ -1,0 +1,157 @@
+#include <array>
+#include <gmock/gmock.h>
+
+#include "tests/Velko/FacesOnMac.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+using Key = view::Shortcut::Key;
+
+/// Twenty days after Velko began to watch clicks. "Dusty" stands in the bar and is never clicked; "Handy"
+/// and "Hog" do not run yet.
+class NoteTest : public FacesOnMac {
+ protected:
+    NoteTest() : FacesOnMac({}) {
+        layout.seenApps = BundleIDs{"app.dusty", "app.handy", "app.hog"};
+        layout.place("app.handy", Section::buried);
+        const Date now = floorToSeconds(mac.mainThread.date());
+        layout.autopilot.watchingSince = now - std::chrono::days(20);
+        for (int day = 1; day <= 3; ++day) {
+            layout.recordClick("app.handy", now - std::chrono::days(day), {});
+        }
+        launchNamed("app.dusty", "Dusty");
+    }
+    void SetUp() override { startFaces(); }
+
+    void keepDusty() { velko->autopilot().alwaysKeep("app.dusty"); }
+    void press(std::string_view id) {
+        EXPECT_TRUE(surface.perform(id)) << id;
+        pass(200ms);
+    }
+    [[nodiscard]] std::vector<std::string> read() const { return reading(*surface.content()); }
+
+    const std::vector<std::string> spotless{"Spotless. Nothing to sort.", "Done"};
+    SimulatedSurface& surface = mac.surfaces.surface(Surfaces::Kind::note);
+};
+
+TEST_F(NoteTest, SaysThatEverythingIsSpotlessAndStaysUntilTheUserIsDone) {
+    keepDusty();
+    note->show();
+    EXPECT_TRUE(logged("[note] shown: 0 new, 0 suggestions"));
+    EXPECT_TRUE(surface.opening()->isAnimated);
+    EXPECT_EQ(read(), spotless);
+    pass(60s);
+    EXPECT_TRUE(surface.press({.key = Key::enter}));
+    EXPECT_FALSE(note->isShowing());
+    mac.surfaces.reducedMotion = true;
+    note->show();
+    EXPECT_FALSE(surface.opening()->isAnimated);
+}
+
+TEST_F(NoteTest, AsksAboutNewIconsAndSuggestions) {
+    launchNamed("app.cloud", "Cloud");
+    note->show();
+    EXPECT_TRUE(logged("[note] shown: 1 new, 1 suggestions"));
+    EXPECT_THAT(read(), ElementsAre("New arrival", "Waiting by the door until you choose where it goes.",
+                                    "Cloud just moved in", "Keep in the bar: Cloud", "Tuck: Cloud",
+                                    "Bury: Cloud", "Show me: Cloud", "Tidy suggestions",
+                                    "Based on what you click. Nothing moves until you say so.", "Dusty",
+                                    "Gathering dust: not clicked in 20 days", "Tuck: Dusty",
+                                    "Maybe later: Dusty", "Always keep here: Dusty", "Later"));
+    EXPECT_EQ(view::find(*surface.content(), "always:app.dusty")->help,
+              "Autopilot won't suggest moving this app again");
+    EXPECT_FALSE(surface.press({.key = Key::enter})) << "only Escape puts it off";
+    press("show:app.cloud");
+    EXPECT_TRUE(shows("app.cloud") && !shows("app.dusty"));
+    EXPECT_THAT(read(), Contains("Stop showing: Cloud"));
+    press("show:app.cloud");
+    EXPECT_TRUE(!shows("app.cloud") && shows("app.dusty"));
+    const ProcessID wind = launchNamed("app.wind", "Wind");
+    EXPECT_THAT(read(), IsSupersetOf({"New arrivals", "Waiting by the door until you choose where they go.",
+                                      "Wind just moved in", "Show me: Cloud"}));
+    press("always:app.dusty");
+    EXPECT_TRUE(saved().alwaysKeep.contains("app.dusty"));
+    mac.quit(wind);
+    pass(1s);
+    EXPECT_THAT(read(), IsSupersetOf({"(Show me: app.wind)", "Bury: app.wind"}));
+}
+
+TEST_F(NoteTest, PutsANewIconWhereTheUserSaysAndCloses) {
+    keepDusty();
+    struct Answer {
+        std::string button;
+        std::string line;
+        bool shows;
+    };
+    const std::array answers{Answer{"keep:app.a", "app.a -> bar (new icon answered)", true},
+                             Answer{"tuck:app.b", "app.b -> tucked (new icon answered)", false},
+                             Answer{"bury:app.c", "app.c -> buried (new icon answered)", false}};
+    for (const Answer& answer : answers) {
+        const BundleID app = answer.button.substr(5);
+        launchNamed(app, "App");
+        note->show();
+        press(answer.button);
+        EXPECT_TRUE(logged(answer.line));
+        EXPECT_EQ(shows(app), answer.shows);
+        EXPECT_EQ(read(), spotless);
+        pass(1190ms);
+        EXPECT_TRUE(note->isShowing());
+        pass(20ms);
+        EXPECT_FALSE(note->isShowing());
+        EXPECT_FALSE(values().noteDeferred);
+    }
+}
+
+TEST_F(NoteTest, DoesWhatTheUserAnswersToASuggestion) {
+    launchNamed("app.handy", "Handy");
+    mac.processes.setMemory(launchNamed("app.hog", "Hog"), 500ULL << 20U);
+    pass(31s);
+    note->show();
+    EXPECT_THAT(read(),
+                IsSupersetOf({"In and out a lot: clicked on 3 of the last 7 days", "Move to the bar: Handy",
+                              "Quit: Hog", "Hogging 500 MB, and not clicked in 20 days"}));
+    press("accept:app.handy");
+    EXPECT_TRUE(logged("[autopilot] accepted: app.handy -> bar"));
+    EXPECT_TRUE(shows("app.handy"));
+    press("accept:app.hog");
+    EXPECT_TRUE(logged("[health] asked Hog to quit"));
+    press("later:app.dusty");
+    EXPECT_TRUE(logged("[autopilot] not now: app.dusty"));
+    EXPECT_EQ(read(), spotless);
+    launchNamed("app.wind", "Wind");
+    pass(10s);
+    EXPECT_TRUE(note->isShowing()) << "somebody moved in while it said goodbye";
+    press("tuck:app.wind");
+    pass(2s);
+    EXPECT_FALSE(note->isShowing());
+}
+
+TEST_F(NoteTest, KnowsTheClickThatClosedItAndWhatItLeftOpen) {
+    EXPECT_FALSE(note->justClosed());
+    note->show();
+    mac.surfaces.clickOutside();
+    pass(399ms);
+    EXPECT_TRUE(note->justClosed());
+    pass(1ms);
+    EXPECT_FALSE(note->justClosed());
+    launchNamed("app.cloud", "Cloud");
+    note->show();
+    EXPECT_TRUE(surface.press({.key = Key::escape}));
+    pass(1s);
+    EXPECT_TRUE(values().noteDeferred);
+    note->show();
+    note->show();
+    launchNamed("app.wind", "Wind");
+    ASSERT_TRUE(note->isShowing()) << "the farewell of the first does not end the second";
+    EXPECT_THAT(read(), Contains("Wind just moved in"));
+    note.reset();
+    EXPECT_FALSE(surface.isOpen());
+}
+
+}  // namespace
+}  // namespace velko

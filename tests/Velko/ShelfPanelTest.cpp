@@ -1,0 +1,175 @@
+#include <gmock/gmock.h>
+
+#include "Velko/Shelf/ShelfPlace.h"
+#include "tests/Velko/FacesOnMac.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+class ShelfPanelTest : public FacesOnMac {
+ protected:
+    ShelfPanelTest() : FacesOnMac({.displays = {SimulatedDisplays::notched()}}) {}
+
+    [[nodiscard]] std::vector<std::string> read() const { return reading(*surface.content()); }
+    [[nodiscard]] std::vector<std::string> menuTitles(const std::string& id) const {
+        std::vector<std::string> titles;
+        for (const auto& item : view::menuOf(*surface.content(), id)) {
+            titles.push_back(item.title);
+        }
+        return titles;
+    }
+    void choose(const std::string& id, std::size_t index) {
+        EXPECT_TRUE(view::choose(view::menuOf(*surface.content(), id), {index}));
+        pass(1s);
+    }
+
+    SimulatedSurface& surface = mac.surfaces.surface(Surfaces::Kind::shelf);
+};
+
+TEST_F(ShelfPanelTest, ShowsEachTuckedAppThatIsPresentEightToARow) {
+    for (const char letter : {'i', 'h', 'g', 'f', 'e', 'd', 'c', 'b', 'a'}) {
+        mac.addIcon(launch(std::string("app.") + letter, Section::tucked), {.title = "second"});
+    }
+    launch("app.bar", Section::bar);
+    launch("app.buried", Section::buried);
+    layout.place("app.absent", Section::tucked);
+    startFaces();
+    EXPECT_FALSE(surface.isOpen());
+    toggle();
+    EXPECT_THAT(read(), ElementsAre("Tucked apps", "app.a", "app.b", "app.c", "app.d", "app.e", "app.f",
+                                    "app.g", "app.h", "app.i"));
+    EXPECT_EQ(view::childrenOf(*view::find(*surface.content(), "row:tucked:1")).size(), 8U);
+    EXPECT_EQ(view::childrenOf(*view::find(*surface.content(), "row:tucked:2")).size(), 1U);
+    toggle();
+    EXPECT_FALSE(surface.isOpen());
+}
+
+TEST_F(ShelfPanelTest, OpensAnAppAndStaysBelowItsMenu) {
+    const ProcessID app = launch("app.a", Section::tucked);
+    startFaces();
+    toggle();
+    EXPECT_TRUE(surface.perform("tile:app.a"));
+    pass(1s);
+    EXPECT_EQ(mac.windows.menuOwner(), app);
+    mac.surfaces.clickOutside();
+    surface.dismiss(Surface::Dismissal::escape);
+    EXPECT_TRUE(surface.isOpen()) << "the click was for the menu";
+    mac.closeMenu();
+    pass(1s);
+    mac.surfaces.clickOutside();
+    EXPECT_FALSE(surface.isOpen());
+    EXPECT_TRUE(velko->consumesClick()) << "should it have been on the broom";
+    EXPECT_FALSE(isRevealed());
+    toggle();
+    EXPECT_TRUE(surface.press({.key = view::Shortcut::Key::escape}));
+    EXPECT_FALSE(surface.isOpen());
+    EXPECT_FALSE(velko->consumesClick());
+}
+
+TEST_F(ShelfPanelTest, MovesAppsByTheirMenus) {
+    launch("app.a", Section::tucked);
+    launch("app.b", Section::buried);
+    layout.seenApps = BundleIDs{"app.a", "app.b"};
+    launch("app.new");
+    startFaces();
+    toggle(true);
+    EXPECT_THAT(read(),
+                ElementsAre("Tucked and buried apps", "Tucked", "app.new, New", "app.a", "Buried", "app.b"));
+    EXPECT_THAT(menuTitles("tile:app.a"), ElementsAre("Open", "Show Me", "", "Keep in the Bar", "Bury"));
+    EXPECT_THAT(menuTitles("tile:app.b"), ElementsAre("Open", "Show Me", "", "Keep in the Bar", "Tuck"));
+    choose("tile:app.new", 1);
+    EXPECT_EQ(values().showingMe, "app.new");
+    choose("tile:app.new", 4);
+    EXPECT_TRUE(logged("[layout] app.new -> tucked (new icon answered)")) << "it may stay where it is";
+    choose("tile:app.new", 3);
+    EXPECT_TRUE(logged("[layout] app.new -> bar"));
+    choose("tile:app.b", 0);
+    EXPECT_TRUE(logged("[open] open app.b: press ok"));
+    EXPECT_THAT(read(), ElementsAre("Tucked and buried apps", "Tucked", "app.a", "Buried", "app.b"));
+}
+
+TEST_F(ShelfPanelTest, TakesAppsThatAreDraggedToTheOtherGroup) {
+    launch("app.a", Section::tucked);
+    launch("app.b", Section::tucked);
+    startFaces();
+    toggle();
+    EXPECT_FALSE(surface.perform("group:tucked", BundleID("app.a"))) << "there is nowhere else";
+    toggle(true);
+    EXPECT_THAT(read(), testing::Contains("Drop an app here to bury it."));
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_TRUE(surface.perform("group:buried", BundleID("app.a")));
+        pass(1s);
+    }
+    EXPECT_EQ(timesLogged("[layout] app.a -> buried"), 1) << "the second time it was there";
+    EXPECT_THAT(read(), ElementsAre("Tucked and buried apps", "Tucked", "app.b", "Buried", "app.a"));
+    EXPECT_TRUE(surface.perform("group:tucked", BundleID("app.a")));
+    EXPECT_EQ(saved().section("app.a"), Section::tucked);
+}
+
+TEST_F(ShelfPanelTest, SaysWhyItIsEmpty) {
+    const ProcessID app = launch("app.a", Section::tucked);
+    launch("app.b", Section::bar);
+    startFaces();
+    toggle();
+    mac.quit(app);
+    pass(1s);
+    EXPECT_EQ(read().back(), "None of your tucked apps is running.");
+    velko->place("app.a", Section::bar);
+    pass(1s);
+    EXPECT_EQ(read().back(), "Nothing is tucked yet. You can choose what to tuck in Settings.");
+    velko->place("app.b", Section::buried);
+    pass(1s);
+    EXPECT_EQ(read().back(), "Nothing is tucked. Option-click the broom to see what's buried.");
+    mac.revokeTrust();
+    pass(10s);
+    EXPECT_EQ(read().back(), "Everything is out in the menu bar for now.");
+}
+
+TEST_F(ShelfPanelTest, GoesAndComesWithTheDisplays) {
+    startFaces();
+    toggle();
+    const auto displays = mac.displays.displays();
+    mac.setDisplays({});  // the broom's frame stays as it was
+    pass(100ms);
+    EXPECT_FALSE(surface.isOpen());
+    mac.setDisplays(displays);
+    pass(100ms);
+    EXPECT_TRUE(surface.isOpen());
+}
+
+TEST_F(ShelfPanelTest, HangsBelowTheBroomOfWhateverScreenHoldsIt) {
+    startFaces();
+    toggle();
+    EXPECT_EQ(surface.opening()->place->anchor.x, broom->frame()->x);
+    EXPECT_EQ(surface.frame()->maxY(), 982 - 38 - 4);
+    EXPECT_EQ(surface.opening()->motion,
+              (Surface::Motion{.springResponse = 0.42, .springDamping = 0.72, .fade = 0}));
+    const Rect before = *broom->frame();
+    mac.iconElement(mac.processes.ownPID(), 0)->attributes["AXPosition"] = Point{.x = 700, .y = 0};
+    broom->refresh();
+    pass(1s);
+    EXPECT_EQ(surface.opening()->place->anchor.x, 700) << "it follows the broom";
+    mac.setDisplays({SimulatedDisplays::plain()});
+    pass(100ms);
+    EXPECT_EQ(broom->frame()->x, before.x + 1920 - 1512);
+    EXPECT_EQ(surface.opening()->place->anchor.x, broom->frame()->x);
+    toggle();
+    mac.surfaces.reducedMotion = true;
+    velko->preferences().setReveal({.autoTuckSeconds = 0, .otherStyle = RevealStyle::shelf});
+    toggle();
+    EXPECT_EQ(surface.opening()->motion, (Surface::Motion{.fade = 0.15}));
+
+    const std::vector<Display> displays{SimulatedDisplays::plain(),
+                                        SimulatedDisplays::plain({1920, 200}, {1280, 800})};
+    const auto onRight = shelfPlace(Rect{.x = 3000, .y = 80, .width = 30, .height = 24}, displays, 24);
+    EXPECT_EQ(onRight->anchor, (Rect{.x = 3000, .y = 972, .width = 30, .height = 28}));
+    EXPECT_EQ(onRight->bounds, (Rect{.x = 1928, .y = 278, .width = 1264, .height = 694}));
+    EXPECT_EQ(shelfPlace({}, displays, 24)->anchor, (Rect{.x = 1920, .y = 1052, .width = 0, .height = 28}));
+    EXPECT_FALSE(shelfPlace({}, {}, 24)) << "no screen, no shelf";
+}
+
+}  // namespace
+}  // namespace velko
