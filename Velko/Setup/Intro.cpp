@@ -1,0 +1,232 @@
+#include "Velko/Setup/Intro.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <iterator>
+#include <numbers>
+#include <utility>
+#include <vector>
+
+#include "Velko/Broom/BroomDrawing.h"
+#include "Velko/View/Shapes.h"
+
+namespace velko::Intro {
+
+namespace {
+
+using view::Drawing;
+using view::Ink;
+using view::Path;
+using view::PathCommand;
+using view::Shape;
+
+constexpr Timing::Duration frame{33};
+constexpr Size canvas{.width = 440, .height = 180};
+constexpr double broomPoints = 124;
+constexpr double unit = broomPoints / 18;  // the broom's own drawing is 18 units wide
+constexpr Point broomAtRest{.x = (canvas.width - broomPoints) / 2, .y = 40};
+constexpr double sweepIn = 0.8;
+constexpr double blink = 0.12;
+constexpr double hop = 0.32;
+constexpr double hopHeight = 22;
+constexpr double wipeWidth = 70;
+
+double secondsOf(Timing::Duration duration) {
+    return std::chrono::duration<double>(duration).count();
+}
+
+/// How far something that begins at `from` and takes `length` has come: 0 to 1.
+double progress(double seconds, double from, double length) {
+    return std::clamp((seconds - from) / length, 0.0, 1.0);
+}
+
+/// Up and down again, once.
+double arch(double part) {
+    return std::sin(part * std::numbers::pi);
+}
+
+/// A soap bubble, and when it pops.
+struct Bubble {
+    Point centre;
+    double radius = 0;
+    double popsAt = 0;
+};
+
+std::vector<Bubble> bubbles() {
+    constexpr std::array<std::pair<Point, double>, 10> places{{{{.x = 62, .y = 58}, 17},
+                                                               {{.x = 382, .y = 44}, 21},
+                                                               {{.x = 116, .y = 122}, 12},
+                                                               {{.x = 334, .y = 108}, 14},
+                                                               {{.x = 28, .y = 120}, 9},
+                                                               {{.x = 410, .y = 118}, 11},
+                                                               {{.x = 128, .y = 30}, 8},
+                                                               {{.x = 306, .y = 26}, 10},
+                                                               {{.x = 84, .y = 158}, 7},
+                                                               {{.x = 366, .y = 156}, 8}}};
+    std::vector<Bubble> result;
+    double popsAt = secondsOf(Timing::sudsFirstPop);
+    double part = 0;
+    for (const auto& [centre, radius] : places) {
+        result.push_back({.centre = centre, .radius = radius, .popsAt = popsAt});
+        part = std::fmod(part + std::numbers::phi, 1.0);  // spreads evenly and looks like chance
+        popsAt += std::lerp(Timing::sudsPopEvery.lowest, Timing::sudsPopEvery.highest, part);
+    }
+    return result;
+}
+
+/// The front of the wipe, from left to right.
+double wipedTo(double seconds) {
+    const double part = progress(seconds, secondsOf(Timing::introWipeDelay), Timing::introWipe);
+    return part * (canvas.width + wipeWidth);
+}
+
+void addBubble(Drawing& drawing, const Bubble& bubble, double popped) {
+    const double radius = bubble.radius * (1 + 0.4 * popped);
+    const double opacity = 1 - popped;
+    drawing.shapes.push_back({.path = view::circle(bubble.centre, radius),
+                              .ink = Ink::soap,
+                              .strokeWidth = 1.6 * (1 - 0.7 * popped),
+                              .opacity = 0.9 * opacity});
+    const Point shine{.x = bubble.centre.x - radius * 0.35, .y = bubble.centre.y - radius * 0.35};
+    drawing.shapes.push_back(
+        {.path = view::circle(shine, bubble.radius * 0.18 * opacity), .ink = Ink::soap, .opacity = opacity});
+}
+
+void addSuds(Drawing& drawing, double seconds) {
+    for (const Bubble& bubble : bubbles()) {
+        const double popped = progress(seconds, bubble.popsAt, Timing::bubblePop);
+        if (wipedTo(seconds) > bubble.centre.x + wipeWidth && popped < 1) {
+            addBubble(drawing, bubble, popped);
+        }
+    }
+}
+
+void addWipe(Drawing& drawing, double seconds) {
+    const double front = wipedTo(seconds);
+    if (front <= 0 || front >= canvas.width + wipeWidth) {
+        return;
+    }
+    using Kind = PathCommand::Kind;
+    const double back = front - wipeWidth;
+    const double lean = 24;
+    const auto inside = [](double x) { return std::clamp(x, 0.0, canvas.width); };
+    drawing.shapes.push_back({.path = {{.kind = Kind::moveTo, .to = {.x = inside(back + lean), .y = 0}},
+                                       {.kind = Kind::lineTo, .to = {.x = inside(front + lean), .y = 0}},
+                                       {.kind = Kind::lineTo, .to = {.x = inside(front), .y = canvas.height}},
+                                       {.kind = Kind::lineTo, .to = {.x = inside(back), .y = canvas.height}},
+                                       {.kind = Kind::close}},
+                              .ink = Ink::soap,
+                              .opacity = 0.35});
+}
+
+/// Where the broom stands and how it leans, as a change to its drawing at rest.
+struct Pose {
+    Point offset = broomAtRest;
+    double tilt = 0;  ///< degrees, around the straw
+    double sparkle = 1;
+    bool eyesClosed = false;
+};
+
+Pose poseAt(double seconds) {
+    Pose pose;
+    const double left = 1 - progress(seconds, 0, sweepIn);
+    pose.offset.x -= left * left * left * (broomAtRest.x + broomPoints);
+    const double swish = progress(seconds, Timing::introSwishAt, Timing::broomRockDuration);
+    pose.tilt = Timing::broomRockDegrees * std::sin(swish * 4 * std::numbers::pi) * (1 - swish);
+    const double wiping = progress(seconds, secondsOf(Timing::introWipeDelay), Timing::introWipe);
+    pose.tilt += Timing::broomRockDegrees * std::sin(wiping * 2 * std::numbers::pi);
+    pose.offset.y -= hopHeight * arch(progress(seconds, Timing::introHopAt, hop));
+    pose.sparkle = progress(seconds, Timing::introSparkleAt, Timing::introSparkle);
+    pose.eyesClosed = seconds >= Timing::introBlinkAt && seconds < Timing::introBlinkAt + blink;
+    return pose;
+}
+
+std::vector<Shape> eyes(bool closed) {
+    std::vector<Shape> shapes;
+    for (const Point eye : {Point{.x = 6.45, .y = 11.13}, Point{.x = 8.17, .y = 12.28}}) {
+        const Point centre{.x = eye.x * unit, .y = eye.y * unit};
+        if (closed) {
+            const double half = 0.45 * unit;
+            shapes.push_back(
+                {.path = {{.kind = PathCommand::Kind::moveTo, .to = {.x = centre.x - half, .y = centre.y}},
+                          {.kind = PathCommand::Kind::lineTo, .to = {.x = centre.x + half, .y = centre.y}}},
+                 .strokeWidth = 2});
+        } else {
+            shapes.push_back({.path = view::circle(centre, 0.42 * unit)});
+        }
+    }
+    return shapes;
+}
+
+Path moved(Path path, const Pose& pose) {
+    const Point pivot{.x = 6 * unit, .y = 14 * unit};  // where the straw stands on the floor
+    const double angle = pose.tilt * std::numbers::pi / 180;
+    const auto move = [&](Point point) {
+        const double x = point.x - pivot.x;
+        const double y = point.y - pivot.y;
+        return Point{.x = pivot.x + x * std::cos(angle) - y * std::sin(angle) + pose.offset.x,
+                     .y = pivot.y + x * std::sin(angle) + y * std::cos(angle) + pose.offset.y};
+    };
+    for (PathCommand& command : path) {
+        command.to = move(command.to);
+        command.control1 = move(command.control1);
+        command.control2 = move(command.control2);
+    }
+    return path;
+}
+
+void addBroom(Drawing& drawing, const Pose& pose) {
+    std::vector<Shape> shapes = BroomDrawing::coloured(broomPoints).shapes;
+    std::ranges::move(eyes(pose.eyesClosed), std::back_inserter(shapes));
+    for (Shape& shape : shapes) {
+        shape.path = moved(std::move(shape.path), pose);
+        if (shape.ink == Ink::sparkle) {
+            shape.opacity *= pose.sparkle;
+        }
+        drawing.shapes.push_back(std::move(shape));
+    }
+}
+
+}  // namespace
+
+Drawing at(const Moment& moment) {
+    Drawing drawing{.size = canvas};
+    if (moment.reducedMotion) {
+        addSuds(drawing, secondsOf(Timing::sudsFirstPop));
+        addBroom(drawing, {});
+        const double opacity = progress(moment.seconds, 0, Timing::reducedMotionFade);
+        for (Shape& shape : drawing.shapes) {
+            shape.opacity *= opacity;
+        }
+        return drawing;
+    }
+    addSuds(drawing, moment.seconds);
+    addBroom(drawing, poseAt(moment.seconds));
+    addWipe(drawing, moment.seconds);
+    return drawing;
+}
+
+std::optional<Timing::Duration> untilChange(const Moment& moment) {
+    const double stillAt = moment.reducedMotion ? Timing::reducedMotionFade
+                                                : secondsOf(Timing::introWipeDelay) + Timing::introWipe;
+    if (moment.seconds < stillAt) {
+        return frame;
+    }
+    if (moment.reducedMotion) {
+        return std::nullopt;
+    }
+    for (const Bubble& bubble : bubbles()) {
+        if (moment.seconds < bubble.popsAt) {
+            const std::chrono::duration<double> wait(bubble.popsAt - moment.seconds);
+            return std::max(frame, std::chrono::ceil<Timing::Duration>(wait));
+        }
+        if (moment.seconds < bubble.popsAt + Timing::bubblePop) {
+            return frame;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace velko::Intro

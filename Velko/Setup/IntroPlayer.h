@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+
+#include "Velko/FaceParts.h"
+#include "Velko/View/Drawing.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+/// Plays the introduction, once; wakes only when the picture changes. Main thread.
+class IntroPlayer final {
+ public:
+    /// `changed` is called whenever there is another picture.
+    IntroPlayer(const FaceParts& parts, std::function<void()> changed);
+    IntroPlayer(const IntroPlayer&) = delete;
+    IntroPlayer& operator=(const IntroPlayer&) = delete;
+    ~IntroPlayer() = default;
+
+    /// From the beginning.
+    void play();
+    void stop() noexcept { beat_.cancel(); }
+    [[nodiscard]] view::Drawing picture() const;
+
+ private:
+    void waitForChange();
+
+    MainThread& mainThread_;
+    const Surfaces& surfaces_;
+    std::function<void()> changed_;
+    MainThread::Uptime began_{};
+    bool reducedMotion_ = false;
+    Task beat_;
+};
+
+}  // namespace velko

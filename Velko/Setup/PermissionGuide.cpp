@@ -1,0 +1,122 @@
+#include "Velko/Setup/PermissionGuide.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Velko/AppController.h"
+#include "Velko/View/Build.h"
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Windows.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko {
+
+namespace {
+
+constexpr const char* settingsApp = "com.apple.systempreferences";
+constexpr double sidebarWidth = 215;  // of the settings window on macOS 27; the list is beside it
+constexpr double usualHeight = 64;    // of the panel, until it is on screen and can be asked
+
+view::Node tree(const char* symbol, const char* words) {
+    view::Node icon{.id = "guide:symbol",
+                    .content = view::Symbol{.name = symbol, .points = 22, .ink = view::Ink::accent}};
+    view::Node row =
+        view::row("guide", {std::move(icon), view::text("guide:text", words, view::Text::Style::headline)});
+    std::get<view::Stack>(row.content).padding = 14;
+    return row;
+}
+
+double areaOf(const Rect& rect) {
+    return rect.width * rect.height;
+}
+
+}  // namespace
+
+PermissionGuide::PermissionGuide(const FaceParts& parts)
+    : parts_(parts), panel_(parts.ports.surfaces.surface(Surfaces::Kind::permissionGuide)) {}
+
+void PermissionGuide::start() {
+    if (!parts_.controller.values().problems.trustMissing) {
+        return;
+    }
+    beat_ = parts_.platform.mainThread.every(Timing::permissionGuideFollowInterval, [this] { follow(); });
+}
+
+void PermissionGuide::stop() {
+    beat_.cancel();
+    panel_.close();
+}
+
+void PermissionGuide::follow() {
+    if (!parts_.controller.values().problems.trustMissing) {
+        thank();
+    } else if (const auto window = settingsWindow()) {
+        show(placeFor(*window));
+    } else {
+        panel_.close();
+    }
+}
+
+void PermissionGuide::show(const Surface::Place& place) {
+    if (!panel_.isOpen()) {
+        place_ = place;
+        panel_.open(
+            {.place = place,
+             .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0.0 : Timing::reducedMotionFade},
+             .content = tree("arrow.up", "Switch Velko on in this list.")});
+    } else if (place != place_) {
+        place_ = place;
+        panel_.move(place);
+    }
+}
+
+void PermissionGuide::thank() {
+    panel_.update(tree("checkmark.circle.fill", "Done. Thank you!"));
+    beat_ = parts_.platform.mainThread.after(Timing::permissionGuideDoneHold, [this] {
+        panel_.close();
+        if (onDone) {
+            onDone();
+        }
+    });
+}
+
+std::optional<Rect> PermissionGuide::settingsWindow() const {
+    const auto pids = parts_.platform.workspace.pids(settingsApp);
+    const auto windows = pids.empty() ? std::nullopt : parts_.platform.windows.onScreen();
+    std::optional<Rect> largest;
+    for (const WindowInfo& window : windows.value_or(std::vector<WindowInfo>{})) {
+        const bool isTheirs = window.ownerPID && std::ranges::count(pids, *window.ownerPID) > 0;
+        if (isTheirs && window.layer == 0 && window.frame &&
+            (!largest || areaOf(*window.frame) > areaOf(*largest))) {
+            largest = window.frame;
+        }
+    }
+    return largest;
+}
+
+Surface::Place PermissionGuide::placeFor(const Rect& window) const {
+    const auto displays = parts_.platform.displays.displays();
+    if (displays.empty()) {
+        return {.anchor = window, .bounds = window};
+    }
+    // Windows are measured from the top of the primary screen, panels from its bottom.
+    const Rect& primary = displays.front().frame;
+    const Rect flipped{
+        .x = window.x, .y = primary.maxY() - window.maxY(), .width = window.width, .height = window.height};
+    const Point middle{.x = flipped.x + flipped.width / 2, .y = flipped.y + flipped.height / 2};
+    const auto at = std::ranges::find_if(
+        displays, [&](const Display& display) { return display.frame.contains(middle); });
+    const Rect bounds = (at == displays.end() ? displays.front() : *at).visibleFrame;
+    const auto frame = panel_.frame();
+    const double height = frame ? frame->height : usualHeight;
+    const double sidebar = std::min(sidebarWidth, flipped.width / 2);
+    return {.anchor = {.x = flipped.x + sidebar,
+                       .y = std::max(flipped.y, bounds.y + height),
+                       .width = flipped.width - sidebar,
+                       .height = 0},
+            .bounds = bounds};
+}
+
+}  // namespace velko

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "Velko/Apps/PresentApps.h"
+#include "Velko/Ports/Application.h"
+#include "Velko/Setup/SetupController.h"
+#include "tests/Velko/TreeAudit.h"
+#include "tests/Velko/VelkoOnMac.h"
+
+namespace velko {
+
+/// Velko on a simulated Mac with its setup's window, worked as a person works it.
+class SetupOnMac : public VelkoOnMac {
+ protected:
+    using Key = view::Shortcut::Key;
+
+    explicit SetupOnMac(bool trusted) : VelkoOnMac({.trusted = trusted}) {}
+
+    ~SetupOnMac() override { mac.surfaces.forget(); }
+
+    void startSetup() {
+        start();
+        setup.emplace(
+            FaceParts{.controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log});
+        setup->onVisibilityChange = [this] { ++visibilityChanges; };
+        setup->makeSession = [this] { return session(); };
+        setup->imported = [this] { return found; };
+        setup->apply = [this](const auto& sections) { velko->completeSetup(sections); };
+        setup->show();
+    }
+
+    [[nodiscard]] SortSession session() const {
+        std::vector<SortSession::App> apps;
+        for (const PresentApp& app : presentApps(values())) {
+            if (app.bundleID.starts_with("com.example.")) {
+                apps.push_back({.bundleID = app.bundleID, .name = app.name});
+            }
+        }
+        const bool isFirst = !values().layout.hasCompletedSetup;
+        const std::map<BundleID, Section> taken = found ? found->sections : std::map<BundleID, Section>{};
+        return SortSession({.apps = apps,
+                            .lastClicked = values().layout.lastClicked,
+                            .current = isFirst ? taken : values().layout.sections,
+                            .importSource = isFirst && found ? std::optional(found->source) : std::nullopt,
+                            .now = floorToSeconds(mac.mainThread.date()),
+                            .calendar = {}});
+    }
+
+    [[nodiscard]] SimulatedSurface& window() { return mac.surfaces.surface(Surfaces::Kind::setup); }
+    [[nodiscard]] SimulatedSurface& guide() { return mac.surfaces.surface(Surfaces::Kind::permissionGuide); }
+
+    [[nodiscard]] bool press(Key key) { return window().press({.key = key}); }
+    [[nodiscard]] bool press(char character) {
+        return window().press({.key = Key::character, .character = character});
+    }
+
+    /// The step that shows, by the id of its tree.
+    [[nodiscard]] std::string step() {
+        audit(*window().content());
+        return window().content()->id;
+    }
+    /// What stands in the window under that id; empty without it.
+    [[nodiscard]] std::string words(std::string_view id) {
+        const view::Node* node = view::find(*window().content(), id);
+        return node == nullptr ? "" : view::spoken(*node);
+    }
+
+    std::optional<ImportedLayout> found;
+    std::optional<SetupController> setup;
+    int visibilityChanges = 0;
+};
+
+}  // namespace velko
