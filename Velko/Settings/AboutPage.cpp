@@ -1,0 +1,63 @@
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Velko/AppController.h"
+#include "Velko/Broom/BroomDrawing.h"
+#include "Velko/Broom/MenuActions.h"
+#include "Velko/Ports/Updater.h"
+#include "Velko/Settings/SettingsPages.h"
+#include "Velko/View/Build.h"
+
+namespace velko::SettingsPages {
+
+namespace {
+
+std::string versionLine(const AppInfo& info) {
+    return "Version " + info.version + (info.build.empty() ? "" : " (" + info.build + ")") +
+           (info.channel.empty() ? "" : ", " + info.channel);
+}
+
+view::Node updates(const FaceParts& parts, MenuActions& actions) {
+    const auto why = parts.ports.updater.whyUnavailable();
+    view::Node check = view::button(
+        "updates:check", {.title = "Check for Updates…", .press = [&actions] { actions.checkForUpdates(); }});
+    check.isEnabled = !why;
+    std::vector<view::Node> children{std::move(check)};
+    if (why) {
+        children.push_back(view::explanation("updates:why", *why));
+    }
+    return view::row("updates", std::move(children));
+}
+
+view::Node log(MenuActions& actions) {
+    return view::row(
+        "log",
+        {view::button("log:open", {.title = "Open Log File", .press = [&actions] { actions.openLog(); }}),
+         view::button("log:copy", {.title = "Copy Log", .press = [&actions] { actions.copyLog(); }}),
+         view::explanation("log:what", "What Velko decided, and why.")});
+}
+
+}  // namespace
+
+view::Node about(const FaceParts& parts, MenuActions& actions) {
+    const AppInfo& info = parts.controller.info();
+    view::Node version = view::text("version", versionLine(info));
+    std::get<view::Text>(version.content).isSelectable = true;
+    return view::column(
+        "page:about",
+        {view::row(
+             "identity",
+             {{.id = "identity:icon", .content = view::Picture{.drawing = BroomDrawing::coloured(64)}},
+              view::column(
+                  "identity:words",
+                  {view::text("identity:name", "Velko", view::Text::Style::title), std::move(version)}, 2)}),
+         updates(parts, actions), log(actions),
+         view::text("privacy", "What Velko sees and learns stays on this Mac; nothing of it leaves."),
+         view::explanation(
+             "licence",
+             "Free to use, change and pass on under the MIT License. © 2026 The Velko developers.")},
+        16);
+}
+
+}  // namespace velko::SettingsPages

@@ -1,0 +1,144 @@
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Velko/AppController.h"
+#include "Velko/Ports/LoginItem.h"
+#include "Velko/Settings/SettingsPages.h"
+#include "Velko/View/Build.h"
+#include "VelkoCore/RevealSettings.h"
+#include "VelkoCore/Timing.h"
+
+namespace velko::SettingsPages {
+
+namespace {
+
+view::Node toggle(std::string id, std::string title, bool isOn, std::function<void(bool)> change) {
+    return {.id = std::move(id),
+            .content = view::Toggle{.title = std::move(title), .isOn = isOn, .change = std::move(change)}};
+}
+
+view::Node group(std::string id, std::string title, std::vector<view::Node> children) {
+    return {.id = std::move(id),
+            .content = view::Group{.title = std::move(title), .children = std::move(children)}};
+}
+
+template <class Change>
+void editReveal(AppController& controller, const Change& change) {
+    RevealSettings reveal = controller.values().layout.reveal;
+    change(reveal);
+    controller.preferences().setReveal(reveal);
+}
+
+// Starting
+
+view::Node starting(const FaceParts& parts) {
+    using Status = LoginItem::Status;
+    AppController& controller = parts.controller;
+    const Status status = parts.ports.loginItem.status();
+    std::vector<view::Node> children{
+        toggle("launch-at-login", "Open Velko when you log in",
+               status == Status::enabled || status == Status::requiresApproval,
+               [&controller](bool on) { controller.preferences().setLaunchAtLogin(on); })};
+    if (status == Status::requiresApproval) {
+        children.push_back(view::explanation(
+            "launch-at-login:approval", "Waiting for your approval, in System Settings under Login Items."));
+    }
+    return group("starting", "Starting", std::move(children));
+}
+
+// Revealing
+
+/// The times on offer, with the one in force among them.
+std::vector<std::int64_t> tuckTimes(std::int64_t now) {
+    constexpr std::array<std::int64_t, 10> offered{0, 3, 4, 5, 6, 8, 10, 15, 20, 30};
+    std::vector<std::int64_t> times(offered.begin(), offered.end());
+    if (std::ranges::count(times, now) == 0) {
+        times.insert(std::ranges::upper_bound(times, now), now);
+    }
+    return times;
+}
+
+view::Node tuckTime(AppController& controller) {
+    const std::int64_t now = controller.values().layout.reveal.autoTuckSeconds;
+    const std::vector<std::int64_t> times = tuckTimes(now);
+    std::vector<std::string> options;
+    options.reserve(times.size());
+    for (const std::int64_t seconds : times) {
+        options.push_back(seconds == 0 ? "Never" : "After " + std::to_string(seconds) + " seconds");
+    }
+    return {.id = "auto-tuck",
+            .content = view::Picker{
+                .title = "Tuck icons back in",
+                .options = std::move(options),
+                .selected = static_cast<std::size_t>(std::ranges::find(times, now) - times.begin()),
+                .choose = [&controller, times](std::size_t index) {
+                    editReveal(controller,
+                               [&](RevealSettings& reveal) { reveal.autoTuckSeconds = times.at(index); });
+                }}};
+}
+
+view::Node stylePicker(AppController& controller, std::string id, std::string title,
+                       RevealStyle RevealSettings::* style) {
+    constexpr std::array styles{RevealStyle::inline_, RevealStyle::shelf};
+    return {.id = std::move(id),
+            .content = view::Picker{
+                .title = std::move(title),
+                .options = {"In the menu bar", "On the shelf"},
+                .selected = static_cast<std::size_t>(controller.values().layout.reveal.*style),
+                .style = view::Picker::Style::segmented,
+                .choose = [&controller, style, styles](std::size_t index) {
+                    editReveal(controller, [&](RevealSettings& reveal) { reveal.*style = styles.at(index); });
+                }}};
+}
+
+view::Node revealing(AppController& controller) {
+    const RevealSettings& reveal = controller.values().layout.reveal;
+    return group(
+        "revealing", "When icons come out",
+        {stylePicker(controller, "style-notched", "On displays with a notch", &RevealSettings::notchedStyle),
+         stylePicker(controller, "style-other", "On other displays", &RevealSettings::otherStyle),
+         tuckTime(controller),
+         toggle("hover", "Show tucked icons when the pointer rests on the broom", reveal.hover,
+                [&controller](bool on) {
+                    editReveal(controller, [on](RevealSettings& edited) { edited.hover = on; });
+                })});
+}
+
+// What Velko does by itself
+
+view::Node byItself(AppController& controller) {
+    Preferences& preferences = controller.preferences();
+    const Layout& layout = controller.values().layout;
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Timing::popOutDuration).count();
+    return group(
+        "by-itself", "What Velko does by itself",
+        {toggle("ask", "Ask where new icons go", layout.askAboutNewIcons,
+                [&preferences](bool on) { preferences.setAskAboutNewIcons(on); }),
+         toggle("pop-out", "Let a tucked icon pop out when it changes", layout.popOutOnChange,
+                [&preferences](bool on) { preferences.setPopOutOnChange(on); }),
+         view::explanation("pop-out:what", "It shows in the bar for " + std::to_string(seconds) +
+                                               " seconds, then tucks back in."),
+         toggle("live-activities", "Make room for Live Activities", layout.showLiveActivities,
+                [&preferences](bool on) { preferences.setShowLiveActivities(on); }),
+         view::explanation("live-activities:what",
+                           "While your iPhone has a Live Activity running, everything is out."),
+         toggle("autopilot", "Autopilot", layout.autopilot.enabled,
+                [&preferences](bool on) { preferences.setAutopilotEnabled(on); }),
+         view::explanation("autopilot:what",
+                           "Once a week it suggests what to tuck, bury, bring back or quit. You decide.")});
+}
+
+}  // namespace
+
+view::Node general(const FaceParts& parts) {
+    return view::column("page:general",
+                        {starting(parts), revealing(parts.controller), byItself(parts.controller)}, 14);
+}
+
+}  // namespace velko::SettingsPages

@@ -1,0 +1,73 @@
+#include "Velko/Settings/SettingsController.h"
+
+#include <utility>
+#include <vector>
+
+#include "Velko/AppController.h"
+#include "Velko/Settings/SettingsPages.h"
+
+namespace velko {
+
+SettingsController::SettingsController(const FaceParts& parts)
+    : parts_(parts), window_(parts.ports.surfaces.surface(Surfaces::Kind::settings)), actions_(parts) {}
+
+SettingsController::~SettingsController() {
+    changes_.reset();
+    window_.close();
+}
+
+void SettingsController::show() {
+    if (isShown()) {
+        window_.raise();
+        update();
+        return;
+    }
+    changes_ = std::make_shared<Subscription>(parts_.controller.observe([this] { update(); }));
+    window_.open(
+        {.title = "Velko Settings", .content = tree(), .closed = [this, weak = std::weak_ptr(changes_)] {
+             // It may have been opened again since.
+             if (!weak.expired()) {
+                 closed();
+             }
+         }});
+    onVisibilityChange();
+}
+
+void SettingsController::closed() {
+    changes_.reset();
+    onVisibilityChange();
+}
+
+void SettingsController::update() {
+    window_.update(tree());
+}
+
+view::Node SettingsController::tree() {
+    constexpr double width = 640;
+    std::vector<view::Node> children = SettingsPages::problems(parts_, actions_);
+    children.push_back({.id = "pages",
+                        .label = "Pages",
+                        .content = view::Pages{.tabs = {{.title = "Menu Bar", .symbol = "menubar.rectangle"},
+                                                        {.title = "General", .symbol = "gearshape"},
+                                                        {.title = "About", .symbol = "info.circle"}},
+                                               .selected = page_,
+                                               .choose =
+                                                   [this](std::size_t page) {
+                                                       page_ = page;
+                                                       update();
+                                                   },
+                                               .children = {page()}}});
+    return {.id = "settings",
+            .width = width,
+            .content = view::Stack{.spacing = 14, .padding = 20, .children = std::move(children)}};
+}
+
+view::Node SettingsController::page() {
+    switch (page_) {
+        case 0: return SettingsPages::menuBar(parts_, onResort);
+        case 1: return SettingsPages::general(parts_);
+        default: return SettingsPages::about(parts_, actions_);
+    }
+}
+
+}  // namespace velko

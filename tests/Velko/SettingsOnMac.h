@@ -1,0 +1,91 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Velko/Settings/SettingsController.h"
+#include "tests/Velko/TreeAudit.h"
+#include "tests/Velko/VelkoOnMac.h"
+
+namespace velko {
+
+/// Velko on a simulated Mac with its settings open, worked as a person works them.
+class SettingsOnMac : public VelkoOnMac {
+ protected:
+    SettingsOnMac() { layout.hasCompletedSetup = true; }
+    ~SettingsOnMac() override { mac.surfaces.forget(); }
+
+    using VelkoOnMac::launch;
+    ProcessID launch(const BundleID& bundleID, const std::string& name, Section section) {
+        layout.place(bundleID, section);
+        return mac.launch({.bundleID = bundleID, .name = name, .icons = {{.title = name}}});
+    }
+
+    void startSettings() {
+        start();
+        openSettings();
+    }
+
+    void openSettings() {
+        settings.emplace(
+            FaceParts{.controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log});
+        settings->onVisibilityChange = [this] { ++visibilityChanges; };
+        settings->onResort = [this] { ++resorts; };
+        settings->show();
+    }
+
+    void restart() {
+        mac.surfaces.forget();
+        settings.reset();
+        velko->quit();
+        velko.reset();
+        startWithFileAsItIs();
+        openSettings();
+    }
+
+    [[nodiscard]] SimulatedSurface& window() { return mac.surfaces.surface(Surfaces::Kind::settings); }
+
+    /// Works a control and lets Velko act on it.
+    void set(std::string_view id, const view::Input& input = {}) {
+        EXPECT_TRUE(window().perform(id, input)) << id;
+        pass(std::chrono::seconds(1));
+    }
+    void openPage(std::int64_t page) { set("pages", page); }
+
+    [[nodiscard]] const view::Node* find(std::string_view id) {
+        audit(*window().content());
+        return view::find(*window().content(), id);
+    }
+    /// What stands under that id; empty without it.
+    [[nodiscard]] std::string words(std::string_view id) {
+        const view::Node* node = find(id);
+        return node == nullptr ? "" : view::spoken(*node);
+    }
+
+    /// What the picker or toggle with that id stands at.
+    [[nodiscard]] std::string standing(std::string_view id) {
+        const view::Node* node = find(id);
+        if (node == nullptr) {
+            return "";
+        }
+        if (const auto* toggle = std::get_if<view::Toggle>(&node->content)) {
+            return toggle->isOn ? "on" : "off";
+        }
+        const auto& picker = std::get<view::Picker>(node->content);
+        return picker.options.at(picker.selected);
+    }
+
+    /// Picks from the "•••" menu of an app.
+    void choose(const BundleID& bundleID, std::size_t place) {
+        EXPECT_TRUE(view::choose(view::menuOf(*window().content(), "more:" + bundleID), {place}));
+        pass(std::chrono::milliseconds(200));
+    }
+
+    std::optional<SettingsController> settings;
+    int visibilityChanges = 0;
+    int resorts = 0;
+};
+
+}  // namespace velko
