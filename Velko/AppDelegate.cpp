@@ -1,0 +1,190 @@
+#include "Velko/AppDelegate.h"
+
+#include <chrono>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Velko/Apps/PresentApps.h"
+#include "Velko/Log.h"
+#include "Velko/Ports/Application.h"
+#include "Velko/Ports/Defaults.h"
+#include "Velko/Ports/LoginItem.h"
+#include "VelkoCore/Calendar.h"
+#include "VelkoCore/SortSession.h"
+#include "VelkoCore/Timing.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+namespace {
+
+constexpr const char* loginDefaultKey = "didApplyLoginDefault";
+
+std::vector<SortSession::App> appsToSort(const AppController& controller) {
+    std::vector<SortSession::App> apps;
+    for (const PresentApp& app : presentApps(controller.values())) {
+        if (canBePlaced(controller, app.bundleID)) {
+            apps.push_back({.bundleID = app.bundleID, .name = app.name});
+        }
+    }
+    return apps;
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(Parts parts)
+    : platform_(parts.controller.platform),
+      ports_(parts.controller.ports),
+      log_(parts.controller.log),
+      propertyLists_(parts.propertyLists),
+      homeFolder_(std::move(parts.homeFolder)),
+      controller_(std::move(parts.controller)),
+      faceParts_{.controller = controller_, .platform = platform_, .ports = ports_, .log = log_},
+      broomFrame_(faceParts_),
+      shelf_(faceParts_, broomFrame_),
+      setup_(faceParts_) {}
+
+void AppDelegate::didFinishLaunching() {
+    StatusItemController& statusItem = statusItem_.emplace(faceParts_);
+    hover_.emplace(faceParts_, broomFrame_);
+    wireSurfaces(statusItem);
+    statusItem.start();
+    controller_.start();
+    sync();
+    applyLoginDefault();
+    if (!controller_.values().layout.hasCompletedSetup) {
+        setupWait_ = platform_.mainThread.after(Timing::setupDelay, [this] { openFirstSetup(); });
+    }
+}
+
+void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
+    statusItem.onSettings = [this] { openSettings(); };
+    setup_.onVisibilityChange = [this] { updateActivationPolicy(); };
+    setup_.makeSession = [this] { return makeSession(); };
+    setup_.imported = [this] { return lastImport_; };
+    setup_.apply = [this](const std::map<BundleID, Section>& sections) {
+        controller_.completeSetup(sections);
+    };
+    shelf_.onOpen = [this](const BundleID& bundleID) { controller_.open(bundleID); };
+    shelf_.onMove = [this](const BundleID& bundleID, Section section) {
+        controller_.place(bundleID, section);
+    };
+    shelf_.onDismiss = [this](ShelfClosing::By by) { controller_.closeShelf(by); };
+    changes_ = controller_.observe([this] { sync(); });
+    controller_.onChange = [this] {
+        broomFrame_.refresh();
+        sync();
+    };
+}
+
+void AppDelegate::sync() {
+    if (statusItem_ && hover_) {
+        statusItem_->update();
+        hover_->sync();
+    }
+    shelf_.sync();
+}
+
+void AppDelegate::applyLoginDefault() {
+    if (ports_.defaults.isOn(loginDefaultKey)) {
+        return;
+    }
+    ports_.defaults.setOn(loginDefaultKey, true);
+    if (ports_.loginItem.status() != LoginItem::Status::enabled) {
+        controller_.preferences().setLaunchAtLogin(true);
+    }
+}
+
+void AppDelegate::willTerminate() {
+    setupWait_.cancel();
+    controller_.quit();
+}
+
+void AppDelegate::reopen(bool hasVisibleWindows) {
+    if (!hasVisibleWindows) {
+        openSettings();
+    }
+}
+
+void AppDelegate::openFile(const std::filesystem::path& file) {
+    ports_.application.activate();
+    controller_.transfer().offerToImport(file);
+}
+
+// Windows
+
+void AppDelegate::openSettings() {
+    settings().show();
+}
+
+void AppDelegate::openSetup() {
+    setup_.show();
+}
+
+void AppDelegate::openFirstSetup() {
+    // A layout that cannot be read does not say that there never was a setup.
+    if (!controller_.values().problems.layoutUnreadable) {
+        openSetup();
+    }
+}
+
+SettingsController& AppDelegate::settings() {
+    if (!settings_) {
+        settings_.emplace(faceParts_);
+        settings_->onVisibilityChange = [this] { updateActivationPolicy(); };
+        settings_->onResort = [this] { openSetup(); };
+    }
+    return *settings_;
+}
+
+void AppDelegate::updateActivationPolicy() {
+    const bool hasWindow = setup_.isShown() || (settings_ && settings_->isShown());
+    const auto wanted = hasWindow ? Application::Policy::regular : Application::Policy::accessory;
+    if (wanted == ports_.application.policy()) {
+        return;
+    }
+    ports_.application.setPolicy(wanted);
+    if (hasWindow) {
+        ports_.application.showDockIcon();
+        ports_.application.activate();
+    }
+}
+
+// Sorting
+
+SortSession AppDelegate::makeSession() {
+    const Layout& layout = controller_.values().layout;
+    if (layout.hasCompletedSetup) {
+        return sessionFrom(layout.sections, "your current layout");
+    }
+    lookForAnotherOrganiser();
+    return lastImport_ ? sessionFrom(lastImport_->sections, lastImport_->source)
+                       : sessionFrom({}, std::nullopt);
+}
+
+SortSession AppDelegate::sessionFrom(const std::map<BundleID, Section>& current,
+                                     std::optional<std::string> importSource) const {
+    return SortSession({.apps = appsToSort(controller_),
+                        .lastClicked = controller_.values().layout.lastClicked,
+                        .current = current,
+                        .importSource = std::move(importSource),
+                        .now = floorToSeconds(platform_.mainThread.date()),
+                        .calendar = {}});
+}
+
+void AppDelegate::lookForAnotherOrganiser() {
+    BundleIDs known;
+    for (const PresentApp& app : presentApps(controller_.values())) {
+        known.insert(app.bundleID);
+    }
+    lastImport_ =
+        Importers::detect({.knownBundleIDs = known, .directory = homeFolder_, .reader = propertyLists_});
+    if (lastImport_) {
+        log_.log("setup", "found " + lastImport_->source + ": " +
+                              std::to_string(lastImport_->sections.size()) + " placements");
+    }
+}
+
+}  // namespace velko

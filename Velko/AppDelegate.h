@@ -1,0 +1,83 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "Velko/AppController.h"
+#include "Velko/Broom/BroomFrame.h"
+#include "Velko/Broom/HoverWatcher.h"
+#include "Velko/Broom/StatusItemController.h"
+#include "Velko/FaceParts.h"
+#include "Velko/Settings/SettingsController.h"
+#include "Velko/Setup/SetupController.h"
+#include "Velko/Shelf/ShelfController.h"
+#include "VelkoCore/Importers.h"
+#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+/// The program as the desktop starts, addresses and ends it: it makes the controller and all surfaces,
+/// and wires them together. Main thread only; one for the program's life.
+class AppDelegate final {
+ public:
+    /// What the program is made of. The references outlive it.
+    struct Parts {
+        AppController::Parts controller;
+        const PropertyListReader& propertyLists;
+        std::filesystem::path homeFolder;  ///< where other organisers' preferences are looked for
+    };
+
+    explicit AppDelegate(Parts parts);
+    AppDelegate(const AppDelegate&) = delete;
+    AppDelegate& operator=(const AppDelegate&) = delete;
+    ~AppDelegate() = default;
+
+    // What the desktop tells the program.
+
+    /// Once, when the program may show something.
+    void didFinishLaunching();
+    /// Once, before the process ends: shows every icon again.
+    void willTerminate();
+    /// The user has opened the program although it runs.
+    void reopen(bool hasVisibleWindows);
+    /// The user has opened a file of the program's own kind.
+    void openFile(const std::filesystem::path& file);
+
+    [[nodiscard]] AppController& controller() noexcept { return controller_; }
+
+ private:
+    void wireSurfaces(StatusItemController& statusItem);
+    void sync();
+    void applyLoginDefault();
+    void openSettings();
+    void openSetup();
+    void openFirstSetup();
+    void updateActivationPolicy();
+    [[nodiscard]] SettingsController& settings();
+    [[nodiscard]] SortSession makeSession();
+    [[nodiscard]] SortSession sessionFrom(const std::map<BundleID, Section>& current,
+                                          std::optional<std::string> importSource) const;
+    void lookForAnotherOrganiser();
+
+    Platform platform_;
+    AppPorts ports_;
+    Log& log_;
+    const PropertyListReader& propertyLists_;
+    std::filesystem::path homeFolder_;
+    AppController controller_;
+    FaceParts faceParts_;
+    BroomFrame broomFrame_;
+    ShelfController shelf_;
+    SetupController setup_;
+    std::optional<StatusItemController> statusItem_;
+    std::optional<HoverWatcher> hover_;
+    std::optional<SettingsController> settings_;
+    std::optional<ImportedLayout> lastImport_;
+    Task setupWait_;
+    Subscription changes_;
+};
+
+}  // namespace velko
