@@ -9,6 +9,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(VELKO_HOST_ROOMS "Build the simulator and the playground" ON)
 option(VELKO_TESTS "Build the tests and the benchmarks" ON)
+set(VELKO_CHANNEL development CACHE STRING "Where this build goes: development, beta or release")
 set(VELKO_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 
 add_library(velko_options INTERFACE)

@@ -119,6 +119,8 @@ def check_bundle(app, version):
     expect("the layout's type is exported",
            [(t["UTTypeIdentifier"], t["UTTypeConformsTo"], t["UTTypeTagSpecification"]) for t in types]
            == [("app.velko.layout", ["public.json"], {"public.filename-extension": ["velko"]})], len(types))
+    opened = [kind for document in info.get("CFBundleDocumentTypes", []) for kind in document["LSItemContentTypes"]]
+    expect("layouts are opened with the app", opened == ["app.velko.layout"], ", ".join(opened))
     icon = (app / "Contents" / "Resources" / (info["CFBundleIconFile"] + ".icns")).read_bytes()
     expect("the icon is whole", icon[:4] == b"icns" and struct.unpack(">I", icon[4:8])[0] == len(icon),
            f"{len(icon):,} bytes")

@@ -11,6 +11,7 @@ class MacDialogs final : public Dialogs {
     [[nodiscard]] Task chooseFileToOpen(const OpenPanel& panel, Chosen chosen) override;
     /// Returns when the user has read it; the main loop goes on meanwhile.
     void alert(const Alert& alert) override;
+    [[nodiscard]] Task ask(const Question& question, Answered answered) override;
 };
 
 }  // namespace velko

@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -12,22 +13,23 @@ namespace velko {
 
 namespace {
 
-/// An open panel that waits for the user.
+/// An open panel or question that waits for the user.
+template <class Answer>
 class Waiting final : public Task::Handle {
  public:
-    explicit Waiting(Dialogs::Chosen chosen) : chosen_(std::move(chosen)) {}
+    explicit Waiting(std::function<void(Answer)> answered) : answered_(std::move(answered)) {}
 
-    void cancel() noexcept override { chosen_ = nullptr; }
-    [[nodiscard]] bool isPending() const noexcept override { return static_cast<bool>(chosen_); }
+    void cancel() noexcept override { answered_ = nullptr; }
+    [[nodiscard]] bool isPending() const noexcept override { return static_cast<bool>(answered_); }
 
-    void answer(std::optional<std::filesystem::path> file) {
-        if (const auto chosen = std::exchange(chosen_, nullptr)) {
-            chosen(std::move(file));
+    void answer(Answer answer) {
+        if (const auto answered = std::exchange(answered_, nullptr)) {
+            answered(std::move(answer));
         }
     }
 
  private:
-    Dialogs::Chosen chosen_;
+    std::function<void(Answer)> answered_;
 };
 
 NSArray<UTType*>* contentTypes(const Dialogs::FileType& type) {
@@ -36,9 +38,25 @@ NSArray<UTType*>* contentTypes(const Dialogs::FileType& type) {
     return types;
 }
 
-/// Velko has no windows of its own in front, so it has to come forward first.
+/// From the run loop itself: amid a piece of our work, a box would hold up all the rest. Velko need not have
+/// windows of its own in front, so it has to come forward first.
+void runModal(NSAlert* box, void (^ended)(NSModalResponse)) {
+    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+      [[NSApplication sharedApplication] activate];
+      ended([box runModal]);
+    });
+    CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
+NSAlert* makeAlert(const std::string& title, const std::string& message) {
+    NSAlert* box = [[NSAlert alloc] init];
+    box.messageText = native(title);
+    box.informativeText = native(message);
+    return box;
+}
+
 Task open(NSSavePanel* panel, Dialogs::Chosen chosen) {
-    const auto waiting = std::make_shared<Waiting>(std::move(chosen));
+    const auto waiting = std::make_shared<Waiting<std::optional<std::filesystem::path>>>(std::move(chosen));
     [[NSApplication sharedApplication] activate];
     [panel beginWithCompletionHandler:^(NSModalResponse response) {
       if (response == NSModalResponseOK) {
@@ -69,15 +87,20 @@ Task MacDialogs::chooseFileToOpen(const OpenPanel& panel, Chosen chosen) {
 }
 
 void MacDialogs::alert(const Alert& alert) {
-    NSAlert* box = [[NSAlert alloc] init];
-    box.messageText = native(alert.title);
-    box.informativeText = native(alert.message);
-    // From the run loop itself: amid a piece of our work, the box would hold up all the rest.
-    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
-      [[NSApplication sharedApplication] activate];
-      [box runModal];
+    runModal(makeAlert(alert.title, alert.message), ^(NSModalResponse){
+             });
+}
+
+Task MacDialogs::ask(const Question& question, Answered answered) {
+    const auto waiting = std::make_shared<Waiting<bool>>(std::move(answered));
+    NSAlert* box = makeAlert(question.title, question.message);
+    [box addButtonWithTitle:native(question.confirm)];
+    // Escape presses a second button by itself only when it is called "Cancel".
+    [box addButtonWithTitle:native(question.cancel)].keyEquivalent = @"\033";
+    runModal(box, ^(NSModalResponse response) {
+      waiting->answer(response == NSAlertFirstButtonReturn);
     });
-    CFRunLoopWakeUp(CFRunLoopGetMain());
+    return Task(waiting);
 }
 
 }  // namespace velko

@@ -17,6 +17,8 @@ namespace velko::Surroundings {
 /// File calls whose flush reaches the disk itself.
 [[nodiscard]] FileCalls fileCalls();
 
+[[nodiscard]] std::filesystem::path homeFolder();
+
 /// In the user's home folder.
 [[nodiscard]] std::filesystem::path logFile();
 

@@ -12,12 +12,22 @@
 
 namespace velko::Surroundings {
 
+namespace {
+
+std::string infoText(NSBundle* bundle, NSString* key) {
+    NSString* text = [bundle objectForInfoDictionaryKey:key];
+    return portable(text);
+}
+
+}  // namespace
+
 AppInfo appInfo() {
     NSBundle* bundle = [NSBundle mainBundle];
-    NSString* version = [bundle objectForInfoDictionaryKey:@"CFBundleShortVersionString"];
     AppInfo info;
     info.bundleID = portableIfAny(bundle.bundleIdentifier).value_or(info.bundleID);
-    info.version = portable(version);
+    info.version = infoText(bundle, @"CFBundleShortVersionString");
+    info.build = infoText(bundle, @"CFBundleVersion");
+    info.channel = infoText(bundle, @"VelkoChannel");
     info.systemVersion = portable([NSProcessInfo processInfo].operatingSystemVersionString);
     info.bundlePath = portable(bundle.bundlePath);
     return info;
@@ -41,8 +51,12 @@ FileCalls fileCalls() {
     return calls;
 }
 
+std::filesystem::path homeFolder() {
+    return portable(NSHomeDirectory());
+}
+
 std::filesystem::path logFile() {
-    return Log::defaultFile(portable(NSHomeDirectory()));
+    return Log::defaultFile(homeFolder());
 }
 
 }  // namespace velko::Surroundings

@@ -7,9 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "Velko/SelfCheck.h"
-#import "Velko/mac/AppDelegate.h"
+#include "Velko/Checks/SelfCheck.h"
+#import "Velko/mac/MacAppDelegate.h"
 #include "Velko/mac/Surroundings.h"
+#import "Velko/mac/TreeView.h"
 #include "VelkoEngine/mac/MacPlatform.h"
 #include "VelkoEngine/mac/MacPropertyListReader.h"
 
@@ -25,11 +26,23 @@ void pass(velko::MainThread& mainThread, velko::MainThread::Uptime duration) {
     }
 }
 
+/// Draws trees into a view that no window shows.
+velko::RenderingCheck::Draw offScreen(velko::MainThread& mainThread, velko::AppIcons& icons) {
+    TreeView* view = [[TreeView alloc] initWithMainThread:mainThread icons:icons];
+    return [view](const velko::view::Node& tree) {
+        [view show:tree];
+        [view setFrameSize:[view fit]];
+        [view layoutSubtreeIfNeeded];
+        return [view drawn];
+    };
+}
+
 [[noreturn]] void check() {
     // Registers this process with the system, as the app itself is when it runs.
     [[NSApplication sharedApplication] finishLaunching];
     velko::MacPlatform platform;
     const velko::Platform ports = platform.ports();
+    velko::AppIcons icons;
     const velko::MacPropertyListReader propertyLists;
     const auto checks = velko::SelfCheck::run({
         .platform = ports,
@@ -37,6 +50,7 @@ void pass(velko::MainThread& mainThread, velko::MainThread::Uptime duration) {
         .layoutFile = velko::Surroundings::layoutFile(),
         .logFile = velko::Surroundings::logFile(),
         .pass = [&](velko::MainThread::Uptime duration) { pass(ports.mainThread, duration); },
+        .draw = offScreen(ports.mainThread, icons),
     });
     std::fputs(velko::SelfCheck::report(checks).c_str(), stdout);
     std::fflush(stdout);
@@ -52,7 +66,7 @@ int dump(velko::ProcessID pid) {
 
 int runApp() {
     // The application does not hold its delegate.
-    [[clang::objc_precise_lifetime]] AppDelegate* delegate = [[AppDelegate alloc] init];
+    [[clang::objc_precise_lifetime]] MacAppDelegate* delegate = [[MacAppDelegate alloc] init];
     NSApplication* application = [NSApplication sharedApplication];
     application.delegate = delegate;
     [application setActivationPolicy:NSApplicationActivationPolicyAccessory];

@@ -18,6 +18,7 @@ SYNTAX = {
     "dictionaryWithObjects:forKeys:count:": r"@\{",
     "numberWithBool:": r"@YES|@NO",
     "numberWithInt:": r"@\(",
+    "objectAtIndexedSubscript:": r"\w\[\w",
     "objectForKeyedSubscript:": r"\w\[\w",
 }
 

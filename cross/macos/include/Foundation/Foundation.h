@@ -6,7 +6,10 @@
 
 @class NSArray<ObjectType>, NSData, NSDictionary<KeyType, ObjectType>, NSError, NSURL;
 
+typedef CGPoint NSPoint;
 typedef CGRect NSRect;
+typedef CGSize NSSize;
+typedef uint16_t unichar;
 typedef double NSTimeInterval;
 typedef NSString* NSExceptionName;
 typedef NSString* NSErrorDomain;
@@ -36,6 +39,10 @@ typedef struct {
 @end
 
 @interface NSString : NSObject <NSCopying>
+@property(readonly) NSUInteger length;
+- (unichar)characterAtIndex:(NSUInteger)index;
+- (BOOL)isEqualToString:(NSString*)other;
+- (NSString*)stringByAppendingPathComponent:(NSString*)component;
 @end
 
 @interface NSNumber : NSObject
@@ -46,6 +53,8 @@ typedef struct {
 @interface NSArray<ObjectType> : NSObject <NSFastEnumeration>
 @property(readonly) NSUInteger count;
 @property(readonly) ObjectType firstObject;
+- (BOOL)containsObject:(ObjectType)object;
+- (ObjectType)objectAtIndexedSubscript:(NSUInteger)index;
 @end
 
 @interface NSMutableArray<ObjectType> : NSArray <ObjectType>
@@ -72,7 +81,9 @@ typedef struct {
 
 @interface NSURL : NSObject
 + (instancetype)URLWithString:(NSString*)address;
++ (NSURL*)fileURLWithPath:(NSString*)path;
 @property(readonly, copy) NSString* path;
+@property(readonly, getter=isFileURL) BOOL fileURL;
 @end
 
 @interface NSError : NSObject
@@ -90,7 +101,16 @@ typedef struct {
 @property(class, readonly, strong) NSBundle* mainBundle;
 @property(readonly, copy) NSString* bundleIdentifier;
 @property(readonly, copy) NSString* bundlePath;
+@property(readonly, copy) NSString* privateFrameworksPath;
++ (instancetype)bundleWithPath:(NSString*)path;
+- (BOOL)load;
 - (id)objectForInfoDictionaryKey:(NSString*)key;
+@end
+
+@interface NSUserDefaults : NSObject
+@property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
+- (BOOL)boolForKey:(NSString*)key;
+- (void)setBool:(BOOL)value forKey:(NSString*)key;
 @end
 
 @interface NSProcessInfo : NSObject
@@ -141,6 +161,7 @@ typedef enum NSPropertyListFormat : NSUInteger {} NSPropertyListFormat;
 extern "C" {
 #endif
 
+Class NSClassFromString(NSString* name);
 NSString* NSHomeDirectory(void);
 void NSLog(NSString* format, ...);
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+#include <map>
+#include <string>
+
+#include "VelkoCore/BundleID.h"
+
+namespace velko {
+
+/// A system symbol; nil for no name, or one that this system does not know.
+[[nodiscard]] NSImage* symbolImage(const std::string& name, const std::string& description = {});
+
+/// Apps' icons, each looked up once. Main thread.
+class AppIcons final {
+ public:
+    AppIcons() = default;
+    AppIcons(const AppIcons&) = delete;
+    AppIcons& operator=(const AppIcons&) = delete;
+    ~AppIcons() = default;
+
+    /// A copy of that size in points; a plain tile for an app that is not on this machine.
+    [[nodiscard]] NSImage* icon(const BundleID& bundleID, double points);
+
+ private:
+    std::map<BundleID, NSImage*> found_;
+};
+
+}  // namespace velko

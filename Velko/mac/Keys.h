@@ -1,0 +1,16 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+#include <optional>
+
+#include "Velko/View/Node.h"
+
+namespace velko {
+
+/// The key that went down, as a button may listen to it; nothing when none can.
+[[nodiscard]] std::optional<view::Shortcut> shortcutOf(NSEvent* event);
+
+/// Whether a control that has the keyboard may have use for the key itself.
+[[nodiscard]] bool isForControls(const view::Shortcut& shortcut);
+
+}  // namespace velko

@@ -1,0 +1,195 @@
+#include <variant>
+
+#import "Velko/mac/NodeView.h"
+#import "Velko/mac/Painting.h"
+#import "Velko/mac/TreeViews.h"
+#include "VelkoEngine/mac/Conversions.h"
+
+namespace velko {
+
+namespace {
+
+NSFont* font(view::Text::Style style) {
+    using Style = view::Text::Style;
+    switch (style) {
+        case Style::largeTitle:
+            return [NSFont systemFontOfSize:26 weight:NSFontWeightBold];
+        case Style::title:
+            return [NSFont systemFontOfSize:17 weight:NSFontWeightSemibold];
+        case Style::headline:
+            return [NSFont systemFontOfSize:[NSFont systemFontSize] weight:NSFontWeightSemibold];
+        case Style::caption:
+            return [NSFont systemFontOfSize:[NSFont smallSystemFontSize]];
+        case Style::body:
+            break;
+    }
+    return [NSFont systemFontOfSize:[NSFont systemFontSize]];
+}
+
+NSColor* textColor(const view::Node& node, const view::Text& text) {
+    return text.isSecondary || !node.isEnabled ? [NSColor secondaryLabelColor] : [NSColor labelColor];
+}
+
+class TextView final : public NodeView {
+ public:
+    TextView() : TextView([NSTextField wrappingLabelWithString:@""]) {}
+
+    [[nodiscard]] NSTextField* wrappingLabel() const override { return label_; }
+
+ private:
+    explicit TextView(NSTextField* label) : NodeView(label, label), label_(label) {
+        // Where room is short, texts break into lines before anything else gives way.
+        [label setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
+                                        forOrientation:NSLayoutConstraintOrientationHorizontal];
+        [label setContentHuggingPriority:NSLayoutPriorityDefaultLow + 1
+                          forOrientation:NSLayoutConstraintOrientationHorizontal];
+        [label setContentHuggingPriority:NSLayoutPriorityDefaultHigh
+                          forOrientation:NSLayoutConstraintOrientationVertical];
+    }
+
+    void update(const view::Node& node) override {
+        const auto& text = std::get<view::Text>(node.content);
+        label_.font = font(text.style);
+        label_.textColor = textColor(node, text);
+        label_.alignment = text.isCentred ? NSTextAlignmentCenter : NSTextAlignmentNatural;
+        label_.selectable = text.isSelectable;
+        // Setting it would take away what is marked in it.
+        NSString* words = native(text.text);
+        if (![label_.stringValue isEqualToString:words]) {
+            label_.stringValue = words;
+        }
+    }
+
+    void speak(const view::Node& node) override {
+        label_.accessibilityLabel = node.label.empty() ? nil : native(node.label);
+    }
+
+    NSTextField* label_;
+};
+
+/// What may be mere decoration: VoiceOver passes it when it has nothing to say.
+class PictorialView : public NodeView {
+ protected:
+    explicit PictorialView(NSView* view) : NodeView(view, view), view_(view) {
+        for (const auto orientation :
+             {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical}) {
+            [view setContentHuggingPriority:NSLayoutPriorityDefaultHigh forOrientation:orientation];
+            [view setContentCompressionResistancePriority:NSLayoutPriorityRequired
+                                           forOrientation:orientation];
+        }
+    }
+
+    void speak(const view::Node& node) final {
+        view_.accessibilityElement = !node.label.empty();
+        view_.accessibilityRole = NSAccessibilityImageRole;
+        view_.accessibilityLabel = node.label.empty() ? nil : native(node.label);
+    }
+
+ private:
+    NSView* view_;
+};
+
+class SymbolView final : public PictorialView {
+ public:
+    SymbolView() : SymbolView([[NSImageView alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    explicit SymbolView(NSImageView* image) : PictorialView(image), image_(image) {}
+
+    void update(const view::Node& node) override {
+        const auto& symbol = std::get<view::Symbol>(node.content);
+        image_.image = symbolImage(symbol.name);
+        image_.symbolConfiguration =
+            [NSImageSymbolConfiguration configurationWithPointSize:symbol.points weight:NSFontWeightRegular];
+        image_.contentTintColor = Painting::color(symbol.ink);
+    }
+
+    NSImageView* image_;
+};
+
+class AppIconView final : public PictorialView {
+ public:
+    explicit AppIconView(AppIcons& icons)
+        : AppIconView(icons, [[NSImageView alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    AppIconView(AppIcons& icons, NSImageView* image) : PictorialView(image), icons_(icons), image_(image) {}
+
+    void update(const view::Node& node) override {
+        const auto& icon = std::get<view::AppIcon>(node.content);
+        image_.image = icons_.icon(icon.bundleID, icon.points);
+    }
+
+    AppIcons& icons_;
+    NSImageView* image_;
+};
+
+class DrawingView final : public PictorialView {
+ public:
+    DrawingView() : DrawingView([[PictureView alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    explicit DrawingView(PictureView* picture) : PictorialView(picture), picture_(picture) {}
+
+    void update(const view::Node& node) override {
+        picture_.drawing = std::get<view::Picture>(node.content).drawing;
+    }
+
+    PictureView* picture_;
+};
+
+class DividerView final : public NodeView {
+ public:
+    DividerView() : DividerView([[NSBox alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    explicit DividerView(NSBox* line) : NodeView(line, line) {
+        line.boxType = NSBoxSeparator;
+        // It is a line either way: its stack stretches it along one side.
+        for (NSLayoutDimension* side : {line.widthAnchor, line.heightAnchor}) {
+            NSLayoutConstraint* thin = [side constraintEqualToConstant:1];
+            thin.priority = NSLayoutPriorityDefaultHigh;
+            thin.active = YES;
+        }
+    }
+
+    void update(const view::Node& /*node*/) override {}
+};
+
+class GapView final : public NodeView {
+ public:
+    GapView() : GapView([[SpacerView alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    explicit GapView(SpacerView* gap) : NodeView(gap, gap) {
+        for (const auto orientation :
+             {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical}) {
+            [gap setContentHuggingPriority:1 forOrientation:orientation];
+        }
+    }
+
+    void update(const view::Node& /*node*/) override {}
+};
+
+}  // namespace
+
+NodeViewRef makeView(const view::Text& /*content*/, const RenderContext& /*context*/) {
+    return std::make_unique<TextView>();
+}
+NodeViewRef makeView(const view::Symbol& /*content*/, const RenderContext& /*context*/) {
+    return std::make_unique<SymbolView>();
+}
+NodeViewRef makeView(const view::AppIcon& /*content*/, const RenderContext& context) {
+    return std::make_unique<AppIconView>(context.icons);
+}
+NodeViewRef makeView(const view::Picture& /*content*/, const RenderContext& /*context*/) {
+    return std::make_unique<DrawingView>();
+}
+NodeViewRef makeView(const view::Divider& /*content*/, const RenderContext& /*context*/) {
+    return std::make_unique<DividerView>();
+}
+NodeViewRef makeView(const view::Spacer& /*content*/, const RenderContext& /*context*/) {
+    return std::make_unique<GapView>();
+}
+
+}  // namespace velko

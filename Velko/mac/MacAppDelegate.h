@@ -1,0 +1,7 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+/// Puts the program together, and passes on what the desktop tells it.
+@interface MacAppDelegate : NSObject <NSApplicationDelegate>
+@end

@@ -1,0 +1,117 @@
+#import "Velko/mac/MacMenu.h"
+
+#include <functional>
+#include <utility>
+
+#include "VelkoEngine/mac/Conversions.h"
+
+/// What an item of a menu does.
+@interface MenuAction : NSObject
+- (instancetype)initWithAction:(std::function<void()>)action;
+- (void)run:(id)sender;
+@end
+
+@implementation MenuAction {
+    std::function<void()> _action;
+}
+
+- (instancetype)initWithAction:(std::function<void()>)action {
+    self = [super init];
+    if (self != nil) {
+        _action = std::move(action);
+    }
+    return self;
+}
+
+- (void)run:(id)sender {
+    // The menu may be gone before the action is through, and this with it.
+    const auto action = _action;
+    action();
+}
+
+@end
+
+namespace velko {
+
+namespace {
+
+constexpr double iconPoints = 16;
+
+SEL selector(AppMenu::Command command) {
+    switch (command) {
+        case AppMenu::Command::quit:
+            return @selector(terminate:);
+        case AppMenu::Command::closeWindow:
+            return @selector(performClose:);
+        case AppMenu::Command::minimizeWindow:
+            return @selector(performMiniaturize:);
+        case AppMenu::Command::copy:
+            return @selector(copy:);
+        case AppMenu::Command::selectAll:
+            return @selector(selectAll:);
+    }
+    return nullptr;
+}
+
+NSMenuItem* plainItem(const std::string& title, SEL action, NSString* key) {
+    return [[NSMenuItem alloc] initWithTitle:native(title) action:action keyEquivalent:key];
+}
+
+NSMenuItem* makeEntry(const view::MenuItem& entry, AppIcons& icons) {
+    NSMenuItem* item = plainItem(entry.title, nullptr, @"");
+    if (entry.action) {
+        MenuAction* action = [[MenuAction alloc] initWithAction:entry.action];
+        item.target = action;
+        item.action = @selector(run:);
+        // An item does not hold its target.
+        item.representedObject = action;
+    }
+    item.image = entry.appIcon ? icons.icon(*entry.appIcon, iconPoints) : symbolImage(entry.symbol);
+    item.enabled = entry.isEnabled;
+    item.state = entry.isChecked ? NSControlStateValueOn : NSControlStateValueOff;
+    if (!entry.submenu.empty()) {
+        item.submenu = makeMenu(entry.submenu, icons);
+    }
+    return item;
+}
+
+NSMenuItem* makeItem(const view::MenuItem& item, AppIcons& icons) {
+    switch (item.kind) {
+        case view::MenuItem::Kind::separator:
+            return [NSMenuItem separatorItem];
+        case view::MenuItem::Kind::header:
+            return [NSMenuItem sectionHeaderWithTitle:native(item.title)];
+        case view::MenuItem::Kind::entry:
+            break;
+    }
+    return makeEntry(item, icons);
+}
+
+}  // namespace
+
+NSMenu* makeMenu(const view::Menu& menu, AppIcons& icons) {
+    NSMenu* result = [[NSMenu alloc] initWithTitle:@""];
+    result.autoenablesItems = NO;
+    for (const view::MenuItem& item : menu) {
+        [result addItem:makeItem(item, icons)];
+    }
+    return result;
+}
+
+NSMenu* makeMainMenu(const std::vector<AppMenu::Menu>& menus) {
+    NSMenu* result = [[NSMenu alloc] initWithTitle:@""];
+    for (const AppMenu::Menu& menu : menus) {
+        NSMenu* submenu = [[NSMenu alloc] initWithTitle:native(menu.title)];
+        for (const AppMenu::Entry& entry : menu.entries) {
+            // Without a target it goes to whatever has the keyboard.
+            [submenu
+                addItem:plainItem(entry.title, selector(entry.command), native(std::string(1, entry.key)))];
+        }
+        NSMenuItem* item = plainItem(menu.title, nullptr, @"");
+        item.submenu = submenu;
+        [result addItem:item];
+    }
+    return result;
+}
+
+}  // namespace velko

@@ -1,0 +1,33 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "Velko/Ports/StatusItem.h"
+#include "Velko/mac/Images.h"
+
+@class StatusItemTarget;
+
+namespace velko {
+
+/// An item of the system's status bar.
+class MacStatusItem final : public StatusItem {
+ public:
+    /// `icons` outlives this.
+    explicit MacStatusItem(AppIcons& icons) : icons_(icons) {}
+
+    void install(const std::string& autosaveName, const std::string& label,
+                 std::function<void(Click)> clicked) override;
+    void setImage(const Image& image) override;
+    void setToolTip(const std::string& text) override;
+    void openMenu(view::Menu menu) override;
+
+    /// What a popover hangs from; nil before `install`.
+    [[nodiscard]] NSView* button() const;
+
+ private:
+    AppIcons& icons_;
+    NSStatusItem* item_ = nil;
+    StatusItemTarget* target_ = nil;
+};
+
+}  // namespace velko

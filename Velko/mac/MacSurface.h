@@ -1,0 +1,63 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <optional>
+
+#include "Velko/Ports/Surfaces.h"
+#include "Velko/mac/Images.h"
+#import "Velko/mac/TreeView.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Subscription.h"
+
+namespace velko {
+
+/// What all surfaces have in common: a tree in a window, the keys that its buttons listen to, and the order
+/// in which it goes.
+class MacSurface : public Surface {
+ public:
+    void open(Opening opening) final;
+    void update(view::Node content) final;
+    void move(const Place& place) override;
+    void raise() override;
+    void close() final;
+    [[nodiscard]] bool isOpen() const final { return opening_.has_value(); }
+    [[nodiscard]] std::optional<Rect> frame() const final;
+
+ protected:
+    /// Both outlive this.
+    MacSurface(MainThread& mainThread, AppIcons& icons) : mainThread_(mainThread), icons_(icons) {}
+
+    /// Makes the window for a tree and shows it; whether that could be done.
+    [[nodiscard]] virtual bool present(const Opening& opening, TreeView* tree) = 0;
+    /// The tree has changed and wants another size.
+    virtual void resize(NSSize size) = 0;
+    /// Takes the window away.
+    virtual void dismantle() = 0;
+    /// Nil while there is none.
+    [[nodiscard]] virtual NSWindow* window() const = 0;
+    /// Whether Escape asks for it to go when no button listens to it.
+    [[nodiscard]] virtual bool goesOnEscape() const = 0;
+
+    [[nodiscard]] MainThread& mainThread() const noexcept { return mainThread_; }
+
+    /// The user wants it gone.
+    void askToGo(Dismissal how);
+    /// The same from now on for every click elsewhere.
+    void watchClicksOutside(bool inOwnWindowsToo);
+
+ private:
+    [[nodiscard]] bool hear(NSEvent* key);
+    void finish();
+
+    MainThread& mainThread_;
+    AppIcons& icons_;
+    std::optional<Opening> opening_;
+    TreeView* tree_ = nil;
+    NSSize size_{};
+    Subscription keys_;
+    Subscription clicksElsewhere_;
+    Subscription clicksInOwnWindows_;
+};
+
+}  // namespace velko

@@ -1,0 +1,112 @@
+#import "Velko/mac/MacSurface.h"
+
+#include <utility>
+
+#include "Velko/mac/Keys.h"
+#include "VelkoEngine/mac/Conversions.h"
+#import "VelkoEngine/mac/EventMonitors.h"
+
+namespace velko {
+
+namespace {
+
+constexpr NSEventMask buttonsDown = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown;
+
+}  // namespace
+
+void MacSurface::open(Opening opening) {
+    close();
+    opening_ = std::move(opening);
+    tree_ = [[TreeView alloc] initWithMainThread:mainThread_ icons:icons_];
+    [tree_ show:opening_->content];
+    keys_ = monitorOwnEvents(NSEventMaskKeyDown, [this](NSEvent* event) { return hear(event); });
+    size_ = [tree_ fit];
+    [tree_ setFrameSize:size_];
+    if (!present(*opening_, tree_)) {
+        close();
+    }
+}
+
+void MacSurface::update(view::Node content) {
+    if (!opening_) {
+        return;
+    }
+    [tree_ show:std::move(content)];
+    const NSSize size = [tree_ fit];
+    if (size.width != size_.width || size.height != size_.height) {
+        size_ = size;
+        resize(size);
+    }
+}
+
+void MacSurface::move(const Place& /*place*/) {}
+
+void MacSurface::raise() {}
+
+void MacSurface::close() {
+    if (opening_) {
+        dismantle();
+        finish();
+    }
+}
+
+std::optional<Rect> MacSurface::frame() const {
+    NSWindow* current = window();
+    return opening_ && current != nil ? std::optional(portable(current.frame)) : std::nullopt;
+}
+
+void MacSurface::finish() {
+    keys_.end();
+    clicksElsewhere_.end();
+    clicksInOwnWindows_.end();
+    auto closed = std::move(opening_->closed);
+    opening_.reset();
+    [tree_ forget];
+    // The user may have closed it with one of its buttons, which is not through with that yet.
+    TreeView* tree = std::exchange(tree_, nil);
+    mainThread_.post([tree, closed = std::move(closed)]() mutable {
+        tree = nil;
+        if (closed) {
+            closed();
+        }
+    });
+}
+
+void MacSurface::askToGo(Dismissal how) {
+    if (!opening_) {
+        return;
+    }
+    const auto mayGo = opening_->dismiss;
+    if (!mayGo || mayGo(how)) {
+        close();
+    }
+}
+
+void MacSurface::watchClicksOutside(bool inOwnWindowsToo) {
+    clicksElsewhere_ = monitorOthersEvents(buttonsDown, [this] { askToGo(Dismissal::clickOutside); });
+    if (inOwnWindowsToo) {
+        clicksInOwnWindows_ = monitorOwnEvents(buttonsDown, [this](NSEvent* event) {
+            if (event.window != window()) {
+                askToGo(Dismissal::clickOutside);
+            }
+            return false;
+        });
+    }
+}
+
+bool MacSurface::hear(NSEvent* key) {
+    if (!opening_ || key.window == nil || key.window != window()) {
+        return false;
+    }
+    if ([tree_ pressKeyOf:key]) {
+        return true;
+    }
+    const auto shortcut = shortcutOf(key);
+    if (goesOnEscape() && shortcut == view::Shortcut{.key = view::Shortcut::Key::escape}) {
+        askToGo(Dismissal::escape);
+        return true;
+    }
+    return false;
+}
+
+}  // namespace velko

@@ -1,0 +1,92 @@
+#include <cmath>
+
+#import "Velko/mac/AppDragging.h"
+#import "Velko/mac/TreeViews.h"
+#include "VelkoEngine/mac/Conversions.h"
+
+namespace {
+
+constexpr CGFloat dragThreshold = 4;  // points
+
+}  // namespace
+
+@implementation TileView {
+    NSPoint _pressedAt;
+    BOOL _isDragged;
+    // Holds this while it is dragged, when the tree may drop it.
+    TileView* _dragged;
+}
+
+- (void)mouseDown:(NSEvent*)event {
+    if (!self.enabled) {
+        return;
+    }
+    _pressedAt = event.locationInWindow;
+    _isDragged = NO;
+    [self highlight:YES];
+}
+
+- (void)mouseDragged:(NSEvent*)event {
+    const NSPoint point = event.locationInWindow;
+    if (!self.enabled || _isDragged ||
+        std::hypot(point.x - _pressedAt.x, point.y - _pressedAt.y) < dragThreshold) {
+        return;
+    }
+    _isDragged = YES;
+    [self highlight:NO];
+    [self startDragging:event];
+}
+
+- (void)mouseUp:(NSEvent*)event {
+    [self highlight:NO];
+    const NSPoint point = [self convertPoint:event.locationInWindow fromView:nil];
+    const NSSize size = self.bounds.size;
+    const BOOL isInside = point.x >= 0 && point.y >= 0 && point.x < size.width && point.y < size.height;
+    if (self.enabled && !_isDragged && isInside) {
+        [self performClick:nil];
+    }
+}
+
+- (NSMenu*)menuForEvent:(NSEvent*)event {
+    return [self.treeActions menuOf:self];
+}
+
+/// VoiceOver asks for the menu.
+- (BOOL)accessibilityPerformShowMenu {
+    NSMenu* menu = [self.treeActions menuOf:self];
+    if (menu == nil) {
+        return NO;
+    }
+    [menu popUpMenuPositioningItem:nil atLocation:NSPoint{.x = 0, .y = self.bounds.size.height} inView:self];
+    return YES;
+}
+
+- (void)startDragging:(NSEvent*)event {
+    NSPasteboardItem* content = [[NSPasteboardItem alloc] init];
+    [content setString:self.app forType:velko::AppDragging::pasteboardType()];
+    NSDraggingItem* item = [[NSDraggingItem alloc] initWithPasteboardWriter:content];
+    const NSSize icon = self.image.size;
+    const NSSize size = self.bounds.size;
+    [item setDraggingFrame:NSRect{.origin = {.x = (size.width - icon.width) / 2, .y = 0}, .size = icon}
+                  contents:self.image];
+    NSMutableArray<NSDraggingItem*>* items = [NSMutableArray arrayWithCapacity:1];
+    [items addObject:item];
+    [self beginDraggingSessionWithItems:items event:event source:self];
+}
+
+- (NSDragOperation)draggingSession:(NSDraggingSession*)session
+    sourceOperationMaskForDraggingContext:(NSDraggingContext)context {
+    return context == NSDraggingContextWithinApplication ? NSDragOperationMove : NSDragOperationNone;
+}
+
+- (void)draggingSession:(NSDraggingSession*)session willBeginAtPoint:(NSPoint)point {
+    _dragged = self;
+}
+
+- (void)draggingSession:(NSDraggingSession*)session
+           endedAtPoint:(NSPoint)point
+              operation:(NSDragOperation)operation {
+    _dragged = nil;
+}
+
+@end

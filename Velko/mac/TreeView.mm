@@ -1,0 +1,170 @@
+#import "Velko/mac/TreeView.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "Velko/View/Keyboard.h"
+#include "Velko/View/Tree.h"
+#include "Velko/mac/Keys.h"
+#import "Velko/mac/MacMenu.h"
+#import "Velko/mac/TreeRenderer.h"
+#include "VelkoEngine/Ports/Task.h"
+#include "VelkoEngine/mac/Conversions.h"
+
+namespace {
+
+/// Gives way to the size that the window has.
+constexpr NSLayoutPriority weakEdge = 490;
+/// No text of ours is wider on one line.
+constexpr CGFloat widestLine = 2000;
+
+void addDrawn(NSView* view, std::vector<velko::RenderingCheck::DrawnView>& views) {
+    if (view.identifier != nil) {
+        views.push_back({.id = velko::portable(view.identifier),
+                         .words = velko::portable(view.accessibilityLabel),
+                         .size = velko::portable(view.frame.size),
+                         .view = (__bridge const void*)view});
+    }
+    for (NSView* child in view.subviews) {
+        addDrawn(child, views);
+    }
+}
+
+void holdWeakly(NSLayoutConstraint* edge) {
+    edge.priority = weakEdge;
+    edge.active = YES;
+}
+
+/// Whether arrows and letters mean something to what has the keyboard.
+BOOL usesKeys(NSResponder* responder) {
+    return [responder isKindOfClass:[NSText class]] || [responder isKindOfClass:[NSSegmentedControl class]];
+}
+
+}  // namespace
+
+@implementation TreeView {
+    velko::MainThread* _mainThread;
+    velko::AppIcons* _icons;
+    std::unique_ptr<velko::TreeRenderer> _renderer;
+    std::shared_ptr<const velko::view::Node> _tree;
+    NSView* _content;
+    velko::Task _correction;
+}
+
+- (instancetype)initWithMainThread:(velko::MainThread&)mainThread icons:(velko::AppIcons&)icons {
+    self = [super initWithFrame:NSRect{}];
+    if (self != nil) {
+        _mainThread = &mainThread;
+        _icons = &icons;
+        _renderer =
+            std::make_unique<velko::TreeRenderer>(velko::RenderContext{.actions = self, .icons = icons});
+    }
+    return self;
+}
+
+- (void)show:(velko::view::Node)tree {
+    _tree = std::make_shared<const velko::view::Node>(std::move(tree));
+    [self render];
+}
+
+- (void)forget {
+    _tree.reset();
+}
+
+- (void)render {
+    const auto tree = _tree;
+    if (!tree) {
+        return;
+    }
+    NSView* content = _renderer->render(*tree);
+    if (content == _content) {
+        return;
+    }
+    [_content removeFromSuperview];
+    _content = content;
+    [self addSubview:content];
+    [content.topAnchor constraintEqualToAnchor:self.topAnchor constant:0].active = YES;
+    [content.leadingAnchor constraintEqualToAnchor:self.leadingAnchor constant:0].active = YES;
+    holdWeakly([content.bottomAnchor constraintEqualToAnchor:self.bottomAnchor constant:0]);
+    holdWeakly([content.trailingAnchor constraintEqualToAnchor:self.trailingAnchor constant:0]);
+}
+
+- (NSSize)fit {
+    const auto labels = _renderer->wrappingLabels();
+    for (NSTextField* label : labels) {
+        label.preferredMaxLayoutWidth = widestLine;
+    }
+    // First how wide everything gets, then how high at that width.
+    const NSSize oneLine = _content.fittingSize;
+    NSLayoutConstraint* width = [_content.widthAnchor constraintEqualToConstant:oneLine.width];
+    width.active = YES;
+    [self layoutSubtreeIfNeeded];
+    for (NSTextField* label : labels) {
+        label.preferredMaxLayoutWidth = [label alignmentRectForFrame:label.frame].size.width;
+    }
+    const NSSize size = _content.fittingSize;
+    width.active = NO;
+    return {.width = std::max(size.width, 1.0), .height = std::max(size.height, 1.0)};
+}
+
+- (std::vector<velko::RenderingCheck::DrawnView>)drawn {
+    std::vector<velko::RenderingCheck::DrawnView> views;
+    addDrawn(self, views);
+    return views;
+}
+
+- (BOOL)pressKeyOf:(NSEvent*)event {
+    const auto tree = _tree;
+    const auto shortcut = velko::shortcutOf(event);
+    if (!tree || !shortcut || (velko::isForControls(*shortcut) && usesKeys(self.window.firstResponder))) {
+        return NO;
+    }
+    return velko::view::pressKey(*tree, *shortcut);
+}
+
+/// A control that the user has moved shows what it should once everybody had their say, also when nobody
+/// followed it.
+- (void)correctLater {
+    __weak TreeView* weakSelf = self;
+    _correction = _mainThread->after(velko::MainThread::Uptime::zero(), [weakSelf] { [weakSelf render]; });
+}
+
+- (BOOL)perform:(const velko::view::Input&)input on:(NSView*)view {
+    const auto tree = _tree;
+    const BOOL isDone = tree && velko::view::perform(*tree, velko::portable(view.identifier), input);
+    [self correctLater];
+    return isDone;
+}
+
+- (NSMenu*)menuOf:(NSView*)view {
+    const auto tree = _tree;
+    const velko::view::Menu menu =
+        tree ? velko::view::menuOf(*tree, velko::portable(view.identifier)) : velko::view::Menu();
+    return menu.empty() ? nil : velko::makeMenu(menu, *_icons);
+}
+
+- (void)pressed:(NSView*)sender {
+    [self perform:std::monostate {} on:sender];
+}
+
+- (void)toggled:(NSButton*)sender {
+    [self perform:sender.state == NSControlStateValueOn on:sender];
+}
+
+- (void)picked:(NSPopUpButton*)sender {
+    [self perform:static_cast<std::int64_t>(sender.indexOfSelectedItem) on:sender];
+}
+
+- (void)segmentPicked:(NSSegmentedControl*)sender {
+    [self perform:static_cast<std::int64_t>(sender.selectedSegment) on:sender];
+}
+
+- (void)menuAsked:(NSView*)sender {
+    NSMenu* menu = [self menuOf:sender];
+    const CGFloat below = sender.flipped ? sender.bounds.size.height : 0;
+    [menu popUpMenuPositioningItem:nil atLocation:NSPoint{.x = 0, .y = below} inView:sender];
+}
+
+@end
