@@ -1,5 +1,7 @@
 #include "Playground/Neighbourhood.h"
 
+#include <algorithm>
+
 namespace velko::playground {
 
 const std::vector<Neighbour>& neighbours() {
@@ -47,6 +49,25 @@ SimulatedApp appOf(const Neighbour& neighbour) {
     return {.bundleID = neighbour.bundleID,
             .name = neighbour.name,
             .icons = {{.title = neighbour.name, .width = neighbour.iconWidth}}};
+}
+
+const Neighbour* neighbourWith(std::string_view bundleID) {
+    const auto neighbour = std::ranges::find(neighbours(), bundleID, &Neighbour::bundleID);
+    if (neighbour != neighbours().end()) {
+        return &*neighbour;
+    }
+    return bundleID == latecomer().bundleID ? &latecomer() : nullptr;
+}
+
+std::optional<BundleID> bundleIDOf(std::string_view app) {
+    if (app == latecomer().name) {
+        return latecomer().bundleID;
+    }
+    const auto neighbour = std::ranges::find(neighbours(), app, &Neighbour::name);
+    if (neighbour != neighbours().end()) {
+        return neighbour->bundleID;
+    }
+    return app.contains('.') ? std::optional<BundleID>(app) : std::nullopt;
 }
 
 Layout firstLayout() {

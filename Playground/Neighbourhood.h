@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "Simulator/SimulatedMac.h"
@@ -23,6 +25,12 @@ struct Neighbour {
 
 /// What the simulated Mac needs to launch one of them.
 [[nodiscard]] SimulatedApp appOf(const Neighbour& neighbour);
+
+/// The neighbour with that bundle identifier; null where there is none.
+[[nodiscard]] const Neighbour* neighbourWith(std::string_view bundleID);
+
+/// The bundle identifier that is meant by a neighbour's name or by an identifier, which has a dot.
+[[nodiscard]] std::optional<BundleID> bundleIDOf(std::string_view app);
 
 /// The layout that a first run writes: every app in its owner's section.
 [[nodiscard]] Layout firstLayout();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <expected>
 #include <filesystem>
 #include <optional>
@@ -11,7 +12,9 @@ namespace velko::playground {
 /// What the command line asks for.
 struct Options {
     enum class Command {
-        playMorning,
+        servePage,
+        playWeek,
+        playScript,    ///< in the file `path`
         exportLayout,  ///< to `path`
         importLayout,  ///< from `path`
         importFrom,    ///< another organiser's preferences below the home folder `path`
@@ -19,9 +22,15 @@ struct Options {
         help,
     };
 
-    Command command = Command::playMorning;
+    static constexpr std::int64_t fastest = 1'000'000'000;
+
+    Command command = Command::servePage;
     std::filesystem::path path{};
+    std::optional<std::filesystem::path> home{};    ///< a folder to keep things in instead of the usual one
     std::optional<std::filesystem::path> layout{};  ///< a layout file instead of the kept one
+    std::optional<std::int64_t> speed{};            ///< of what is played; left out: as fast as it goes
+    std::optional<std::uint16_t> port{};            ///< of the page; left out: any that is free
+    bool mayOpen = true;                            ///< whether the page may open by itself
 
     bool operator==(const Options&) const = default;
 };

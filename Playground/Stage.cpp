@@ -1,11 +1,11 @@
 #include "Playground/Stage.h"
 
-#include <cstdint>
-#include <iostream>
+#include <cerrno>
+#include <fcntl.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
+#include "VelkoCore/AtomicFile.h"
 #include "VelkoCore/LayoutStore.h"
 #include "VelkoEngine/AssessmentEngine.h"
 
@@ -13,48 +13,78 @@ namespace velko::playground {
 
 namespace {
 
-std::uint64_t sizeOf(const std::filesystem::path& file) {
-    std::error_code error;
-    const auto size = std::filesystem::file_size(file, error);
-    return error ? 0 : size;
+constexpr std::size_t broom = 0;  ///< the first of Velko's icons
+
+/// The file system's calls, on a disk that is full while `isFull`.
+FileCalls diskThatMayBeFull(FileCalls calls, const bool& isFull) {
+    calls.open = [&isFull, open = calls.open](const char* path, int flags, unsigned mode) {
+        if (isFull && (flags & O_ACCMODE) != O_RDONLY) {
+            errno = ENOSPC;
+            return -1;
+        }
+        return open(path, flags, mode);
+    };
+    return calls;
 }
 
-/// A log line as a terminal shows it: cut where it would run on over several rows.
-std::string shortened(const std::string& line) {
-    constexpr std::size_t widest = 150;
-    return line.size() <= widest ? line : line.substr(0, widest) + "…";
+std::filesystem::path made(std::filesystem::path folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);  // without it, the log stays in memory
+    return folder;
 }
 
 }  // namespace
 
-Stage::Stage(const std::filesystem::path& layoutFile, std::filesystem::path logFile)
-    : log_(mac_.mainThread, std::move(logFile)), logBytesBefore_(sizeOf(log_.file())) {
-    velko_ = std::make_unique<AppController>(
-        AppController::Parts{.platform = mac_.platform(),
-                             .ports = mac_.appPorts(),
-                             .log = log_,
-                             .store = LayoutStore(layoutFile),
-                             .engine = std::make_unique<AssessmentEngine>(mac_.platform()),
-                             .info = {.version = VELKO_VERSION,
-                                      .systemVersion = "27.0 (simulated)",
-                                      .bundlePath = "/Applications/Velko.app"}});
+Stage::Stage(std::filesystem::path folder, const SimulatedMacOptions& options)
+    : passTime([this](MainThread::Uptime duration) { mac_.advance(duration); }),
+      folder_(made(std::move(folder))),
+      mac_(options),
+      log_(mac_.mainThread, folder_ / "Velko.log", mac_.fileCalls()) {
+    mac_.removeIcon(mac_.processes.ownPID(), broom);
 }
 
-void Stage::show(const std::string& title) {
-    const bool isTerminal = ::isatty(STDOUT_FILENO) == 1;
-    std::cout << (isTerminal ? "\n\033[1m" : "\n") << title << (isTerminal ? "\033[0m\n" : "\n")
-              << mac_.menuBarPicture() << '\n';
-    for (; linesShown_ < log_.lines().size(); ++linesShown_) {
-        std::cout << "    " << shortened(log_.lines()[linesShown_]) << '\n';
+Stage::~Stage() {
+    mac_.onMenuBarChange = nullptr;
+}
+
+void Stage::startVelko() {
+    if (velko_) {
+        return;
+    }
+    const ProcessID own = mac_.processes.ownPID();
+    mac_.addIcon(own, mac_.processes.find(own)->app.icons.at(broom));
+    velko_ = std::make_unique<AppDelegate>(AppDelegate::Parts{
+        .controller = {.platform = mac_.platform(),
+                       .ports = mac_.appPorts(),
+                       .log = log_,
+                       .store = LayoutStore(layoutFile(), diskThatMayBeFull(mac_.fileCalls(), savingFails)),
+                       .engine = std::make_unique<AssessmentEngine>(mac_.platform()),
+                       .info = {.version = VELKO_VERSION,
+                                .systemVersion = "27.0 (simulated)",
+                                .bundlePath = "/Applications/Velko.app"}},
+        .propertyLists = propertyLists_,
+        .homeFolder = folder_});
+    if (onStart) {
+        onStart(velko_->controller());
+    }
+    velko_->didFinishLaunching();
+}
+
+void Stage::quitVelko() {
+    if (velko_) {
+        velko_->willTerminate();
+        crashVelko();
     }
 }
 
-void Stage::showSummary() {
-    const SimulatedMac::Cost cost = mac_.cost();
-    std::cout << "\nPlan in force: " << describe(velko_->engine().current()) << '\n';
-    std::cout << "It cost: " << cost.wakeUps << " wake-ups, " << cost.accessibilityMessages
-              << " Accessibility messages, " << cost.engineCalls << " engine calls, "
-              << sizeOf(log_.file()) - logBytesBefore_ << " bytes of log\n";
+void Stage::crashVelko() {
+    if (velko_) {
+        velko_.reset();
+        mac_.surfaces.forget();
+        mac_.statusItem.closeMenu();
+        mac_.application.now = Application::Policy::accessory;
+        mac_.removeIcon(mac_.processes.ownPID(), broom);
+    }
 }
 
 }  // namespace velko::playground

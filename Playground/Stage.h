@@ -1,38 +1,60 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
-#include <string>
 
+#include "Simulator/LibplistReader.h"
 #include "Simulator/SimulatedMac.h"
 #include "Velko/AppController.h"
+#include "Velko/AppDelegate.h"
 #include "Velko/Log.h"
 
 namespace velko::playground {
 
-/// Velko on a simulated Mac, told step by step on standard output: what happens, the menu bar as a person
-/// sees it, and the log lines of the step.
+/// A simulated Mac on which Velko can be started, quit and started again, with a folder that holds Velko's
+/// layout, its log and what it exports. Prints nothing. One thread.
 class Stage final {
  public:
-    Stage(const std::filesystem::path& layoutFile, std::filesystem::path logFile);
+    /// The folder is made where it is missing. Velko is not started yet, and its broom not in the bar.
+    explicit Stage(std::filesystem::path folder, const SimulatedMacOptions& options = {});
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+    ~Stage();
 
     [[nodiscard]] SimulatedMac& mac() noexcept { return mac_; }
-    [[nodiscard]] AppController& velko() noexcept { return *velko_; }
+    [[nodiscard]] const SimulatedMac& mac() const noexcept { return mac_; }
+    /// Velko, or null while it does not run.
+    [[nodiscard]] AppController* velko() noexcept { return velko_ ? &velko_->controller() : nullptr; }
+    /// What Velko has logged, over all its runs.
+    [[nodiscard]] const Log& log() const noexcept { return log_; }
 
-    /// Prints what happened: `title`, the bar, and everything logged since the step before.
-    void show(const std::string& title);
+    [[nodiscard]] std::filesystem::path layoutFile() const { return folder_ / "layout.json"; }
+    /// Where the user keeps exported layouts.
+    [[nodiscard]] std::filesystem::path documents() const { return folder_ / "Documents"; }
 
-    /// Prints the plan in force, how long things took and what Velko cost the machine.
-    void showSummary();
+    /// Starts Velko, unless it runs.
+    void startVelko();
+    /// Quits Velko, if it runs: it writes what was to be saved and is gone.
+    void quitVelko();
+    /// Ends Velko, if it runs, without a chance to do anything.
+    void crashVelko();
+
+    /// While this is set, no layout can be written.
+    bool savingFails = false;
+
+    /// How time passes; `SimulatedMac::advance`, unless a show slows it down.
+    std::function<void(MainThread::Uptime)> passTime;
+
+    /// Called just after Velko has come into being and before it starts, to watch it.
+    std::function<void(AppController&)> onStart;
 
  private:
+    std::filesystem::path folder_;
     SimulatedMac mac_;
     Log log_;
-    std::uint64_t logBytesBefore_;
-    std::unique_ptr<AppController> velko_;
-    std::size_t linesShown_ = 0;
+    LibplistReader propertyLists_;
+    std::unique_ptr<AppDelegate> velko_;
 };
 
 }  // namespace velko::playground

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "Playground/KeptLayout.h"
-#include "Playground/Morning.h"
 #include "Playground/Options.h"
 #include "Playground/SortInTerminal.h"
+#include "Playground/Theatre.h"
 
 namespace {
 
@@ -23,7 +23,9 @@ int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
             return importIntoKept(*std::move(layout), layoutFile, options.path);
         case Options::Command::importFrom: return tellWhatOthersHave(*layout, options.path);
         case Options::Command::sort: return sortKept(*std::move(layout), layoutFile);
-        case Options::Command::playMorning:
+        case Options::Command::servePage:
+        case Options::Command::playWeek:
+        case Options::Command::playScript:
         case Options::Command::help: break;
     }
     return 0;
@@ -39,9 +41,14 @@ int run(const std::vector<std::string>& arguments) {
         std::cout << helpText();
         return 0;
     }
-    const std::filesystem::path layoutFile = options->layout.value_or(keptFolder() / "layout.json");
-    if (options->command == Options::Command::playMorning) {
-        return playMorning(layoutFile, !options->layout);
+    const std::filesystem::path home = options->home.value_or(keptFolder());
+    const std::filesystem::path layoutFile = options->layout.value_or(home / "layout.json");
+    if (options->command == Options::Command::playWeek ||
+        options->command == Options::Command::servePage) {
+        return playWeek(layoutFile, !options->layout, options->speed);
+    }
+    if (options->command == Options::Command::playScript) {
+        return playFile(options->path, options->layout, options->speed);
     }
     return onLayout(*options, layoutFile);
 }

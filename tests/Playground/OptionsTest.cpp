@@ -9,9 +9,16 @@ using Command = Options::Command;
 
 TEST(Options, NameOneThingToDoAndTheLayoutToDoItWith) {
     EXPECT_EQ(parseOptions({}), Options{});
-    EXPECT_EQ(parseOptions({"--layout", "mine.json"}), (Options{.layout = "mine.json"}));
+    EXPECT_EQ(parseOptions({"--port", "8080", "--no-open", "--home", "kept"}),
+              (Options{.home = "kept", .port = 8080, .mayOpen = false}));
+    EXPECT_EQ(parseOptions({"--layout", "mine.json"}),
+              (Options{.command = Command::playWeek, .layout = "mine.json"}));
     EXPECT_EQ(parseOptions({"--sort", "--layout", "mine.json"}),
               (Options{.command = Command::sort, .layout = "mine.json"}));
+    EXPECT_EQ(parseOptions({"--terminal", "--speed", "60"}),
+              (Options{.command = Command::playWeek, .speed = 60}));
+    EXPECT_EQ(parseOptions({"--script", "my.scenario"}),
+              (Options{.command = Command::playScript, .path = "my.scenario"}));
     EXPECT_EQ(parseOptions({"--import-from", "/home/me"}),
               (Options{.command = Command::importFrom, .path = "/home/me"}));
 }
@@ -25,6 +32,16 @@ TEST(Options, RefuseWhatTheyDoNotUnderstandInOneLine) {
         {{"--layout", "a", "--layout", "b"}, "--layout is given twice."},
         {{"--export"}, "--export needs a file."},
         {{"--import-from"}, "--import-from needs a home folder."},
+        {{"--script"}, "--script needs a file."},
+        {{"--speed", "0"}, "--speed is a whole number from 1 to 1000000000."},
+        {{"--sort", "--speed", "2"}, "--speed is for what is played."},
+        {{"--port", "65536"}, "--port is a whole number from 1 to 65535."},
+        {{"--port", "80x"}, "--port is a whole number from 1 to 65535."},
+        {{"--home"}, "--home needs a folder."},
+        {{"--home", "a", "--home", "b"}, "--home is given twice."},
+        {{"--terminal", "--port", "80"}, "--port and --no-open are for the page."},
+        {{"--sort", "--no-open"}, "--port and --no-open are for the page."},
+        {{"--terminal", "--sort"}, "Only one thing at a time: --sort is one too many."},
         {{"--sort", "--export", "a"}, "Only one thing at a time: --export is one too many."},
     };
     for (const auto& [arguments, message] : rows) {

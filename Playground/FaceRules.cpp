@@ -1,0 +1,193 @@
+#include "Playground/FaceRules.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "Simulator/TreeFaults.h"
+#include "Velko/Apps/HiddenApps.h"
+#include "Velko/Broom/BroomDrawing.h"
+#include "Velko/View/Tree.h"
+#include "VelkoCore/Timing.h"
+
+namespace velko::playground {
+
+namespace {
+
+using Kind = Surfaces::Kind;
+
+constexpr std::array allKinds{Kind::note, Kind::shelf, Kind::setup, Kind::permissionGuide, Kind::settings};
+
+std::string expectedToolTip(AppController& velko) {
+    const AppValues& values = velko.values();
+    if (!values.health().isOk()) {
+        return "Velko needs attention. Right-click for details.";
+    }
+    if (velko.note().isAnythingToAsk() && !values.noteDeferred) {
+        return "Velko has something to ask. Click to see.";
+    }
+    if (values.liveActivityShowing && !values.liveActivityDismissed) {
+        return "An iPhone Live Activity is on, so everything's out. Click to tidy anyway.";
+    }
+    return values.state.isRevealed() ? "Click to tidy up"
+                                     : "Click to show tucked icons. Right-click for more.";
+}
+
+/// A suggestion comes and goes with the clock alone, and Velko looks at it once an hour.
+bool mayLag(const AppController& velko) {
+    const Layout& layout = velko.values().layout;
+    return layout.inbox.empty() && layout.autopilot.offerPending;
+}
+
+bool hasDot(const view::Drawing& drawing) {
+    return drawing.shapes.size() == BroomDrawing::icon({.hasDot = true}).shapes.size();
+}
+
+/// The apps that nodes with such ids are about.
+std::vector<BundleID> appsWith(std::string_view prefix, const view::Node& root) {
+    std::vector<BundleID> apps;
+    view::walk(root, [&](const view::Node& node) {
+        if (node.id.starts_with(prefix)) {
+            apps.push_back(node.id.substr(prefix.size()));
+        }
+    });
+    std::ranges::sort(apps);
+    return apps;
+}
+
+bool showsBuried(const RevealState& state) {
+    const auto* const peek = state.asPeeking();
+    return peek == nullptr ? state == RevealState::revealedWithBuried() : showsBuried(peek->base);
+}
+
+}  // namespace
+
+void FaceRules::require(bool holds, const std::string& rule, const std::string& detail) {
+    if (!holds && !breach_) {
+        breach_ = detail.empty() ? rule : rule + ": " + detail;
+    }
+}
+
+std::optional<std::string> FaceRules::check(AppController& velko, bool isCalm) {
+    checkTrees();
+    checkBroom(velko, isCalm);
+    checkSurfaces(velko, isCalm);
+    checkNote(velko);
+    checkShelf(velko, isCalm);
+    checkSettings(velko);
+    return std::exchange(breach_, std::nullopt);
+}
+
+void FaceRules::checkTrees() {
+    for (const Kind kind : allKinds) {
+        if (const view::Node* root = content(kind)) {
+            const auto fault = faultIn(*root);
+            require(!fault, "everything shown is well-formed", fault.value_or(""));
+        }
+    }
+    if (const view::Menu* menu = stage_.mac().statusItem.menu()) {
+        const auto fault = faultIn(*menu);
+        require(!fault, "the menu is well-formed", fault.value_or(""));
+    }
+}
+
+void FaceRules::checkBroom(AppController& velko, bool isCalm) {
+    const SimulatedStatusItem& item = stage_.mac().statusItem;
+    require(mayLag(velko) || item.toolTip() == expectedToolTip(velko), "the broom's tooltip is true",
+            item.toolTip() + " instead of " + expectedToolTip(velko));
+    const auto* const drawing = std::get_if<view::Drawing>(&item.image());
+    const bool isOk = velko.values().health().isOk();
+    require((drawing != nullptr) == isOk, "the broom shows whether all is well");
+    if (drawing == nullptr || !isOk) {
+        return;
+    }
+    const bool asks = velko.note().isAnythingToAsk();
+    require(mayLag(velko) || hasDot(*drawing) == asks, "the dot shows whether there is something to ask");
+    const double tilt = velko.values().state.isRevealed() ? Timing::broomRockDegrees : 0;
+    require(!isCalm || mayLag(velko) || *drawing == BroomDrawing::icon({.tilt = tilt, .hasDot = asks}),
+            "the broom leans as the icons are");
+}
+
+void FaceRules::checkSurfaces(const AppController& velko, bool isCalm) {
+    const SimulatedMac& mac = stage_.mac();
+    const bool hasWindow = isOpen(Kind::setup) || isOpen(Kind::settings);
+    require((mac.application.policy() == Application::Policy::regular) == hasWindow,
+            "Velko is in the Dock while it has a window");
+    require(mac.statusItem.menu() == nullptr || !isOpen(Kind::note),
+            "a menu and the note are never open together");
+    require(!isOpen(Kind::permissionGuide) || isOpen(Kind::setup), "the guide is there for the setup");
+    require(!isCalm || !isOpen(Kind::permissionGuide) || velko.values().problems.trustMissing,
+            "the guide goes when there is nothing left to grant");
+    require((mac.pointer.moveObservers() > 0) == velko.values().layout.reveal.hover,
+            "the pointer is watched only for hovering");
+}
+
+void FaceRules::checkNote(const AppController& velko) {
+    const view::Node* const note = content(Kind::note);
+    if (note == nullptr) {
+        return;
+    }
+    auto waiting = velko.values().layout.inbox;
+    std::ranges::sort(waiting);
+    require(appsWith("keep:", *note) == waiting, "the note asks about those who wait");
+    const bool asks = !appsWith("row:", *note).empty();
+    require(asks == (view::find(*note, "spotless") == nullptr), "the note is spotless when all is answered");
+}
+
+void FaceRules::checkShelf(const AppController& velko, bool isCalm) {
+    const AppValues& values = velko.values();
+    const std::vector<Display> displays = stage_.mac().displays.displays();
+    require(isOpen(Kind::shelf) == (values.isShelfShown() && !displays.empty()),
+            "the shelf is open while icons are out on it", describe(values.state));
+    const view::Node* const shelf = content(Kind::shelf);
+    if (shelf == nullptr) {
+        return;
+    }
+    const HiddenApps hidden = hiddenApps(velko);
+    std::vector<BundleID> wanted;
+    const auto add = [&wanted](const std::vector<PresentApp>& apps) {
+        std::ranges::transform(apps, std::back_inserter(wanted), &PresentApp::bundleID);
+    };
+    add(hidden.tucked);
+    if (showsBuried(values.state)) {
+        add(hidden.buried);
+    }
+    std::ranges::sort(wanted);
+    require(appsWith("tile:", *shelf) == wanted, "the shelf holds what is hidden");
+    const auto frame = stage_.mac().surfaces.surface(Kind::shelf).frame();
+    const bool hangsSomewhere =
+        frame && std::ranges::any_of(displays, [&](const Display& display) {
+            return display.frame.contains({.x = frame->x + frame->width / 2, .y = frame->maxY() - 1});
+        });
+    require(!isCalm || hangsSomewhere, "the shelf hangs on a display that is there");
+}
+
+void FaceRules::checkSettings(const AppController& velko) {
+    const view::Node* const settings = content(Kind::settings);
+    if (settings == nullptr) {
+        return;
+    }
+    const Layout& layout = velko.values().layout;
+    const std::array<std::pair<std::string_view, bool>, 5> toggles{
+        {{"hover", layout.reveal.hover},
+         {"ask", layout.askAboutNewIcons},
+         {"pop-out", layout.popOutOnChange},
+         {"live-activities", layout.showLiveActivities},
+         {"autopilot", layout.autopilot.enabled}}};
+    for (const auto& [id, isOn] : toggles) {
+        const view::Node* const node = view::find(*settings, id);
+        const auto* const toggle = node == nullptr ? nullptr : std::get_if<view::Toggle>(&node->content);
+        require(toggle == nullptr || toggle->isOn == isOn, "the settings show what is set", std::string(id));
+    }
+    for (const BundleID& app : appsWith("section:", *settings)) {
+        const view::Node* const node = view::find(*settings, "section:" + app);
+        const auto* const picker = std::get_if<view::Picker>(&node->content);
+        require(picker != nullptr && picker->selected == static_cast<std::size_t>(layout.section(app)),
+                "the settings show what is set", app);
+    }
+}
+
+}  // namespace velko::playground

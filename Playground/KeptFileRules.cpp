@@ -1,0 +1,82 @@
+#include "Playground/KeptFileRules.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "VelkoCore/AtomicFile.h"
+#include "VelkoCore/LayoutStore.h"
+#include "VelkoCore/Timing.h"
+
+namespace velko::playground {
+
+namespace {
+
+using script::Verb;
+
+constexpr auto patience = Timing::saveDelay + std::chrono::seconds(1);
+
+std::string contentOf(const std::filesystem::path& file) {
+    const auto content = AtomicFile::read(file);
+    return content ? content->value_or("") : "";
+}
+
+}  // namespace
+
+std::optional<std::string> KeptFileRules::check(const script::Step& done) {
+    if (stage_.savingFails || done.verb == Verb::filePlace || done.verb == Verb::fileSpoil) {
+        mayDiffer_ = true;
+    }
+    const auto lost = checkUnreadable(done);
+    return lost ? lost : checkSaved();
+}
+
+std::optional<std::string> KeptFileRules::checkSaved() {
+    const AppController* velko = stage_.velko();
+    if (velko == nullptr || velko->values().problems.layoutUnreadable) {
+        layout_.reset();
+        return std::nullopt;
+    }
+    const Layout& layout = velko->values().layout;
+    const auto now = stage_.mac().mainThread.now();
+    if (layout_ != layout) {
+        layout_ = layout;
+        changedAt_ = now;
+        mayDiffer_ = stage_.savingFails;
+    }
+    if (mayDiffer_ || now - changedAt_ < patience) {
+        return std::nullopt;
+    }
+    mayDiffer_ = true;  // there is no need to look again before something changes
+    const auto saved = LayoutStore(stage_.layoutFile()).load();
+    const bool isSaved = saved && *saved == std::optional(layout);
+    return isSaved ? std::nullopt : std::optional<std::string>("the file holds another layout than Velko");
+}
+
+std::optional<std::string> KeptFileRules::checkUnreadable(const script::Step& done) {
+    if (done.verb == Verb::fileSpoil) {
+        unreadable_ = contentOf(stage_.layoutFile());
+        isKnown_ = false;
+    } else if (done.verb == Verb::filePlace) {
+        unreadable_.reset();
+    }
+    if (!unreadable_) {
+        return std::nullopt;
+    }
+    isKnown_ = isKnown_ || done.verb == Verb::velkoStart || done.verb == Verb::fileReload;
+    if (contentOf(stage_.layoutFile()) == *unreadable_) {
+        return std::nullopt;
+    }
+    const bool isLost = isKnown_ && !isKeptBeside(*unreadable_);
+    unreadable_.reset();
+    return isLost ? std::optional<std::string>("an unreadable layout is lost") : std::nullopt;
+}
+
+bool KeptFileRules::isKeptBeside(const std::string& content) const {
+    const auto folder = std::filesystem::directory_iterator(stage_.layoutFile().parent_path());
+    return std::ranges::any_of(folder, [&](const auto& entry) {
+        return entry.path().filename().string().starts_with("layout.unreadable-") &&
+               contentOf(entry.path()) == content;
+    });
+}
+
+}  // namespace velko::playground

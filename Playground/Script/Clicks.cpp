@@ -1,0 +1,63 @@
+#include "Playground/Script/Clicks.h"
+
+namespace velko::script {
+
+namespace {
+
+using playground::Stage;
+
+constexpr Point desktop{.x = 300, .y = 500};
+
+/// What a button going down anywhere else closes.
+void closeWhatIsPassing(SimulatedMac& mac) {
+    if (mac.statusItem.menu() != nullptr) {
+        mac.statusItem.closeMenu();
+    }
+    mac.surfaces.clickOutside();
+}
+
+}  // namespace
+
+Done clickBroom(Stage& stage, const StatusItem::Click& click) {
+    if (stage.velko() == nullptr) {
+        return std::unexpected("Velko does not run.");
+    }
+    SimulatedMac& mac = stage.mac();
+    if (!mac.clickIcon(mac.processes.ownPID())) {
+        return std::unexpected("The broom does not show.");
+    }
+    mac.surfaces.clickOutside();
+    mac.advance({});  // the program hears of the button going down before it goes up
+    mac.statusItem.click(click);
+    return {};
+}
+
+Done clickIcon(Stage& stage, ProcessID pid, std::size_t icon) {
+    if (!stage.mac().clickIcon(pid, icon)) {
+        return std::unexpected("That icon does not show.");
+    }
+    closeWhatIsPassing(stage.mac());
+    return {};
+}
+
+void clickOutside(Stage& stage) {
+    stage.mac().click(desktop);
+    closeWhatIsPassing(stage.mac());
+}
+
+void pressEscape(Stage& stage) {
+    SimulatedMac& mac = stage.mac();
+    if (mac.statusItem.menu() != nullptr) {
+        mac.statusItem.closeMenu();
+        return;
+    }
+    if (mac.windows.menuOwner()) {
+        mac.closeMenu();
+        return;
+    }
+    const bool isForNote = mac.surfaces.surface(Surfaces::Kind::note).isOpen();
+    mac.surfaces.surface(isForNote ? Surfaces::Kind::note : Surfaces::Kind::shelf)
+        .press({.key = view::Shortcut::Key::escape});
+}
+
+}  // namespace velko::script

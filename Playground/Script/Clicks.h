@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Playground/Script/Acts.h"
+
+namespace velko::script {
+
+/// A click on the broom. Going down, the button closes what a click outside closes; an open menu takes the
+/// click.
+[[nodiscard]] Done clickBroom(playground::Stage& stage, const StatusItem::Click& click);
+
+/// A click on one of an app's icons, counted from 0; it is a click outside as well.
+[[nodiscard]] Done clickIcon(playground::Stage& stage, ProcessID pid, std::size_t icon);
+
+/// A click on the desktop closes an open menu, the note and the shelf.
+void clickOutside(playground::Stage& stage);
+
+/// The escape key goes to an open menu, or else to the surface that has the keyboard.
+void pressEscape(playground::Stage& stage);
+
+}  // namespace velko::script

@@ -1,0 +1,135 @@
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "Playground/Neighbourhood.h"
+#include "Playground/Script/Acts.h"
+#include "Playground/Script/Faces.h"
+#include "Velko/View/Tree.h"
+
+namespace velko::script {
+
+namespace {
+
+using playground::Stage;
+
+BundleID appOf(const Step& step) {
+    return playground::bundleIDOf(step.app).value_or(step.app);
+}
+
+Done holds(bool condition, const std::string& otherwise) {
+    return condition ? Done() : std::unexpected(otherwise);
+}
+
+Done equal(const std::string& actual, const std::string& expected) {
+    return holds(actual == expected, "It is " + actual + ", not " + expected + ".");
+}
+
+bool isShown(const Step& step, const Stage& stage) {
+    return std::ranges::count(stage.mac().visibleIcons(), appOf(step)) > 0;
+}
+
+Done visible(const Step& step, Stage& stage) {
+    return holds(isShown(step, stage), step.app + " does not show.");
+}
+
+Done hidden(const Step& step, Stage& stage) {
+    const bool runs = !stage.mac().workspace.pids(appOf(step)).empty();
+    return holds(runs && !isShown(step, stage), step.app + (runs ? " shows." : " does not run."));
+}
+
+std::string stateOf(const AppController& velko) {
+    const RevealState& state = velko.values().state;
+    if (state.asPeeking() != nullptr) {
+        return "opening";
+    }
+    return state == RevealState::revealedWithBuried() ? "buried" : describe(state);
+}
+
+std::string healthOf(const AppController& velko) {
+    switch (velko.values().health().kind) {
+        case Health::Kind::ok: return "ok";
+        case Health::Kind::needsAccessibility: return "trust-missing";
+        case Health::Kind::engineUnavailable: return "engine-missing";
+        case Health::Kind::layoutUnreadable: return "layout-unreadable";
+    }
+    return "unknown";
+}
+
+/// An expectation of Velko itself.
+template <Done (*check)(const Step&, AppController&)>
+Done inVelko(const Step& step, Stage& stage) {
+    return stage.velko() == nullptr ? std::unexpected("Velko does not run.") : check(step, *stage.velko());
+}
+
+Done waiting(const Step& step, AppController& velko) {
+    const auto& inbox = velko.values().layout.inbox;
+    return holds(std::ranges::find(inbox, appOf(step)) != inbox.end(),
+                 step.app + " does not wait for an answer.");
+}
+
+Done suggested(const Step& step, AppController& velko) {
+    const auto suggestions = velko.autopilot().suggestions();
+    return holds(std::ranges::count(suggestions, appOf(step), &TidySuggestion::bundleID) > 0,
+                 "Velko suggests nothing for " + step.app + ".");
+}
+
+Done state(const Step& step, AppController& velko) {
+    return equal(stateOf(velko), step.word);
+}
+
+Done health(const Step& step, AppController& velko) {
+    return equal(healthOf(velko), step.word);
+}
+
+Done tidied(const Step& step, AppController& velko) {
+    return equal(std::to_string(velko.values().tidiedCount), std::to_string(step.amount.value_or(0)));
+}
+
+Done logged(const Step& step, Stage& stage) {
+    const std::string text = step.text.value_or("");
+    return holds(std::ranges::any_of(stage.log().lines(),
+                                     [&](const std::string& line) { return line.contains(text); }),
+                 "The log does not say that.");
+}
+
+Done open(const Step& step, Stage& stage) {
+    return holds(surfaceOf(step, stage).isOpen(), "The " + step.word + " is not open.");
+}
+
+Done closed(const Step& step, Stage& stage) {
+    return holds(!surfaceOf(step, stage).isOpen(), "The " + step.word + " is open.");
+}
+
+Done says(const Step& step, Stage& stage) {
+    bool isSaid = false;
+    if (const view::Node* content = surfaceOf(step, stage).content()) {
+        view::walk(*content, [&](const view::Node& node) {
+            isSaid = isSaid || view::spoken(node).contains(step.text.value_or(""));
+        });
+    }
+    return holds(isSaid, "The " + step.word + " does not say that.");
+}
+
+constexpr auto table = std::to_array<MacAct>({
+    {Verb::expectVisible, visible},
+    {Verb::expectHidden, hidden},
+    {Verb::expectWaiting, inVelko<waiting>},
+    {Verb::expectSuggested, inVelko<suggested>},
+    {Verb::expectState, inVelko<state>},
+    {Verb::expectHealth, inVelko<health>},
+    {Verb::expectTidied, inVelko<tidied>},
+    {Verb::expectLogged, logged},
+    {Verb::expectOpen, open},
+    {Verb::expectClosed, closed},
+    {Verb::expectSays, says},
+});
+
+}  // namespace
+
+std::span<const MacAct> expectations() {
+    return table;
+}
+
+}  // namespace velko::script

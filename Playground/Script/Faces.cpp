@@ -1,0 +1,203 @@
+#include "Playground/Script/Faces.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "Playground/Neighbourhood.h"
+#include "Velko/View/Tree.h"
+
+namespace velko::script {
+
+namespace {
+
+using playground::Stage;
+using Kind = Surfaces::Kind;
+
+constexpr auto surfaceNames = std::to_array<std::pair<std::string_view, Kind>>({
+    {"note", Kind::note},
+    {"shelf", Kind::shelf},
+    {"setup", Kind::setup},
+    {"guide", Kind::permissionGuide},
+    {"settings", Kind::settings},
+});
+
+Kind kindOf(const Step& step) {
+    const auto* const row = std::ranges::find(surfaceNames, std::string_view(step.word),
+                                              &std::pair<std::string_view, Kind>::first);
+    return row == surfaceNames.end() ? Kind::note : row->second;
+}
+
+/// What the step is about, when the mouse can reach it; a click there is outside of everything else.
+std::expected<const view::Node*, std::string> reach(const Step& step, Stage& stage) {
+    SimulatedMac& mac = stage.mac();
+    const view::Node* const content = surfaceOf(step, stage).content();
+    if (content == nullptr) {
+        return std::unexpected("The " + step.word + " is not open.");
+    }
+    if (mac.statusItem.menu() != nullptr) {
+        return std::unexpected("The broom's menu takes every click.");
+    }
+    const view::Node* const node = view::find(*content, step.control);
+    if (node == nullptr || !node->isEnabled) {
+        return std::unexpected("The " + step.word + (node == nullptr ? " has no " : " does not let press ") +
+                               step.control + ".");
+    }
+    mac.closeMenu();
+    for (const Kind passing : {Kind::note, Kind::shelf}) {
+        if (passing != kindOf(step)) {
+            mac.surfaces.surface(passing).dismiss(Surface::Dismissal::clickOutside);
+        }
+    }
+    return node;
+}
+
+/// What a person sets a control to when they want it at a value.
+struct InputFor {
+    const std::string& value;
+
+    [[nodiscard]] std::optional<view::Input> operator()(const view::Toggle&) const {
+        const bool isOn = value == "on";
+        return isOn || value == "off" ? std::optional(view::Input(isOn)) : std::nullopt;
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::Picker& picker) const {
+        return at(std::ranges::find(picker.options, value) - picker.options.begin());
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::Pages& pages) const {
+        return at(std::ranges::find(pages.tabs, value, &view::Pages::Tab::title) - pages.tabs.begin());
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const auto&) const { return std::nullopt; }
+
+    [[nodiscard]] static std::optional<view::Input> at(std::int64_t place) { return view::Input(place); }
+};
+
+/// Picks an enabled item by its title, in submenus too.
+bool chooseByTitle(const view::Menu& menu, const std::string& title) {
+    return std::ranges::any_of(menu, [&](const view::MenuItem& item) {
+        if (item.isEnabled && item.action && item.title == title) {
+            item.action();
+            return true;
+        }
+        return item.isEnabled && chooseByTitle(item.submenu, title);
+    });
+}
+
+Point middleOf(const Rect& rect) {
+    return {.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
+}
+
+/// Origin at the bottom left of the primary screen.
+std::optional<Point> pointAtPlace(const std::string& place, SimulatedMac& mac) {
+    const auto displays = mac.displays.displays();
+    if (displays.empty()) {
+        return std::nullopt;
+    }
+    const Rect& screen = displays.front().frame;
+    if (place == "shelf") {
+        const auto frame = mac.surfaces.surface(Kind::shelf).frame();
+        return frame ? std::optional(middleOf(*frame)) : std::nullopt;
+    }
+    if (place == "broom") {
+        const auto& slots = mac.menuBar().slots();
+        const auto own = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
+        if (own == slots.end()) {
+            return std::nullopt;
+        }
+        const Point middle = middleOf(own->frame);
+        return Point{.x = middle.x, .y = screen.maxY() - middle.y};
+    }
+    return place == "bar" ? Point{.x = screen.x + screen.width / 3, .y = screen.maxY() - 4}
+                          : middleOf(screen);
+}
+
+}  // namespace
+
+SimulatedSurface& surfaceOf(const Step& step, Stage& stage) {
+    return stage.mac().surfaces.surface(kindOf(step));
+}
+
+Done choose(const Step& step, Stage& stage) {
+    SimulatedMac& mac = stage.mac();
+    if (!mac.statusItem.chooseFromMenu(step.text.value_or(""))) {
+        return std::unexpected("The broom's menu is not open, or has no such entry to choose.");
+    }
+    if (std::exchange(mac.application.isTerminating, false)) {
+        stage.quitVelko();
+    }
+    return {};
+}
+
+Done chooseIn(const Step& step, Stage& stage) {
+    const auto node = reach(step, stage);
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    return chooseByTitle(view::menuOf(**node, step.control), step.text.value_or(""))
+               ? Done()
+               : std::unexpected("The menu of " + step.control + " has no such entry to choose.");
+}
+
+Done press(const Step& step, Stage& stage) {
+    const auto node = reach(step, stage);
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    const auto input =
+        step.value ? std::visit(InputFor{*step.value}, (*node)->content) : std::optional(view::Input());
+    return input && surfaceOf(step, stage).perform(step.control, *input)
+               ? Done()
+               : std::unexpected(step.control + " can't be pressed like that.");
+}
+
+Done drop(const Step& step, Stage& stage) {
+    const auto node = reach(step, stage);
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    SimulatedSurface& surface = surfaceOf(step, stage);
+    const BundleID app = playground::bundleIDOf(step.app).value_or(step.app);
+    bool hasTile = false;
+    view::walk(*surface.content(), [&](const view::Node& each) {
+        const auto* const tile = std::get_if<view::Tile>(&each.content);
+        hasTile = hasTile || (tile != nullptr && tile->bundleID == app);
+    });
+    if (!hasTile) {
+        return std::unexpected("The " + step.word + " has no tile of " + step.app + ".");
+    }
+    return surface.perform(step.control, app) ? Done() : std::unexpected(step.control + " takes no apps.");
+}
+
+Done close(const Step& step, Stage& stage) {
+    SimulatedSurface& surface = surfaceOf(step, stage);
+    if (!surface.isOpen()) {
+        return std::unexpected("The " + step.word + " is not open.");
+    }
+    switch (kindOf(step)) {
+        case Kind::permissionGuide: return std::unexpected("The guide goes by itself.");
+        case Kind::note:
+        case Kind::shelf: surface.press({.key = view::Shortcut::Key::escape}); break;
+        case Kind::setup:
+        case Kind::settings: surface.dismiss(Surface::Dismissal::closeButton); break;
+    }
+    return {};
+}
+
+Done pointAt(const Step& step, Stage& stage) {
+    constexpr int stops = 5;
+    SimulatedMac& mac = stage.mac();
+    const auto goal = pointAtPlace(step.word, mac);
+    if (!goal) {
+        return std::unexpected("There is no " + step.word + " to point at.");
+    }
+    const Point from = mac.pointer.location();
+    for (int stop = 1; stop <= stops; ++stop) {
+        const double part = static_cast<double>(stop) / stops;
+        mac.pointer.moveTo(
+            {.x = from.x + (goal->x - from.x) * part, .y = from.y + (goal->y - from.y) * part});
+        stage.passTime(std::chrono::milliseconds(20));
+    }
+    return {};
+}
+
+}  // namespace velko::script

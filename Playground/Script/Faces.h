@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Playground/Script/Acts.h"
+
+// What a person does with what Velko shows, with the mouse.
+
+namespace velko::script {
+
+/// The surface that the step names.
+[[nodiscard]] SimulatedSurface& surfaceOf(const Step& step, playground::Stage& stage);
+
+/// Picks from the broom's open menu, by title.
+[[nodiscard]] Done choose(const Step& step, playground::Stage& stage);
+/// Picks from the menu of a control or a tile.
+[[nodiscard]] Done chooseIn(const Step& step, playground::Stage& stage);
+/// Works a control: a button without a value, the others with one.
+[[nodiscard]] Done press(const Step& step, playground::Stage& stage);
+/// Drags an app's tile onto a group of the same surface.
+[[nodiscard]] Done drop(const Step& step, playground::Stage& stage);
+/// A window's close button; Escape for what has none.
+[[nodiscard]] Done close(const Step& step, playground::Stage& stage);
+/// The pointer travels there, in a tenth of a second.
+[[nodiscard]] Done pointAt(const Step& step, playground::Stage& stage);
+
+}  // namespace velko::script

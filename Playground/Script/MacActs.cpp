@@ -1,0 +1,202 @@
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "Playground/Neighbourhood.h"
+#include "Playground/Script/Acts.h"
+#include "Playground/Script/Clicks.h"
+#include "Playground/Script/Faces.h"
+#include "Playground/Script/Files.h"
+#include "Playground/Script/Verbs.h"
+
+namespace velko::script {
+
+namespace {
+
+using playground::Stage;
+
+constexpr auto rendererName = "WidgetRenderer_Activities";
+
+void makeHeavy(SimulatedMac& mac, ProcessID pid) {
+    mac.processes.work(pid, 0.6);
+    mac.processes.setMemory(pid, 900ULL << 20U);
+}
+
+Done launch(const Step& step, Stage& stage) {
+    const auto bundleID = playground::bundleIDOf(step.app);
+    if (!bundleID) {
+        return std::unexpected("There is no app " + step.app + ".");
+    }
+    if (bundleID == stage.mac().workspace.bundleID(stage.mac().processes.ownPID())) {
+        return std::unexpected("Velko itself is started by \"velko start\".");
+    }
+    const auto* neighbour = playground::neighbourWith(*bundleID);
+    const std::string name =
+        neighbour == nullptr ? bundleID->substr(bundleID->rfind('.') + 1) : std::string(neighbour->name);
+    const double width = neighbour == nullptr ? 24 : neighbour->iconWidth;
+    const SimulatedIcon icon{.title = step.text.value_or(name),
+                             .width = step.width ? static_cast<double>(*step.width) : width};
+    const ProcessID pid =
+        stage.mac().launch({.bundleID = *bundleID,
+                            .name = name,
+                            .icons = std::vector(static_cast<std::size_t>(step.icons.value_or(1)), icon)});
+    if (step.flag) {
+        makeHeavy(stage.mac(), pid);
+    }
+    return {};
+}
+
+Done launchNeighbours(const Step&, Stage& stage) {
+    for (const auto& neighbour : playground::neighbours()) {
+        if (stage.mac().workspace.pids(neighbour.bundleID).empty()) {
+            stage.mac().launch(playground::appOf(neighbour));
+        }
+    }
+    return {};
+}
+
+std::optional<ProcessID> rendererOf(const SimulatedMac& mac) {
+    const auto& running = mac.processes.running();
+    const auto found =
+        std::ranges::find(running, rendererName, [](const auto& process) { return process.app.name; });
+    return found == running.end() ? std::nullopt : std::optional(found->pid);
+}
+
+Done startActivity(const Step&, Stage& stage) {
+    SimulatedMac& mac = stage.mac();
+    const auto renderer = rendererOf(mac);
+    mac.processes.work(renderer ? *renderer : mac.launch({.name = rendererName, .isApplication = false}),
+                       0.01);
+    return {};
+}
+
+Done endActivity(const Step&, Stage& stage) {
+    const auto renderer = rendererOf(stage.mac());
+    if (!renderer) {
+        return std::unexpected("No Live Activity has been started.");
+    }
+    stage.mac().processes.work(*renderer, 0);
+    return {};
+}
+
+Done arrangeDisplays(const Step& step, Stage& stage) {
+    std::vector<Display> displays;
+    std::string_view rest = step.word == "none" ? "" : std::string_view(step.word);
+    while (!rest.empty()) {
+        const auto end = std::min(rest.find('+'), rest.size());
+        const Point origin{.x = displays.empty() ? 0 : displays.front().frame.maxX(), .y = 0};
+        displays.push_back(rest.substr(0, end) == "laptop" ? SimulatedDisplays::notched(origin)
+                                                           : SimulatedDisplays::plain(origin));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    stage.mac().setDisplays(std::move(displays));
+    return {};
+}
+
+Done setClock(Stage& stage, std::chrono::milliseconds change) {
+    auto& clock = stage.mac().mainThread;
+    clock.setDate(clock.date() + change);
+    return {};
+}
+
+constexpr auto refusal = "Not today";
+
+Done refuse(const Step& step, Stage& stage) {
+    auto& framework = stage.mac().framework;
+    framework.refusal = FrameworkError{.domain = "Simulated", .code = 7, .description = refusal};
+    framework.refusalsLeft =
+        step.amount ? std::optional(static_cast<std::uint64_t>(*step.amount)) : std::nullopt;
+    return {};
+}
+
+Done recover(const Step&, Stage& stage) {
+    auto& framework = stage.mac().framework;
+    framework.refusal.reset();
+    framework.exception.reset();
+    framework.installed = true;
+    framework.answerDelay = SimulatedFramework::usualDelay;
+    return {};
+}
+
+std::chrono::milliseconds durationOf(const Step& step) {
+    return step.duration.value_or(std::chrono::milliseconds(0));
+}
+
+/// The icon that the step names, of a process that runs.
+Done clickOn(const Step& step, Stage& stage) {
+    const auto pids = stage.mac().workspace.pids(playground::bundleIDOf(step.app).value_or(step.app));
+    return pids.empty() ? std::unexpected(step.app + " does not run.")
+                        : clickIcon(stage, pids.front(), static_cast<std::size_t>(step.icon.value_or(1) - 1));
+}
+
+/// An act that always works.
+template <void (*act)(const Step&, Stage&)>
+Done does(const Step& step, Stage& stage) {
+    act(step, stage);
+    return {};
+}
+
+constexpr auto table = std::to_array<MacAct>({
+    {Verb::say, does<[](const Step&, Stage&) {}>},
+    {Verb::wait, does<[](const Step& step, Stage& stage) { stage.passTime(durationOf(step)); }>},
+    {Verb::sleep, does<[](const Step& step, Stage& stage) { stage.mac().sleepAndWake(durationOf(step)); }>},
+    {Verb::clockForward,
+     [](const Step& step, Stage& stage) -> Done { return setClock(stage, durationOf(step)); }},
+    {Verb::clockBack,
+     [](const Step& step, Stage& stage) -> Done { return setClock(stage, -durationOf(step)); }},
+    {Verb::launch, launch},
+    {Verb::launchNeighbours, launchNeighbours},
+    {Verb::menuClose, does<[](const Step&, Stage& stage) { stage.mac().closeMenu(); }>},
+    {Verb::clickIcon, clickOn},
+    {Verb::clickBroom,
+     [](const Step& step, Stage& stage) -> Done { return clickBroom(stage, {.option = step.flag}); }},
+    {Verb::rightClickBroom,
+     [](const Step& step, Stage& stage) -> Done {
+         return clickBroom(stage, {.isRight = true, .option = step.flag});
+     }},
+    {Verb::controlClickBroom,
+     [](const Step& step, Stage& stage) -> Done {
+         return clickBroom(stage, {.option = step.flag, .control = true});
+     }},
+    {Verb::clickOutside, does<[](const Step&, Stage& stage) { clickOutside(stage); }>},
+    {Verb::pressEscape, does<[](const Step&, Stage& stage) { pressEscape(stage); }>},
+    {Verb::pointAt, pointAt},
+    {Verb::choose, choose},
+    {Verb::chooseIn, chooseIn},
+    {Verb::press, press},
+    {Verb::drop, drop},
+    {Verb::close, close},
+    {Verb::exportLayout, exportLayout},
+    {Verb::importLayout, importLayout},
+    {Verb::activityStart, startActivity},
+    {Verb::activityEnd, endActivity},
+    {Verb::displays, arrangeDisplays},
+    {Verb::trustGrant, does<[](const Step&, Stage& stage) { stage.mac().grantTrust(); }>},
+    {Verb::trustRevoke, does<[](const Step&, Stage& stage) { stage.mac().revokeTrust(); }>},
+    {Verb::engineRefuse, refuse},
+    {Verb::engineRaise, does<[](const Step&, Stage& stage) {
+         stage.mac().framework.exception = RaisedException{.name = "SimulatedException", .reason = refusal};
+     }>},
+    {Verb::engineSlow,
+     does<[](const Step& step, Stage& stage) { stage.mac().framework.answerDelay = durationOf(step); }>},
+    {Verb::engineMissing, does<[](const Step&, Stage& stage) { stage.mac().framework.installed = false; }>},
+    {Verb::engineRecover, recover},
+    {Verb::switchSpace, does<[](const Step&, Stage& stage) { stage.mac().changeSpace(); }>},
+    {Verb::returnToSession, does<[](const Step&, Stage& stage) { stage.mac().returnToSession(); }>},
+    {Verb::filePlace, placeInFile},
+    {Verb::fileSpoil, spoilFile},
+    {Verb::savingFail, does<[](const Step&, Stage& stage) { stage.savingFails = true; }>},
+    {Verb::savingRecover, does<[](const Step&, Stage& stage) { stage.savingFails = false; }>},
+    {Verb::velkoStart, does<[](const Step&, Stage& stage) { stage.startVelko(); }>},
+    {Verb::velkoQuit, does<[](const Step&, Stage& stage) { stage.quitVelko(); }>},
+    {Verb::velkoCrash, does<[](const Step&, Stage& stage) { stage.crashVelko(); }>},
+});
+
+}  // namespace
+
+std::span<const MacAct> macActs() {
+    return table;
+}
+
+}  // namespace velko::script

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velko::script {
+
+/// Everything that can happen in a scenario. How each is written stands in the table of verbs.
+enum class Verb {
+    // Telling
+    say,
+    // Time
+    wait,
+    sleep,
+    clockForward,
+    clockBack,
+    // Apps
+    launch,
+    launchNeighbours,
+    quit,
+    crash,
+    hang,
+    unhang,
+    activate,
+    cpu,
+    memory,
+    // Icons and menus
+    iconTitle,
+    iconWidth,
+    iconBadge,
+    iconAdd,
+    iconRemove,
+    menuOpen,
+    menuClose,
+    // The pointer and the keyboard
+    clickIcon,
+    clickBroom,
+    rightClickBroom,
+    controlClickBroom,
+    clickOutside,
+    pressEscape,
+    pointAt,
+    // What Velko shows
+    choose,
+    chooseIn,
+    press,
+    drop,
+    close,
+    // What the user does in Velko
+    place,
+    open,
+    showMe,
+    showAll,
+    accept,
+    dismiss,
+    alwaysKeep,
+    finishSetup,
+    exportLayout,
+    importLayout,
+    // Settings
+    setPopOut,
+    setLiveActivities,
+    setAutopilot,
+    setAsk,
+    setNewIcons,
+    setAutoTuck,
+    setHover,
+    setNotchedStyle,
+    setOtherStyle,
+    setLogin,
+    // The system
+    activityStart,
+    activityEnd,
+    displays,
+    trustGrant,
+    trustRevoke,
+    engineRefuse,
+    engineRaise,
+    engineSlow,
+    engineMissing,
+    engineRecover,
+    switchSpace,
+    returnToSession,
+    // Files
+    filePlace,
+    fileSpoil,
+    fileReload,
+    savingFail,
+    savingRecover,
+    // Velko itself
+    velkoStart,
+    velkoQuit,
+    velkoCrash,
+    // What must hold
+    expectVisible,
+    expectHidden,
+    expectWaiting,
+    expectSuggested,
+    expectState,
+    expectHealth,
+    expectTidied,
+    expectLogged,
+    expectOpen,
+    expectClosed,
+    expectSays,
+};
+
+/// One event of a scenario: a verb and what it is about. Which operands a verb takes stands in the table of
+/// verbs; the others are left out.
+struct Step {
+    Verb verb = Verb::wait;
+    std::string app{};                                    ///< a bundle identifier or a neighbour's name
+    std::string word{};                                   ///< a section, a style, "on": one of a few words
+    std::string control{};                                ///< the id of something on a surface
+    std::optional<std::string> value{};                   ///< what a control is set to
+    std::optional<std::string> text{};                    ///< a line of text, or a file's name
+    std::optional<std::chrono::milliseconds> duration{};  ///< from 0 to ten years
+    std::optional<std::int64_t> amount{};                 ///< percent, megabytes, seconds or a count
+    std::optional<std::int64_t> icons{};                  ///< how many icons an app has
+    std::optional<std::int64_t> icon{};                   ///< which of an app's icons, from 1
+    std::optional<std::int64_t> width{};                  ///< points
+    bool flag = false;                                    ///< with the option key; a heavy app
+
+    bool operator==(const Step&) const = default;
+};
+
+/// Reads one line. A blank line, or one with a comment only, holds no step. On a bad one, a line that says
+/// what is wrong with it.
+[[nodiscard]] std::expected<std::optional<Step>, std::string> parse(std::string_view line);
+
+/// Writes a step so that `parse` reads the same one. Texts with control characters can't be read again.
+[[nodiscard]] std::string print(const Step& step);
+
+}  // namespace velko::script

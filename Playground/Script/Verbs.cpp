@@ -1,0 +1,157 @@
+#include "Playground/Script/Verbs.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velko::script {
+
+namespace {
+
+constexpr auto allVerbs = std::to_array<VerbRow>({
+    {Verb::say, "say TEXT"},
+
+    {Verb::wait, "wait DURATION"},
+    {Verb::sleep, "sleep DURATION"},
+    {Verb::clockForward, "clock forward DURATION"},
+    {Verb::clockBack, "clock back DURATION"},
+
+    {Verb::launch, "launch APP [icons ICONS] [width POINTS] [title TEXT] [heavy]"},
+    {Verb::launchNeighbours, "launch neighbours"},
+    {Verb::quit, "quit APP"},
+    {Verb::crash, "crash APP"},
+    {Verb::hang, "hang APP"},
+    {Verb::unhang, "unhang APP"},
+    {Verb::activate, "activate APP"},
+    {Verb::cpu, "cpu APP PERCENT"},
+    {Verb::memory, "memory APP MEGABYTES"},
+
+    {Verb::iconTitle, "icon title APP TEXT [icon ICON]"},
+    {Verb::iconWidth, "icon width APP POINTS [icon ICON]"},
+    {Verb::iconBadge, "icon badge APP TEXT [icon ICON]"},
+    {Verb::iconAdd, "icon add APP [width POINTS] [title TEXT]"},
+    {Verb::iconRemove, "icon remove APP [icon ICON]"},
+    {Verb::menuOpen, "menu open APP"},
+    {Verb::menuClose, "menu close"},
+
+    {Verb::clickIcon, "click icon APP [icon ICON]"},
+    {Verb::clickBroom, "click broom [option]"},
+    {Verb::rightClickBroom, "right click broom [option]"},
+    {Verb::controlClickBroom, "control click broom [option]"},
+    {Verb::clickOutside, "click outside"},
+    {Verb::pressEscape, "press escape"},
+    {Verb::pointAt, "point at PLACE"},
+
+    {Verb::choose, "choose TEXT"},
+    {Verb::chooseIn, "choose in SURFACE CONTROL TEXT"},
+    {Verb::press, "press SURFACE CONTROL [VALUE]"},
+    {Verb::drop, "drop APP SURFACE CONTROL"},
+    {Verb::close, "close SURFACE"},
+
+    {Verb::place, "place APP SECTION"},
+    {Verb::open, "open APP"},
+    {Verb::showMe, "show me APP"},
+    {Verb::showAll, "show all"},
+    {Verb::accept, "accept APP"},
+    {Verb::dismiss, "dismiss APP"},
+    {Verb::alwaysKeep, "always keep APP"},
+    {Verb::finishSetup, "finish setup"},
+    {Verb::exportLayout, "export [FILE]"},
+    {Verb::importLayout, "import [FILE]"},
+
+    {Verb::setPopOut, "set pop-out SWITCH"},
+    {Verb::setLiveActivities, "set live-activities SWITCH"},
+    {Verb::setAutopilot, "set autopilot SWITCH"},
+    {Verb::setAsk, "set ask SWITCH"},
+    {Verb::setNewIcons, "set new-icons SECTION"},
+    {Verb::setAutoTuck, "set auto-tuck SECONDS"},
+    {Verb::setHover, "set hover SWITCH"},
+    {Verb::setNotchedStyle, "set notched-style STYLE"},
+    {Verb::setOtherStyle, "set other-style STYLE"},
+    {Verb::setLogin, "set login SWITCH"},
+
+    {Verb::activityStart, "activity start"},
+    {Verb::activityEnd, "activity end"},
+    {Verb::displays, "displays DISPLAYS"},
+    {Verb::trustGrant, "trust grant"},
+    {Verb::trustRevoke, "trust revoke"},
+    {Verb::engineRefuse, "engine refuse [COUNT]"},
+    {Verb::engineRaise, "engine raise"},
+    {Verb::engineSlow, "engine slow DURATION"},
+    {Verb::engineMissing, "engine missing"},
+    {Verb::engineRecover, "engine recover"},
+    {Verb::switchSpace, "switch space"},
+    {Verb::returnToSession, "return to session"},
+
+    {Verb::filePlace, "file place APP SECTION"},
+    {Verb::fileSpoil, "file spoil"},
+    {Verb::fileReload, "file reload"},
+    {Verb::savingFail, "saving fail"},
+    {Verb::savingRecover, "saving recover"},
+
+    {Verb::velkoStart, "velko start"},
+    {Verb::velkoQuit, "velko quit"},
+    {Verb::velkoCrash, "velko crash"},
+
+    {Verb::expectVisible, "expect visible APP"},
+    {Verb::expectHidden, "expect hidden APP"},
+    {Verb::expectWaiting, "expect waiting APP"},
+    {Verb::expectSuggested, "expect suggested APP"},
+    {Verb::expectState, "expect state STATE"},
+    {Verb::expectHealth, "expect health HEALTH"},
+    {Verb::expectTidied, "expect tidied APPS"},
+    {Verb::expectLogged, "expect logged TEXT"},
+    {Verb::expectOpen, "expect open SURFACE"},
+    {Verb::expectClosed, "expect closed SURFACE"},
+    {Verb::expectSays, "expect says SURFACE TEXT"},
+});
+
+constexpr auto numberOperands = std::to_array<NumberOperand>({
+    {"APPS", &Step::amount, 0, 1000},
+    {"COUNT", &Step::amount, 1, 1000},
+    {"ICON", &Step::icon, 1, 20},
+    {"ICONS", &Step::icons, 0, 20},
+    {"MEGABYTES", &Step::amount, 1, 1'000'000},
+    {"PERCENT", &Step::amount, 0, 1600},
+    {"POINTS", &Step::width, 1, 500},
+    {"SECONDS", &Step::amount, 0, 60},
+});
+
+constexpr auto wordOperands = std::to_array<WordOperand>({
+    {"DISPLAYS", "laptop desk laptop+desk desk+laptop none"},
+    {"HEALTH", "ok trust-missing engine-missing layout-unreadable"},
+    {"PLACE", "broom bar shelf desktop"},
+    {"SECTION", "bar tucked buried"},
+    {"STATE", "collapsed revealed buried opening"},
+    {"STYLE", "inline shelf"},
+    {"SURFACE", "note shelf setup guide settings"},
+    {"SWITCH", "on off"},
+});
+
+constexpr auto allUnits =
+    std::to_array<Unit>({{"days", 86'400'000}, {"h", 3'600'000}, {"min", 60'000}, {"s", 1000}, {"ms", 1}});
+
+template <class Rows>
+auto* named(const Rows& rows, std::string_view name) {
+    const auto row = std::ranges::find(rows, name, [](const auto& each) { return each.name; });
+    return row == rows.end() ? nullptr : &*row;
+}
+
+}  // namespace
+
+std::span<const VerbRow> verbs() {
+    return allVerbs;
+}
+
+const NumberOperand* numberOperand(std::string_view name) {
+    return named(numberOperands, name);
+}
+
+const WordOperand* wordOperand(std::string_view name) {
+    return named(wordOperands, name);
+}
+
+std::span<const Unit> units() {
+    return allUnits;
+}
+
+}  // namespace velko::script

@@ -1,0 +1,107 @@
+#include "Playground/Show.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <fstream>
+#include <ostream>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace velko::playground {
+
+namespace {
+
+constexpr std::size_t mostLogLines = 24;  ///< that are shown of a stretch
+constexpr std::size_t widestLogLine = 150;
+constexpr auto frame = std::chrono::milliseconds(50);
+
+/// A log line as a terminal shows it: cut where it would run on over several rows.
+std::string shortened(const std::string& line) {
+    return line.size() <= widestLogLine ? line : line.substr(0, widestLogLine) + "…";
+}
+
+}  // namespace
+
+Show::Show(Stage& stage, std::ostream& screen, Manner manner)
+    : stage_(stage), screen_(screen), manner_(manner) {
+    stage_.mac().onMenuBarChange = [this] { hasBarChanged_ = true; };
+    if (manner_.speed) {
+        stage_.passTime = [this, speed = *manner_.speed](MainThread::Uptime duration) {
+            passInRealTime(duration, speed);
+        };
+    }
+}
+
+void Show::begin(const script::Step& step) {
+    if (step.verb != script::Verb::say) {
+        hasBegun_ = true;
+        return;
+    }
+    showOutcome();
+    screen_ << (manner_.isBold ? "\n\033[1m" : "\n") << step.text.value_or("")
+            << (manner_.isBold ? "\033[0m\n" : "\n") << std::flush;
+}
+
+void Show::showOutcome() {
+    if (std::exchange(hasBegun_, false)) {
+        if (!manner_.speed || hasBarChanged_) {
+            showBar();
+        }
+        showLog();
+    }
+}
+
+void Show::passInRealTime(MainThread::Uptime duration, std::int64_t speed) {
+    const MainThread::Uptime slice = frame * speed;
+    for (MainThread::Uptime left = duration; left > MainThread::Uptime(0); left -= slice) {
+        const auto next = std::min(left, slice);
+        stage_.mac().advance(next);
+        if (hasBarChanged_) {
+            showBar();
+        }
+        showLog();
+        std::this_thread::sleep_for(next / speed);
+    }
+}
+
+void Show::showBar() {
+    hasBarChanged_ = false;
+    screen_ << stage_.mac().menuBarPicture() << '\n' << std::flush;
+}
+
+void Show::showLog() {
+    std::ifstream file(stage_.log().file(), std::ios::binary);
+    file.seekg(static_cast<std::streamoff>(logBytesShown_));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        logBytesShown_ += line.size() + 1;
+        lines.push_back(shortened(line));
+    }
+    const std::size_t shown = lines.size() <= mostLogLines ? lines.size() : mostLogLines / 2;
+    const auto print = [&](std::size_t from, std::size_t to) {
+        for (; from < to; ++from) {
+            screen_ << "    " << lines[from] << '\n';
+        }
+    };
+    print(0, shown);
+    if (shown < lines.size()) {
+        screen_ << "    (" << lines.size() - 2 * shown << " lines more)\n";
+        print(lines.size() - shown, lines.size());
+    }
+    screen_ << std::flush;
+}
+
+void Show::showSummary() {
+    const SimulatedMac::Cost cost = stage_.mac().cost();
+    const auto hours = std::chrono::duration<double, std::ratio<3600>>(stage_.mac().mainThread.now()).count();
+    if (stage_.velko() != nullptr) {
+        screen_ << "\nPlan in force: " << describe(stage_.velko()->engine().current()) << '\n';
+    }
+    screen_ << "\nIn " << std::round(hours * 10) / 10 << " hours awake it cost: " << cost.wakeUps
+            << " wake-ups, " << cost.accessibilityMessages << " Accessibility messages, " << cost.engineCalls
+            << " engine calls, " << logBytesShown_ << " bytes of log\n";
+}
+
+}  // namespace velko::playground

@@ -1,0 +1,122 @@
+#include "Playground/Theatre.h"
+
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <unistd.h>
+#include <vector>
+
+#include "Playground/KeptLayout.h"
+#include "Playground/ScratchFolder.h"
+#include "Playground/Script/Script.h"
+#include "Playground/Show.h"
+#include "Playground/Stage.h"
+#include "Playground/Week.h"
+#include "VelkoCore/AtomicFile.h"
+#include "VelkoCore/Layout.h"
+#include "VelkoCore/LayoutStore.h"
+
+namespace velko::playground {
+
+namespace {
+
+constexpr std::string_view unreadableLayout = R"(
+say "The menu bar before Velko"
+launch neighbours
+say "Velko can't read this layout, so it hides nothing and leaves the file as it is"
+velko start
+wait 3 s
+)";
+
+struct Piece {
+    std::string title;  ///< what a mistake is blamed on
+    std::string text;
+    std::optional<std::filesystem::path> layoutFile;
+    bool isFirstRun = false;  ///< the layout is taken over as if Velko had never been set up
+};
+
+int refuse(int status, const std::string& why) {
+    std::cerr << why << '\n';
+    return status;
+}
+
+/// Lets the setup of the next launch begin again.
+bool forgetSetup(const std::filesystem::path& layoutFile) {
+    const LayoutStore store(layoutFile);
+    const auto loaded = store.load();
+    std::optional<Layout> layout = loaded ? *loaded : std::nullopt;
+    if (!layout) {
+        return false;
+    }
+    layout->hasCompletedSetup = false;
+    return store.save(*layout).has_value();
+}
+
+std::string blamed(const Piece& piece, const script::Mistake& mistake) {
+    return piece.title + ":" + std::to_string(mistake.line) + ": " + mistake.what;
+}
+
+int play(const Piece& piece, std::optional<std::int64_t> speed) {
+    const auto scenario = script::read(piece.text);
+    if (!scenario) {
+        return refuse(2, blamed(piece, scenario.error()));
+    }
+    const auto folder = ScratchFolder::create();
+    if (!folder) {
+        return refuse(1, "There is no room for temporary files.");
+    }
+    Stage stage(folder->path());
+    std::error_code error;
+    if (piece.layoutFile && !std::filesystem::copy_file(*piece.layoutFile, stage.layoutFile(), error)) {
+        return refuse(1, piece.layoutFile->string() + ": " + error.message());
+    }
+    if (piece.isFirstRun && !forgetSetup(stage.layoutFile())) {
+        return refuse(1, "The layout can't be copied.");
+    }
+    Show show(stage, std::cout, {.isBold = ::isatty(STDOUT_FILENO) == 1, .speed = speed});
+    const auto played = script::play(*scenario, stage, [&](const script::Step& step) { show.begin(step); });
+    show.showOutcome();
+    if (!played) {
+        std::cout << std::flush;
+        return refuse(1, blamed(piece, played.error()));
+    }
+    show.showSummary();
+    return 0;
+}
+
+}  // namespace
+
+int playWeek(const std::filesystem::path& layoutFile, bool mayCreate, std::optional<std::int64_t> speed) {
+    const LayoutStore store(layoutFile);
+    const auto loaded = store.load();
+    if (loaded && !*loaded && !loadKept(layoutFile, mayCreate)) {
+        return 1;
+    }
+    std::cout << "Layout: " << layoutFile.string() << " (the week is played on a copy)\n";
+    const std::string title = "week.scenario";
+    if (loaded) {
+        return play({.title = title,
+                     .text = std::string(weekScenario()),
+                     .layoutFile = layoutFile,
+                     .isFirstRun = true},
+                    speed);
+    }
+    std::cout << loaded.error().description << '\n';
+    return play({.title = title, .text = std::string(unreadableLayout), .layoutFile = layoutFile}, speed);
+}
+
+int playFile(const std::filesystem::path& file, const std::optional<std::filesystem::path>& layoutFile,
+             std::optional<std::int64_t> speed) {
+    const auto content = AtomicFile::read(file);
+    if (!content) {
+        return refuse(2, content.error().description);
+    }
+    const std::optional<std::string>& text = *content;
+    if (!text) {
+        return refuse(2, "There is no file " + file.string() + ".");
+    }
+    return play({.title = file.string(), .text = *text, .layoutFile = layoutFile}, speed);
+}
+
+}  // namespace velko::playground
