@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "tests/Soak/Walk.h"
+
+namespace velko::soak {
+
+/// Shrinks a failure, writes the short script into the current folder and says where it is and how it reads.
+[[nodiscard]] std::string report(std::uint64_t seed, const Outcome& failure);
+
+}  // namespace velko::soak

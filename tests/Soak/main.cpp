@@ -1,0 +1,76 @@
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "tests/Soak/Report.h"
+#include "tests/Soak/Walk.h"
+
+namespace {
+
+struct Request {
+    std::uint64_t seeds = 0;
+    std::uint64_t from = 1;
+    std::uint64_t hours = 2;
+};
+
+bool read(std::string_view text, std::uint64_t& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number < 1'000'000'000;
+}
+
+std::optional<Request> requestOf(const std::vector<std::string>& arguments) {
+    Request request;
+    if (arguments.size() % 2 != 1 || !read(arguments.front(), request.seeds)) {
+        return std::nullopt;
+    }
+    for (std::size_t at = 1; at < arguments.size(); at += 2) {
+        const bool isGood = (arguments[at] == "--from" && read(arguments[at + 1], request.from)) ||
+                            (arguments[at] == "--hours" && read(arguments[at + 1], request.hours));
+        if (!isGood) {
+            return std::nullopt;
+        }
+    }
+    return request;
+}
+
+/// Walks seed after seed until one fails.
+int soak(const Request& request) {
+    std::size_t steps = 0;
+    const auto started = std::chrono::steady_clock::now();
+    for (std::uint64_t seed = request.from; seed < request.from + request.seeds; ++seed) {
+        const auto outcome = velko::soak::walk(seed, std::chrono::hours(request.hours));
+        steps += outcome.steps.size();
+        if (outcome.breach) {
+            std::cout << "Seed " << seed << " fails: " << *outcome.breach << '\n' << std::flush;
+            std::cout << velko::soak::report(seed, outcome);
+            return 1;
+        }
+    }
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - started;
+    std::cout << request.seeds << " seeds from " << request.from << ", " << request.seeds * request.hours
+              << " simulated hours, " << steps << " steps in " << took.count() << " s, "
+              << static_cast<double>(steps) / took.count() << " steps per second: all holds\n";
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        if (const auto request = requestOf({argv + 1, argv + argc})) {
+            return soak(*request);
+        }
+        std::cerr << "usage: velko-soak SEEDS [--from SEED] [--hours HOURS]\n";
+        return 2;
+    } catch (const std::exception& error) {
+        std::cerr << "The soak stopped: " << error.what() << '\n';
+        return 1;
+    }
+}
