@@ -1,0 +1,201 @@
+#include "Playground/Html/Controls.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "Velko/View/Tree.h"
+
+namespace velko::html {
+
+namespace {
+
+constexpr double symbolPoints = 14;
+
+std::string_view styleClass(view::Button::Style style) {
+    using Style = view::Button::Style;
+    switch (style) {
+        case Style::standard: return "standard";
+        case Style::primary: return "primary";
+        case Style::link: return "link";
+    }
+    return "standard";
+}
+
+/// A key as the page writes it: "enter", "w".
+std::string shortcutText(const view::Shortcut& shortcut) {
+    using Key = view::Shortcut::Key;
+    switch (shortcut.key) {
+        case Key::none: return {};
+        case Key::enter: return "enter";
+        case Key::escape: return "escape";
+        case Key::leftArrow: return "arrowleft";
+        case Key::character: return {shortcut.character};
+    }
+    return {};
+}
+
+/// A symbol, a title, or both.
+std::string face(const std::string& symbol, const std::string& title) {
+    return (symbol.empty() ? "" : glyph(symbol, symbolPoints)) +
+           (title.empty() ? "" : textElement("span", {{"class", "button-title"}}, title));
+}
+
+/// The accessible name, where what is visible is not it. It holds what is visible all the same, so that
+/// those who speak to their machine can say what they see.
+Attribute nameBeyond(const view::Node& node, const std::string& visible) {
+    std::string name = view::spoken(node);
+    const bool isVisible = name == visible;
+    if (!name.contains(visible)) {
+        name = visible + ", " + name;
+    }
+    return {.name = "aria-label", .value = std::move(name), .isThere = !isVisible};
+}
+
+/// A name that is unique in the page, for what the page's own parts refer to.
+std::string pageID(const view::Node& node, const TreeContext& context) {
+    return std::string(context.surface) + "/" + node.id;
+}
+
+Attributes with(Attributes attributes, const Attributes& more) {
+    attributes.insert(attributes.end(), more.begin(), more.end());
+    return attributes;
+}
+
+std::string segmented(const view::Node& node, const view::Picker& picker, const TreeContext& context) {
+    std::string options;
+    for (std::size_t index = 0; index < picker.options.size(); ++index) {
+        options += element("label", {{"class", "segment"}},
+                           voidElement("input", {{"type", "radio"},
+                                                 {"name", pageID(node, context)},
+                                                 {"value", std::to_string(index)},
+                                                 Attribute::flag("checked", index == picker.selected),
+                                                 Attribute::flag("disabled", !node.isEnabled)}) +
+                               textElement("span", {}, picker.options[index]));
+    }
+    const std::string title =
+        picker.title.empty() ? "" : textElement("span", {{"class", "control-title"}}, picker.title);
+    return element("div",
+                   with(common(node, "segments", "picker segments"),
+                        {{"role", "radiogroup"}, {"aria-label", view::spoken(node)}}),
+                   title + element("div", {{"class", "segment-track"}}, options));
+}
+
+}  // namespace
+
+Attributes common(const view::Node& node, std::string_view kind, std::string_view classes,
+                  const std::string& style) {
+    std::string full = style;
+    if (node.width > 0) {
+        full += (full.empty() ? "" : ";") + ("width:" + pixels(node.width));
+    }
+    return {{"class", std::string(classes)},
+            {"data-kind", std::string(kind)},
+            Attribute::unlessEmpty("data-id", node.id),
+            Attribute::unlessEmpty("title", node.help),
+            Attribute::unlessEmpty("style", full)};
+}
+
+std::string controlMarkup(const view::Node& node, const view::Button& button, const TreeContext&) {
+    std::string classes = "button " + std::string(styleClass(button.style));
+    classes += button.title.empty() ? " symbol-only" : "";
+    return element("button",
+                   with(common(node, "button", classes),
+                        {{"type", "button"},
+                         nameBeyond(node, button.title),
+                         Attribute::unlessEmpty("data-shortcut", shortcutText(button.shortcut)),
+                         Attribute::flag("disabled", !node.isEnabled)}),
+                   face(button.symbol, button.title));
+}
+
+std::string controlMarkup(const view::Node& node, const view::Toggle& toggle, const TreeContext&) {
+    return element("label", common(node, "toggle", "toggle"),
+                   voidElement("input", {{"type", "checkbox"},
+                                         {"role", "switch"},
+                                         nameBeyond(node, toggle.title),
+                                         Attribute::flag("checked", toggle.isOn),
+                                         Attribute::flag("disabled", !node.isEnabled)}) +
+                       textElement("span", {{"class", "toggle-title"}}, toggle.title));
+}
+
+std::string controlMarkup(const view::Node& node, const view::Picker& picker, const TreeContext& context) {
+    if (picker.style == view::Picker::Style::segmented) {
+        return segmented(node, picker, context);
+    }
+    std::string options;
+    for (std::size_t index = 0; index < picker.options.size(); ++index) {
+        options += textElement(
+            "option",
+            {{"value", std::to_string(index)}, Attribute::flag("selected", index == picker.selected)},
+            picker.options[index]);
+    }
+    const std::string title =
+        picker.title.empty() ? "" : textElement("span", {{"class", "control-title"}}, picker.title);
+    return element(
+        "label", common(node, "picker", "picker"),
+        title + element("select",
+                        {{"aria-label", view::spoken(node)}, Attribute::flag("disabled", !node.isEnabled)},
+                        options));
+}
+
+std::string controlMarkup(const view::Node& node, const view::MenuButton& button, const TreeContext&) {
+    return element("button",
+                   with(common(node, "menu-button", "button standard pull-down"),
+                        {{"type", "button"},
+                         {"aria-haspopup", "menu"},
+                         nameBeyond(node, button.title),
+                         Attribute::flag("disabled", !node.isEnabled)}),
+                   textElement("span", {{"class", "button-title"}}, button.title));
+}
+
+std::string controlMarkup(const view::Node& node, const view::Tile& tile, const TreeContext&) {
+    const std::string badge =
+        tile.badge.empty() ? "" : " " + textElement("span", {{"class", "tile-badge"}}, tile.badge);
+    const std::string name = view::spoken(node);
+    return element("button",
+                   with(common(node, "tile", "tile"),
+                        {{"type", "button"},
+                         {"aria-label", name.empty() ? tile.bundleID : name},
+                         {"data-bundle", tile.bundleID},
+                         {"draggable", "true"},
+                         {.name = "aria-haspopup", .value = "menu", .isThere = static_cast<bool>(tile.menu)},
+                         Attribute::flag("data-presses", static_cast<bool>(tile.press)),
+                         Attribute::flag("data-menu", static_cast<bool>(tile.menu)),
+                         Attribute::flag("disabled", !node.isEnabled)}),
+                   appTile(tile.bundleID, tile.name, 44) +
+                       textElement("span", {{"class", "tile-name"}}, tile.name) + badge);
+}
+
+std::string pagesMarkup(const view::Node& node, const view::Pages& pages, const TreeContext& context,
+                        const std::string& page) {
+    const std::string base = pageID(node, context);
+    const std::string selected = base + "/tab" + std::to_string(pages.selected);
+    std::string tabs;
+    for (std::size_t index = 0; index < pages.tabs.size(); ++index) {
+        const bool isSelected = index == pages.selected;
+        tabs += element("button",
+                        {{"type", "button"},
+                         {"class", "tab"},
+                         {"role", "tab"},
+                         {"id", base + "/tab" + std::to_string(index)},
+                         {"aria-selected", isSelected ? "true" : "false"},
+                         {"aria-controls", base + "/page"},
+                         {"tabindex", isSelected ? "0" : "-1"},
+                         {"data-value", std::to_string(index)},
+                         Attribute::flag("disabled", !node.isEnabled)},
+                        face(pages.tabs[index].symbol, pages.tabs[index].title));
+    }
+    const std::string name = view::spoken(node);
+    return element(
+        "div", common(node, "pages", "pages"),
+        element("div",
+                {{"class", "tabs"}, {"role", "tablist"}, {"aria-label", name.empty() ? "Pages" : name}},
+                tabs) +
+            element("div",
+                    {{"class", "page"},
+                     {"role", "tabpanel"},
+                     {"id", base + "/page"},
+                     {"aria-labelledby", selected}},
+                    page));
+}
+
+}  // namespace velko::html

@@ -1,0 +1,103 @@
+#include "Playground/Html/Icons.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "Playground/Html/Markup.h"
+#include "VelkoEngine/Utf8.h"
+
+namespace velko::html {
+
+namespace {
+
+constexpr int shapes = 6;  ///< outlines of icons in the bar, which the style sheet draws
+
+std::uint32_t hashed(std::string_view text) {
+    std::uint32_t hash = 2166136261U;
+    for (const char byte : text) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 16777619U;
+    }
+    return hash ^ (hash >> 15U);
+}
+
+/// The characters of well-formed UTF-8.
+std::vector<std::string> charactersOf(std::string_view word) {
+    std::vector<std::string> characters;
+    for (const char byte : word) {
+        if ((static_cast<unsigned char>(byte) & 0xC0U) != 0x80U || characters.empty()) {
+            characters.emplace_back();
+        }
+        characters.back() += byte;
+    }
+    return characters;
+}
+
+Attributes spokenAs(std::string_view label, Attributes attributes) {
+    if (label.empty()) {
+        attributes.push_back({.name = "aria-hidden", .value = "true"});
+    } else {
+        attributes.push_back({.name = "role", .value = "img"});
+        attributes.push_back({.name = "aria-label", .value = std::string(label)});
+    }
+    return attributes;
+}
+
+}  // namespace
+
+std::string initials(std::string_view name) {
+    const std::string repaired = repairedUtf8(name);
+    std::vector<std::string> words(1);
+    for (const char byte : repaired) {
+        if (byte == ' ') {
+            words.emplace_back();
+        } else {
+            words.back() += byte;
+        }
+    }
+    std::erase(words, "");
+    if (words.empty()) {
+        return "?";
+    }
+    const auto first = charactersOf(words.front());
+    if (words.size() > 1) {
+        return first.front() + charactersOf(words.back()).front();
+    }
+    return first.front() + (first.size() > 1 ? first[1] : "");
+}
+
+int hue(std::string_view bundleID) {
+    constexpr int degrees = 360;
+    return static_cast<int>(hashed(bundleID) % degrees);
+}
+
+std::string appTile(const BundleID& bundleID, std::string_view name, double points, std::string_view label) {
+    const std::string style = "--hue:" + std::to_string(hue(bundleID)) + ";--points:" + pixels(points);
+    return element(
+        "span", spokenAs(label, {{"class", "app-icon"}, {"data-letters", initials(name)}, {"style", style}}));
+}
+
+std::string barGlyph(const BundleID& bundleID, std::string_view name) {
+    const auto shape = hashed(bundleID) / 360U % shapes;
+    return element("span", {{"class", "bar-glyph shape-" + std::to_string(shape)},
+                            {"data-letters", initials(name)},
+                            {"aria-hidden", "true"}});
+}
+
+std::string glyph(std::string_view symbol, double points, std::string_view inkClass, std::string_view label) {
+    const std::string size = std::to_string(std::lround(points));
+    std::string classes = "glyph";
+    if (!inkClass.empty()) {
+        classes += " " + std::string(inkClass);
+    }
+    return element(
+        "svg",
+        spokenAs(
+            label,
+            {{"class", classes}, {"data-symbol", std::string(symbol)}, {"width", size}, {"height", size}}),
+        voidElement("use", {{"href", "#glyph-" + std::string(symbol)}}) + "</use>");
+}
+
+}  // namespace velko::html

@@ -1,0 +1,134 @@
+#include "Playground/Html/TreeHtml.h"
+
+#include <string>
+
+#include "Playground/Html/Controls.h"
+#include "Playground/Html/Markup.h"
+#include "Playground/SvgDrawing.h"
+#include "Velko/View/Tree.h"
+
+namespace velko::html {
+
+namespace {
+
+std::string_view styleClass(view::Text::Style style) {
+    using Style = view::Text::Style;
+    switch (style) {
+        case Style::largeTitle: return "large-title";
+        case Style::title: return "title";
+        case Style::headline: return "headline";
+        case Style::body: return "body";
+        case Style::caption: return "caption";
+    }
+    return "body";
+}
+
+/// Writes what only shows or holds other nodes.
+class TreeWriter final {
+ public:
+    explicit TreeWriter(const TreeContext& context) : context_(context) {}
+
+    [[nodiscard]] std::string write(const view::Node& node) const {
+        return std::visit([&](const auto& content) { return markup(node, content); }, node.content);
+    }
+
+ private:
+    [[nodiscard]] std::string children(const view::Node& node) const {
+        std::string text;
+        for (const view::Node& child : view::childrenOf(node)) {
+            text += write(child);
+        }
+        return text;
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Text& text) const {
+        using Style = view::Text::Style;
+        std::string classes = "text " + std::string(styleClass(text.style));
+        classes += text.isSecondary ? " secondary" : "";
+        classes += text.isSelectable ? " selectable" : "";
+        classes += text.isCentred ? " centred" : "";
+        const bool isHeading = text.style == Style::largeTitle || text.style == Style::title;
+        Attributes attributes = common(node, "text", classes);
+        if (isHeading) {
+            attributes.push_back({"role", "heading"});
+            attributes.push_back({"aria-level", "2"});
+        }
+        return textElement("div", attributes, text.text);
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Symbol& symbol) const {
+        return element("span", common(node, "symbol", "symbol"),
+                       glyph(symbol.name, symbol.points, playground::inkClass(symbol.ink), node.label));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::AppIcon& icon) const {
+        return element("span", common(node, "app-icon", "app-icon-node"),
+                       appTile(icon.bundleID, context_.nameOf(icon.bundleID), icon.points, node.label));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Picture& picture) const {
+        Attributes attributes = common(node, "picture", "picture");
+        if (!node.label.empty()) {
+            attributes.push_back({"role", "img"});
+            attributes.push_back({"aria-label", node.label});
+        }
+        return element("span", attributes, playground::svg(picture.drawing));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Stack& stack) const {
+        const bool isRow = stack.axis == view::Stack::Axis::row;
+        std::string classes = isRow ? "row " : "column ";
+        classes += stack.alignment == view::Stack::Alignment::centre ? "centre" : "leading";
+        return element("div",
+                       common(node, "stack", classes,
+                              "gap:" + pixels(stack.spacing) + ";padding:" + pixels(stack.padding)),
+                       children(node));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Group& group) const {
+        Attributes attributes = common(node, "group", "group");
+        if (const std::string name = view::spoken(node); !name.empty()) {
+            attributes.push_back({"role", "group"});
+            attributes.push_back({"aria-label", name});
+        }
+        attributes.push_back(Attribute::flag("data-takes-apps", static_cast<bool>(group.drop)));
+        const std::string title =
+            group.title.empty() ? "" : textElement("div", {{"class", "group-title"}}, group.title);
+        return element("div", attributes,
+                       title + element("div", {{"class", "group-content"}}, children(node)));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Scroll& scroll) const {
+        Attributes attributes = common(node, "scroll", "scroll", "--height:" + pixels(scroll.height));
+        attributes.push_back({"tabindex", "0"});
+        attributes.push_back({"role", "group"});
+        attributes.push_back({"aria-label", node.label.empty() ? "List" : node.label});
+        return element("div", attributes, children(node));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Pages& pages) const {
+        return pagesMarkup(node, pages, context_, children(node));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Divider&) const {
+        return voidElement("hr", common(node, "divider", "divider"));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Spacer&) const {
+        return element("span", common(node, "spacer", "spacer"));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const auto& control) const {
+        return controlMarkup(node, control, context_);
+    }
+
+    const TreeContext& context_;
+};
+
+}  // namespace
+
+std::string treeMarkup(const view::Node& root, const TreeContext& context) {
+    return TreeWriter(context).write(root);
+}
+
+}  // namespace velko::html

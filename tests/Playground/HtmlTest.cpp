@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+
+#include "Playground/Html/Icons.h"
+#include "Playground/Html/Markup.h"
+#include "Playground/Html/MenuHtml.h"
+#include "Playground/Html/TreeHtml.h"
+
+namespace velko::html {
+namespace {
+
+constexpr auto hostile = "<img src=x onerror=alert(1)>\"'&\x01\xFF";
+
+const NameOf& names() {
+    static const NameOf function = [](const BundleID& bundleID) { return "App " + bundleID; };
+    return function;
+}
+
+std::string markup(const view::Node& node) {
+    return treeMarkup(node, {.surface = "note", .nameOf = names()});
+}
+
+/// One of each control, with the text for everything that an app or a user can name.
+view::Node everyControl(const std::string& text) {
+    view::Stack all;
+    all.children = {
+        {.id = "button", .label = text, .help = text, .content = view::Button{.symbol = "eye"}},
+        {.id = "toggle", .content = view::Toggle{.title = text}},
+        {.id = "picker", .content = view::Picker{.title = text, .options = {text, "b"}, .selected = 1}},
+        {.id = "segments",
+         .label = text,
+         .content = view::Picker{.options = {text}, .style = view::Picker::Style::segmented}},
+        {.id = "more", .content = view::MenuButton{.title = text}},
+        {.id = "tile:" + text, .content = view::Tile{.bundleID = text, .name = text, .badge = text}},
+        {.id = "pages", .label = text, .content = view::Pages{.tabs = {{.title = text}}, .children = {}}},
+    };
+    return {.id = "all", .content = std::move(all)};
+}
+
+std::size_t count(const std::string& text, std::string_view part) {
+    std::size_t found = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++found;
+    }
+    return found;
+}
+
+TEST(Html, LetsNoTextBecomeMarkup) {
+    EXPECT_EQ(escaped("<b a=\"1\" b='2'>&\n"), "&lt;b a=&quot;1&quot; b=&#39;2&#39;&gt;&amp;\n");
+    EXPECT_EQ(escaped("\x01\xFF\x7F"), "\uFFFD\uFFFD\uFFFD");
+    const std::string page =
+        markup(everyControl(hostile)) +
+        menuMarkup({{.title = hostile, .appIcon = hostile, .submenu = {{.title = hostile}}},
+                    view::MenuItem::header(hostile)},
+                   names()) +
+        barGlyph(hostile, hostile);
+    EXPECT_EQ(page.find("<img"), std::string::npos);
+    EXPECT_EQ(page.find("\"'"), std::string::npos);
+    EXPECT_EQ(page.find('\x01'), std::string::npos);
+    EXPECT_EQ(page.find('\xFF'), std::string::npos);
+}
+
+TEST(Html, GivesEveryControlItsIdAndAName) {
+    const std::string page = markup(everyControl("Named"));
+    for (const auto* id : {"button", "toggle", "picker", "segments", "more", "tile:Named", "pages"}) {
+        EXPECT_EQ(count(page, "data-id=\"" + std::string(id) + "\""), 1U) << id;
+    }
+    const auto start = [&page](std::string_view id) {
+        const auto at = page.find("data-id=\"" + std::string(id));
+        return page.substr(page.rfind('<', at), 400);
+    };
+    for (const auto* id : {"button", "picker", "segments", "pages"}) {
+        EXPECT_NE(start(id).find("aria-label=\"Named\""), std::string::npos) << start(id);
+    }
+    EXPECT_NE(start("tile:").find("aria-label=\"Named, Named\""), std::string::npos) << start("tile:");
+    for (const auto* id : {"toggle", "more"}) {
+        EXPECT_NE(start(id).find(">Named</span>"), std::string::npos) << start(id);
+    }
+}
+
+TEST(Html, ShowsWhatIsChosenAndWhatIsDisabled) {
+    const std::string page = markup(everyControl("x"));
+    EXPECT_NE(page.find("<option value=\"1\" selected=\"\">b</option>"), std::string::npos);
+    EXPECT_EQ(count(page, "disabled="), 0U);
+    view::Node off{.id = "off", .isEnabled = false, .content = view::Toggle{.title = "Off", .isOn = true}};
+    EXPECT_NE(markup(off).find("checked=\"\" disabled=\"\""), std::string::npos);
+}
+
+TEST(Html, TellsThePlaceOfEveryLineOfAMenu) {
+    const view::Menu menu{
+        view::MenuItem::notice("Hm"),
+        view::MenuItem::separator(),
+        {.title = "Open", .submenu = {view::MenuItem::header("Tucked"), {.title = "Slack"}}}};
+    const std::string page = menuMarkup(menu, names());
+    EXPECT_NE(page.find(R"(data-place="0" aria-label="Hm" aria-disabled="true")"), std::string::npos) << page;
+    EXPECT_NE(page.find(R"(data-place="2.1" aria-label="Slack")"), std::string::npos) << page;
+    EXPECT_EQ(page.find(R"(data-place="1")"), std::string::npos) << page;
+}
+
+TEST(Html, LettersTilesByTheNameInWholeCharacters) {
+    EXPECT_EQ(initials("Options+"), "Op");
+    EXPECT_EQ(initials("Google  Drive"), "GD");
+    EXPECT_EQ(initials("\u00C9t\u00E9"), "\u00C9t");
+    EXPECT_EQ(initials("\u65E5\u672C"), "\u65E5\u672C");
+    EXPECT_EQ(initials("  "), "?");
+    EXPECT_EQ(initials("\xE6"), "\uFFFD");
+    EXPECT_EQ(hue("com.example.app"), hue("com.example.app"));
+}
+
+}  // namespace
+}  // namespace velko::html
