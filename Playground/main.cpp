@@ -7,6 +7,7 @@
 #include "Playground/Options.h"
 #include "Playground/SortInTerminal.h"
 #include "Playground/Theatre.h"
+#include "Playground/Web/Serve.h"
 
 namespace {
 
@@ -42,9 +43,11 @@ int run(const std::vector<std::string>& arguments) {
         return 0;
     }
     const std::filesystem::path home = options->home.value_or(keptFolder());
+    if (options->command == Options::Command::servePage) {
+        return velko::web::serve({.home = home, .port = options->port, .mayOpen = options->mayOpen});
+    }
     const std::filesystem::path layoutFile = options->layout.value_or(home / "layout.json");
-    if (options->command == Options::Command::playWeek ||
-        options->command == Options::Command::servePage) {
+    if (options->command == Options::Command::playWeek) {
         return playWeek(layoutFile, !options->layout, options->speed);
     }
     if (options->command == Options::Command::playScript) {

@@ -1,0 +1,88 @@
+// Changes a part of the page in place: what kept its key and kind stays the same element, so that focus,
+// scroll position and open controls survive.
+
+const isElement = (node) => node.nodeType === Node.ELEMENT_NODE;
+
+function keyOf(node) {
+  if (!isElement(node)) return '';
+  const { key, id, kind } = node.dataset ?? {};
+  const name = node.id || key || (id && `${kind}:${id}`);
+  return name ? `${node.nodeName} ${name}` : '';
+}
+
+function isAlike(old, fresh) {
+  return old.nodeName === fresh.nodeName && !keyOf(old) && old.dataset?.kind === fresh.dataset?.kind;
+}
+
+function matchAttributes(old, fresh) {
+  for (const { name } of [...old.attributes]) {
+    if (!fresh.hasAttribute(name)) old.removeAttribute(name);
+  }
+  for (const { name, value } of fresh.attributes) {
+    if (old.getAttribute(name) !== value) old.setAttribute(name, value);
+  }
+}
+
+/** What a control shows is no attribute once somebody has touched it. */
+function matchControl(old, fresh) {
+  if (old instanceof HTMLInputElement) {
+    old.checked = fresh.hasAttribute('checked');
+  } else if (old instanceof HTMLSelectElement) {
+    const chosen = [...fresh.options].findIndex((option) => option.hasAttribute('selected'));
+    if (old.selectedIndex !== chosen) old.selectedIndex = chosen;
+  }
+}
+
+function matchNode(old, fresh) {
+  if (!isElement(old)) {
+    if (old.nodeValue !== fresh.nodeValue) old.nodeValue = fresh.nodeValue;
+    return;
+  }
+  matchAttributes(old, fresh);
+  if (fresh.hasAttribute('data-clock') || fresh.hasAttribute('data-mine')) return;
+  matchChildren(old, fresh);
+  matchControl(old, fresh);
+}
+
+function matchChildren(old, fresh) {
+  const wanted = new Set([...fresh.childNodes].map(keyOf).filter(Boolean));
+  const kept = new Map();
+  for (const child of [...old.childNodes]) {
+    const key = keyOf(child);
+    if (!key) continue;
+    if (wanted.has(key)) kept.set(key, child);
+    else child.remove();
+  }
+  const put = (old.moveBefore ?? old.insertBefore).bind(old);
+  let place = old.firstChild;
+  for (const next of [...fresh.childNodes]) {
+    const key = keyOf(next);
+    const match = key ? kept.get(key) : place && isAlike(place, next) ? place : null;
+    if (!match) {
+      old.insertBefore(next, place);
+    } else {
+      if (match === place) place = place.nextSibling;
+      else put(match, place);
+      matchNode(match, next);
+      kept.delete(key);
+    }
+  }
+  while (place) {
+    const next = place.nextSibling;
+    place.remove();
+    place = next;
+  }
+}
+
+/** Makes the content of `target` that of the markup. */
+export function morph(target, markup) {
+  const template = document.createElement('template');
+  template.innerHTML = markup;
+  const focused = document.activeElement;
+  const hadFocus = target.contains(focused);
+  matchChildren(target, template.content);
+  if (!hadFocus || focused === document.activeElement) return;
+  // What had the keyboard was moved, or is gone: then the keyboard stays with what it was part of.
+  const next = focused.isConnected ? focused : target.closest('[tabindex]');
+  next?.focus({ preventScroll: true });
+}

@@ -1,0 +1,170 @@
+// Puts what the program sends into the page, and sends it what the user does to the Mac.
+
+import { morph } from '/morph.js';
+import { listen, post } from '/link.js';
+import { closeMenu, menuIsOpen, showMenu } from '/menus.js';
+import { placeSurfaces, showSurfaces } from '/surfaces.js';
+import { showDesk } from '/desk.js';
+
+const screen = document.getElementById('screen');
+const bar = document.getElementById('bar');
+const system = document.getElementById('system');
+const shade = document.getElementById('shade');
+const sheet = document.getElementById('sheet');
+let facts = {};
+
+// What comes
+
+function showRegion(name, markup) {
+  const region = document.querySelector(`[data-region="${name}"]`);
+  if (!region) return;
+  const isAtEnd = region.scrollHeight - region.scrollTop - region.clientHeight < 24;
+  morph(region, markup);
+  if (name === 'log' && isAtEnd) region.scrollTop = region.scrollHeight;
+}
+
+let beforeSheet = null;  // what had the keyboard before a sheet took it
+
+function showSheet() {
+  const isOpen = sheet.childElementCount > 0;
+  const changes = isOpen === shade.hidden;
+  if (changes && isOpen) beforeSheet = document.activeElement;
+  shade.hidden = !isOpen;
+  for (const other of [bar, ...screen.querySelectorAll('.surface')]) other.inert = isOpen;
+  if (isOpen && (changes || document.activeElement === sheet)) {
+    (sheet.querySelector('input:checked, input, .primary') ?? sheet).focus();
+  } else if (changes) {
+    beforeSheet?.focus({ preventScroll: true });
+  }
+}
+
+const clockFormat = new Intl.DateTimeFormat('en-GB', { weekday: 'short', day: 'numeric', month: 'short', hour: '2-digit', minute: '2-digit', second: '2-digit' });
+
+function showClocks() {
+  if (facts.now === undefined) return;
+  for (const clock of document.querySelectorAll('[data-clock]')) {
+    clock.textContent = clockFormat.format(facts.now).replaceAll(',', '');
+  }
+}
+
+const isAtRight = () => bar.scrollWidth - bar.scrollLeft - bar.clientWidth < 8;
+
+listen((message) => {
+  const staysRight = isAtRight();
+  const held = document.activeElement?.closest('.surface');  // has the keyboard, before it may go
+  for (const [name, markup] of Object.entries(message.regions ?? {})) showRegion(name, markup);
+  facts = message.facts ?? facts;
+  screen.classList.toggle('has-notch', facts.notch);
+  screen.dataset.displays = facts.displays;
+  document.getElementById('asleep').hidden = facts.velko;
+  system.hidden = system.childElementCount === 0;
+  showClocks();
+  if (staysRight) bar.scrollLeft = bar.scrollWidth;
+  showSurfaces(facts.surfaces, held);
+  showMenu(facts.menuAnchor);
+  showSheet();
+  showDesk(facts);
+});
+
+// What the user does in the menu bar and on the desktop
+
+function clickBroom(event, isRight) {
+  event.preventDefault();
+  post('broom', { right: isRight, option: event.altKey, control: event.ctrlKey && !isRight });
+}
+
+screen.addEventListener('click', (event) => {
+  const icon = event.target.closest('.status-item');
+  if (icon?.id === 'broom') return clickBroom(event, false);
+  if (icon?.dataset.pid) {
+    return post('icon', { pid: Number(icon.dataset.pid), index: Number(icon.dataset.index) });
+  }
+  if (event.target.closest('.menu, .surface, .window, .shade')) return undefined;
+  return post('click');
+});
+
+screen.addEventListener('contextmenu', (event) => {
+  if (event.target.closest('#broom')) clickBroom(event, true);
+  else if (!event.target.closest('.selectable, input, textarea')) event.preventDefault();
+});
+
+// A press beside a menu closes it; one beside the note or the shelf closes those.
+screen.addEventListener('pointerdown', (event) => {
+  const surface = event.target.closest('.surface');
+  if (!surface) return;
+  if (menuIsOpen()) closeMenu();
+  const { note, shelf } = facts.surfaces ?? {};
+  const isOther = !['note', 'shelf', 'guide'].includes(surface.dataset.surface);
+  if (isOther && (note !== undefined || shelf !== undefined)) post('click');
+});
+
+bar.addEventListener('keydown', (event) => {
+  const items = [...bar.querySelectorAll('button')];
+  const at = items.indexOf(document.activeElement);
+  const to = { ArrowLeft: at - 1, ArrowRight: at + 1, Home: 0, End: items.length - 1 }[event.key];
+  if (to !== undefined) {
+    event.preventDefault();
+    items[(to + items.length) % items.length]?.focus();
+  } else if (event.key === 'ArrowDown') {
+    event.preventDefault();
+    if (document.activeElement.id === 'broom') clickBroom(event, true);
+    else document.activeElement.click();
+  }
+});
+
+// The pointer, which matters while Velko reveals on hover.
+
+let over = '';
+let movedAt = 0;
+
+function placeUnder(target) {
+  if (target.closest('#broom')) return 'broom';
+  if (target.closest('.menu-bar')) return 'bar';
+  return target.closest('[data-surface="shelf"]') ? 'shelf' : 'desktop';
+}
+
+screen.addEventListener('pointermove', (event) => {
+  const now = performance.now();
+  const place = placeUnder(event.target);
+  if (!facts.wantsPointer || (place === over && now - movedAt < 250)) return;
+  over = place;
+  movedAt = now;
+  post('pointer', { over: place });
+});
+
+// Sheets
+
+function actOn(button) {
+  const body = JSON.parse(button.dataset.body || '{}');
+  if (typeof body.file === 'string') body.file = document.querySelector(body.file).value;
+  if (body.open) {
+    const text = sheet.querySelector('textarea').value;
+    const name = sheet.querySelector('input:checked')?.value;
+    delete body.open;
+    if (text) Object.assign(body, { file: 'Pasted.velko', text });
+    else if (name) body.file = name;
+  }
+  post(button.dataset.action, body);
+}
+
+document.addEventListener('click', (event) => {
+  const button = event.target.closest('[data-action]');
+  if (button) actOn(button);
+});
+
+sheet.addEventListener('keydown', (event) => {
+  const buttons = [...sheet.querySelectorAll('.sheet-buttons button')];
+  if (event.key === 'Escape') buttons[0]?.click();
+  if (event.key === 'Enter' && event.target.matches('input')) buttons.at(-1)?.click();
+  if (event.key === 'Tab') {
+    const stops = [...sheet.querySelectorAll('input, textarea, button')];
+    const end = event.shiftKey ? stops[0] : stops.at(-1);
+    if (document.activeElement === end) {
+      event.preventDefault();
+      (event.shiftKey ? stops.at(-1) : stops[0]).focus();
+    }
+  }
+  event.stopPropagation();
+});
+
+addEventListener('resize', () => { placeSurfaces(); showMenu(facts.menuAnchor); });

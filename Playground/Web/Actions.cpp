@@ -1,0 +1,238 @@
+#include "Playground/Web/Actions.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "Playground/Script/Player.h"
+#include "Playground/Web/Fields.h"
+#include "Playground/Web/Panels.h"
+#include "Velko/View/Tree.h"
+
+namespace velko::web {
+
+namespace {
+
+constexpr std::int64_t fastest = 100'000;  ///< times real time
+
+SimulatedSurface* surfaceNamed(Session& session, const Fields& fields) {
+    const auto name = fields.text("surface").value_or("");
+    const auto found = std::ranges::find(namedSurfaces(), name, &NamedSurface::name);
+    return found == namedSurfaces().end() ? nullptr : &session.mac().surfaces.surface(found->kind);
+}
+
+std::optional<view::Input> inputOf(const Json* value) {
+    if (value == nullptr) {
+        return view::Input();
+    }
+    if (const auto* flag = std::get_if<bool>(&value->value)) {
+        return view::Input(*flag);
+    }
+    if (const auto* text = std::get_if<std::string>(&value->value)) {
+        return view::Input(BundleID(*text));
+    }
+    const auto number = Fields::number(value);
+    return number ? std::optional(view::Input(*number)) : std::nullopt;
+}
+
+Done performOnSurface(Session& session, const Fields& fields) {
+    auto* surface = surfaceNamed(session, fields);
+    const auto input = inputOf(fields.find("value"));
+    if (surface == nullptr || !input || !surface->perform(fields.text("id").value_or(""), *input)) {
+        return std::unexpected("That control is gone or takes no such value.");
+    }
+    return {};
+}
+
+Done openControlMenu(Session& session, const Fields& fields) {
+    const auto* surface = surfaceNamed(session, fields);
+    const auto id = fields.text("id").value_or("");
+    const auto* tree = surface == nullptr ? nullptr : surface->content();
+    view::Menu menu = tree == nullptr ? view::Menu() : view::menuOf(*tree, id);
+    if (menu.empty()) {
+        return std::unexpected("That control has no menu.");
+    }
+    session.openControlMenu(
+        {.anchor = "control:" + fields.text("surface").value_or("") + "/" + id, .items = std::move(menu)});
+    return {};
+}
+
+Done choose(Session& session, const Fields& fields) {
+    const auto place = fields.place("place");
+    return place ? session.choose(*place) : std::unexpected("That is no place in a menu.");
+}
+
+/// A press of the mouse, which everything that listens for clicks hears.
+void pressElsewhere(Session& session) {
+    if (!session.menus().empty()) {
+        session.closeMenus();
+    }
+    session.mac().surfaces.clickOutside();
+}
+
+Done clickBroom(Session& session, const Fields& fields) {
+    SimulatedMac& mac = session.mac();
+    const bool menuWasOpen = mac.statusItem.menu() != nullptr;
+    mac.clickIcon(mac.processes.ownPID());
+    mac.surfaces.clickOutside();
+    session.settle();
+    if (menuWasOpen) {
+        session.closeMenus();
+        return {};
+    }
+    mac.statusItem.click({.isRight = fields.flag("right"),
+                          .option = fields.flag("option"),
+                          .control = fields.flag("control")});
+    return {};
+}
+
+Done clickIcon(Session& session, const Fields& fields) {
+    const auto pid = fields.number("pid").value_or(0);
+    const auto index = fields.number("index").value_or(0);
+    if (!std::in_range<ProcessID>(pid) || index < 0) {
+        return std::unexpected("There is no such icon.");
+    }
+    session.mac().surfaces.clickOutside();
+    if (session.mac().statusItem.menu() != nullptr) {
+        session.closeMenus();
+    }
+    return session.mac().clickIcon(static_cast<ProcessID>(pid), static_cast<std::size_t>(index))
+               ? Done()
+               : std::unexpected("That icon does not show.");
+}
+
+Done clickDesktop(Session& session, const Fields&) {
+    constexpr Point middle{.x = 400, .y = 500};
+    pressElsewhere(session);
+    session.mac().click(middle);
+    return {};
+}
+
+Done dismiss(Session& session, const Fields& fields) {
+    using Dismissal = Surface::Dismissal;
+    auto* surface = surfaceNamed(session, fields);
+    if (surface == nullptr || !surface->isOpen()) {
+        return std::unexpected("That is not open.");
+    }
+    if (fields.text("how") == "closeButton") {
+        surface->dismiss(Dismissal::closeButton);
+    } else {
+        surface->press({.key = view::Shortcut::Key::escape});
+    }
+    return {};
+}
+
+/// Where the pointer is, from the page's words, with y growing upwards.
+Point pointFor(SimulatedMac& mac, std::string_view over) {
+    const auto displays = mac.displays.displays();
+    const Rect screen = displays.empty() ? Rect{} : displays.front().frame;
+    const auto middleOf = [](const Rect& rect) {
+        return Point{.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
+    };
+    if (over == "shelf") {
+        return middleOf(mac.surfaces.surface(Surfaces::Kind::shelf).frame().value_or(screen));
+    }
+    if (over == "broom") {
+        const auto& slots = mac.menuBar().slots();
+        const auto own = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
+        if (own != slots.end()) {
+            const Point point = middleOf(own->frame);
+            return {.x = point.x, .y = screen.maxY() - point.y};
+        }
+    }
+    return over == "bar" ? Point{.x = screen.x + screen.width / 3, .y = screen.maxY() - 4} : middleOf(screen);
+}
+
+Done movePointer(Session& session, const Fields& fields) {
+    session.mac().pointer.moveTo(pointFor(session.mac(), fields.text("over").value_or("")));
+    return {};
+}
+
+Done playLine(Session& session, const Fields& fields) {
+    const auto parsed = script::parse(fields.text("line").value_or(""));
+    if (!parsed) {
+        return std::unexpected(parsed.error());
+    }
+    const std::optional<script::Step>& step = *parsed;
+    if (!step) {
+        return {};
+    }
+    if (step->verb == script::Verb::wait) {
+        session.jump(step->duration.value_or(std::chrono::milliseconds(0)));
+        return {};
+    }
+    return script::perform(*step, session.stage());
+}
+
+Done setPace(Session& session, const Fields& fields) {
+    const auto speed = fields.number("speed");
+    if (fields.flag("stop")) {
+        session.stopJump();
+    }
+    if (speed && (*speed < 0 || *speed > fastest)) {
+        return std::unexpected("That is no speed.");
+    }
+    if (speed) {
+        session.setSpeed(static_cast<double>(*speed));
+    }
+    return {};
+}
+
+struct Action {
+    std::string_view name;
+    Done (*perform)(Session&, const Fields&);
+};
+
+constexpr std::array actions{
+    Action{"act", performOnSurface},
+    Action{"alert",
+           [](Session& session, const Fields&) {
+               session.readAlert();
+               return Done();
+           }},
+    Action{"answer",
+           [](Session& session, const Fields& fields) {
+               session.mac().dialogs.answer(fields.flag("agreed"));
+               return Done();
+           }},
+    Action{"broom", clickBroom},
+    Action{"choose", choose},
+    Action{"click", clickDesktop},
+    Action{"desk", playLine},
+    Action{"dismiss", dismiss},
+    Action{"icon", clickIcon},
+    Action{"menu", openControlMenu},
+    Action{"motion",
+           [](Session& session, const Fields& fields) {
+               session.mac().surfaces.reducedMotion = fields.flag("reduced");
+               return Done();
+           }},
+    Action{"pace", setPace},
+    Action{"panel", answerPanel},
+    Action{"pointer", movePointer},
+    Action{"settings",
+           [](Session& session, const Fields&) {
+               session.systemSettings().close(session.mac());
+               return Done();
+           }},
+    Action{"restart", [](Session& session, const Fields&) { return session.startOver(); }},
+};
+
+}  // namespace
+
+bool isAction(std::string_view action) {
+    return std::ranges::find(actions, action, &Action::name) != actions.end();
+}
+
+Done act(Session& session, std::string_view action, const Json& body) {
+    const auto* const found = std::ranges::find(actions, action, &Action::name);
+    if (found == actions.end()) {
+        return std::unexpected("There is no such action.");
+    }
+    Done done = found->perform(session, Fields(body));
+    session.settle();
+    return done;
+}
+
+}  // namespace velko::web

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "Playground/Web/Picture.h"
+
+namespace velko::web {
+
+/// Hands pictures from the one who draws them to every page that watches. Any thread.
+class Feed final {
+ public:
+    static constexpr std::size_t mostReaders = 8;
+
+    /// A page that watches, from where it has read on. One thread at a time; not after the feed.
+    class Reader final {
+     public:
+        Reader(const Reader&) = delete;
+        Reader& operator=(const Reader&) = delete;
+        ~Reader();
+
+        /// What has changed since the last time, as a JSON text; waits for it for a while. Nothing when
+        /// nothing came, or when the feed is closed.
+        [[nodiscard]] std::optional<std::string> next(std::chrono::milliseconds patience);
+
+     private:
+        friend class Feed;
+        explicit Reader(Feed& feed) : feed_(feed) {}
+
+        Feed& feed_;
+        std::uint64_t seen_ = 0;
+    };
+
+    Feed() = default;
+    Feed(const Feed&) = delete;
+    Feed& operator=(const Feed&) = delete;
+    ~Feed() = default;
+
+    /// One more reader; null when there are as many as there may be.
+    [[nodiscard]] std::shared_ptr<Reader> subscribe();
+    [[nodiscard]] std::size_t readers() const;
+
+    void publish(const Picture& picture);
+
+    /// Lets every reader go. For good.
+    void close();
+    [[nodiscard]] bool isClosed() const;
+
+ private:
+    struct Part {
+        Json value;
+        std::uint64_t changedAt = 0;
+    };
+
+    void put(const std::string& name, Json value);
+
+    mutable std::mutex mutex_;
+    std::condition_variable changed_;
+    std::map<std::string, Part> parts_;
+    std::uint64_t version_ = 0;
+    std::size_t readers_ = 0;
+    bool isClosed_ = false;
+};
+
+}  // namespace velko::web

@@ -1,0 +1,47 @@
+#include "Playground/Web/Files.h"
+
+#include <algorithm>
+#include <array>
+
+#include "Playground/Web/EmbeddedFiles.h"
+
+namespace velko::web {
+
+namespace {
+
+constexpr std::string_view tokenMark = "{{token}}";
+constexpr std::string_view glyphsMark = "{{glyphs}}";
+
+void replace(std::string& text, std::string_view mark, std::string_view by) {
+    if (const auto place = text.find(mark); place != std::string::npos) {
+        text.replace(place, mark.size(), by);
+    }
+}
+
+}  // namespace
+
+const File* fileAt(std::string_view path) {
+    static constexpr std::string_view script = "text/javascript; charset=utf-8";
+    static const std::array files{
+        File{.path = "/", .type = "text/html; charset=utf-8", .content = embedded::page_html},
+        File{.path = "/page.css", .type = "text/css; charset=utf-8", .content = embedded::page_css},
+        File{.path = "/page.js", .type = script, .content = embedded::page_js},
+        File{.path = "/desk.js", .type = script, .content = embedded::desk_js},
+        File{.path = "/link.js", .type = script, .content = embedded::link_js},
+        File{.path = "/menus.js", .type = script, .content = embedded::menus_js},
+        File{.path = "/morph.js", .type = script, .content = embedded::morph_js},
+        File{.path = "/surfaces.js", .type = script, .content = embedded::surfaces_js},
+        File{.path = "/icon.svg", .type = "image/svg+xml", .content = embedded::icon_svg},
+    };
+    const auto* const file = std::ranges::find(files, path, &File::path);
+    return file == files.end() ? nullptr : file;
+}
+
+std::string pageWith(std::string_view token) {
+    std::string page(embedded::page_html);
+    replace(page, tokenMark, token);
+    replace(page, glyphsMark, embedded::glyphs_svg);
+    return page;
+}
+
+}  // namespace velko::web

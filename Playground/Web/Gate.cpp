@@ -1,0 +1,117 @@
+#include "Playground/Web/Gate.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <random>
+#include <utility>
+
+#include "Playground/Web/Actions.h"
+#include "Playground/Web/Files.h"
+
+namespace velko::web {
+
+namespace {
+
+constexpr int forbidden = 403;
+constexpr int notFound = 404;
+constexpr int methodNotAllowed = 405;
+constexpr int lengthRequired = 411;
+constexpr int tooLarge = 413;
+constexpr int unsupportedType = 415;
+constexpr int misdirected = 421;
+constexpr std::string_view scheme = "http://";
+
+/// The name of the action that a path stands for.
+std::string_view actionOf(std::string_view path) {
+    return path.starts_with('/') ? path.substr(1) : std::string_view();
+}
+
+std::optional<std::size_t> lengthOf(std::string_view text) {
+    std::size_t length = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
+    const bool isNumber = !text.empty() && error == std::errc() && end == text.data() + text.size();
+    return isNumber ? std::optional(length) : std::nullopt;
+}
+
+bool isJson(std::string_view contentType) {
+    constexpr std::string_view json = "application/json";
+    return contentType == json || contentType.starts_with("application/json;");
+}
+
+}  // namespace
+
+Gate::Gate(std::uint16_t port, std::string token)
+    : byNumber_("127.0.0.1:" + std::to_string(port)),
+      byName_("localhost:" + std::to_string(port)),
+      token_(std::move(token)) {}
+
+bool Gate::isOurHost(std::string_view host) const {
+    return host == byNumber_ || host == byName_;
+}
+
+/// Takes as long for a token that is nearly right as for one that is not.
+bool Gate::isOurToken(std::string_view token) const {
+    unsigned difference = token.size() == token_.size() ? 0 : 1;
+    for (std::size_t index = 0; index < std::min(token.size(), token_.size()); ++index) {
+        difference |= static_cast<unsigned char>(token[index]) ^ static_cast<unsigned char>(token_[index]);
+    }
+    return difference == 0;
+}
+
+std::optional<Gate::Refusal> Gate::refuse(const RequestHead& request) const {
+    if (request.hosts != 1 || !isOurHost(request.host)) {
+        return Refusal{misdirected, "This server answers to its own address only."};
+    }
+    if (request.origin &&
+        (!request.origin->starts_with(scheme) || !isOurHost(request.origin->substr(scheme.size())))) {
+        return Refusal{forbidden, "Another page has no say here."};
+    }
+    if (request.method == "POST") {
+        return refusePost(request);
+    }
+    if (request.method != "GET" && request.method != "HEAD") {
+        return Refusal{methodNotAllowed, "Only GET and POST."};
+    }
+    if (isAction(actionOf(request.path))) {
+        return Refusal{methodNotAllowed, "Only a POST changes anything."};
+    }
+    if (request.path == eventsPath) {
+        return isOurToken(request.token) ? std::nullopt
+                                         : std::optional(Refusal{forbidden, "Open the page anew."});
+    }
+    return fileAt(request.path) != nullptr ? std::nullopt
+                                           : std::optional(Refusal{notFound, "There is no such page."});
+}
+
+std::optional<Gate::Refusal> Gate::refusePost(const RequestHead& request) const {
+    if (!isAction(actionOf(request.path))) {
+        return Refusal{notFound, "There is no such action."};
+    }
+    if (!request.fetchSite.empty() && request.fetchSite != "same-origin") {
+        return Refusal{forbidden, "Another page has no say here."};
+    }
+    if (!isOurToken(request.token)) {
+        return Refusal{forbidden, "Open the page anew."};
+    }
+    if (!isJson(request.contentType)) {
+        return Refusal{unsupportedType, "JSON only."};
+    }
+    const auto length = lengthOf(request.contentLength);
+    if (request.isChunked || !length) {
+        return Refusal{lengthRequired, "Say how long it is."};
+    }
+    return *length <= longestBody ? std::nullopt : std::optional(Refusal{tooLarge, "That is too much."});
+}
+
+std::string makeToken() {
+    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::size_t length = 32;
+    std::random_device random;
+    std::uniform_int_distribution<std::size_t> digit(0, digits.size() - 1);
+    std::string token(length, '0');
+    std::ranges::generate(token, [&] { return digits[digit(random)]; });
+    return token;
+}
+
+}  // namespace velko::web

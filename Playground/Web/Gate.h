@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velko::web {
+
+/// What a request says of itself, before anything of it is believed.
+struct RequestHead {
+    std::string_view method;
+    std::string_view path;
+    std::string_view host;
+    std::size_t hosts = 0;  ///< how many Host headers there are
+    std::optional<std::string_view> origin{};
+    std::string_view fetchSite{};  ///< of a browser: who made the page that asks
+    std::string_view contentType{};
+    std::string_view contentLength{};
+    bool isChunked = false;
+    std::string_view token{};
+};
+
+/// Decides which requests are let in: those of our own page, and of people who open it.
+class Gate final {
+ public:
+    static constexpr std::size_t longestBody = 512U << 10U;  ///< bytes
+
+    /// `token` is what our page shows with everything that it asks for.
+    Gate(std::uint16_t port, std::string token);
+
+    struct Refusal {
+        int status = 0;
+        std::string_view reason;
+    };
+    /// Why a request is turned away; nothing when it may enter.
+    [[nodiscard]] std::optional<Refusal> refuse(const RequestHead& request) const;
+
+    [[nodiscard]] const std::string& token() const noexcept { return token_; }
+
+ private:
+    [[nodiscard]] bool isOurHost(std::string_view host) const;
+    [[nodiscard]] bool isOurToken(std::string_view token) const;
+    [[nodiscard]] std::optional<Refusal> refusePost(const RequestHead& request) const;
+
+    std::string byNumber_;  ///< our address, as a Host header names it
+    std::string byName_;
+    std::string token_;
+};
+
+/// A token that nobody can guess.
+[[nodiscard]] std::string makeToken();
+
+}  // namespace velko::web

@@ -1,0 +1,72 @@
+#include "Playground/Web/Live.h"
+
+#include "Playground/Web/Actions.h"
+#include "Playground/Web/Picture.h"
+
+namespace velko::web {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr auto beat = std::chrono::milliseconds(10);
+constexpr auto pause =
+    std::chrono::milliseconds(1);  ///< between turns while time flies, for clicks to get in
+constexpr auto frame = std::chrono::milliseconds(50);        ///< between pictures while time flies
+constexpr auto longestTurn = std::chrono::milliseconds(12);  ///< that a click may have to wait
+
+}  // namespace
+
+Live::Live(const std::filesystem::path& home, Feed& feed) : feed_(feed), session_(home) {
+    publishIfChanged();
+    thread_ = std::thread([this] { run(); });
+}
+
+Live::~Live() {
+    {
+        const std::scoped_lock lock(mutex_);
+        isEnding_ = true;
+    }
+    ended_.notify_all();
+    thread_.join();
+    session_.stage().quitVelko();
+}
+
+Done Live::act(std::string_view action, const Json& body) {
+    const std::scoped_lock lock(mutex_);
+    Done done = web::act(session_, action, body);
+    published_ = 0;
+    publishIfChanged();
+    return done;
+}
+
+void Live::run() {
+    auto last = steady_clock::now();
+    auto drawn = last;
+    std::unique_lock lock(mutex_);
+    while (!ended_.wait_for(lock, flies() ? pause : beat, [this] { return isEnding_; })) {
+        const auto now = steady_clock::now();
+        if (feed_.readers() > 0) {
+            session_.pass(now - last, longestTurn);
+            if (!flies() || now - drawn >= frame) {
+                publishIfChanged();
+                drawn = now;
+            }
+        }
+        last = now;
+    }
+}
+
+bool Live::flies() const {
+    return session_.jumpLeft() > MainThread::Uptime(0);
+}
+
+void Live::publishIfChanged() {
+    const auto revision = session_.revision();
+    if (revision != published_) {
+        feed_.publish(draw(session_));
+        published_ = revision;
+    }
+}
+
+}  // namespace velko::web

@@ -1,0 +1,99 @@
+#include "Playground/Web/Picture.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <string_view>
+
+#include "Playground/Web/Drawers.h"
+
+namespace velko::web {
+
+namespace {
+
+constexpr std::string_view rendererName = "WidgetRenderer_Activities";
+
+Json text(std::string_view value) {
+    return {.value = std::string(value)};
+}
+
+Json number(std::chrono::milliseconds duration) {
+    return {.value = std::int64_t{duration.count()}};
+}
+
+std::string_view engineFact(const SimulatedFramework& framework) {
+    if (!framework.installed) {
+        return "missing";
+    }
+    if (framework.exception) {
+        return "raises";
+    }
+    if (framework.refusal) {
+        return "refuses";
+    }
+    return framework.answerDelay > SimulatedFramework::usualDelay ? "slow" : "works";
+}
+
+bool hasActivity(const SimulatedMac& mac) {
+    return std::ranges::any_of(mac.processes.running(), [](const auto& process) {
+        return process.app.name == rendererName && process.cores > 0;
+    });
+}
+
+/// The surfaces that are open, each with its title.
+Json openSurfaces(SimulatedMac& mac) {
+    Json::Object open;
+    for (const NamedSurface& surface : namedSurfaces()) {
+        if (const auto* opening = mac.surfaces.surface(surface.kind).opening()) {
+            open.emplace(surface.name, text(opening->title.empty() ? surface.spoken : opening->title));
+        }
+    }
+    return {.value = std::move(open)};
+}
+
+Json facts(Session& session) {
+    SimulatedMac& mac = session.mac();
+    const auto displays = mac.displays.displays();
+    const bool hasNotch = !displays.empty() && displays.front().safeAreaTop > 0;
+    const auto menus = session.menus();
+    const auto now = std::chrono::floor<std::chrono::seconds>(mac.mainThread.date()).time_since_epoch();
+    const auto jump = std::chrono::duration_cast<std::chrono::milliseconds>(session.jumpLeft());
+    Json::Object facts;
+    facts.emplace("now", number(now));
+    facts.emplace("speed", Json{.value = static_cast<std::int64_t>(session.speed())});
+    facts.emplace("jumpLeft", number(jump));
+    facts.emplace("trusted", Json{.value = mac.accessibility.isTrusted()});
+    facts.emplace("notch", Json{.value = hasNotch});
+    facts.emplace("displays", Json{.value = static_cast<std::int64_t>(displays.size())});
+    facts.emplace("activity", Json{.value = hasActivity(mac)});
+    facts.emplace("engine", text(engineFact(mac.framework)));
+    facts.emplace("savingFails", Json{.value = session.stage().savingFails});
+    facts.emplace("velko", Json{.value = session.stage().velko() != nullptr});
+    facts.emplace("wantsPointer", Json{.value = mac.pointer.moveObservers() > 0});
+    facts.emplace("surfaces", openSurfaces(mac));
+    facts.emplace("menuAnchor", text(menus.empty() ? "" : menus.front().anchor));
+    return {.value = std::move(facts)};
+}
+
+}  // namespace
+
+Picture draw(Session& session) {
+    Picture picture;
+    auto& regions = picture.regions;
+    regions["bar"] = drawBar(session);
+    for (const NamedSurface& surface : namedSurfaces()) {
+        regions["surface-" + std::string(surface.name)] = drawSurface(session, surface);
+    }
+    regions["system"] = drawSystemSettings(session);
+    regions["menu"] = drawMenu(session);
+    regions["sheet"] = drawSheet(session);
+    regions["apps"] = drawApps(session);
+    regions["log"] = drawLog(session);
+    regions["plan"] = drawPlan(session);
+    regions["layout"] = drawLayoutFile(session);
+    regions["elsewhere"] = drawElsewhere(session);
+    picture.facts = facts(session);
+    return picture;
+}
+
+}  // namespace velko::web

@@ -1,0 +1,152 @@
+#include "Playground/Web/Session.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "Playground/Neighbourhood.h"
+
+namespace velko::web {
+
+namespace {
+
+using std::chrono::nanoseconds;
+using std::chrono::steady_clock;
+
+constexpr auto slice = std::chrono::seconds(10);      ///< virtual time between looks at the real clock
+constexpr auto longestLag = std::chrono::seconds(1);  ///< real time that a slow machine makes up for
+
+SimulatedMacOptions optionsFor(const std::filesystem::path& home) {
+    std::error_code error;
+    return {.trusted = std::filesystem::exists(home / "layout.json", error),
+            .date = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now())};
+}
+
+view::Menu menuOfApp(SimulatedMac& mac, ProcessID pid) {
+    const auto* process = mac.processes.find(pid);
+    const std::string name = process == nullptr ? "" : process->app.name;
+    return {view::MenuItem::header(name),
+            {.title = "Open " + name, .action = [&mac, pid] { mac.activate(pid); }},
+            view::MenuItem::separator(),
+            {.title = "Quit " + name, .action = [&mac, pid] { mac.quit(pid); }}};
+}
+
+}  // namespace
+
+Session::Session(const std::filesystem::path& home) : stage_(home, optionsFor(home)) {
+    mac().onMenuBarChange = [this] { noteChange(); };
+    mac().application.onTerminate = [this] { isQuitting_ = true; };
+    // A new icon goes left of all others: so the broom keeps its place beside the system's own.
+    stage_.startVelko();
+    for (const auto& neighbour : playground::neighbours()) {
+        mac().launch(playground::appOf(neighbour));
+    }
+    settle();
+}
+
+void Session::pass(nanoseconds real, nanoseconds budget) {
+    const auto deadline = steady_clock::now() + budget;
+    const auto atSpeed = [this](nanoseconds duration) {
+        return std::chrono::duration_cast<MainThread::Uptime>(duration * speed_);
+    };
+    owed_ = std::min(owed_ + atSpeed(real), atSpeed(longestLag));
+    while (owed_ + jump_ > MainThread::Uptime(0)) {
+        const auto step = std::min<MainThread::Uptime>(slice, owed_ + jump_);
+        mac().advance(step);
+        const auto paid = std::min(owed_, step);
+        owed_ -= paid;
+        jump_ -= step - paid;
+        settle();
+        if (steady_clock::now() >= deadline) {
+            return;
+        }
+    }
+}
+
+void Session::settle() {
+    mac().advance(MainThread::Uptime(0));
+    systemSettings_.look(mac());
+    if (std::exchange(isQuitting_, false)) {
+        stage_.quitVelko();
+        controlMenu_.clear();
+    }
+}
+
+std::uint64_t Session::revision() {
+    const auto second = std::chrono::floor<std::chrono::seconds>(mac().mainThread.date());
+    return changes_ + mac().cost().wakeUps + mac().surfaces.revision() + mac().statusItem.revision() +
+           static_cast<std::uint64_t>(second.time_since_epoch().count());
+}
+
+std::vector<Session::OpenMenu> Session::menus() {
+    if (!controlMenu_.empty()) {
+        return controlMenu_;
+    }
+    if (const auto* menu = mac().statusItem.menu()) {
+        return {{.anchor = "broom", .items = *menu}};
+    }
+    if (const auto owner = mac().windows.menuOwner()) {
+        return {{.anchor = "icon:" + std::to_string(*owner), .items = menuOfApp(mac(), *owner)}};
+    }
+    return {};
+}
+
+Done Session::choose(const std::vector<std::size_t>& place) {
+    const auto open = menus();
+    if (open.empty()) {
+        return std::unexpected("No menu is open.");
+    }
+    const auto* item = view::itemAt(open.front().items, place);
+    const bool isChosen = item != nullptr && item->isEnabled && item->action;
+    if (!isChosen && !place.empty()) {
+        return std::unexpected("There is nothing to choose there.");
+    }
+    closeMenus();
+    if (isChosen) {
+        item->action();
+    }
+    return {};
+}
+
+void Session::closeMenus() {
+    noteChange();
+    if (!std::exchange(controlMenu_, {}).empty()) {
+        return;
+    }
+    if (mac().statusItem.menu() != nullptr) {
+        mac().statusItem.closeMenu();
+        return;
+    }
+    mac().closeMenu();
+}
+
+const Dialogs::Alert* Session::alert() {
+    const auto& alerts = mac().dialogs.alerts();
+    return alertsRead_ < alerts.size() ? &alerts[alertsRead_] : nullptr;
+}
+
+Done Session::startOver() {
+    stage_.quitVelko();
+    std::error_code error;
+    std::filesystem::remove(stage_.layoutFile(), error);
+    if (error) {
+        return std::unexpected("The layout file can't be removed: " + error.message());
+    }
+    mac().revokeTrust();
+    stage_.startVelko();
+    return {};
+}
+
+const std::vector<NamedSurface>& namedSurfaces() {
+    using Kind = Surfaces::Kind;
+    static const std::vector<NamedSurface> surfaces{
+        {Kind::note, "note", "Velko\u2019s notes"},
+        {Kind::shelf, "shelf", "Tucked icons"},
+        {Kind::setup, "setup", "Velko\u2019s setup"},
+        {Kind::permissionGuide, "guide", "Where to allow Velko"},
+        {Kind::settings, "settings", "Velko\u2019s settings"},
+    };
+    return surfaces;
+}
+
+}  // namespace velko::web

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <expected>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Playground/Stage.h"
+#include "Playground/Web/SystemSettings.h"
+#include "Velko/Ports/Surfaces.h"
+#include "Velko/View/Menu.h"
+
+namespace velko::web {
+
+/// What became of something that the page asked for: nothing, or one line that says why it did not happen.
+using Done = std::expected<void, std::string>;
+
+/// A simulated Mac with Velko on it, and what a page needs to show it and to work it: how fast time passes,
+/// which menu is open, what the user has read. One thread at a time.
+class Session final {
+ public:
+    /// A menu that is open, and the element of the page that it hangs from.
+    struct OpenMenu {
+        std::string anchor;
+        view::Menu items;
+    };
+
+    /// Starts the neighbours and then Velko, with what the folder keeps of earlier runs.
+    explicit Session(const std::filesystem::path& home);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session() = default;
+
+    [[nodiscard]] playground::Stage& stage() noexcept { return stage_; }
+    [[nodiscard]] SimulatedMac& mac() noexcept { return stage_.mac(); }
+
+    // Time
+
+    /// Lets real time pass: Velko's at its speed, and what is left of a jump as far as `budget` allows.
+    void pass(std::chrono::nanoseconds real, std::chrono::nanoseconds budget);
+    void setSpeed(double speed) noexcept { speed_ = speed; }
+    [[nodiscard]] double speed() const noexcept { return speed_; }
+    /// Virtual time that is to pass as fast as it can.
+    void jump(MainThread::Uptime duration) noexcept { jump_ += duration; }
+    void stopJump() noexcept { jump_ = MainThread::Uptime(0); }
+    [[nodiscard]] MainThread::Uptime jumpLeft() const noexcept { return jump_; }
+    /// Runs what is due at this moment. After everything that the page has done.
+    void settle();
+    /// Grows whenever what the page shows may have changed.
+    [[nodiscard]] std::uint64_t revision();
+
+    // What only a page has
+
+    /// The menu that is open: a control's, the broom's or an app's.
+    [[nodiscard]] std::vector<OpenMenu> menus();
+    void openControlMenu(OpenMenu menu) { controlMenu_ = {std::move(menu)}; }
+    /// Picks from the open menu; an empty place closes it.
+    Done choose(const std::vector<std::size_t>& place);
+    void closeMenus();
+    void readAlert() noexcept { ++alertsRead_; }
+    /// The alert that is on display; null when all have been read.
+    [[nodiscard]] const Dialogs::Alert* alert();
+    [[nodiscard]] SystemSettings& systemSettings() noexcept { return systemSettings_; }
+    /// Quits Velko, takes its layout away, and starts it anew.
+    Done startOver();
+
+ private:
+    void noteChange() noexcept { ++changes_; }
+
+    playground::Stage stage_;
+    double speed_ = 1;
+    MainThread::Uptime owed_{0};
+    MainThread::Uptime jump_{0};
+    bool isQuitting_ = false;
+    std::vector<OpenMenu> controlMenu_;  ///< one or none
+    std::size_t alertsRead_ = 0;
+    SystemSettings systemSettings_;
+    std::uint64_t changes_ = 0;
+};
+
+/// Every surface and its name in the page.
+struct NamedSurface {
+    Surfaces::Kind kind;
+    std::string_view name;
+    std::string_view spoken;  ///< for screen readers, while it has no title
+};
+[[nodiscard]] const std::vector<NamedSurface>& namedSurfaces();
+
+}  // namespace velko::web

@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include "Playground/Web/Gate.h"
+
+namespace velko::web {
+namespace {
+
+const Gate& gate() {
+    static const Gate ours(8080, "secret");
+    return ours;
+}
+
+RequestHead get(std::string_view path) {
+    return {.method = "GET", .path = path, .host = "127.0.0.1:8080", .hosts = 1};
+}
+
+RequestHead post(std::string_view path) {
+    RequestHead head = get(path);
+    head.method = "POST";
+    head.origin = "http://127.0.0.1:8080";
+    head.contentType = "application/json";
+    head.contentLength = "2";
+    head.token = "secret";
+    return head;
+}
+
+template <class Change>
+int refusal(RequestHead head, Change change) {
+    change(head);
+    const auto refused = gate().refuse(head);
+    return refused ? refused->status : 0;
+}
+
+TEST(Gate, LetsOurOwnPageIn) {
+    for (const auto* path : {"/", "/page.css", "/page.js", "/icon.svg"}) {
+        EXPECT_FALSE(gate().refuse(get(path))) << path;
+    }
+    EXPECT_FALSE(gate().refuse(post("/broom")));
+    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.host = "localhost:8080"; }), 0);
+    EXPECT_EQ(
+        refusal(post("/desk"), [](auto& head) { head.contentType = "application/json; charset=utf-8"; }), 0);
+    EXPECT_EQ(refusal(get("/events"), [](auto& head) { head.token = "secret"; }), 0);
+}
+
+TEST(Gate, TurnsAwayOtherHostsAndOtherPages) {
+    for (const auto* host :
+         {"", "evil.example", "127.0.0.1", "127.0.0.1:8081", "127.0.0.1:8080.evil.example"}) {
+        EXPECT_EQ(refusal(get("/"), [&](auto& head) { head.host = host; }), 421) << host;
+    }
+    EXPECT_EQ(refusal(get("/"), [](auto& head) { head.hosts = 2; }), 421);
+    for (const auto* origin :
+         {"null", "", "http://evil.example", "https://127.0.0.1:8080", "http://127.0.0.1"}) {
+        EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.origin = origin; }), 403) << origin;
+        EXPECT_EQ(refusal(get("/events"), [&](auto& head) { head.origin = origin; }), 403) << origin;
+    }
+    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.fetchSite = "cross-site"; }), 403);
+}
+
+TEST(Gate, AsksForTheTokenTheTypeAndTheLength) {
+    for (const auto* token : {"", "secre", "secret!", "SECRET"}) {
+        EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.token = token; }), 403) << token;
+        EXPECT_EQ(refusal(get("/events"), [&](auto& head) { head.token = token; }), 403) << token;
+    }
+    for (const auto* type : {"", "text/plain", "application/x-www-form-urlencoded", "application/jsonp"}) {
+        EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.contentType = type; }), 415) << type;
+    }
+    for (const auto* length : {"", "-1", "2x", "99999999999999999999999"}) {
+        EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.contentLength = length; }), 411) << length;
+    }
+    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.isChunked = true; }), 411);
+    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.contentLength = "524289"; }), 413);
+}
+
+TEST(Gate, KnowsNoOtherPathOrMethod) {
+    for (const auto* path : {"/../etc/passwd", "/page.css/..", "//", "", "/layout.json", "/events/"}) {
+        EXPECT_EQ(refusal(get(path), [](auto&) {}), 404) << path;
+        EXPECT_EQ(refusal(post(path), [](auto&) {}), 404) << path;
+    }
+    EXPECT_EQ(refusal(get("/desk"), [](auto&) {}), 405);
+    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.method = "PUT"; }), 405);
+}
+
+TEST(Gate, MakesAnotherTokenEveryTime) {
+    EXPECT_EQ(makeToken().size(), 32U);
+    EXPECT_NE(makeToken(), makeToken());
+}
+
+}  // namespace
+}  // namespace velko::web
