@@ -1,0 +1,161 @@
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include "Simulator/SimulatedMac.h"
+#include "Velko/AppController.h"
+#include "Velko/Log.h"
+#include "VelkoCore/LayoutStore.h"
+#include "VelkoEngine/AssessmentEngine.h"
+
+// What Velko costs the machine that it runs on, and how long people wait for it, in the machine's own time.
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Folder final {
+ public:
+    Folder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "velko-benchmark-XXXXXX").string();
+        path_ = mkdtemp(pattern.data());
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+ private:
+    std::filesystem::path path_;
+};
+
+/// Velko, not started yet, on a Mac with that many apps of one icon each, sorted evenly into the sections,
+/// and with the settings of a fresh installation.
+class Installation final {
+ public:
+    Installation(std::int64_t apps, std::int64_t hung) {
+        Layout layout;
+        layout.hasCompletedSetup = true;
+        for (std::int64_t number = 0; number < apps; ++number) {
+            const std::string name = "App" + std::to_string(number);
+            const Section section = allSections.at(static_cast<std::size_t>(number) % allSections.size());
+            layout.place(name, section);
+            inBar += section == Section::bar ? 1 : 0;
+            layout.seenApps->insert(name);
+            const ProcessID pid = mac.launch({.bundleID = name, .name = name, .icons = {{.title = name}}});
+            mac.hang(pid, number < hung);
+        }
+        const LayoutStore store(folder_.path() / "layout.json", mac.fileCalls());
+        if (!store.save(layout)) {
+            std::abort();
+        }
+        velko = std::make_unique<AppController>(
+            AppController::Parts{.platform = mac.platform(),
+                                 .ports = mac.appPorts(),
+                                 .log = log_,
+                                 .store = store,
+                                 .engine = std::make_unique<AssessmentEngine>(mac.platform()),
+                                 .info = {.version = "1.0"}});
+    }
+
+    /// Simulated milliseconds until `isDone`, looked at every millisecond.
+    template <class IsDone>
+    double millisecondsUntil(IsDone isDone) {
+        constexpr double patience = 60'000;
+        double waited = 0;
+        while (!isDone() && waited < patience) {
+            mac.advance(1ms);
+            ++waited;
+        }
+        return waited;
+    }
+
+ private:
+    Folder folder_;
+
+ public:
+    std::size_t inBar = 0;  ///< the apps in that section, beside which the broom stands
+    SimulatedMac mac;
+
+ private:
+    Log log_{mac.mainThread, folder_.path() / "Velko.log", mac.fileCalls()};
+
+ public:
+    std::unique_ptr<AppController> velko;
+};
+
+/// An hour in which nothing happens; the counters are what Velko does in it all the same.
+void idleHour(benchmark::State& state) {
+    Installation installation(state.range(0), 0);
+    SimulatedMac& mac = installation.mac;
+    installation.velko->start();
+    mac.advance(5min);
+    const auto before = mac.cost();
+    for (auto unused : state) {
+        mac.advance(1h);
+    }
+    const auto after = mac.cost();
+    const auto count = [&](const char* name, std::uint64_t SimulatedMac::Cost::* part) {
+        state.counters[name] = benchmark::Counter(static_cast<double>(after.*part - before.*part),
+                                                  benchmark::Counter::kAvgIterations);
+    };
+    count("wakeUps", &SimulatedMac::Cost::wakeUps);
+    count("messages", &SimulatedMac::Cost::accessibilityMessages);
+    count("engineCalls", &SimulatedMac::Cost::engineCalls);
+    count("bytesWritten", &SimulatedMac::Cost::bytesWritten);
+}
+BENCHMARK(idleHour)->ArgName("apps")->Arg(25)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// From the launch to a bar that shows what it is to show and no more, while some apps hang.
+void launchToTidyBar(benchmark::State& state) {
+    for (auto unused : state) {
+        Installation installation(state.range(0), state.range(1));
+        installation.velko->start();
+        state.counters["simulatedMs"] =
+            installation.millisecondsUntil([&] { return installation.mac.framework.inForce().has_value(); });
+    }
+}
+BENCHMARK(launchToTidyBar)
+    ->ArgNames({"apps", "hung"})
+    ->Args({40, 5})
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+/// From a click on the broom to the call of the engine, and on to the icons that it brings back, in the
+/// middle of a scan that some apps hold up.
+void broomClick(benchmark::State& state) {
+    for (auto unused : state) {
+        Installation installation(state.range(0), state.range(1));
+        SimulatedMac& mac = installation.mac;
+        installation.velko->start();
+        mac.advance(5min);
+        const auto calls = mac.cost().engineCalls;
+        const auto icons = mac.visibleIcons().size();
+        installation.velko->requestScan(InventoryScan::Depth::full);
+        mac.advance(10ms);
+        const auto clickedAt = mac.mainThread.now();
+        installation.velko->toggle();
+        installation.millisecondsUntil([&] { return mac.cost().engineCalls > calls; });
+        const auto since = [&] { return 1000 * secondsOf(mac.mainThread.now() - clickedAt); };
+        state.counters["engineCalledMs"] = since();
+        installation.millisecondsUntil([&] { return mac.visibleIcons().size() > icons; });
+        state.counters["iconsShownMs"] = since();
+    }
+}
+BENCHMARK(broomClick)
+    ->ArgNames({"apps", "hung"})
+    ->Args({40, 5})
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace velko

@@ -1,0 +1,114 @@
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <unistd.h>
+
+#include "Playground/ScratchFolder.h"
+#include "Playground/Script/Script.h"
+#include "Playground/Stage.h"
+
+// Long stretches of a Mac that never sleeps, with forty apps. Besides the time it takes, each tells what it
+// does to the process's memory: its resident pages after the second day, and by how much they grew by the
+// end, in percent; and the same without the log, of which Velko keeps the newest 2,000 lines.
+
+namespace velko::playground {
+namespace {
+
+/// What of this process is in memory, in bytes; 0 where the system does not say.
+double residentBytes() {
+    std::ifstream pages("/proc/self/statm");
+    double size = 0;
+    double resident = 0;
+    pages >> size >> resident;
+    return resident * static_cast<double>(::sysconf(_SC_PAGESIZE));
+}
+
+/// What the log's lines take, in bytes.
+double bytesOf(const Log& log) {
+    double bytes = 0;
+    for (const std::string& line : log.lines()) {
+        bytes += static_cast<double>(sizeof(line) + line.capacity());
+    }
+    return bytes;
+}
+
+std::string beginning() {
+    std::string text = "launch neighbours\nlaunch Linear\n";
+    for (int number = 1; number <= 9; ++number) {
+        text += "launch com.example.app" + std::to_string(number) + "\n";
+    }
+    text += "velko start\nwait 5 s\nfinish setup\n";
+    for (const char* app : {"Dropbox", "Docker", "Spotify", "Discord", "Teams", "GitHub", "OneDrive"}) {
+        text += "place " + std::string(app) + " tucked\n";
+    }
+    for (int number = 1; number <= 9; ++number) {
+        text += "place com.example.app" + std::to_string(number) + " tucked\n";
+    }
+    return text;
+}
+
+/// An hour in which the user clicks, icons change, an app comes and goes, and an activity runs.
+std::string busyHour(int hour) {
+    return "icon title Spotify \"Song " + std::to_string(hour) +
+           "\"\nwait 10 min\n"
+           "click broom\nwait 2 s\nclick icon Slack\nwait 5 s\nclick outside\nwait 10 min\n"
+           "quit Zoom\nwait 1 min\nlaunch Zoom\nactivity start\nwait 1 min\nactivity end\nwait 30 min\n"
+           "open Dropbox\nwait 2 s\nmenu close\nwait 7 min\n";
+}
+
+std::string busyDay() {
+    std::string text;
+    for (int hour = 0; hour < 24; ++hour) {
+        text += busyHour(hour);
+    }
+    return text;
+}
+
+/// Plays `first`, and then a day as often as asked.
+void playDays(benchmark::State& state, const std::string& first, const std::string& day, int days) {
+    const auto folder = ScratchFolder::create();
+    if (!folder) {
+        state.SkipWithError("no temporary folder");
+        return;
+    }
+    const auto opening = script::read(first);
+    const auto routine = script::read(day);
+    for ([[maybe_unused]] auto run : state) {
+        Stage stage(folder->path());
+        bool isFine = opening && routine && script::play(*opening, stage);
+        double before = 0;
+        double logBefore = 0;
+        for (int number = 1; number <= days && isFine; ++number) {
+            isFine = script::play(*routine, stage).has_value();
+            before = number == 2 ? residentBytes() : before;
+            logBefore = number == 2 ? bytesOf(stage.log()) : logBefore;
+        }
+        const double after = residentBytes();
+        state.counters["resident_MB"] = before / 1e6;
+        state.counters["growth_percent"] = (after / before - 1) * 100;
+        state.counters["without_log_percent"] =
+            ((after - bytesOf(stage.log())) / (before - logBefore) - 1) * 100;
+        if (!isFine) {
+            state.SkipWithError("a step failed");
+            return;
+        }
+    }
+}
+
+/// Its aim: 10 seconds.
+void weekWithEverythingOn(benchmark::State& state) {
+    playDays(state, beginning(), busyDay(), 7);
+}
+BENCHMARK(weekWithEverythingOn)->Iterations(1)->Unit(benchmark::kSecond);
+
+/// Its aim: 60 seconds.
+void yearWithoutPopOuts(benchmark::State& state) {
+    playDays(state, beginning() + "set pop-out off\n", "click broom\nwait 1 day\n", 365);
+}
+BENCHMARK(yearWithoutPopOuts)->Iterations(1)->Unit(benchmark::kSecond);
+
+}  // namespace
+}  // namespace velko::playground
