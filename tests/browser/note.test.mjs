@@ -1,0 +1,35 @@
+import assert from 'node:assert/strict';
+import { onMac } from './mac.mjs';
+import { sorted } from './playground.mjs';
+
+onMac('A new icon is asked about, and goes where the answer says', {}, async (mac) => {
+  const { page } = mac;
+  await mac.shows(sorted.bar);
+  await mac.desk.getByRole('button', { name: 'A newcomer' }).click();
+  await page.waitForFunction(() => document.querySelector('#apps .chip.accent')?.textContent === 'new');
+  await mac.broom.click();
+  await page.getByText('Linear just moved in').waitFor();
+  await mac.checkAccess('the note');
+  await mac.picture('the note');
+  await mac.control('keep:com.linear').click();
+  await page.getByText('Spotless. Nothing to sort.').waitFor();
+  await mac.shows([...sorted.bar, 'com.linear']);
+  await mac.surface('note').waitFor({ state: 'hidden' });
+  assert.equal((await mac.playground.layout()).sections['com.linear'], 'bar');
+});
+
+onMac('The shelf opens an app, and moves one', {}, async (mac) => {
+  const { page } = mac;
+  await mac.desk.getByLabel('Notch').check();
+  await mac.broom.click();
+  const shelf = mac.surface('shelf');
+  await shelf.getByRole('button', { name: 'Spotify' }).waitFor();
+  await mac.checkAccess('the shelf');
+  await mac.picture('the shelf');
+  await shelf.getByRole('button', { name: 'Dropbox' }).click({ button: 'right' });
+  await mac.entry('Keep in the Bar').click();
+  await mac.icon('com.getdropbox.dropbox').waitFor();
+  await shelf.getByRole('button', { name: 'Spotify' }).click();
+  await mac.icon('com.spotify.client').waitFor();
+  assert.equal((await mac.playground.layout()).sections['com.getdropbox.dropbox'], 'bar');
+});

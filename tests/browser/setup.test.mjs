@@ -1,0 +1,54 @@
+import assert from 'node:assert/strict';
+import { onMac } from './mac.mjs';
+
+onMac('A first run ends with a tidy bar', { isSetUp: false }, async (mac) => {
+  const { page } = mac;
+  await mac.checkAccess('the welcome');
+  await page.getByRole('button', { name: "Let's Tidy" }).click();
+  await mac.checkAccess('the question for permission');
+  await mac.control('permission:open').click();
+  await mac.surface('guide').waitFor();
+  await mac.checkAccess('the guide');
+  await mac.desk.getByLabel('Accessibility permission').check();
+  await page.getByRole('button', { name: 'Close System Settings' }).click();
+
+  await page.getByText('1 of 30').waitFor();
+  await mac.checkAccess('a card');
+  await mac.control('sort:tucked').click();
+  await page.getByText('2 of 30').waitFor();
+  await mac.control('sort:buried').click();
+  await page.getByText('3 of 30').waitFor();
+  await mac.control('sort:rest').click();
+  await page.getByText('6 in the bar, 23 tucked, 1 buried.').waitFor();
+  await mac.checkAccess('the summary');
+  assert.equal((await mac.shownApps()).length, 30, 'nothing moves before the user says so');
+
+  await page.getByRole('button', { name: 'Apply to Menu Bar' }).click();
+  await mac.surface('setup').waitFor({ state: 'hidden' });
+  await page.waitForFunction(() => document.querySelectorAll('.status-item.app').length === 6);
+  await mac.checkAccess('the tidy bar', 'html');
+});
+
+onMac('A first run needs no mouse', { isSetUp: false }, async (mac) => {
+  const { page } = mac;
+  await mac.press('Enter');
+  await mac.control('permission:open').waitFor();
+  await mac.press('Enter');
+  const permission = page.getByRole('dialog', { name: 'System Settings' }).getByRole('switch');
+  await mac.tabTo(permission);
+  await mac.press('Space', 'Shift+Tab', 'Enter');
+  await page.getByText('1 of 30').waitFor();
+  await mac.press('1');
+  await page.getByText('2 of 30').waitFor();
+  await mac.press('3');
+  await page.getByText('3 of 30').waitFor();
+  await mac.press('ArrowLeft');
+  await page.getByText('2 of 30').waitFor();
+  await mac.tabTo(mac.control('sort:rest'));
+  await mac.press('Enter');
+  await mac.control('summary:apply').waitFor();
+  await mac.press('Enter');
+  await mac.surface('setup').waitFor({ state: 'hidden' });
+  await page.waitForFunction(() => document.querySelectorAll('.status-item.app').length < 10);
+  await mac.focuses('broom');
+});

@@ -1,0 +1,47 @@
+import assert from 'node:assert/strict';
+import { onMac } from './mac.mjs';
+
+const clicks = 31;
+const limit = 50;  // ms
+
+/** Has the page note how long after each click the menu bar changes, but for its clock, and how long its icons take. */
+function watchClicks() {
+  let clickedAt = 0;
+  const times = { broom: [], icons: [] };
+  globalThis.reactions = times;
+  addEventListener('click', (event) => { clickedAt = event.timeStamp; }, true);
+  new MutationObserver((changes) => {
+    const passed = performance.now() - clickedAt;
+    const isNew = times.broom.length === times.icons.length;
+    const ofIcons = changes.some(({ type, target }) => type === 'childList' && target.id === 'bar');
+    const ofBroom = ofIcons || changes.some(({ target }) => !target.closest('[data-clock]'));
+    if (clickedAt === 0) return;
+    if (isNew && ofBroom) times.broom.push(passed);
+    if (ofIcons) times.icons.push(passed);
+    if (ofIcons) clickedAt = 0;
+  }).observe(document.getElementById('bar'), { childList: true, subtree: true, attributes: true });
+}
+
+async function reactionsTo(mac) {
+  await mac.page.evaluate(watchClicks);
+  for (let click = 1; click <= clicks; click += 1) {
+    await mac.broom.click();
+    await mac.page.waitForFunction((count) => globalThis.reactions.icons.length === count, click);
+  }
+  const times = await mac.page.evaluate(() => globalThis.reactions);
+  return Object.values(times).map((each) => each.sort((one, other) => one - other));
+}
+
+onMac('A click shows at once, also among a hundred apps', {}, async (mac) => {
+  for (const apps of [30, 100]) {
+    if (apps === 100) {
+      await mac.play('set ask off');
+      await mac.desk.getByRole('button', { name: 'A hundred apps' }).click();
+    }
+    await mac.page.waitForFunction((count) => document.querySelectorAll('[data-running]').length === count, apps);
+    const [broom, icons] = await reactionsTo(mac);
+    const inWords = (times) => `${times[clicks >> 1].toFixed(1)} ms (at worst ${times.at(-1).toFixed(1)} ms)`;
+    console.log(`${apps} apps, ${clicks} clicks: the broom answers after ${inWords(broom)}, the icons after ${inWords(icons)}`);
+    assert.ok(apps > 30 || broom[clicks >> 1] < limit);
+  }
+});
