@@ -137,6 +137,7 @@ SimulatedMac::Registered SimulatedMac::registered() const {
 ProcessID SimulatedMac::launch(SimulatedApp app) {
     const ProcessID pid = processes.start(std::move(app));
     const SimulatedProcess& process = *processes.find(pid);
+    workspace.install(process.app);
     accessibility.addApplication(pid, process.app.name);
     for (const auto& icon : process.app.icons) {
         place(process, icon);

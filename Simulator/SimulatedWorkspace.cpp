@@ -40,6 +40,17 @@ std::vector<ProcessID> SimulatedWorkspace::pids(const BundleID& bundleID) const 
     return processes_.applications(bundleID);
 }
 
+std::optional<std::string> SimulatedWorkspace::installedName(const BundleID& bundleID) const {
+    const auto found = installed_.find(bundleID);
+    return found == installed_.end() ? std::nullopt : std::optional(found->second);
+}
+
+void SimulatedWorkspace::install(const SimulatedApp& app) {
+    if (app.isApplication && !app.bundleID.empty() && !app.name.empty()) {
+        installed_[app.bundleID] = app.name + ".app";
+    }
+}
+
 Subscription SimulatedWorkspace::observe(std::function<void(const WorkspaceNotice&)> handler) {
     return observers_.observe(std::move(handler));
 }

@@ -2,9 +2,12 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "Simulator/SimulatedApp.h"
 #include "Simulator/SimulatedObservers.h"
 #include "Simulator/SimulatedProcesses.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -21,6 +24,7 @@ class SimulatedWorkspace final : public Workspace {
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::optional<BundleID> bundleID(ProcessID pid) const override;
     [[nodiscard]] std::vector<ProcessID> pids(const BundleID& bundleID) const override;
+    [[nodiscard]] std::optional<std::string> installedName(const BundleID& bundleID) const override;
     [[nodiscard]] Subscription observe(std::function<void(const WorkspaceNotice&)> handler) override;
     /// Leaves the decision to `onTerminate`, for each process in turn.
     void terminate(const BundleID& bundleID) override;
@@ -29,6 +33,9 @@ class SimulatedWorkspace final : public Workspace {
 
     /// Sends a notice to whoever observes now.
     void tell(const WorkspaceNotice& notice) { observers_.tell(notice); }
+
+    /// Puts an app into the Applications folder, where it stays. Without an identifier nobody finds it.
+    void install(const SimulatedApp& app);
 
     /// What becomes of a process that is asked to quit; nothing, unless set.
     std::function<void(ProcessID)> onTerminate;
@@ -41,6 +48,7 @@ class SimulatedWorkspace final : public Workspace {
 
  private:
     const SimulatedProcesses& processes_;
+    std::map<BundleID, std::string> installed_;
     SimulatedObservers<WorkspaceNotice> observers_;
     std::vector<std::string> openedURLs_;
 };

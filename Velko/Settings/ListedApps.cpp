@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <string_view>
 #include <utility>
 
 #include "Velko/AppController.h"
@@ -21,6 +22,16 @@ std::map<BundleID, std::string> runningApps(const Workspace& workspace) {
         }
     }
     return running;
+}
+
+/// The name of an app that does not run: without its extension, or its identifier when it is not installed.
+std::string nameAtRest(const Workspace& workspace, const BundleID& bundleID) {
+    constexpr std::string_view extension = ".app";
+    std::string name = workspace.installedName(bundleID).value_or("");
+    if (name.ends_with(extension)) {
+        name.resize(name.size() - extension.size());
+    }
+    return name.empty() ? bundleID : name;
 }
 
 std::string folded(std::string name) {
@@ -49,7 +60,7 @@ std::vector<ListedApp> listedApps(const AppController& controller, const Workspa
             const auto found = running.find(bundleID);
             const bool runs = found != running.end();
             apps.push_back({.bundleID = bundleID,
-                            .name = runs ? found->second : bundleID,
+                            .name = runs ? found->second : nameAtRest(workspace, bundleID),
                             .presence = runs ? Presence::runningWithoutIcon : Presence::notRunning});
         }
     }

@@ -40,7 +40,8 @@ void checkWorkspace(const Platform& platform, Checks& checks) {
     expect(checks, "workspace: a process that does not exist has no identifier",
            !workspace.bundleID(std::numeric_limits<ProcessID>::max()));
     expect(checks, "workspace: nobody is found by an identifier that nobody has",
-           workspace.pids("app.velko.nobody-has-this").empty());
+           workspace.pids("app.velko.nobody-has-this").empty() &&
+               !workspace.installedName("app.velko.nobody-has-this"));
 
     Subscription subscription = workspace.observe([](const WorkspaceNotice&) {});
     const bool wasActive = subscription.isActive();

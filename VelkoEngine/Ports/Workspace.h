@@ -59,6 +59,10 @@ class Workspace {
     /// The processes that run an app with that identifier, in the system's order. Any thread.
     [[nodiscard]] virtual std::vector<ProcessID> pids(const BundleID& bundleID) const = 0;
 
+    /// The name under which the Finder shows an installed app, whether it runs or not, with or without its
+    /// ".app"; nothing when there is none. Main thread.
+    [[nodiscard]] virtual std::optional<std::string> installedName(const BundleID& bundleID) const = 0;
+
     /// Calls `handler` on the main thread for every notice until the subscription ends.
     [[nodiscard]] virtual Subscription observe(std::function<void(const WorkspaceNotice&)> handler) = 0;
 

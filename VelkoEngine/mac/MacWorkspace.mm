@@ -53,6 +53,13 @@ std::vector<ProcessID> MacWorkspace::pids(const BundleID& bundleID) const {
     return result;
 }
 
+std::optional<std::string> MacWorkspace::installedName(const BundleID& bundleID) const {
+    NSString* identifier = native(bundleID);
+    NSString* path = [[NSWorkspace sharedWorkspace] URLForApplicationWithBundleIdentifier:identifier].path;
+    return path == nil ? std::nullopt
+                       : portableIfAny([[NSFileManager defaultManager] displayNameAtPath:path]);
+}
+
 Subscription MacWorkspace::observe(std::function<void(const WorkspaceNotice&)> handler) {
     using Kind = WorkspaceNotice::Kind;
     const std::array<std::pair<NSNotificationName, Kind>, 7> notifications{{

@@ -78,6 +78,7 @@ TEST_F(SettingsAppsTest, CanBeShownKeptAndAskedToQuit) {
     EXPECT_TRUE(logged("[health] asked App to quit"));
     pass(2s);
     EXPECT_EQ(words("usage:com.example.app"), "not running");
+    EXPECT_EQ(words("name:com.example.app"), "App") << "it is installed still";
     const view::Menu gone = menu("more:com.example.gone");
     EXPECT_FALSE(gone.at(0).isEnabled || gone.at(3).isEnabled);
 }

@@ -125,6 +125,7 @@ typedef enum NSSearchPathDomainMask : NSUInteger { NSUserDomainMask = 1 } NSSear
 @property(class, readonly, strong) NSFileManager* defaultManager;
 - (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
                            inDomains:(NSSearchPathDomainMask)domains;
+- (NSString*)displayNameAtPath:(NSString*)path;
 @end
 
 @interface NSOperationQueue : NSObject
