@@ -53,8 +53,14 @@ std::filesystem::path Log::defaultFile(const std::filesystem::path& home) {
 }
 
 void Log::log(std::string_view category, std::string_view message) {
-    std::string line = timestamp(clock_.date());
-    line.append("  [").append(category).append("] ").append(message);
+    constexpr std::string_view beforeCategory = "  [";
+    constexpr std::string_view afterCategory = "] ";
+    const std::string time = timestamp(clock_.date());
+    std::string line;
+    // The line is kept for days: no room to grow.
+    line.reserve(time.size() + beforeCategory.size() + category.size() + afterCategory.size() +
+                 message.size());
+    line.append(time).append(beforeCategory).append(category).append(afterCategory).append(message);
     append(line + "\n");
     lines_.push_back(std::move(line));
     if (lines_.size() > maxLines) {
