@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include "Simulator/MachineThread.h"
@@ -25,6 +26,7 @@ class HostMainThread final : public MachineThread {
     HostMainThread() = default;
     ~HostMainThread() override;
 
+    [[nodiscard]] bool isCurrent() const noexcept override { return std::this_thread::get_id() == self_; }
     [[nodiscard]] Uptime now() const override;
     [[nodiscard]] PreciseDate date() const override;
     void post(Work work) override;
@@ -57,6 +59,7 @@ class HostMainThread final : public MachineThread {
     void takePosted();
     void waitForWork(Uptime end);
 
+    std::thread::id self_ = std::this_thread::get_id();
     WorkQueue queue_;
     std::mutex mutex_;
     std::condition_variable isPosted_;

@@ -20,6 +20,8 @@ class SimulatedMainThread final : public MachineThread {
     explicit SimulatedMainThread(PreciseDate date);
     ~SimulatedMainThread() override;
 
+    /// Not while a background read is being made.
+    [[nodiscard]] bool isCurrent() const noexcept override { return !meter_; }
     [[nodiscard]] Uptime now() const override;
     [[nodiscard]] PreciseDate date() const override;
     void post(Work work) override;

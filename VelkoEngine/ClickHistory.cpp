@@ -1,5 +1,6 @@
 #include "VelkoEngine/ClickHistory.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "VelkoCore/Timing.h"
@@ -7,13 +8,31 @@
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/Processes.h"
+#include "VelkoEngine/Ports/Windows.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
 
 namespace {
 
-std::optional<ProcessID> ownerAt(const Accessibility& accessibility, Point point) {
+/// Whether the window in front at a point is this process's own.
+bool isOwnWindow(const Platform& platform, Point point) {
+    const auto windows = platform.windows.onScreen();
+    if (!windows) {
+        return false;
+    }
+    const auto front = std::ranges::find_if(
+        *windows, [&](const WindowInfo& window) { return window.frame && window.frame->contains(point); });
+    return front != windows->end() && front->ownerPID == platform.processes.ownPID();
+}
+
+std::optional<ProcessID> ownerAt(const Platform& platform, Point point) {
+    // The system would ask this process amid the call, on this thread, and its windows belong to the main
+    // one.
+    if (isOwnWindow(platform, point)) {
+        return platform.processes.ownPID();
+    }
+    const Accessibility& accessibility = platform.accessibility;
     const auto element = accessibility.elementAt(point, Timing::axMessagingTimeout);
     if (!element) {
         return std::nullopt;
@@ -28,8 +47,7 @@ ClickHistory::ClickHistory(const Platform& platform, std::function<void(const Bu
     : platform_(platform),
       onClick_(std::move(onClick)),
       hitTests_(
-          platform.mainThread, mostWaiting,
-          [&accessibility = platform.accessibility](Point point) { return ownerAt(accessibility, point); },
+          platform.mainThread, mostWaiting, [platform](Point point) { return ownerAt(platform, point); },
           [this](std::optional<ProcessID> pid) { report(pid); }) {}
 
 void ClickHistory::start() {

@@ -4,6 +4,7 @@
 #include "VelkoEngine/Inventory.h"
 #include "VelkoEngine/MenuBarHost.h"
 #include "VelkoEngine/Ports/Accessibility.h"
+#include "VelkoEngine/Ports/Processes.h"
 
 namespace velko::Inventory {
 
@@ -15,10 +16,15 @@ constexpr int deepestWalk = 4;
 /// Collects the processes behind the items in the host's menu-bar window.
 class HostWalk final {
  public:
-    HostWalk(const Accessibility& accessibility, ProcessID hostPID)
-        : accessibility_(accessibility), hostPID_(hostPID) {}
+    HostWalk(const Platform& platform, ProcessID hostPID)
+        : accessibility_(platform.accessibility), ownPID_(platform.processes.ownPID()), hostPID_(hostPID) {}
 
     void visit(const AXElement& element, int depth) {
+        if (accessibility_.pid(element) == ownPID_) {
+            // Whatever is asked of our own elements is answered on this thread, and they belong to another.
+            found_.insert(ownPID_);
+            return;
+        }
         const auto role = AX::string(accessibility_, element, "AXRole");
         if (role == "AXApplication" || role == "AXMenuBarItem") {
             found_.insert(accessibility_.pid(element).value_or(hostPID_));
@@ -42,6 +48,7 @@ class HostWalk final {
 
  private:
     const Accessibility& accessibility_;
+    ProcessID ownPID_;
     ProcessID hostPID_;
     std::set<ProcessID> found_;
 };
@@ -61,7 +68,7 @@ std::set<ProcessID> visiblePIDs(const Platform& platform) {
     if (window == children.end()) {
         return {};
     }
-    HostWalk walk(accessibility, *hostPID);
+    HostWalk walk(platform, *hostPID);
     walk.visit(*window, 1);
     return walk.found();
 }

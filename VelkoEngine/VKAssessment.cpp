@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "VelkoEngine/Ports/MainThread.h"
@@ -33,44 +35,48 @@ std::string methodLine(const RuntimeMethod& method) {
 /// assertion are let go on the main thread only.
 class Answer final {
  public:
-    Answer(MainThread& mainThread, Completion completion)
-        : mainThread_(mainThread), completion_(std::move(completion)) {}
+    Answer(const Platform& platform, Completion completion)
+        : platform_(platform), completion_(std::move(completion)) {}
     Answer(const Answer&) = delete;
     Answer& operator=(const Answer&) = delete;
     ~Answer() {
-        // Nobody is left who could answer.
-        if (isFirst()) {
-            post({});
-        }
+        fail(std::nullopt);  // nobody is left who could answer
+        platform_.mainThread.post([kept = std::move(assertion_)] {});
     }
 
-    /// Keeps the assertion alive until the framework has answered.
+    /// Keeps the assertion alive until the framework has answered. Before that may happen.
     void keep(PrivateFramework::ObjectRef assertion) { assertion_ = std::move(assertion); }
 
     void confirm() {
-        if (isFirst()) {
+        Given nothing = Given::nothing;
+        if (given_.compare_exchange_strong(nothing, Given::assertion)) {
             post({.assertion = assertion_, .error = std::nullopt});
+        } else if (nothing == Given::failure) {
+            // It has raised or refused, and then confirmed all the same: nobody holds this one.
+            platform_.mainThread.post(
+                [platform = platform_, late = assertion_] { invalidate(platform, late); });
         }
     }
 
-    void fail(FrameworkError error) {
-        if (isFirst()) {
+    void fail(std::optional<FrameworkError> error) {
+        Given nothing = Given::nothing;
+        if (given_.compare_exchange_strong(nothing, Given::failure)) {
             post({.assertion = nullptr, .error = std::move(error)});
         }
     }
 
  private:
-    [[nodiscard]] bool isFirst() noexcept { return !given_.exchange(true); }
+    enum class Given : std::uint8_t { nothing, assertion, failure };
 
     void post(Activation outcome) {
-        mainThread_.post([completion = std::move(completion_), kept = std::move(assertion_),
-                          outcome = std::move(outcome)] { completion(outcome); });
+        platform_.mainThread.post(
+            [completion = std::move(completion_), outcome = std::move(outcome)] { completion(outcome); });
     }
 
-    MainThread& mainThread_;
+    Platform platform_;
     Completion completion_;
     PrivateFramework::ObjectRef assertion_;
-    std::atomic<bool> given_ = false;
+    std::atomic<Given> given_ = Given::nothing;
 };
 
 /// Makes the framework's objects and hands them over; the error of the step that failed.
@@ -96,7 +102,7 @@ std::expected<void, FrameworkError> begin(PrivateFramework& framework, const std
     const auto sent =
         framework.activate(*assertion, *configuration, [answer](std::optional<FrameworkError> error) {
             if (error) {
-                answer->fail(*std::move(error));
+                answer->fail(std::move(error));
             } else {
                 answer->confirm();
             }
@@ -152,7 +158,7 @@ ProbeReport probeReport(const Platform& platform) {
 
 void activate(const Platform& platform, const std::vector<int>& systemItems,
               const std::vector<BundleID>& bundleIdentifiers, Completion completion) {
-    const auto answer = std::make_shared<Answer>(platform.mainThread, std::move(completion));
+    const auto answer = std::make_shared<Answer>(platform, std::move(completion));
     if (!isAvailable(platform)) {
         answer->fail(bridgeError("MenuBarClientCore is unavailable on this macOS build"));
         return;

@@ -159,11 +159,16 @@ void checkBackground(const Trial& trial) {
         const Task destroyed = trial.thread.background([] { return 1; }, [&](int) { notes += "destroyed"; });
     }
     trial.thread.background([] { return 1; }, [&](int) { notes += ", detached"; }).detach();
+    bool readOnIt = true;
+    const Task telling =
+        trial.thread.background([&thread = std::as_const(trial.thread)] { return thread.isCurrent(); },
+                                [&](bool isCurrent) { readOnIt = isCurrent || !trial.thread.isCurrent(); });
     trial.pass(longEnough);
     const bool bothCame = notes == "read on main, detached" || notes == ", detachedread on main";
     trial.expectThat("background answers come on the main thread, cancelled ones never", bothCame, notes);
     trial.expectThat("a background answer never comes inside the call", !ranInside);
     trial.expectThat("a cancelled background task lets go of its continuation", letGo);
+    trial.expectThat("who runs on it can tell, and so can who does not", !readOnIt);
 }
 
 void checkOtherThreads(const Trial& trial) {

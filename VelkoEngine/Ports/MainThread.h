@@ -13,7 +13,7 @@ namespace velko {
 
 /// The thread on which all of Velko's state lives, with its clocks and timers.
 ///
-/// Everything is called on that thread, but for `post`, which any thread may call. Work runs one piece at
+/// Everything is called on that thread, but for what says otherwise. Work runs one piece at
 /// a time, in order of its due time and then of its scheduling; never inside the call that schedules it.
 class MainThread {
  public:
@@ -25,6 +25,9 @@ class MainThread {
     MainThread(const MainThread&) = delete;
     MainThread& operator=(const MainThread&) = delete;
     virtual ~MainThread() = default;
+
+    /// Whether the caller runs on this thread. From any thread.
+    [[nodiscard]] virtual bool isCurrent() const noexcept = 0;
 
     [[nodiscard]] virtual Uptime now() const = 0;
 

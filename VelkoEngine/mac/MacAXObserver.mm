@@ -35,8 +35,9 @@ class MacAXObserver final : public AXObserver {
  public:
     MacAXObserver(CFRef<AXObserverRef> observer, std::shared_ptr<Listener> listener)
         : observer_(std::move(observer)), listener_(std::move(listener)) {
+        // Also while a menu, an alert or a drag of our own holds the run loop in a mode of its own.
         CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()),
-                           kCFRunLoopDefaultMode);
+                           kCFRunLoopCommonModes);
     }
     MacAXObserver(const MacAXObserver&) = delete;
     MacAXObserver& operator=(const MacAXObserver&) = delete;
@@ -44,7 +45,7 @@ class MacAXObserver final : public AXObserver {
     /// observer may end within its own callback, while the system is still busy with it.
     ~MacAXObserver() override {
         CFRunLoopRemoveSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()),
-                              kCFRunLoopDefaultMode);
+                              kCFRunLoopCommonModes);
         listener_->handler = nullptr;
         const auto kept = std::make_shared<const std::pair<CFRef<AXObserverRef>, std::shared_ptr<Listener>>>(
             std::move(observer_), std::move(listener_));

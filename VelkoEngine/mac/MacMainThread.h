@@ -15,6 +15,7 @@ class MacMainThread final : public MainThread {
     MacMainThread();
     ~MacMainThread() override;
 
+    [[nodiscard]] bool isCurrent() const noexcept override;
     [[nodiscard]] Uptime now() const override;
     [[nodiscard]] PreciseDate date() const override;
     void post(Work work) override;

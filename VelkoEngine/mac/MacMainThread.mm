@@ -1,6 +1,7 @@
 #import "VelkoEngine/mac/MacMainThread.h"
 
 #import <dispatch/dispatch.h>
+#include <pthread.h>
 
 #include <algorithm>
 #include <ctime>
@@ -125,6 +126,10 @@ MacMainThread::MacMainThread() : core_(std::make_shared<Core>()) {
 
 MacMainThread::~MacMainThread() {
     core_->close();
+}
+
+bool MacMainThread::isCurrent() const noexcept {
+    return pthread_main_np() != 0;
 }
 
 MainThread::Uptime MacMainThread::now() const {

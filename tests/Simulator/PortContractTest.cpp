@@ -134,6 +134,7 @@ class HastyMainThread final : public MainThread {
  public:
     explicit HastyMainThread(SimulatedMainThread& next) : next_(next) {}
 
+    [[nodiscard]] bool isCurrent() const noexcept override { return true; }
     [[nodiscard]] Uptime now() const override { return next_.now(); }
     [[nodiscard]] PreciseDate date() const override { return next_.date(); }
     void post(Work work) override { work(); }

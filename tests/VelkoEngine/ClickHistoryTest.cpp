@@ -81,6 +81,14 @@ TEST_F(ClickHistoryTest, ReportsWhoseIconWasClicked) {
     mac.click({500, 5});    // nothing is there
     mac.click({500, 500});  // the desktop
     EXPECT_EQ(clickedAfter(1s), (Apps{"a", "a"}));
+    const auto messages = mac.cost().accessibilityMessages;
+    mac.windows.others.insert(
+        mac.windows.others.begin(),
+        {.layer = 25, .ownerPID = mac.processes.ownPID(), .frame = Rect{.width = 1920, .height = 24}});
+    mac.clickIcon(a);
+    EXPECT_EQ(clickedAfter(1s), Apps{}) << "it is covered by a window of Velko's";
+    EXPECT_EQ(mac.cost().accessibilityMessages, messages) << "which is not asked on another thread";
+    mac.windows.others.erase(mac.windows.others.begin());
     mac.hang(a, true);
     mac.clickIcon(a);
     mac.clickIcon(launch("b"));

@@ -21,8 +21,9 @@ class FaultyFramework final : public ForwardingFramework {
     [[nodiscard]] std::expected<void, RaisedException> activate(const ObjectRef& assertion,
                                                                 const ObjectRef& configuration,
                                                                 Activated completion) override {
-        return ForwardingFramework::activate(assertion, configuration,
-                                             tamper ? tamper(completion) : std::move(completion));
+        auto begun = ForwardingFramework::activate(assertion, configuration,
+                                                   tamper ? tamper(completion) : std::move(completion));
+        return raisedByActivating ? std::unexpected(*raisedByActivating) : std::move(begun);
     }
     [[nodiscard]] std::expected<ObjectRef, RaisedException> makeAssertion(
         const std::string& className) override {
@@ -38,7 +39,8 @@ class FaultyFramework final : public ForwardingFramework {
 
     std::function<Activated(const Activated&)> tamper;  ///< makes another handler of the one handed over
     bool makesAssertions = true;
-    std::optional<RaisedException> raised;  ///< by ending an assertion and by looking at methods
+    std::optional<RaisedException> raisedByActivating;  ///< although it has begun
+    std::optional<RaisedException> raised;              ///< by ending an assertion and by looking at methods
 };
 
 }  // namespace velko

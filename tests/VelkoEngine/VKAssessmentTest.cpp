@@ -58,6 +58,13 @@ TEST_F(VKAssessmentTest, TurnsWhateverGoesWrongIntoOneLaterAnswerOrALogLine) {
               Strings{"VKAssessment: invalidate raised NSRangeException: too far"});
 }
 
+TEST_F(VKAssessmentTest, EndsAnAssertionThatComesIntoForceAfterAll) {
+    framework.raisedByActivating = RaisedException{"NSException", "no"};
+    EXPECT_EQ(activate(), "VKAssessment1: NSException: no");
+    EXPECT_EQ(mac.framework.activations(), 1U);
+    EXPECT_EQ(mac.framework.activeAssertions(), 0U);
+}
+
 TEST_F(VKAssessmentTest, ProbesWhatTheFrameworkHasAndLacks) {
     mac.framework.classes["MBAssessmentModeAssertion"] = {
         {false, "invalidate", "v"}, {false, "begin", "@?"}, {true, "zone", "v16@0:8"}};

@@ -16,6 +16,7 @@ using Wake = WorkQueue::Wake;
 /// A main thread on a work queue, with a clock that only `pass` moves: comes back exactly when told to.
 class QueueThread final : public MainThread {
  public:
+    [[nodiscard]] bool isCurrent() const noexcept override { return !isReading_; }
     [[nodiscard]] Uptime now() const override { return now_; }
     [[nodiscard]] PreciseDate date() const override {
         return PreciseDate(std::chrono::floor<PreciseDate::duration>(now_));
@@ -39,11 +40,15 @@ class QueueThread final : public MainThread {
 
  protected:
     [[nodiscard]] Task startBackground(Read read, Then then) override {
-        return queue_.once(now_, [result = read(), then = std::move(then)] { then(result); });
+        isReading_ = true;
+        auto result = read();
+        isReading_ = false;
+        return queue_.once(now_, [result = std::move(result), then = std::move(then)] { then(result); });
     }
 
  private:
     Uptime now_ = 1h;
+    bool isReading_ = false;
     WorkQueue queue_;
 };
 
