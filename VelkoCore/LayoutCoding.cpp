@@ -40,6 +40,12 @@ struct JsonRecord<Layout> {
         JsonField{"showLiveActivities", &Layout::showLiveActivities},
     };
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
+
+    /// An app waits once, whatever somebody has written into the file.
+    static void normalise(Layout& layout) {
+        BundleIDs met;
+        std::erase_if(layout.inbox, [&](const BundleID& bundleID) { return !met.insert(bundleID).second; });
+    }
 };
 
 namespace {

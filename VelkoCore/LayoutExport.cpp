@@ -48,7 +48,9 @@ struct Description {
         }
         return {};
     }
-    std::string operator()(const DecodingError& error) const { return error.description; }
+    std::string operator()(const DecodingError& error) const {
+        return "The file is damaged or incomplete (" + error.description + ").";
+    }
 };
 
 }  // namespace

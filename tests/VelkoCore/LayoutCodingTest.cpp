@@ -78,7 +78,7 @@ TEST(Layout, CountsAnOlderFileAsSetUpOnceItSortsAnApp) {
     EXPECT_TRUE(decoded(R"({"hasCompletedSetup": true})").hasCompletedSetup);
 }
 
-TEST(Layout, NormalisesTheAutoTuckTime) {
+TEST(Layout, NormalisesTheAutoTuckTimeAndWhoWaits) {
     struct Case {
         std::string seconds;
         std::int64_t expected;
@@ -100,6 +100,7 @@ TEST(Layout, NormalisesTheAutoTuckTime) {
                   expected)
             << seconds;
     }
+    EXPECT_EQ(decoded(R"({"inbox": ["a", "b", "a"]})").inbox, (std::vector<BundleID>{"a", "b"}));
 }
 
 TEST(Layout, NamesTheKeyOfAWrongValue) {
