@@ -14,7 +14,9 @@ namespace {
 /// Whether a control shows a value that it can have.
 struct IsPossible {
     [[nodiscard]] bool operator()(const view::Picker& picker) const {
-        return picker.selected < picker.options.size();
+        const bool mayBeOpen = picker.style == view::Picker::Style::segmented;
+        return picker.selected < picker.options.size() ||
+               (mayBeOpen && picker.selected == view::Picker::nothing);
     }
     [[nodiscard]] bool operator()(const view::Pages& pages) const {
         return pages.selected < pages.tabs.size();

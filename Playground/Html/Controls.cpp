@@ -76,7 +76,9 @@ std::string segmented(const view::Node& node, const view::Picker& picker, const 
         picker.title.empty() ? "" : textElement("span", {{"class", "control-title"}}, picker.title);
     return element("div",
                    with(common(node, "segments", "picker segments"),
-                        {{"role", "radiogroup"}, {"aria-label", view::spoken(node)}}),
+                        {{"role", "radiogroup"},
+                         {"aria-label", view::spoken(node)},
+                         {.name = "aria-disabled", .value = "true", .isThere = !node.isEnabled}}),
                    title + element("div", {{"class", "segment-track"}}, options));
 }
 
@@ -87,6 +89,9 @@ Attributes common(const view::Node& node, std::string_view kind, std::string_vie
     std::string full = style;
     if (node.width > 0) {
         full += (full.empty() ? "" : ";") + ("width:" + pixels(node.width));
+    }
+    if (node.minHeight > 0) {
+        full += (full.empty() ? "" : ";") + ("min-height:" + pixels(node.minHeight));
     }
     return {{"class", std::string(classes)},
             {"data-kind", std::string(kind)},

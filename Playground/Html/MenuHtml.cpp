@@ -33,6 +33,7 @@ std::string entry(const view::MenuItem& item, const std::string& place, const Na
                           {"tabindex", "-1"},
                           {"data-place", place},
                           {"aria-label", item.title},
+                          Attribute::unlessEmpty("title", item.help),
                           {.name = "aria-checked", .value = "true", .isThere = item.isChecked},
                           {.name = "aria-disabled", .value = "true", .isThere = !item.isEnabled},
                           {.name = "aria-haspopup", .value = "menu", .isThere = opens}};

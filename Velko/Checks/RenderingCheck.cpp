@@ -32,6 +32,8 @@ std::vector<Node> controls() {
     };
 }
 
+constexpr double height = 800;  // more than the tree needs
+
 /// The controls below every kind of thing that is none.
 Node tree(std::vector<Node> children) {
     const std::string words = "Words that are long enough to need more than the one line that they start on.";
@@ -44,6 +46,7 @@ Node tree(std::vector<Node> children) {
     Node root =
         view::column("tree", {std::move(scroll), std::move(divider), std::move(group), std::move(row)});
     root.width = 320;
+    root.minHeight = height;
     return root;
 }
 
@@ -78,6 +81,10 @@ void check(const Draw& draw, Contracts::Checks& checks) {
         return view.words != view::spoken(node);
     });
     expect(checks, "windows: VoiceOver knows every control", silent.empty(), silent);
+
+    const DrawnView* whole = find(first, "tree");
+    expect(checks, "windows: what has a least height has it",
+           whole != nullptr && whole->size.height >= height);
 
     std::ranges::reverse(nodes);
     const std::vector<DrawnView> second = draw(tree(nodes));

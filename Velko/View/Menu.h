@@ -16,6 +16,7 @@ struct MenuItem {
 
     Kind kind = Kind::entry;
     std::string title{};
+    std::string help{};                 ///< shown while the pointer rests on it; empty: none
     std::string symbol{};               ///< a system symbol's name; empty: none
     std::optional<BundleID> appIcon{};  ///< shows that app's icon, 16 points wide
     bool isEnabled = true;

@@ -71,9 +71,11 @@ struct Toggle {
 struct Picker {
     enum class Style { popUp, segmented };
 
+    static constexpr std::size_t nothing = static_cast<std::size_t>(-1);
+
     std::string title{};  ///< empty: none is drawn, and the node has a label
     std::vector<std::string> options{};
-    std::size_t selected = 0;
+    std::size_t selected = 0;  ///< `nothing` where none is: among segments only
     Style style = Style::popUp;
     std::function<void(std::size_t)> choose{};
 };
@@ -148,7 +150,8 @@ struct Node {
     std::string label{};  ///< what VoiceOver says; empty: the visible text, and decoration is silent
     std::string help{};   ///< shown while the pointer rests on it; empty: none
     bool isEnabled = true;
-    double width = 0;  ///< points; 0: as wide as it needs to be
+    double width = 0;      ///< points; 0: as wide as it needs to be
+    double minHeight = 0;  ///< points; it is higher where it needs to be
     Content content{};
 };
 

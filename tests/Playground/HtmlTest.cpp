@@ -51,7 +51,7 @@ TEST(Html, LetsNoTextBecomeMarkup) {
     EXPECT_EQ(escaped("\x01\xFF\x7F"), "\uFFFD\uFFFD\uFFFD");
     const std::string page =
         markup(everyControl(hostile)) +
-        menuMarkup({{.title = hostile, .appIcon = hostile, .submenu = {{.title = hostile}}},
+        menuMarkup({{.title = hostile, .help = hostile, .appIcon = hostile, .submenu = {{.title = hostile}}},
                     view::MenuItem::header(hostile)},
                    names()) +
         barGlyph(hostile, hostile);
@@ -85,15 +85,21 @@ TEST(Html, ShowsWhatIsChosenAndWhatIsDisabled) {
     EXPECT_EQ(count(page, "disabled="), 0U);
     view::Node off{.id = "off", .isEnabled = false, .content = view::Toggle{.title = "Off", .isOn = true}};
     EXPECT_NE(markup(off).find("checked=\"\" disabled=\"\""), std::string::npos);
+    view::Picker open{.options = {"a", "b"}, .style = view::Picker::Style::segmented};
+    EXPECT_EQ(count(markup({.id = "open", .content = open}), "checked="), 1U);
+    open.selected = view::Picker::nothing;
+    EXPECT_EQ(count(markup({.id = "open", .content = open}), "checked="), 0U);
 }
 
 TEST(Html, TellsThePlaceOfEveryLineOfAMenu) {
     const view::Menu menu{
-        view::MenuItem::notice("Hm"),
+        {.title = "Hm", .help = "Why", .isEnabled = false},
         view::MenuItem::separator(),
         {.title = "Open", .submenu = {view::MenuItem::header("Tucked"), {.title = "Slack"}}}};
     const std::string page = menuMarkup(menu, names());
-    EXPECT_NE(page.find(R"(data-place="0" aria-label="Hm" aria-disabled="true")"), std::string::npos) << page;
+    EXPECT_NE(page.find(R"(data-place="0" aria-label="Hm" title="Why" aria-disabled="true")"),
+              std::string::npos)
+        << page;
     EXPECT_NE(page.find(R"(data-place="2.1" aria-label="Slack")"), std::string::npos) << page;
     EXPECT_EQ(page.find(R"(data-place="1")"), std::string::npos) << page;
 }

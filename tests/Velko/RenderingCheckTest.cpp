@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <map>
@@ -20,6 +21,7 @@ class FakeRenderer {
     std::string dropped;  ///< is not drawn
     std::string mute;     ///< has no words
     bool forgets = false;
+    bool isFlat = false;
     bool mixesKinds = false;
 
     std::vector<DrawnView> draw(const view::Node& root) {
@@ -37,7 +39,7 @@ class FakeRenderer {
             }
             drawn.push_back({.id = node.id,
                              .words = node.id == mute ? "" : view::spoken(node),
-                             .size = {.width = 10, .height = 10},
+                             .size = {.width = 10, .height = std::max(10.0, isFlat ? 0 : node.minHeight)},
                              .view = view.get()});
         });
         return drawn;
@@ -70,6 +72,8 @@ TEST(RenderingCheck, PassesARendererThatKeepsItsViewsAndFindsWhatOthersGetWrong)
               "windows: VoiceOver knows every control (toggle)\n");
     EXPECT_NE(failures(with([](auto& fake) { fake.dropped = "tile"; })).find("has room (tile)"),
               std::string::npos);
+    EXPECT_EQ(failures(with([](auto& fake) { fake.isFlat = true; })),
+              "windows: what has a least height has it ()\n");
     EXPECT_NE(failures(with([](auto& fake) { fake.forgets = true; })).find("stays itself (pages, tile"),
               std::string::npos);
     EXPECT_EQ(failures(with([](auto& fake) { fake.mixesKinds = true; })),

@@ -54,9 +54,44 @@ TEST(Keyboard, PressesTheFirstEnabledButtonThatListens) {
     std::get<view::Stack>(root.content).children.front().isEnabled = false;
     EXPECT_TRUE(view::pressKey(root, enter));
     EXPECT_TRUE(view::pressKey(root, tuck));
+    EXPECT_TRUE(view::pressKey(root, tuck, true)) << "taken, so that nobody else gets it";
     EXPECT_EQ(pressed, "at");
     EXPECT_FALSE(view::pressKey(root, {}));
     EXPECT_FALSE(view::pressKey(root, {.key = Shortcut::Key::escape}));
+}
+
+TEST(Keyboard, WalksFromTileToTile) {
+    using view::Arrow;
+    const auto row = [](const std::string& id, const std::vector<std::string>& tiles) {
+        std::vector<view::Node> nodes;
+        for (const std::string& tile : tiles) {
+            nodes.push_back({.id = tile, .isEnabled = tile != "off", .content = view::Tile{}});
+        }
+        return view::row(id, std::move(nodes));
+    };
+    const view::Node root = view::column(
+        "root", {view::text("title", "Tucked"), row("1", {"a", "b", "c"}), row("2", {"off", "d", "e"})});
+    const struct {
+        const char* from;
+        Arrow arrow;
+        std::optional<std::string> to;
+    } cases[] = {
+        {"", Arrow::left, "a"},
+        {"title", Arrow::down, "a"},
+        {"a", Arrow::right, "b"},
+        {"c", Arrow::right, "d"},
+        {"d", Arrow::left, "c"},
+        {"c", Arrow::down, "e"},
+        {"e", Arrow::up, "b"},
+        {"a", Arrow::up, std::nullopt},
+        {"a", Arrow::left, std::nullopt},
+        {"e", Arrow::right, std::nullopt},
+        {"d", Arrow::down, std::nullopt},
+    };
+    for (const auto& [from, arrow, to] : cases) {
+        EXPECT_EQ(view::tileBeside(root, from, arrow), to) << from;
+    }
+    EXPECT_EQ(view::tileBeside(view::row("none", {}), "", Arrow::down), std::nullopt);
 }
 
 }  // namespace
