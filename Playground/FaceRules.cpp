@@ -118,7 +118,7 @@ void FaceRules::checkSurfaces(const AppController& velko, bool isCalm) {
             "Velko is in the Dock while it has a window");
     require(mac.statusItem.menu() == nullptr || !isOpen(Kind::note),
             "a menu and the note are never open together");
-    require(!isOpen(Kind::permissionGuide) || isOpen(Kind::setup), "the guide is there for the setup");
+    require(!isOpen(Kind::permissionGuide) || hasWindow, "the guide goes with the window that asked for it");
     require(!isCalm || !isOpen(Kind::permissionGuide) || velko.values().problems.trustMissing,
             "the guide goes when there is nothing left to grant");
     require((mac.pointer.moveObservers() > 0) == velko.values().layout.reveal.hover,
@@ -185,8 +185,10 @@ void FaceRules::checkSettings(const AppController& velko) {
     for (const BundleID& app : appsWith("section:", *settings)) {
         const view::Node* const node = view::find(*settings, "section:" + app);
         const auto* const picker = std::get_if<view::Picker>(&node->content);
-        require(picker != nullptr && picker->selected == static_cast<std::size_t>(layout.section(app)),
-                "the settings show what is set", app);
+        const bool isWaiting = std::ranges::count(layout.inbox, app) > 0;
+        const std::size_t wanted =
+            isWaiting ? view::Picker::nothing : static_cast<std::size_t>(layout.section(app));
+        require(picker != nullptr && picker->selected == wanted, "the settings show what is set", app);
     }
 }
 

@@ -69,9 +69,10 @@ class SimulatedPasteboard final : public Pasteboard {
 class SimulatedUpdater final : public Updater {
  public:
     [[nodiscard]] std::optional<std::string> whyUnavailable() const override { return reason; }
-    void checkForUpdates() override { ++checks; }
+    [[nodiscard]] bool checkForUpdates() override { return ++checks > 0 && starts; }
 
     std::optional<std::string> reason = "This copy of Velko came without the updater.";
+    bool starts = true;  ///< false: it is there, but broken
     int checks = 0;
 };
 

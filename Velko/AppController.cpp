@@ -1,8 +1,9 @@
 #include "Velko/AppController.h"
 
 #include <chrono>
-#include <cstddef>
-#include <map>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -39,7 +40,7 @@ AppController::AppController(Parts parts)
       store_(std::move(parts.store)),
       notices_(platform_.mainThread),
       engine_(std::move(parts.engine)),
-      saving_(platform_.mainThread, log_, store_, values_.layout),
+      saving_(*this, platform_.mainThread, log_, store_),
       scan_(
           platform_, [this] { return values_.items; },
           [this](std::vector<MenuBarItem> items, Depth depth) { accept(std::move(items), depth); }),
@@ -48,7 +49,7 @@ AppController::AppController(Parts parts)
       showMe_(*this, platform_.mainThread, log_),
       opening_(platform_, log_, [this](const RevealEvent& event) { handle(event); }),
       popOut_(*this, platform_.mainThread, log_),
-      transfer_(*this, ports_.dialogs, log_, [this](bool saved) { layoutReplaced("import", saved); }),
+      transfer_(*this, ports_.dialogs, log_, [this] { layoutReplaced("import"); }),
       trustWatch_(*this, platform_, [this](bool trusted) { trustChanged(trusted); }),
       usageSampling_(*this, platform_, [this] { rescanIfQuiet(); }),
       autopilot_(*this, platform_, log_, [this](bool offered) { note_.suggestionsChecked(offered); }),
@@ -62,16 +63,17 @@ AppController::AppController(Parts parts)
                     .autopilot = autopilot_,
                     .revealChanged = [this] { setState(values_.state); }}) {}
 
-template <class Fact>
-void AppController::setProblem(Fact HealthFacts::* problem, std::type_identity_t<Fact> fact) {
-    HealthFacts problems = values_.problems;
-    problems.*problem = std::move(fact);
-    set(&AppValues::problems, std::move(problems));
+void AppController::requireMainThread() const {
+    if (!platform_.mainThread.isCurrent()) {
+        std::fputs("Velko's controller was called off the main thread.\n", stderr);
+        std::abort();
+    }
 }
 
 // Start and quit
 
 void AppController::start() {
+    requireMainThread();
     log_.log("app", "Velko " + info_.version + " starting on macOS " + info_.systemVersion);
     log_.log("app", "launch at login " + std::string(describe(ports_.loginItem.status())));
     if (!info_.bundlePath.starts_with("/Applications/")) {
@@ -83,7 +85,7 @@ void AppController::start() {
     systemEvents_.emplace(platform_, [this](const SystemEvents::Kind& event) { handleSystemEvent(event); });
     clickHistory_.emplace(platform_, [this](const BundleID& bundleID) { recordClick(bundleID); });
     if (!engine_->isAvailable()) {
-        setProblem(&HealthFacts::engineUnavailable, true);
+        setHealth(&HealthFacts::engineUnavailable, true);
         log_.log("engine", "UNAVAILABLE: not supported on this macOS build. Hiding nothing.\n" +
                                engineProbeReport(platform_));
         return;
@@ -94,7 +96,7 @@ void AppController::start() {
         startClickHistory();
         return;
     }
-    setProblem(&HealthFacts::trustMissing, true);
+    setHealth(&HealthFacts::trustMissing, true);
     log_.log("app", "Accessibility not granted yet. Hiding nothing until it is.");
     apply({.reason = "Accessibility missing"});
 }
@@ -108,6 +110,7 @@ void AppController::startBackgroundLoops() {
 }
 
 void AppController::quit() {
+    requireMainThread();
     trustWatch_.stop();
     usageSampling_.stop();
     autopilot_.stop();
@@ -127,87 +130,18 @@ void AppController::quit() {
     log_.log("app", "quitting: everything shown");
 }
 
-// The layout
-
-void AppController::loadLayout() {
-    LayoutSaving::Loaded loaded = saving_.load();
-    set(&AppValues::layout, std::move(loaded.layout));
-    setProblem(&HealthFacts::layoutUnreadable, std::move(loaded.failure));
-    if (clickHistory_ && clickHistory_->isRunning()) {
-        autopilot_.clicksAreWatched();
-    }
-    followSwitches();
-    apply({.reason = "layout loaded"});
-}
-
-/// A layout that came from elsewhere may have other switches; each takes effect as when the user flips it.
-void AppController::followSwitches() {
-    if (!values_.layout.popOutOnChange) {
-        popOut_.endAll();
-    }
-    setState(values_.state);
-}
-
-bool AppController::edit(Saving saving, const Edit& change) {
-    Layout edited = values_.layout;
-    change(edited);
-    const bool changed = set(&AppValues::layout, std::move(edited));
-    if (saving == Saving::now) {
-        return saveNow();
-    }
-    if (!changed || values_.problems.layoutUnreadable) {
-        return false;
-    }
-    if (saving == Saving::nowUnlessBroken) {
-        return saveNow();
-    }
-    scheduleSave();
-    return false;
-}
-
-void AppController::place(const BundleID& bundleID, Section section) {
-    const auto waiting = values_.layout.inbox.size();
-    edit(Saving::now, [&](Layout& layout) { layout.place(bundleID, section); });
-    const bool answered = values_.layout.inbox.size() != waiting;
-    log_.log("layout",
-             bundleID + " -> " + std::string(name(section)) + (answered ? " (new icon answered)" : ""));
-    apply({.reason = "section changed"});
-    autopilot_.settle();
-}
-
-void AppController::completeSetup(const std::map<BundleID, Section>& sections) {
-    std::map<Section, std::size_t> counts;
-    const bool saved = edit(Saving::now, [&](Layout& layout) {
-        for (const auto& [bundleID, section] : sections) {
-            layout.place(bundleID, section);
-            ++counts[section];
-        }
-        layout.hasCompletedSetup = true;
-    });
-    log_.log("setup", "sorted: " + std::to_string(counts[Section::bar]) + " in the bar, " +
-                          std::to_string(counts[Section::tucked]) + " tucked, " +
-                          std::to_string(counts[Section::buried]) + " buried");
-    layoutReplaced("setup", saved);
-}
-
-void AppController::layoutReplaced(const char* reason, bool saved) {
-    if (saved && values_.problems.layoutUnreadable) {
-        loadLayout();
-    }
-    followSwitches();
-    apply({.reason = reason});
-    autopilot_.settle();
-}
-
 // What the system tells
 
 void AppController::handleSystemEvent(const SystemEvents::Kind& event) {
     log_.log("system", event.reason);
+    const bool isEnvironment = event.scope == SystemEvents::Kind::Scope::environment;
+    if (isEnvironment) {
+        Calendar::rereadZone();
+    }
     if (values_.problems.engineUnavailable) {
         return;
     }
-    if (event.scope == SystemEvents::Kind::Scope::environment) {
-        Calendar::rereadZone();
+    if (isEnvironment) {
         apply({.reason = event.reason, .force = !engine_->current().isShowAll()});
         if (trustWatch_.check()) {
             requestScan(Depth::full);
@@ -222,7 +156,7 @@ void AppController::handleSystemEvent(const SystemEvents::Kind& event) {
 }
 
 void AppController::trustChanged(bool trusted) {
-    setProblem(&HealthFacts::trustMissing, !trusted);
+    setHealth(&HealthFacts::trustMissing, !trusted);
     if (trusted) {
         log_.log("app", "Accessibility granted");
         requestScan(Depth::full);
@@ -256,7 +190,13 @@ void AppController::recordClick(const BundleID& bundleID) {
 // Scans
 
 void AppController::rescanIfQuiet() {
-    if (scan_.isQuiet() && trustWatch_.check()) {
+    if (!trustWatch_.check()) {
+        return;
+    }
+    if (clickHistory_ && !clickHistory_->isRunning()) {
+        startClickHistory();  // the system may grant the tap later than the permission
+    }
+    if (scan_.isQuiet()) {
         requestScan(Depth::light);
     }
 }
@@ -267,12 +207,14 @@ void AppController::accept(std::vector<MenuBarItem> items, Depth depth) {
     }
     BundleIDs present = ownersOf(items);
     const bool isLight = depth == Depth::light;
-    const bool isSame = present == present_ && values_.inventoryLoaded;
+    const bool isSame = present == present_;
+    const bool isNews = !isSame || !values_.inventoryLoaded;
     present_ = std::move(present);
     set(&AppValues::items, std::move(items));
     set(&AppValues::inventoryLoaded, true);
     refreshTidiedCount();
-    if (isLight && isSame) {
+    if (isLight && !isNews) {
+        tellChange();  // the broom may have moved
         return;
     }
     if (!isSame) {
@@ -300,6 +242,7 @@ void AppController::toggleIconWatch() {
 }
 
 Subscription AppController::observe(std::function<void()> handler) {
+    requireMainThread();
     return notices_.observe(std::move(handler));
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "Velko/AppInfo.h"
@@ -72,7 +73,7 @@ class AppController final : private FlowHost {
     [[nodiscard]] const AppValues& values() const noexcept override { return values_; }
     /// `handler` is called once per turn of the main thread in which a value changed.
     [[nodiscard]] Subscription observe(std::function<void()> handler);
-    /// Called after every answer of the engine, skipped applies included.
+    /// Called after every answer of the engine, skipped applies included, and after every accepted scan.
     std::function<void()> onChange;
     [[nodiscard]] const BundleID& ownBundleID() const noexcept { return info_.bundleID; }
     [[nodiscard]] const AppInfo& info() const noexcept { return info_; }
@@ -87,6 +88,8 @@ class AppController final : private FlowHost {
     bool consumesClick();
     /// The broom was clicked or hovered over, with or without the request for buried icons.
     void toggle(bool withBuried = false);
+    /// The pointer rests on the broom: a toggle, for which nobody has let go of the keyboard.
+    void revealByPointer();
     /// Moves the reveal state as the event asks and applies the outcome.
     void handle(const RevealEvent& event);
     /// The user has dismissed the shelf; clicks beside it mean nothing while an app peeks.
@@ -115,7 +118,7 @@ class AppController final : private FlowHost {
     void loadLayout();
     /// Writes the layout a while after the last of a burst of edits, or at once. Whether it was written.
     void scheduleSave() { saving_.schedule(); }
-    bool saveNow() { return saving_.saveNow(); }
+    bool saveNow();
     /// Starts reading the menu bar anew. Only the newest request's answer counts.
     void requestScan(InventoryScan::Depth depth) { scan_.request(depth); }
     /// The plan that follows from the present state.
@@ -128,6 +131,9 @@ class AppController final : private FlowHost {
     }
 
  private:
+    /// Ends the program when the caller is not on the main thread: what it is about to touch is not its own.
+    void requireMainThread() const;
+
     // FlowHost
     bool edit(Saving saving, const Edit& change) override;
     [[nodiscard]] AppValues& writableValues() noexcept override { return values_; }
@@ -140,14 +146,19 @@ class AppController final : private FlowHost {
     void recordClick(const BundleID& bundleID);
     void rescanIfQuiet();
     void accept(std::vector<MenuBarItem> items, InventoryScan::Depth depth);
-    void layoutReplaced(const char* reason, bool saved);
+    void layoutReplaced(const char* reason);
     void followSwitches();
     bool tidyAnyway(const RevealEvent& event);
     void setState(RevealState state);
     template <class Fact>
-    void setProblem(Fact HealthFacts::* problem, std::type_identity_t<Fact> fact);
+    void setHealth(Fact HealthFacts::* fact, std::type_identity_t<Fact> to) {
+        HealthFacts problems = values_.problems;
+        problems.*fact = std::move(to);
+        set(&AppValues::problems, std::move(problems));
+    }
     void applied(const ApplyRequest& request, const MenuBarEngine::Result& result);
     void planInForceChanged();
+    void tellChange() const;
     void refreshTidiedCount();
 
     Platform platform_;

@@ -27,6 +27,12 @@ void AppController::toggle(bool withBuried) {
     }
 }
 
+void AppController::revealByPointer() {
+    set(&AppValues::revealedByPointer, true);
+    toggle();
+    set(&AppValues::revealedByPointer, values_.state.isRevealed());
+}
+
 void AppController::closeShelf(ShelfClosing::By by) {
     if (values_.state.asPeeking() != nullptr) {
         return;
@@ -39,10 +45,12 @@ void AppController::closeShelf(ShelfClosing::By by) {
 
 void AppController::open(const BundleID& bundleID) {
     recordClick(bundleID);
+    showMe_.stop();  // it would keep this app's icon hidden
     opening_.open(bundleID);
 }
 
 void AppController::handle(const RevealEvent& event) {
+    requireMainThread();
     if (tidyAnyway(event)) {
         return;
     }
@@ -74,6 +82,7 @@ bool AppController::tidyAnyway(const RevealEvent& event) {
 
 void AppController::setState(RevealState state) {
     set(&AppValues::state, std::move(state));
+    set(&AppValues::revealedByPointer, values_.revealedByPointer && values_.state.isRevealed());
     autoTuck_.rearm(values_.state, std::chrono::seconds(values_.layout.reveal.autoTuckSeconds));
 }
 
@@ -98,6 +107,7 @@ VisibilityPlan AppController::currentPlan() const {
 }
 
 void AppController::apply(ApplyRequest request) {
+    requireMainThread();
     const VisibilityPlan plan = currentPlan();
     const bool force = request.force;
     if (force || plan != engine_->current()) {
@@ -122,6 +132,7 @@ void AppController::applied(const ApplyRequest& request, const MenuBarEngine::Re
 }
 
 void AppController::showAll() {
+    requireMainThread();
     engine_->showAll();
     lastHidingChange_ = secondsOf(platform_.mainThread.now());
     planInForceChanged();
@@ -129,8 +140,12 @@ void AppController::showAll() {
 
 void AppController::planInForceChanged() {
     refreshTidiedCount();
-    if (onChange) {
-        onChange();
+    tellChange();
+}
+
+void AppController::tellChange() const {
+    if (const auto told = onChange) {  // it may replace itself
+        told();
     }
 }
 

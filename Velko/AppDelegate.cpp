@@ -14,6 +14,7 @@
 #include "VelkoCore/Calendar.h"
 #include "VelkoCore/SortSession.h"
 #include "VelkoCore/Timing.h"
+#include "VelkoEngine/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
@@ -61,7 +62,7 @@ void AppDelegate::didFinishLaunching() {
 
 void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     statusItem.onSettings = [this] { openSettings(); };
-    setup_.onVisibilityChange = [this] { updateActivationPolicy(); };
+    setup_.onVisibilityChange = [this] { windowsChanged(); };
     setup_.makeSession = [this] { return makeSession(); };
     setup_.imported = [this] { return lastImport_; };
     setup_.apply = [this](const std::map<BundleID, Section>& sections) {
@@ -75,6 +76,7 @@ void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     changes_ = controller_.observe([this] { sync(); });
     controller_.onChange = [this] {
         broomFrame_.refresh();
+        setup_.sync();
         sync();
     };
 }
@@ -124,8 +126,9 @@ void AppDelegate::openSetup() {
 }
 
 void AppDelegate::openFirstSetup() {
-    // A layout that cannot be read does not say that there never was a setup.
-    if (!controller_.values().problems.layoutUnreadable) {
+    const AppValues& values = controller_.values();
+    // It may be complete by now, as by an import. A layout that cannot be read says nothing of it.
+    if (!values.layout.hasCompletedSetup && !values.problems.layoutUnreadable) {
         openSetup();
     }
 }
@@ -133,10 +136,34 @@ void AppDelegate::openFirstSetup() {
 SettingsController& AppDelegate::settings() {
     if (!settings_) {
         settings_.emplace(faceParts_);
-        settings_->onVisibilityChange = [this] { updateActivationPolicy(); };
+        settings_->onVisibilityChange = [this] { windowsChanged(); };
         settings_->onResort = [this] { openSetup(); };
+        settings_->onPermission = [this] { openPermission(); };
     }
     return *settings_;
+}
+
+void AppDelegate::openPermission() {
+    if (setup_.isShown()) {
+        setup_.openPermission();  // with a guide of its own
+        return;
+    }
+    AX::promptForTrust(platform_);  // puts Velko on the list
+    AX::openAccessibilitySettings(platform_);
+    debugGuide_.emplace(faceParts_);
+    debugGuide_->onDone = [this] {
+        openSettings();
+        ports_.application.activate();
+        guideEnd_ = platform_.mainThread.after({}, [this] { debugGuide_.reset(); });
+    };
+    debugGuide_->start();
+}
+
+void AppDelegate::windowsChanged() {
+    if (setup_.isShown() || !settings_ || !settings_->isShown()) {
+        debugGuide_.reset();
+    }
+    updateActivationPolicy();
 }
 
 void AppDelegate::updateActivationPolicy() {

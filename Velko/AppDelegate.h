@@ -11,6 +11,7 @@
 #include "Velko/Broom/StatusItemController.h"
 #include "Velko/FaceParts.h"
 #include "Velko/Settings/SettingsController.h"
+#include "Velko/Setup/PermissionGuide.h"
 #include "Velko/Setup/SetupController.h"
 #include "Velko/Shelf/ShelfController.h"
 #include "VelkoCore/Importers.h"
@@ -55,6 +56,8 @@ class AppDelegate final {
     void openSettings();
     void openSetup();
     void openFirstSetup();
+    void openPermission();
+    void windowsChanged();
     void updateActivationPolicy();
     [[nodiscard]] SettingsController& settings();
     [[nodiscard]] SortSession makeSession();
@@ -76,7 +79,9 @@ class AppDelegate final {
     std::optional<HoverWatcher> hover_;
     std::optional<SettingsController> settings_;
     std::optional<ImportedLayout> lastImport_;
+    std::optional<PermissionGuide> debugGuide_;  ///< while it helps with what the settings ask for
     Task setupWait_;
+    Task guideEnd_;
     Subscription changes_;
 };
 

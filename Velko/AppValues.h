@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "Velko/Health.h"
@@ -25,13 +26,16 @@ struct AppValues {
     bool inventoryLoaded = false;                    ///< whether a scan has been accepted yet
     RevealStyle activeStyle = RevealStyle::inline_;  ///< of the display that holds the broom
     std::map<BundleID, AppUsage> usage;
-    std::size_t tidiedCount = 0;  ///< apps present whose icons the plan in force hides
-    BundleIDs poppedOut;          ///< tucked apps that are out for a while because they changed
+    bool revealedByPointer = false;  ///< by resting on the broom; whoever types goes on typing
+    std::size_t tidiedCount = 0;     ///< apps present whose icons the plan in force hides
+    BundleIDs poppedOut;             ///< tucked apps that are out for a while because they changed
     bool liveActivityShowing = false;
-    bool liveActivityDismissed = false;  ///< the user tidies anyway while this activity lasts
-    std::optional<BundleID> showingMe;   ///< the app whose icon the user looks for
-    bool noteDeferred = false;           ///< there is something to ask, and the user has put it off
-    std::int64_t loginRevision = 0;      ///< grows when launch at login was switched
+    bool liveActivityDismissed = false;       ///< the user tidies anyway while this activity lasts
+    std::optional<BundleID> showingMe;        ///< the app whose icon the user looks for
+    bool noteDeferred = false;                ///< there is something to ask, and the user has put it off
+    std::int64_t loginRevision = 0;           ///< grows when launch at login was switched
+    std::optional<std::string> loginFailure;  ///< why the last switch of it failed
+    std::optional<std::string> saveFailure;   ///< why the layout's file lacks the latest changes
 
     [[nodiscard]] Health health() const { return problems.health(); }
 

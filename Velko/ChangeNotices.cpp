@@ -24,9 +24,10 @@ void ChangeNotices::note() {
 }
 
 void ChangeNotices::tell() {
-    const auto ids = std::views::keys(*handlers_);
+    const auto handlers = handlers_;  // a handler may destroy this
+    const auto ids = std::views::keys(*handlers);
     for (const int id : std::vector<int>(ids.begin(), ids.end())) {
-        if (const auto found = handlers_->find(id); found != handlers_->end()) {
+        if (const auto found = handlers->find(id); found != handlers->end()) {
             const auto handler = found->second;  // it may end its own subscription
             handler();
         }

@@ -16,7 +16,8 @@ class ChangeNotices final {
  public:
     explicit ChangeNotices(MainThread& mainThread) : mainThread_(mainThread) {}
 
-    /// `handler` is called until the subscription ends. It may end subscriptions and change values.
+    /// `handler` is called until the subscription ends. It may end subscriptions, change values and destroy
+    /// this.
     [[nodiscard]] Subscription observe(std::function<void()> handler);
 
     /// Something has changed.

@@ -28,8 +28,12 @@ std::string timestamp(PreciseDate date) {
 }
 
 int openForAppending(const std::filesystem::path& file, const FileCalls& calls) {
-    const int descriptor =
-        calls.open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    // O_NONBLOCK: a pipe in the file's place must not hold up the program.
+    constexpr int flags = O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC;
+    int descriptor = -1;
+    do {
+        descriptor = calls.open(file.c_str(), flags, S_IRUSR | S_IWUSR);
+    } while (descriptor < 0 && errno == EINTR);
     if (descriptor >= 0 && ::fchmod(descriptor, S_IRUSR | S_IWUSR) != 0) {
         calls.close(descriptor);
         return -1;
@@ -84,7 +88,7 @@ void Log::append(std::string_view line) {
         const auto written = calls_.write(descriptor_, line.data(), line.size());
         if (written > 0) {
             line.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
+        } else if (written == 0 || errno != EINTR) {
             return;
         }
     }

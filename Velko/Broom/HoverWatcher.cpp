@@ -90,7 +90,7 @@ void HoverWatcher::reveal() {
     if (isRevealed() || parts_.controller.values().stepsAside()) {
         return;
     }
-    parts_.controller.toggle();
+    parts_.controller.revealByPointer();
     revealedByHover_ = isRevealed();
 }
 

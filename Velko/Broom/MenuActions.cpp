@@ -7,7 +7,6 @@
 #include "Velko/Log.h"
 #include "Velko/Ports/Application.h"
 #include "Velko/Ports/Pasteboard.h"
-#include "Velko/Ports/Updater.h"
 #include "VelkoCore/AppUsage.h"
 #include "VelkoCore/Date.h"
 #include "VelkoCore/Section.h"
@@ -68,8 +67,7 @@ void MenuActions::openSettings() const {
 }
 
 void MenuActions::checkForUpdates() {
-    parts_.ports.application.activate();
-    parts_.ports.updater.checkForUpdates();
+    updates_.checkForUpdates();
 }
 
 void MenuActions::quit() {

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "Velko/FaceParts.h"
+#include "Velko/Updates.h"
 #include "VelkoCore/BundleID.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -11,7 +12,7 @@ namespace velko {
 /// What the entries of the broom's two menus do. Main thread.
 class MenuActions final {
  public:
-    explicit MenuActions(const FaceParts& parts) : parts_(parts) {}
+    explicit MenuActions(const FaceParts& parts) : parts_(parts), updates_(parts.ports) {}
     MenuActions(const MenuActions&) = delete;
     MenuActions& operator=(const MenuActions&) = delete;
     ~MenuActions() = default;
@@ -45,6 +46,7 @@ class MenuActions final {
 
  private:
     FaceParts parts_;
+    Updates updates_;
     Task hostDump_;
 };
 

@@ -9,7 +9,7 @@
 #include "Velko/AppController.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/MenuActions.h"
-#include "Velko/Ports/Updater.h"
+#include "Velko/Updates.h"
 #include "VelkoCore/VisibilityPlan.h"
 
 namespace velko::StatusMenus {
@@ -71,6 +71,7 @@ MenuItem openItem(const HiddenApps& hidden, const Actions& actions) {
     }
     addApps(submenu, hidden.buried, actions);
     return {.title = "Open",
+            .help = hidden.areNone() ? "No app in the menu bar is tucked or buried." : "",
             .symbol = "arrow.up.forward.app",
             .isEnabled = !hidden.areNone(),
             .submenu = std::move(submenu)};
@@ -106,9 +107,11 @@ Menu mainMenu(const FaceParts& parts, const std::weak_ptr<MenuActions>& actions)
     menu.push_back(MenuItem::separator());
     menu.push_back(
         {.title = "Settings…", .symbol = "gearshape", .action = doing(actions, &MenuActions::openSettings)});
+    const auto noUpdates = Updates(parts.ports).whyUnavailable();
     menu.push_back({.title = "Check for Updates…",
+                    .help = noUpdates.value_or(""),
                     .symbol = "arrow.down.circle",
-                    .isEnabled = !parts.ports.updater.whyUnavailable(),
+                    .isEnabled = !noUpdates,
                     .action = doing(actions, &MenuActions::checkForUpdates)});
     menu.push_back({.title = "Quit Velko", .symbol = "power", .action = doing(actions, &MenuActions::quit)});
     return menu;

@@ -15,34 +15,37 @@ namespace velko {
 namespace {
 
 /// Gives a file a second name, so that replacing the first leaves its contents. A link also works where
-/// the contents may not be read; file systems without links get a copy.
-std::error_code keepAs(const std::filesystem::path& file, const std::filesystem::path& aside) {
+/// the contents may not be read; file systems without links get a copy. Whether there was a file to keep.
+std::expected<bool, std::error_code> keepAs(const std::filesystem::path& file,
+                                            const std::filesystem::path& aside) {
     std::error_code error;
     if (std::filesystem::equivalent(file, aside, error)) {
-        return {};
+        return true;
     }
     const std::filesystem::path target = std::filesystem::canonical(file, error);
     if (error == std::errc::no_such_file_or_directory) {
-        return {};  // somebody removed the file: nothing is left to keep
+        return false;
     }
     std::filesystem::create_hard_link(target, aside, error);
     if (error) {
         std::filesystem::copy_file(target, aside, error);
     }
-    if (!error) {
-        using std::filesystem::perms;
-        std::filesystem::permissions(aside, perms::owner_read | perms::owner_write, error);
+    if (error) {
+        return std::unexpected(error);
     }
-    return error;
+    using std::filesystem::perms;
+    std::filesystem::permissions(aside, perms::owner_read | perms::owner_write, error);
+    return true;  // also where the file is somebody else's, who alone may change its permissions
 }
 
 }  // namespace
 
-LayoutSaving::LayoutSaving(MainThread& mainThread, Log& log, const LayoutStore& store, const Layout& layout)
-    : mainThread_(mainThread), log_(log), store_(store), layout_(layout) {}
+LayoutSaving::LayoutSaving(FlowHost& host, MainThread& mainThread, Log& log, const LayoutStore& store)
+    : host_(host), mainThread_(mainThread), log_(log), store_(store) {}
 
 LayoutSaving::Loaded LayoutSaving::load() {
     pending_.cancel();
+    isUnsaved_ = false;
     Loaded result;
     auto loaded = store_.load();
     fileUnreadable_ = !loaded;
@@ -59,6 +62,8 @@ LayoutSaving::Loaded LayoutSaving::load() {
     }
     if (result.failure) {
         log_.log("layout", "UNREADABLE, showing everything: " + *result.failure);
+    } else {
+        host_.set(&AppValues::saveFailure, std::nullopt);  // what was not saved has just been given up
     }
     return result;
 }
@@ -68,35 +73,49 @@ void LayoutSaving::schedule() {
 }
 
 bool LayoutSaving::saveNow() {
-    pending_.cancel();
-    if (fileUnreadable_ && !putUnreadableFileAside()) {
-        return false;
+    const std::optional<std::string> failure = write();
+    isUnsaved_ = failure.has_value();
+    if (failure) {
+        log_.log("layout", "save failed: " + *failure);
+    } else {
+        pending_.cancel();
     }
-    if (const auto saved = store_.save(layout_); !saved) {
-        log_.log("layout", "save failed: " + saved.error().description);
-        return false;
-    }
-    fileUnreadable_ = false;
-    return true;
+    host_.set(&AppValues::saveFailure, failure);
+    return !isUnsaved_;
 }
 
 void LayoutSaving::finish() {
-    if (pending_.isPending()) {
+    if (pending_.isPending() || isUnsaved_) {
         saveNow();
     }
 }
 
-bool LayoutSaving::putUnreadableFileAside() {
+std::optional<std::string> LayoutSaving::write() {
+    if (fileUnreadable_) {
+        if (auto failure = putUnreadableFileAside()) {
+            return failure;
+        }
+    }
+    fileUnreadable_ = false;
+    if (const auto saved = store_.save(host_.values().layout); !saved) {
+        return saved.error().description;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> LayoutSaving::putUnreadableFileAside() {
     std::string date = formatDate(floorToSeconds(mainThread_.date()));
     std::erase(date, ':');
     const std::filesystem::path& url = store_.url();
     const std::filesystem::path aside = url.parent_path() / ("layout.unreadable-" + date + ".json");
-    if (const std::error_code error = keepAs(url, aside)) {
-        log_.log("layout", "save failed: the unreadable file could not be kept: " + error.message());
-        return false;
+    const auto kept = keepAs(url, aside);
+    if (!kept) {
+        return "the unreadable file could not be kept: " + kept.error().message();
     }
-    log_.log("layout", "unreadable file kept as " + aside.string());
-    return true;
+    if (*kept) {
+        log_.log("layout", "unreadable file kept as " + aside.string());
+    }
+    return std::nullopt;
 }
 
 }  // namespace velko

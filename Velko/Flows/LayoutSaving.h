@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Layout.h"
 #include "VelkoCore/LayoutStore.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -16,8 +17,8 @@ class Log;
 /// file that could not be read is put aside before it is replaced. Main thread; owned by the controller.
 class LayoutSaving final {
  public:
-    /// All references outlive this; `layout` is read at the moment of each save.
-    LayoutSaving(MainThread& mainThread, Log& log, const LayoutStore& store, const Layout& layout);
+    /// All references outlive this; the host's layout is read at the moment of each save.
+    LayoutSaving(FlowHost& host, MainThread& mainThread, Log& log, const LayoutStore& store);
     LayoutSaving(const LayoutSaving&) = delete;
     LayoutSaving& operator=(const LayoutSaving&) = delete;
     ~LayoutSaving() = default;
@@ -34,21 +35,24 @@ class LayoutSaving final {
     /// Saves `Timing::saveDelay` from now, or later when another edit comes before.
     void schedule();
 
-    /// Saves now; a failure is logged, the layout in memory stays. Whether the file now holds the layout.
+    /// Saves now; a failure is logged, the layout in memory stays, and so does a save still to come. Whether
+    /// the file now holds the layout.
     bool saveNow();
 
-    /// Saves now what was to be saved later, if anything.
+    /// Saves now what was to be saved later or could not be saved, if anything.
     void finish();
 
  private:
-    [[nodiscard]] bool putUnreadableFileAside();
+    // Each says why it failed.
+    [[nodiscard]] std::optional<std::string> write();
+    [[nodiscard]] std::optional<std::string> putUnreadableFileAside();
 
+    FlowHost& host_;
     MainThread& mainThread_;
     Log& log_;
     const LayoutStore& store_;
-    const Layout& layout_;
-    bool fileUnreadable_ =
-        false;  ///< while the file holds what could not be read, the next save keeps it aside
+    bool fileUnreadable_ = false;  ///< the file holds what could not be read, and the next save keeps it
+    bool isUnsaved_ = false;       ///< the last save failed
     Task pending_;
 };
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Ports/Dialogs.h"
@@ -12,12 +13,12 @@ namespace velko {
 
 class Log;
 
-/// Takes the layout to another Mac: writes it to a file of the user's choice, or merges such a file. Main
-/// thread; owned by the controller.
+/// Takes the layout to another Mac, and puts one in the place of a layout that cannot be read. One panel or
+/// question at a time. Main thread; owned by the controller.
 class LayoutTransfer final {
  public:
-    /// `imported` is called after a merge and told whether the layout's file holds it.
-    LayoutTransfer(FlowHost& host, Dialogs& dialogs, Log& log, std::function<void(bool saved)> imported);
+    /// `imported` is called after a merge.
+    LayoutTransfer(FlowHost& host, Dialogs& dialogs, Log& log, std::function<void()> imported);
     LayoutTransfer(const LayoutTransfer&) = delete;
     LayoutTransfer& operator=(const LayoutTransfer&) = delete;
     ~LayoutTransfer() = default;
@@ -26,21 +27,29 @@ class LayoutTransfer final {
     void exportLayout();
     void importLayout();
 
-    /// The user has opened such a file: asks, and merges it.
+    /// The user has opened such a file: asks, and merges it. While something else is open, it waits its turn.
     void offerToImport(const std::filesystem::path& file);
 
-    /// Gives up on a panel that is open.
-    void cancel() noexcept { panel_.cancel(); }
+    /// Asks, unless a panel is open, and gives up the layout that cannot be read; its file is kept beside
+    /// the new one. `then` is called when that is done.
+    void offerToStartAfresh(const std::function<void()>& then);
+
+    /// Gives up on a panel that is open, and on files that wait.
+    void cancel() noexcept;
 
  private:
+    [[nodiscard]] Dialogs::Chosen then(void (LayoutTransfer::*use)(const std::filesystem::path&));
+    void askAboutNext();
     void write(const std::filesystem::path& file);
     void read(const std::filesystem::path& file);
+    [[nodiscard]] bool startAfresh();
     void fail(const std::string& title, const std::string& reason);
 
     FlowHost& host_;
     Dialogs& dialogs_;
     Log& log_;
-    std::function<void(bool)> imported_;
+    std::function<void()> imported_;
+    std::vector<std::filesystem::path> opened_;  ///< whose questions are still unanswered, oldest first
     Task panel_;
 };
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "Velko/Log.h"
 #include "VelkoCore/Timing.h"
@@ -34,11 +35,15 @@ void PopOut::begin(const BundleID& bundleID) {
         bundleID, mainThread_.after(Timing::popOutDuration, [this, bundleID] { end(BundleID(bundleID)); }));
 }
 
-void PopOut::end(const BundleID& bundleID) {
+void PopOut::forget(const BundleID& bundleID) {
     ends_.erase(bundleID);
     BundleIDs out = host_.values().poppedOut;
     out.erase(bundleID);
-    host_.set(&AppValues::poppedOut, out);
+    host_.set(&AppValues::poppedOut, std::move(out));
+}
+
+void PopOut::end(const BundleID& bundleID) {
+    forget(bundleID);
     log_.log("popout", "pop out over " + bundleID);
     host_.apply({.reason = "pop out over " + bundleID});
 }

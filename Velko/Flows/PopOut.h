@@ -23,6 +23,9 @@ class PopOut final {
     /// Lets the app out; one that is out stays for the full time from now.
     void begin(const BundleID& bundleID);
 
+    /// The app has a new place: it is not out because of its change any more. Does not apply.
+    void forget(const BundleID& bundleID);
+
     /// Tucks every app again, because the user does not want pop-outs any more. Does not apply.
     void endAll();
 

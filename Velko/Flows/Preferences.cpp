@@ -1,5 +1,6 @@
 #include "Velko/Flows/Preferences.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -46,11 +47,11 @@ void Preferences::setShowLiveActivities(bool on) {
 }
 
 void Preferences::setPopOutOnChange(bool on) {
-    host_.edit(Saving::now, [&](Layout& layout) { layout.popOutOnChange = on; });
     if (!on) {
         affected_.popOut.endAll();
         host_.apply({.reason = "pop out off"});
     }
+    host_.edit(Saving::now, [&](Layout& layout) { layout.popOutOnChange = on; });
     log_.log("settings", "pop out on change " + word(on));
 }
 
@@ -80,11 +81,9 @@ void Preferences::setReveal(RevealSettings reveal) {
 }
 
 void Preferences::setLaunchAtLogin(bool on) {
-    if (const auto done = loginItem_.setEnabled(on)) {
-        log_.log("settings", "launch at login " + word(on));
-    } else {
-        log_.log("settings", "launch at login failed: " + done.error());
-    }
+    const auto done = loginItem_.setEnabled(on);
+    log_.log("settings", done ? "launch at login " + word(on) : "launch at login failed: " + done.error());
+    host_.set(&AppValues::loginFailure, done ? std::nullopt : std::optional(done.error()));
     host_.set(&AppValues::loginRevision, host_.values().loginRevision + 1);
 }
 

@@ -19,7 +19,7 @@ NoteController::~NoteController() {
 
 void NoteController::show() {
     close();
-    const NoteQuestions questions = noteQuestions(parts_.controller);
+    const NoteQuestions questions = noteQuestions(parts_.controller, parts_.platform.workspace);
     showing_ = std::make_shared<Showing>();
     showing_->hasAsked = !questions.areAnswered();
     showing_->changes = parts_.controller.observe([this] { refresh(); });
@@ -52,7 +52,7 @@ Surface& NoteController::surface() const {
 }
 
 void NoteController::refresh() {
-    const NoteQuestions questions = noteQuestions(parts_.controller);
+    const NoteQuestions questions = noteQuestions(parts_.controller, parts_.platform.workspace);
     surface().update(noteView(parts_.controller, questions, [this] { close(); }));
     if (!questions.areAnswered()) {
         showing_->hasAsked = true;

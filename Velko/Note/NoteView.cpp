@@ -5,7 +5,7 @@
 #include <variant>
 
 #include "Velko/AppController.h"
-#include "Velko/Apps/PresentApps.h"
+#include "Velko/Apps/AppNames.h"
 #include "Velko/View/Build.h"
 #include "VelkoCore/Section.h"
 
@@ -99,15 +99,14 @@ constexpr double sparklesWidth = 22;  // points
          std::move(always)});
 }
 
-void addNewIcons(std::vector<Node>& list, AppController& controller, const std::vector<BundleID>& apps) {
+void addNewIcons(std::vector<Node>& list, AppController& controller, const std::vector<PresentApp>& apps) {
     const bool isOne = apps.size() == 1;
     list.push_back(view::text("arrivals", isOne ? "New arrival" : "New arrivals", Text::Style::title));
     list.push_back(
         view::explanation("arrivals-line", isOne ? "Waiting by the door until you choose where it goes."
                                                  : "Waiting by the door until you choose where they go."));
-    for (const BundleID& bundleID : apps) {
-        list.push_back(
-            newIconRow(controller, {.bundleID = bundleID, .name = appName(controller.values(), bundleID)}));
+    for (const PresentApp& app : apps) {
+        list.push_back(newIconRow(controller, app));
     }
 }
 
@@ -150,9 +149,13 @@ void addSuggestions(std::vector<Node>& list, AppController& controller,
 
 }  // namespace
 
-NoteQuestions noteQuestions(AppController& controller) {
-    return {.newIcons = controller.values().layout.inbox,
-            .suggestions = controller.autopilot().suggestions()};
+NoteQuestions noteQuestions(AppController& controller, const Workspace& workspace) {
+    const AppValues& values = controller.values();
+    NoteQuestions questions{.newIcons = {}, .suggestions = controller.autopilot().suggestions()};
+    for (const BundleID& bundleID : values.layout.inbox) {
+        questions.newIcons.push_back({.bundleID = bundleID, .name = nameOf(values, workspace, bundleID)});
+    }
+    return questions;
 }
 
 Node noteView(AppController& controller, const NoteQuestions& questions, const std::function<void()>& close) {

@@ -34,7 +34,8 @@ class Surface {
         std::string title{};           ///< of a window
         std::optional<Place> place{};  ///< of a panel; a window stands in the middle of its screen
         Motion motion{};
-        bool isAnimated = true;  ///< of a popover
+        bool isAnimated = true;     ///< of a popover
+        bool takesKeyboard = true;  ///< of the shelf: at once, and not only once it is clicked
         view::Node content{};
         /// The user wants it gone: whether it goes. Absent: it always does.
         std::function<bool(Dismissal)> dismiss{};

@@ -16,11 +16,11 @@ class Updater {
     Updater& operator=(const Updater&) = delete;
     virtual ~Updater() = default;
 
-    /// Why there are no updates, in words for the user; nothing when there are.
+    /// Why there are no updates, in words for the user; nothing when there may be. Starts nothing.
     [[nodiscard]] virtual std::optional<std::string> whyUnavailable() const = 0;
 
-    /// Looks for a newer version and tells the user what it found.
-    virtual void checkForUpdates() = 0;
+    /// Looks for a newer version and tells the user what it found. Whether it could be started.
+    [[nodiscard]] virtual bool checkForUpdates() = 0;
 };
 
 }  // namespace velko

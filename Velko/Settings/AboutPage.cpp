@@ -5,8 +5,8 @@
 #include "Velko/AppController.h"
 #include "Velko/Broom/BroomDrawing.h"
 #include "Velko/Broom/MenuActions.h"
-#include "Velko/Ports/Updater.h"
 #include "Velko/Settings/SettingsPages.h"
+#include "Velko/Updates.h"
 #include "Velko/View/Build.h"
 
 namespace velko::SettingsPages {
@@ -19,7 +19,7 @@ std::string versionLine(const AppInfo& info) {
 }
 
 view::Node updates(const FaceParts& parts, MenuActions& actions) {
-    const auto why = parts.ports.updater.whyUnavailable();
+    const auto why = Updates(parts.ports).whyUnavailable();
     view::Node check = view::button(
         "updates:check", {.title = "Check for Updates…", .press = [&actions] { actions.checkForUpdates(); }});
     check.isEnabled = !why;
@@ -40,7 +40,7 @@ view::Node log(MenuActions& actions) {
 
 }  // namespace
 
-view::Node about(const FaceParts& parts, MenuActions& actions) {
+view::Node about(const FaceParts& parts, const Actions& actions) {
     const AppInfo& info = parts.controller.info();
     view::Node version = view::text("version", versionLine(info));
     std::get<view::Text>(version.content).isSelectable = true;
@@ -52,7 +52,7 @@ view::Node about(const FaceParts& parts, MenuActions& actions) {
               view::column(
                   "identity:words",
                   {view::text("identity:name", "Velko", view::Text::Style::title), std::move(version)}, 2)}),
-         updates(parts, actions), log(actions),
+         updates(parts, actions.menu), log(actions.menu),
          view::text("privacy", "What Velko sees and learns stays on this Mac; nothing of it leaves."),
          view::explanation(
              "licence",

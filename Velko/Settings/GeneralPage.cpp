@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,21 +36,32 @@ void editReveal(AppController& controller, const Change& change) {
     controller.preferences().setReveal(reveal);
 }
 
+/// Those that are written into the layout's file, off while it can't be read: a change would replace it.
+void lock(view::Node& node) {
+    node.isEnabled = false;
+    if (auto* const group = std::get_if<view::Group>(&node.content)) {
+        std::ranges::for_each(group->children, lock);
+    } else if (auto* const stack = std::get_if<view::Stack>(&node.content)) {
+        std::ranges::for_each(stack->children, lock);
+    }
+}
+
 // Starting
 
 view::Node starting(const FaceParts& parts) {
     using Status = LoginItem::Status;
     AppController& controller = parts.controller;
     const Status status = parts.ports.loginItem.status();
-    std::vector<view::Node> children{
-        toggle("launch-at-login", "Open Velko when you log in",
-               status == Status::enabled || status == Status::requiresApproval,
-               [&controller](bool on) { controller.preferences().setLaunchAtLogin(on); })};
-    if (status == Status::requiresApproval) {
-        children.push_back(view::explanation(
-            "launch-at-login:approval", "Waiting for your approval, in System Settings under Login Items."));
+    view::Node control = toggle("launch-at-login", "Open Velko when you log in",
+                                status == Status::enabled || status == Status::requiresApproval,
+                                [&controller](bool on) { controller.preferences().setLaunchAtLogin(on); });
+    std::string what;
+    if (const auto& failure = controller.values().loginFailure) {
+        what = "That didn't work: " + *failure;
+    } else if (status == Status::requiresApproval) {
+        what = "Waiting for your approval, in System Settings under Login Items.";
     }
-    return group("starting", "Starting", std::move(children));
+    return group("starting", "Starting", {explained(std::move(control), std::move(what))});
 }
 
 // Revealing
@@ -118,27 +130,31 @@ view::Node byItself(AppController& controller) {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Timing::popOutDuration).count();
     return group(
         "by-itself", "What Velko does by itself",
-        {toggle("ask", "Ask where new icons go", layout.askAboutNewIcons,
-                [&preferences](bool on) { preferences.setAskAboutNewIcons(on); }),
-         toggle("pop-out", "Let a tucked icon pop out when it changes", layout.popOutOnChange,
-                [&preferences](bool on) { preferences.setPopOutOnChange(on); }),
-         view::explanation("pop-out:what", "It shows in the bar for " + std::to_string(seconds) +
-                                               " seconds, then tucks back in."),
-         toggle("live-activities", "Make room for Live Activities", layout.showLiveActivities,
-                [&preferences](bool on) { preferences.setShowLiveActivities(on); }),
-         view::explanation("live-activities:what",
-                           "While your iPhone has a Live Activity running, everything is out."),
-         toggle("autopilot", "Autopilot", layout.autopilot.enabled,
-                [&preferences](bool on) { preferences.setAutopilotEnabled(on); }),
-         view::explanation("autopilot:what",
-                           "Once a week it suggests what to tuck, bury, bring back or quit. You decide.")});
+        {explained(toggle("pop-out", "Let a tucked icon pop out when it changes", layout.popOutOnChange,
+                          [&preferences](bool on) { preferences.setPopOutOnChange(on); }),
+                   "It shows in the bar for " + std::to_string(seconds) + " seconds, then tucks back in."),
+         explained(toggle("live-activities", "Make room for Live Activities", layout.showLiveActivities,
+                          [&preferences](bool on) { preferences.setShowLiveActivities(on); }),
+                   "While your iPhone has a Live Activity running, everything is out."),
+         explained(toggle("autopilot", "Autopilot", layout.autopilot.enabled,
+                          [&preferences](bool on) { preferences.setAutopilotEnabled(on); }),
+                   "Once a week it suggests what to tuck, bury, bring back or quit. You decide.")});
 }
 
 }  // namespace
 
 view::Node general(const FaceParts& parts) {
-    return view::column("page:general",
-                        {starting(parts), revealing(parts.controller), byItself(parts.controller)}, 14);
+    AppController& controller = parts.controller;
+    std::vector<view::Node> children{starting(parts)};
+    std::vector<view::Node> kept{revealing(controller), byItself(controller)};
+    if (controller.values().problems.layoutUnreadable) {
+        children.push_back(view::text("general:locked",
+                                      "The rest is written in your layout file. Until it can be read, there "
+                                      "is nothing to change here."));
+        std::ranges::for_each(kept, lock);
+    }
+    std::ranges::move(kept, std::back_inserter(children));
+    return view::column("page:general", std::move(children), 14);
 }
 
 }  // namespace velko::SettingsPages

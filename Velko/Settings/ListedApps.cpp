@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <map>
-#include <string_view>
 #include <utility>
 
 #include "Velko/AppController.h"
+#include "Velko/Apps/AppNames.h"
 #include "Velko/Apps/PresentApps.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
@@ -24,21 +24,16 @@ std::map<BundleID, std::string> runningApps(const Workspace& workspace) {
     return running;
 }
 
-/// The name of an app that does not run: without its extension, or its identifier when it is not installed.
-std::string nameAtRest(const Workspace& workspace, const BundleID& bundleID) {
-    constexpr std::string_view extension = ".app";
-    std::string name = workspace.installedName(bundleID).value_or("");
-    if (name.ends_with(extension)) {
-        name.resize(name.size() - extension.size());
-    }
-    return name.empty() ? bundleID : name;
-}
-
 std::string folded(std::string name) {
     for (char& c : name) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
     return name;
+}
+
+/// Whether the items say what the menu bar holds.
+bool seesMenuBar(const AppValues& values) {
+    return values.inventoryLoaded && !values.problems.trustMissing && !values.problems.engineUnavailable;
 }
 
 bool comesBefore(const ListedApp& left, const ListedApp& right) {
@@ -50,25 +45,30 @@ bool comesBefore(const ListedApp& left, const ListedApp& right) {
 std::vector<ListedApp> listedApps(const AppController& controller, const Workspace& workspace) {
     using Presence = ListedApp::Presence;
     const AppValues& values = controller.values();
+    const bool isSeen = seesMenuBar(values);
+    const auto running = runningApps(workspace);
     std::vector<ListedApp> apps;
     for (const PresentApp& app : presentApps(values)) {
-        apps.push_back({.bundleID = app.bundleID, .name = app.name});
+        const auto unseen = running.contains(app.bundleID) ? Presence::unknown : Presence::notRunning;
+        apps.push_back(
+            {.bundleID = app.bundleID, .name = app.name, .presence = isSeen ? Presence::inMenuBar : unseen});
     }
-    const auto running = runningApps(workspace);
     for (const auto& [bundleID, section] : values.layout.sections) {
         if (!isPresent(values, bundleID)) {
             const auto found = running.find(bundleID);
             const bool runs = found != running.end();
+            const auto withoutIcon = isSeen ? Presence::runningWithoutIcon : Presence::unknown;
             apps.push_back({.bundleID = bundleID,
                             .name = runs ? found->second : nameAtRest(workspace, bundleID),
-                            .presence = runs ? Presence::runningWithoutIcon : Presence::notRunning});
+                            .presence = runs ? withoutIcon : Presence::notRunning});
         }
     }
     std::erase_if(apps, [&](const ListedApp& app) { return !canBePlaced(controller, app.bundleID); });
     for (ListedApp& app : apps) {
         app.section = values.layout.section(app.bundleID);
         const auto usage = values.usage.find(app.bundleID);
-        if (usage != values.usage.end() && app.presence == Presence::inMenuBar) {
+        if (usage != values.usage.end() && isPresent(values, app.bundleID) &&
+            app.presence != Presence::notRunning) {
             app.usage = usage->second;
         }
         app.isWaiting = std::ranges::count(values.layout.inbox, app.bundleID) > 0;

@@ -15,7 +15,12 @@ class Workspace;
 
 /// An app as the settings list it.
 struct ListedApp {
-    enum class Presence { inMenuBar, runningWithoutIcon, notRunning };
+    enum class Presence {
+        inMenuBar,
+        runningWithoutIcon,
+        notRunning,
+        unknown,  ///< it runs, and Velko cannot look whether it has an icon
+    };
 
     BundleID bundleID;
     std::string name;

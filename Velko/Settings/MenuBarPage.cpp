@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -5,65 +9,143 @@
 #include "Velko/Apps/EmptyList.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
-#include "VelkoCore/Section.h"
 
 namespace velko::SettingsPages {
 
 namespace {
 
-constexpr double listHeight = 320;
+constexpr double listHeight = 264;
+constexpr std::array sectionNames{"Bar", "Tucked", "Buried"};
 
-view::Node appList(const FaceParts& parts) {
+// The apps
+
+view::Node filterPicker(const std::vector<ListedApp>& apps, const Filter& filter) {
+    std::vector<std::string> options{"All " + std::to_string(apps.size())};
+    for (const Section section : allSections) {
+        options.push_back(std::string(sectionNames.at(static_cast<std::size_t>(section))) + " " +
+                          std::to_string(std::ranges::count(apps, section, &ListedApp::section)));
+    }
+    return {.id = "filter",
+            .label = "Which apps are listed",
+            .content =
+                view::Picker{.options = std::move(options),
+                             .selected = filter.section ? static_cast<std::size_t>(*filter.section) + 1 : 0,
+                             .style = view::Picker::Style::segmented,
+                             .choose = [choose = filter.choose](std::size_t index) {
+                                 choose(index == 0 ? std::nullopt : std::optional(allSections.at(index - 1)));
+                             }}};
+}
+
+std::string whyNoneIsListed(const AppValues& values, const std::optional<Section>& section) {
+    if (!section) {
+        return whyNoApps(values);
+    }
+    switch (*section) {
+        case Section::bar: return "No app is meant to stay in the bar.";
+        case Section::tucked: return "No app is tucked.";
+        case Section::buried: break;
+    }
+    return "No app is buried.";
+}
+
+view::Node appList(AppController& controller, const std::vector<ListedApp>& apps,
+                   const std::optional<Section>& section) {
     std::vector<view::Node> rows;
-    for (const ListedApp& app : listedApps(parts.controller, parts.platform.workspace)) {
-        rows.push_back(appRow(parts.controller, app));
+    for (const ListedApp& app : apps) {
+        if (!section || app.section == *section) {
+            rows.push_back(appRow(controller, app));
+        }
     }
     if (rows.empty()) {
-        rows.push_back(view::text("apps:empty", whyNoApps(parts.controller.values())));
+        rows.push_back(view::text("apps:empty", whyNoneIsListed(controller.values(), section)));
     }
-    return {.id = "apps", .content = view::Scroll{.height = listHeight, .children = std::move(rows)}};
+    return {.id = "apps",
+            .label = "Apps",
+            .content = view::Scroll{.height = listHeight, .children = std::move(rows)}};
 }
+
+// New icons
 
 view::Node newIcons(AppController& controller) {
+    Preferences& preferences = controller.preferences();
+    const Layout& layout = controller.values().layout;
+    view::Node ask{
+        .id = "ask",
+        .content = view::Toggle{.title = "Ask where new icons go",
+                                .isOn = layout.askAboutNewIcons,
+                                .change = [&preferences](bool on) { preferences.setAskAboutNewIcons(on); }}};
     view::Node picker{.id = "new-icons",
-                      .content = view::Picker{
-                          .title = "Apps that you haven't sorted go to",
-                          .options = {"Bar", "Tucked", "Buried"},
-                          .selected = static_cast<std::size_t>(controller.values().layout.newIconDefault),
-                          .choose = [&controller](std::size_t index) {
-                              controller.preferences().setNewIconDefault(allSections.at(index));
-                          }}};
-    return picker;
+                      .content = view::Picker{.title = "Apps that you haven't sorted go to",
+                                              .options = {sectionNames.begin(), sectionNames.end()},
+                                              .selected = static_cast<std::size_t>(layout.newIconDefault),
+                                              .choose = [&preferences](std::size_t index) {
+                                                  preferences.setNewIconDefault(allSections.at(index));
+                                              }}};
+    return {.id = "newcomers",
+            .content = view::Group{
+                .title = "New icons",
+                .children = {explained(std::move(ask), layout.askAboutNewIcons
+                                                           ? "New icons wait tucked until you answer."
+                                                           : "New icons go where apps go that you haven't "
+                                                             "sorted."),
+                             std::move(picker)}}};
 }
 
+// Another Mac
+
 view::Node transfer(AppController& controller) {
+    const bool isUnreadable = controller.values().problems.layoutUnreadable.has_value();
+    view::Node exporting = view::button(
+        "export", {.title = "Export…", .press = [&controller] { controller.transfer().exportLayout(); }});
+    exporting.isEnabled = !isUnreadable;
+    exporting.help = isUnreadable ? "There is no layout to export until the file can be read." : "";
     return {
         .id = "transfer",
         .content = view::Group{
             .title = "Take your layout to another Mac",
-            .children = {
-                view::explanation("transfer:what",
-                                  "Export where every app lives, then import it on your other Mac. "
-                                  "Your click history stays here."),
-                view::row("transfer:buttons",
-                          {view::button("export",
-                                        {.title = "Export…",
-                                         .press = [&controller] { controller.transfer().exportLayout(); }}),
-                           view::button("import", {.title = "Import…", .press = [&controller] {
-                                                       controller.transfer().importLayout();
-                                                   }})})}}};
+            .children = {view::explanation("transfer:what",
+                                           "Export where every app lives, then import it on your other Mac. "
+                                           "Your click history stays here."),
+                         view::row("transfer:buttons",
+                                   {std::move(exporting),
+                                    view::button("import", {.title = "Import…", .press = [&controller] {
+                                                                controller.transfer().importLayout();
+                                                            }})})}}};
+}
+
+/// Instead of everything that would be written into the file and so replace it.
+view::Node locked() {
+    return view::text("apps:locked",
+                      "Where each app goes is written in your layout file. Until it can be read, there is "
+                      "nothing to show here, and nothing to change.");
 }
 
 }  // namespace
 
-view::Node menuBar(const FaceParts& parts, const std::function<void()>& sortAgain) {
-    return view::column(
-        "page:menu-bar",
-        {appList(parts),
-         view::row("sorting", {newIcons(parts.controller), view::spacer("sorting:gap"),
-                               view::button("sort-again", {.title = "Sort Again…", .press = sortAgain})}),
-         transfer(parts.controller)},
-        14);
+view::Node explained(view::Node control, std::string what) {
+    if (what.empty()) {
+        return control;
+    }
+    const std::string id = control.id;
+    return view::column(id + ":explained",
+                        {std::move(control), view::explanation(id + ":what", std::move(what))}, 0);
+}
+
+view::Node menuBar(const FaceParts& parts, const Filter& filter, const Actions& actions) {
+    AppController& controller = parts.controller;
+    std::vector<view::Node> children;
+    if (controller.values().problems.layoutUnreadable) {
+        children.push_back(locked());
+    } else {
+        const std::vector<ListedApp> apps = listedApps(controller, parts.platform.workspace);
+        children.push_back(view::row(
+            "sorting", {filterPicker(apps, filter), view::spacer("sorting:gap"),
+                        view::button("sort-again", {.title = "Sort Again…", .press = actions.sortAgain})}));
+        children.push_back(appList(controller, apps, filter.section));
+        children.push_back(newIcons(controller));
+    }
+    children.push_back(transfer(controller));
+    return view::column("page:menu-bar", std::move(children), 14);
 }
 
 }  // namespace velko::SettingsPages

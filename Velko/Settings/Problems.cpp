@@ -1,3 +1,4 @@
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -5,10 +6,9 @@
 
 #include "Velko/AppController.h"
 #include "Velko/Broom/MenuActions.h"
-#include "Velko/Ports/Updater.h"
 #include "Velko/Settings/SettingsPages.h"
+#include "Velko/Updates.h"
 #include "Velko/View/Build.h"
-#include "VelkoEngine/AX.h"
 
 namespace velko::SettingsPages {
 
@@ -26,13 +26,16 @@ view::Node problem(const std::string& id, std::string what, std::string more,
     }
     return {.id = id,
             .content = view::Group{
-                .children = {view::row(
-                    id + ":row", {std::move(mark), view::column(id + ":words", std::move(words), 6)})}}};
+                .children = {
+                    {.id = id + ":row",
+                     .content = view::Stack{
+                         .axis = view::Stack::Axis::row,
+                         .children = {std::move(mark), view::column(id + ":words", std::move(words), 6)}}}}}};
 }
 
 view::Node unsupported(const FaceParts& parts, MenuActions& actions) {
     std::vector<view::Node> remedies;
-    if (!parts.ports.updater.whyUnavailable()) {
+    if (!Updates(parts.ports).whyUnavailable()) {
         remedies.push_back(view::button(
             "problem:engine:updates",
             {.title = "Check for Updates…", .press = [&actions] { actions.checkForUpdates(); }}));
@@ -41,43 +44,52 @@ view::Node unsupported(const FaceParts& parts, MenuActions& actions) {
                    "A newer Velko may know this build.", std::move(remedies));
 }
 
-view::Node unreadable(AppController& controller, const std::string& reason, MenuActions& actions) {
+view::Node unreadable(AppController& controller, const std::string& reason, const Actions& actions) {
+    const auto button = [](const char* what, const char* title, std::function<void()> press) {
+        return view::button(std::string("problem:layout:") + what,
+                            {.title = title, .press = std::move(press)});
+    };
     return problem("problem:layout", "Your layout file can't be read. Nothing is hidden.", reason,
-                   {view::button("problem:layout:edit", {.title = "Edit Layout File…",
-                                                         .press = [&actions] { actions.editLayout(); }}),
-                    view::button("problem:layout:again",
-                                 {.title = "Try Again", .press = [&actions] { actions.reloadLayout(); }}),
-                    view::button("problem:layout:import", {.title = "Import…", .press = [&controller] {
-                                                               controller.transfer().importLayout();
-                                                           }})});
+                   {button("edit", "Edit Layout File…", [&menu = actions.menu] { menu.editLayout(); }),
+                    button("again", "Try Again", [&menu = actions.menu] { menu.reloadLayout(); }),
+                    button("import", "Import…", [&controller] { controller.transfer().importLayout(); }),
+                    button("afresh", "Start Afresh…", [&controller, sort = actions.sortAgain] {
+                        controller.transfer().offerToStartAfresh(sort);
+                    })});
 }
 
-view::Node untrusted(const Platform& platform, MenuActions& actions) {
-    return problem(
-        "problem:trust", "Velko needs permission to tidy your menu bar.",
-        "Switch Velko on in the list. It notices by itself.",
-        {view::button("problem:trust:open", {.title = "Open Device Control and Data Access…",
-                                             .style = view::Button::Style::primary,
-                                             .press = [platform, &actions] {
-                                                 AX::promptForTrust(platform);  // puts Velko on the list
-                                                 actions.openAccessibility();
-                                             }})});
+view::Node unsaved(AppController& controller, const std::string& reason) {
+    return problem("problem:save", "Your latest changes couldn't be saved.", reason,
+                   {view::button("problem:save:again",
+                                 {.title = "Try Again", .press = [&controller] { controller.saveNow(); }})});
+}
+
+view::Node untrusted(const Actions& actions) {
+    return problem("problem:trust", "Velko needs permission to tidy your menu bar.",
+                   "Switch Velko on in the list. It notices by itself.",
+                   {view::button("problem:trust:open", {.title = "Open Device Control and Data Access…",
+                                                        .style = view::Button::Style::primary,
+                                                        .press = actions.openPermission})});
 }
 
 }  // namespace
 
-std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions) {
+std::vector<view::Node> problems(const FaceParts& parts, const Actions& actions) {
     AppController& controller = parts.controller;
-    const HealthFacts& facts = controller.values().problems;
+    const AppValues& values = controller.values();
+    const HealthFacts& facts = values.problems;
     std::vector<view::Node> result;
     if (facts.engineUnavailable) {
-        result.push_back(unsupported(parts, actions));
+        result.push_back(unsupported(parts, actions.menu));
     }
     if (facts.layoutUnreadable) {
         result.push_back(unreadable(controller, *facts.layoutUnreadable, actions));
     }
+    if (values.saveFailure) {
+        result.push_back(unsaved(controller, *values.saveFailure));
+    }
     if (facts.trustMissing) {
-        result.push_back(untrusted(parts.platform, actions));
+        result.push_back(untrusted(actions));
     }
     if (!controller.info().bundlePath.starts_with("/Applications/")) {
         result.push_back(problem("problem:place", "Move Velko to Applications so its icon stays visible.",

@@ -4,12 +4,11 @@
 #include <vector>
 
 #include "Velko/AppController.h"
-#include "Velko/Settings/SettingsPages.h"
 
 namespace velko {
 
 SettingsController::SettingsController(const FaceParts& parts)
-    : parts_(parts), window_(parts.ports.surfaces.surface(Surfaces::Kind::settings)), actions_(parts) {}
+    : parts_(parts), window_(parts.ports.surfaces.surface(Surfaces::Kind::settings)), menu_(parts) {}
 
 SettingsController::~SettingsController() {
     changes_.reset();
@@ -44,7 +43,7 @@ void SettingsController::update() {
 
 view::Node SettingsController::tree() {
     constexpr double width = 640;
-    std::vector<view::Node> children = SettingsPages::problems(parts_, actions_);
+    std::vector<view::Node> children = SettingsPages::problems(parts_, actions());
     children.push_back({.id = "pages",
                         .label = "Pages",
                         .content = view::Pages{.tabs = {{.title = "Menu Bar", .symbol = "menubar.rectangle"},
@@ -64,10 +63,20 @@ view::Node SettingsController::tree() {
 
 view::Node SettingsController::page() {
     switch (page_) {
-        case 0: return SettingsPages::menuBar(parts_, onResort);
+        case 0: {
+            const auto choose = [this](std::optional<Section> section) {
+                listed_ = section;
+                update();
+            };
+            return SettingsPages::menuBar(parts_, {.section = listed_, .choose = choose}, actions());
+        }
         case 1: return SettingsPages::general(parts_);
-        default: return SettingsPages::about(parts_, actions_);
+        default: return SettingsPages::about(parts_, actions());
     }
+}
+
+SettingsPages::Actions SettingsController::actions() {
+    return {.menu = menu_, .sortAgain = onResort, .openPermission = onPermission};
 }
 
 }  // namespace velko

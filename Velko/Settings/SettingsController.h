@@ -3,10 +3,13 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "Velko/Broom/MenuActions.h"
 #include "Velko/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
+#include "Velko/Settings/SettingsPages.h"
+#include "VelkoCore/Section.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
@@ -28,17 +31,21 @@ class SettingsController final {
     std::function<void()> onVisibilityChange;
     /// The user wants to go through the cards again.
     std::function<void()> onResort;
+    /// The user wants to give the permission that is missing.
+    std::function<void()> onPermission;
 
  private:
     void update();
     void closed();
     [[nodiscard]] view::Node tree();
     [[nodiscard]] view::Node page();
+    [[nodiscard]] SettingsPages::Actions actions();
 
     FaceParts parts_;
     Surface& window_;
-    MenuActions actions_;
+    MenuActions menu_;
     std::size_t page_ = 0;
+    std::optional<Section> listed_;          ///< which apps the list shows; absent: all
     std::shared_ptr<Subscription> changes_;  ///< from the opening until it is known to have closed
 };
 

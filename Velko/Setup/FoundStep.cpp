@@ -1,5 +1,6 @@
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "Velko/Setup/SectionCounts.h"
@@ -13,71 +14,106 @@ using namespace SetupFrame;
 
 namespace {
 
-std::string places(const ImportedLayout& imported) {
-    if (imported.sections.empty()) {
-        return "The places of your icons can't be taken over: " + imported.source +
-               " keeps none that Velko can read. You sort them yourself, card by card.";
+/// A list with a title and a mark before each line.
+class MarkedList {
+ public:
+    MarkedList(std::string id, std::string title, view::Symbol mark)
+        : id_(std::move(id)), title_(std::move(title)), mark_(std::move(mark)) {}
+
+    void add(const std::string& what, std::string words) {
+        view::Node mark{.id = what + ":mark", .content = mark_};
+        lines_.push_back(view::row(what + ":line", {std::move(mark), view::text(what, std::move(words))}));
     }
+
+    [[nodiscard]] view::Node node() && {
+        return {.id = std::move(id_),
+                .width = contentWidth,
+                .content = view::Group{.title = std::move(title_), .children = std::move(lines_)}};
+    }
+
+ private:
+    std::string id_;
+    std::string title_;
+    view::Symbol mark_;
+    std::vector<view::Node> lines_;
+};
+
+/// Where the cards propose what was found.
+SectionCounts proposed(const SortSession& session) {
     SectionCounts counts;
-    for (const auto& [bundleID, section] : imported.sections) {
-        counts.add(section);
+    for (const SortCard& card : session.cards()) {
+        if (std::holds_alternative<Suggestion::Imported>(card.suggestion.reason)) {
+            counts.add(card.suggestion.section);
+        }
     }
-    return "The places of " + appsInWords(imported.sections.size()) +
-           " can be taken over: " + describe(counts) + ". They stand as suggestions on your cards.";
+    return counts;
 }
 
-std::string tuckTime(const ImportedLayout& imported, const RevealSettings& mine) {
+view::Node comesAlong(const ImportedLayout& imported, const SectionCounts& counts) {
+    MarkedList list("found:along", "Comes along", {.name = "checkmark", .ink = view::Ink::accent});
+    if (counts.all() > 0) {
+        list.add("found:places", "The places of " + appsInWords(counts.all()) + ": " + describe(counts));
+    }
+    if (const auto seconds = imported.autoTuckSeconds) {
+        list.add("found:time", *seconds == 0 ? "Icons stay out until you tuck them"
+                                             : "Icons stay out for " + std::to_string(*seconds) + " seconds");
+    }
+    if (imported.hover) {
+        list.add("found:hover", *imported.hover ? "Icons come out when the pointer rests on the broom"
+                                                : "Icons come out only when you click the broom");
+    }
+    if (counts.all() == 0 && !imported.autoTuckSeconds && !imported.hover) {
+        list.add("found:nothing", "Nothing that would fit your menu bar");
+    }
+    return std::move(list).node();
+}
+
+view::Node staysBehind(const ImportedLayout& imported, std::size_t others) {
+    MarkedList list("found:behind", "Stays behind", {.name = "minus"});
+    const std::string silence = ": " + imported.source + " doesn't say";
+    if (imported.sections.empty()) {
+        list.add("found:unplaced", "The places of your icons: you sort them card by card");
+    } else if (others > 0) {
+        list.add("found:others", appsInWords(others) + " without an icon now: you sort " +
+                                     (others == 1 ? "it when it moves in" : "them when they move in"));
+    }
     if (!imported.autoTuckSeconds) {
-        return "How long icons stay out can't be taken over: " + imported.source +
-               (mine.autoTuckSeconds == 0
-                    ? " doesn't say. With Velko they stay until you tuck them."
-                    : " doesn't say. With Velko it is " + std::to_string(mine.autoTuckSeconds) + " seconds.");
+        list.add("found:time", "How long icons stay out" + silence);
     }
-    return *imported.autoTuckSeconds == 0
-               ? "How long icons stay out can be taken over: until you tuck them."
-               : "How long icons stay out can be taken over: " + std::to_string(*imported.autoTuckSeconds) +
-                     " seconds.";
+    if (!imported.hover) {
+        list.add("found:hover", "Whether resting the pointer shows them" + silence);
+    }
+    list.add("found:rest", "Single icons, hot keys and colours: Velko hides whole apps");
+    return std::move(list).node();
 }
 
-std::string hover(const ImportedLayout& imported) {
-    if (!imported.hover) {
-        return "Whether icons come out under the pointer can't be taken over: " + imported.source +
-               " doesn't say.";
+std::vector<view::Node> decisions(const ImportedLayout& imported, const SetupActions& actions) {
+    const auto decide = [&actions](bool take) {
+        return [decide = actions.decideTiming, take] { decide(take); };
+    };
+    if (!imported.autoTuckSeconds && !imported.hover) {
+        return {primaryButton("found:go", "Continue", decide(false))};
     }
-    return *imported.hover ? "Showing icons when the pointer rests on the broom can be taken over: on."
-                           : "Showing icons when the pointer rests on the broom can be taken over: off.";
+    return {view::button("found:keep", {.title = "Keep Velko's Timing",
+                                        .shortcut = {.key = view::Shortcut::Key::character, .character = 'k'},
+                                        .press = decide(false)}),
+            primaryButton("found:take", "Use " + imported.source + "'s Timing", decide(true))};
 }
 
 }  // namespace
 
-view::Node found(const ImportedLayout& imported, const RevealSettings& mine, const SetupActions& actions) {
-    std::vector<view::Node> foot{backButton(true, actions.back), view::spacer("found:gap")};
-    const auto decide = [&actions](bool take) {
-        return [decide = actions.decideTiming, take] { decide(take); };
-    };
-    if (imported.autoTuckSeconds || imported.hover) {
-        foot.push_back(
-            view::button("found:keep", {.title = "Keep Velko's Timing",
-                                        .shortcut = {.key = view::Shortcut::Key::character, .character = 'k'},
-                                        .press = decide(false)}));
-        foot.push_back(primaryButton("found:take", "Use " + imported.source + "'s Timing", decide(true)));
-    } else {
-        foot.push_back(primaryButton("found:go", "Continue", decide(false)));
-    }
-    return step(
-        "setup:found",
-        {centred("found:title", "You come from " + imported.source, view::Text::Style::title),
-         view::column("found:what", {view::text("found:places", places(imported)),
-                                     view::text("found:time", tuckTime(imported, mine)),
-                                     view::text("found:hover", hover(imported)),
-                                     view::text("found:rest",
-                                                "Everything else stays behind, such as "
-                                                "hot keys and colours. Velko hides whole "
-                                                "apps, not single icons.")}),
-         centred("found:quit",
-                 "Quit " + imported.source + " before you apply: two organisers get in each other's way.",
-                 view::Text::Style::caption),
-         buttons("found:buttons", std::move(foot))});
+view::Node found(const ImportedLayout& imported, const SortSession& session, std::size_t others,
+                 const SetupActions& actions) {
+    const SectionCounts counts = proposed(session);
+    const std::string places = counts.all() > 0 ? "Places are only suggested on your cards. " : "";
+    return step("setup:found",
+                {centred("found:title", "You come from " + imported.source, view::Text::Style::title),
+                 comesAlong(imported, counts), staysBehind(imported, others),
+                 centred("found:quit",
+                         places + "Quit " + imported.source +
+                             " before you apply: two organisers get in each other's way.",
+                         view::Text::Style::caption)},
+                {.left = backButton(true, actions.back), .right = decisions(imported, actions)});
 }
 
 }  // namespace velko::SetupSteps

@@ -208,6 +208,10 @@ Drawing at(const Moment& moment) {
     return drawing;
 }
 
+Drawing still() {
+    return at({.seconds = Timing::reducedMotionFade, .reducedMotion = true});
+}
+
 std::optional<Timing::Duration> untilChange(const Moment& moment) {
     const double stillAt = moment.reducedMotion ? Timing::reducedMotionFade
                                                 : secondsOf(Timing::introWipeDelay) + Timing::introWipe;

@@ -17,6 +17,9 @@ struct Moment {
 /// The picture at a moment; with less motion, the broom among its suds fades in and stays.
 [[nodiscard]] view::Drawing at(const Moment& moment);
 
+/// The broom among its suds, as it stands with less motion.
+[[nodiscard]] view::Drawing still();
+
 /// How long until the picture changes; nothing once it stays as it is.
 [[nodiscard]] std::optional<Timing::Duration> untilChange(const Moment& moment);
 

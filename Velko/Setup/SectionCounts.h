@@ -14,6 +14,7 @@ struct SectionCounts {
     std::size_t buried = 0;
 
     void add(Section section) noexcept;
+    [[nodiscard]] std::size_t all() const noexcept { return bar + tucked + buried; }
 };
 
 /// The counts in words: "3 in the bar, 5 tucked, 1 buried".

@@ -1,9 +1,11 @@
 #include "Velko/Setup/SetupController.h"
 
+#include <set>
 #include <utility>
 
 #include "Velko/AppController.h"
 #include "Velko/Apps/EmptyList.h"
+#include "Velko/Apps/PresentApps.h"
 #include "Velko/Ports/Application.h"
 #include "VelkoEngine/AX.h"
 
@@ -25,13 +27,13 @@ SetupController::~SetupController() {
 }
 
 void SetupController::show() {
-    if (isShown()) {
+    if (isShown() && flow_.step() != Step::done) {
         window_.raise();
         return;
     }
     prepare();
     const bool isFirst = flow_.kind() == SetupFlow::Kind::first;
-    changes_ = std::make_shared<Subscription>(parts_.controller.observe([this] { refresh(); }));
+    changes_ = std::make_shared<Subscription>(parts_.controller.observe([this] { sync(); }));
     if (flow_.step() == Step::welcome) {
         intro_.play();
     }
@@ -50,7 +52,7 @@ void SetupController::show() {
 void SetupController::prepare() {
     const AppValues& values = parts_.controller.values();
     const auto kind = values.layout.hasCompletedSetup ? SetupFlow::Kind::resort : SetupFlow::Kind::first;
-    if (flow_.kind() != kind) {
+    if (flow_.kind() != kind || flow_.step() == Step::done) {
         flow_ = SetupFlow(kind);
     } else if (flow_.session()) {
         flow_.forgetSession();
@@ -80,7 +82,8 @@ SetupActions SetupController::actions() {
         .choose = [this](Section section) { change([section](SetupFlow& flow) { flow.choose(section); }); },
         .acceptRest = [this] { change([](SetupFlow& flow) { flow.acceptRest(); }); },
         .startOver = [this] { change([](SetupFlow& flow) { flow.startOver(); }); },
-        .apply = [this] { applyAnswers(); }};
+        .apply = [this] { applyAnswers(); },
+        .close = [this] { window_.close(); }};
 }
 
 void SetupController::change(const std::function<void(SetupFlow&)>& change) {
@@ -96,7 +99,7 @@ void SetupController::change(const std::function<void(SetupFlow&)>& change) {
     if (flow_.step() != Step::permission) {
         guide_.stop();
     }
-    refresh();
+    sync();
 }
 
 void SetupController::goOn() {
@@ -106,7 +109,8 @@ void SetupController::goOn() {
             case Step::permission: flow.permissionGiven(); break;
             case Step::sort: flow.choose(flow.proposed()); break;
             case Step::found:
-            case Step::summary: break;
+            case Step::summary:
+            case Step::done: break;
         }
     });
 }
@@ -130,30 +134,43 @@ void SetupController::applyAnswers() {
     }
     const auto result = session->result();
     const auto timing = flow_.timing(parts_.controller.values().layout.reveal);
-    flow_ = SetupFlow(SetupFlow::Kind::resort);
+    flow_.applied();
     apply(result);
     if (timing) {
         parts_.controller.preferences().setReveal(*timing);
     }
-    window_.close();
+    sync();
 }
 
 // What shows
 
-void SetupController::refresh() {
-    if (isShown()) {
-        beginIfKnown();
-        update();
+void SetupController::sync() {
+    if (!isShown()) {
+        return;
     }
+    if (isNoLongerWanted()) {
+        window_.close();
+        return;
+    }
+    beginIfKnown();
+    update();
+}
+
+/// Whether the setup has been completed in another way, as by an import.
+bool SetupController::isNoLongerWanted() const {
+    const bool isUnfinished = flow_.kind() == SetupFlow::Kind::first && flow_.step() != Step::done;
+    return isUnfinished && parts_.controller.values().layout.hasCompletedSetup;
 }
 
 void SetupController::beginIfKnown() {
+    const AppValues& values = parts_.controller.values();
     const bool waits = flow_.step() == Step::sort && !flow_.session();
-    if (!waits || !parts_.controller.values().inventoryLoaded) {
+    if (!values.inventoryLoaded || !(waits || flow_.isOutdated(values.layout.sections))) {
         return;
     }
     SortSession session = makeSession();
-    flow_.begin(std::move(session), flow_.kind() == SetupFlow::Kind::first ? imported() : std::nullopt);
+    flow_.begin(std::move(session), flow_.kind() == SetupFlow::Kind::first ? imported() : std::nullopt,
+                values.layout.sections);
 }
 
 void SetupController::update() {
@@ -169,8 +186,8 @@ view::Node SetupController::tree() {
         case Step::welcome: return SetupSteps::welcome(intro_.picture(), actions);
         case Step::permission: return SetupSteps::permission(isTrusted(), actions);
         case Step::found:
-            if (left) {
-                return SetupSteps::found(*left, values.layout.reveal, actions);
+            if (left && session) {
+                return SetupSteps::found(*left, *session, placesWithoutCard(*left, *session), actions);
             }
             break;
         case Step::sort:
@@ -183,8 +200,33 @@ view::Node SetupController::tree() {
                 return SetupSteps::summary(*session, flow_, whyNoApps(values), actions);
             }
             break;
+        case Step::done: return SetupSteps::done(TidyOutcome::of(parts_.controller), actions);
     }
-    return SetupSteps::nothingToSort(whyNoApps(values), flow_, actions);
+    return noCards(actions);
+}
+
+view::Node SetupController::noCards(const SetupActions& actions) const {
+    const AppValues& values = parts_.controller.values();
+    const bool isUnsupported = values.problems.engineUnavailable;
+    return SetupSteps::nothingToSort({.why = whyNoApps(values),
+                                      .needsPermission = !isUnsupported && values.problems.trustMissing,
+                                      .isWaiting = !isUnsupported},
+                                     flow_, actions);
+}
+
+/// How many apps that the user could place have a place in what was found, and no card.
+std::size_t SetupController::placesWithoutCard(const ImportedLayout& found,
+                                               const SortSession& session) const {
+    std::set<BundleID> unseen;
+    for (const auto& [bundleID, section] : found.sections) {
+        if (canBePlaced(parts_.controller, bundleID)) {
+            unseen.insert(bundleID);
+        }
+    }
+    for (const SortCard& card : session.cards()) {
+        unseen.erase(card.bundleID);
+    }
+    return unseen.size();
 }
 
 }  // namespace velko

@@ -8,19 +8,9 @@ namespace velko {
 
 namespace {
 
-/// Gives the session the answers again and goes to the first card without one.
-void replay(const std::map<BundleID, Section>& answers, SortSession& session) {
-    std::size_t firstOpen = session.cards().size();
-    while (const SortCard* card = session.current()) {
-        const auto answer = answers.find(card->bundleID);
-        if (answer == answers.end()) {
-            firstOpen = std::min(firstOpen, session.index());
-        }
-        session.choose(answer == answers.end() ? card->suggestion.section : answer->second);
-    }
-    while (session.index() > firstOpen) {
-        session.back();
-    }
+std::optional<Section> placeOf(const SetupFlow::Places& places, const BundleID& bundleID) {
+    const auto place = places.find(bundleID);
+    return place == places.end() ? std::nullopt : std::optional(place->second);
 }
 
 }  // namespace
@@ -39,13 +29,57 @@ void SetupFlow::permissionGiven() noexcept {
     }
 }
 
-void SetupFlow::begin(SortSession session, std::optional<ImportedLayout> imported) {
-    session_ = std::move(session);
+void SetupFlow::begin(SortSession session, std::optional<ImportedLayout> imported, Places places) {
     imported_ = std::move(imported);
+    places_ = std::move(places);
+    dropStaleAnswers(session);
     if (!answers_.empty()) {
-        replay(answers_, *session_);
+        replayAnswers(session);
     }
-    enter();
+    session_ = std::move(session);
+    if (step_ == Step::sort || step_ == Step::summary) {
+        enter();
+    }
+}
+
+bool SetupFlow::isOutdated(const Places& places) const {
+    return session_ && std::ranges::any_of(session_->cards(), [&](const SortCard& card) {
+               return placeOf(places, card.bundleID) != placeOf(places_, card.bundleID);
+           });
+}
+
+void SetupFlow::dropStaleAnswers(const SortSession& session) {
+    std::erase_if(answers_, [this](const auto& entry) {
+        const auto& [bundleID, answer] = entry;
+        return placeOf(places_, bundleID) != answer.placed;
+    });
+    for (const SortCard& card : session.cards()) {
+        const auto answer = answers_.find(card.bundleID);
+        if (answer != answers_.end() && answer->second.isAccepted &&
+            answer->second.section != card.suggestion.section) {
+            answers_.erase(answer);
+        }
+    }
+}
+
+/// Gives the session the answers again and goes to the first card without one.
+void SetupFlow::replayAnswers(SortSession& session) const {
+    std::size_t firstOpen = session.cards().size();
+    while (const SortCard* card = session.current()) {
+        if (!answers_.contains(card->bundleID)) {
+            firstOpen = std::min(firstOpen, session.index());
+        }
+        session.choose(standing(*card));
+    }
+    while (session.index() > firstOpen) {
+        session.back();
+    }
+}
+
+/// The user's answer to a card, or else its suggestion.
+Section SetupFlow::standing(const SortCard& card) const {
+    const auto answer = answers_.find(card.bundleID);
+    return answer == answers_.end() ? card.suggestion.section : answer->second.section;
 }
 
 void SetupFlow::forgetSession() noexcept {
@@ -84,29 +118,35 @@ std::optional<RevealSettings> SetupFlow::timing(RevealSettings settings) const {
 
 Section SetupFlow::proposed() const {
     const SortCard* card = session_ ? session_->current() : nullptr;
-    if (card == nullptr) {
-        return Section::bar;
-    }
-    const auto answer = answers_.find(card->bundleID);
-    return answer == answers_.end() ? card->suggestion.section : answer->second;
+    return card == nullptr ? Section::bar : standing(*card);
 }
 
 void SetupFlow::choose(Section section) {
-    const SortCard* card = session_ ? session_->current() : nullptr;
-    if (step_ != Step::sort || !session_ || card == nullptr) {
+    if (step_ != Step::sort || !session_) {
         return;
     }
-    answers_[card->bundleID] = section;
-    session_->choose(section);
-    showCards();
+    if (const SortCard* card = session_->current()) {
+        answers_.insert_or_assign(card->bundleID, answerOf(*card, section, false));
+        session_->choose(section);
+        showCards();
+    }
 }
 
 void SetupFlow::acceptRest() {
-    if (session_) {
-        session_->acceptRest();
-        answers_ = session_->choices();
-        showCards();
+    if (!session_) {
+        return;
     }
+    SortSession& session = *session_;
+    while (const SortCard* card = session.current()) {
+        // What the user has answered before, and left, stays their answer.
+        answers_.try_emplace(card->bundleID, answerOf(*card, card->suggestion.section, true));
+        session.choose(standing(*card));
+    }
+    showCards();
+}
+
+SetupFlow::Answer SetupFlow::answerOf(const SortCard& card, Section section, bool isAccepted) const {
+    return {.section = section, .placed = placeOf(places_, card.bundleID), .isAccepted = isAccepted};
 }
 
 void SetupFlow::startOver() {
@@ -117,9 +157,15 @@ void SetupFlow::startOver() {
     showCards();
 }
 
+void SetupFlow::applied() noexcept {
+    answers_.clear();
+    session_.reset();
+    step_ = Step::done;
+}
+
 bool SetupFlow::canGoBack() const noexcept {
     const bool hasCardBefore = session_ && session_->index() > 0;
-    return step_ != Step::welcome && (kind_ == Kind::first || hasCardBefore);
+    return step_ != Step::welcome && step_ != Step::done && (kind_ == Kind::first || hasCardBefore);
 }
 
 void SetupFlow::back() noexcept {

@@ -20,9 +20,12 @@ class SetupFlow {
         permission,
         found,  ///< what another organiser left; left out when there is nothing
         sort,   ///< card by card; without a session while the menu bar is not known yet
-        summary
+        summary,
+        done  ///< the answers have been applied
     };
     enum class Kind { first, resort };
+    /// Where the layout puts apps.
+    using Places = std::map<BundleID, Section>;
 
     explicit SetupFlow(Kind kind) noexcept
         : kind_(kind), step_(kind == Kind::first ? Step::welcome : Step::sort) {}
@@ -37,9 +40,12 @@ class SetupFlow {
     void leaveWelcome(bool isTrusted) noexcept;
     void permissionGiven() noexcept;
 
-    /// The apps to sort are known, or known anew. What was answered before holds; the first card without
-    /// an answer shows.
-    void begin(SortSession session, std::optional<ImportedLayout> imported);
+    /// The apps to sort are known, or known anew. What was answered before holds, unless the user has since
+    /// placed the app in another way, or has only accepted what would be suggested differently now. The
+    /// first card without an answer shows.
+    void begin(SortSession session, std::optional<ImportedLayout> imported, Places places);
+    /// Whether an app on the cards has been placed in another way since `begin`.
+    [[nodiscard]] bool isOutdated(const Places& places) const;
 
     /// The window opens again: the apps may be others now, so the cards wait for another `begin`. The
     /// answers stay.
@@ -54,21 +60,35 @@ class SetupFlow {
     /// suggestion.
     [[nodiscard]] Section proposed() const;
     void choose(Section section);
+    /// Takes what is suggested for this card and for all that follow, but where the user has answered.
     void acceptRest();
     void startOver();
+    /// The answers are stored now, and are forgotten here.
+    void applied() noexcept;
 
     [[nodiscard]] bool canGoBack() const noexcept;
     void back() noexcept;
 
  private:
+    struct Answer {
+        Section section;
+        std::optional<Section> placed;  ///< where the layout had the app at that time
+        bool isAccepted;                ///< as it was suggested, along with others
+    };
+
     void enter() noexcept;
     void showCards() noexcept;
+    [[nodiscard]] Answer answerOf(const SortCard& card, Section section, bool isAccepted) const;
+    [[nodiscard]] Section standing(const SortCard& card) const;
+    void dropStaleAnswers(const SortSession& session);
+    void replayAnswers(SortSession& session) const;
 
     Kind kind_;
     Step step_;
     std::optional<SortSession> session_;
     std::optional<ImportedLayout> imported_;
-    std::map<BundleID, Section> answers_;  ///< what the user chose, whatever the session's cards are
+    Places places_;
+    std::map<BundleID, Answer> answers_;  ///< what the user chose, whatever the session's cards are
     bool hasDecidedTiming_ = false;
     bool takesTiming_ = false;
 };

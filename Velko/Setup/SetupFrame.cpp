@@ -1,5 +1,7 @@
 #include "Velko/Setup/SetupFrame.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "Velko/View/Build.h"
@@ -8,18 +10,35 @@ namespace velko::SetupFrame {
 
 namespace {
 
-constexpr double width = 520;
 constexpr double padding = 28;
+constexpr double height = 440;  // room for the fullest step
+
+view::Node footRow(Foot foot) {
+    std::vector<view::Node> children = std::move(foot.left);
+    children.push_back(view::spacer("setup:gap"));
+    std::ranges::move(foot.right, std::back_inserter(children));
+    view::Node row = view::row("setup:foot", std::move(children));
+    row.width = contentWidth;
+    return row;
+}
 
 }  // namespace
 
-view::Node step(std::string id, std::vector<view::Node> content) {
+view::Node step(std::string id, std::vector<view::Node> content, Foot foot) {
+    content.push_back(view::spacer("setup:room"));
+    content.push_back(footRow(std::move(foot)));
     return {.id = std::move(id),
-            .width = width,
+            .width = contentWidth + 2 * padding,
+            .minHeight = height,
             .content = view::Stack{.alignment = view::Stack::Alignment::centre,
                                    .spacing = 16,
                                    .padding = padding,
                                    .children = std::move(content)}};
+}
+
+view::Node headSymbol(std::string id, std::string name) {
+    return {.id = std::move(id),
+            .content = view::Symbol{.name = std::move(name), .points = 56, .ink = view::Ink::accent}};
 }
 
 view::Node centred(std::string id, std::string words, view::Text::Style style) {
@@ -30,18 +49,13 @@ view::Node centred(std::string id, std::string words, view::Text::Style style) {
                                   .isCentred = true}};
 }
 
-view::Node buttons(std::string id, std::vector<view::Node> children) {
-    view::Node row = view::row(std::move(id), std::move(children));
-    row.width = width - 2 * padding;
-    return row;
-}
-
-view::Node backButton(bool canGoBack, std::function<void()> back) {
-    view::Node node = view::button(
+std::vector<view::Node> backButton(bool canGoBack, std::function<void()> back) {
+    if (!canGoBack) {
+        return {};
+    }
+    return {view::button(
         "setup:back",
-        {.title = "Back", .shortcut = {.key = view::Shortcut::Key::leftArrow}, .press = std::move(back)});
-    node.isEnabled = canGoBack;
-    return node;
+        {.title = "Back", .shortcut = {.key = view::Shortcut::Key::leftArrow}, .press = std::move(back)})};
 }
 
 view::Node primaryButton(std::string id, std::string title, std::function<void()> press) {
@@ -49,6 +63,10 @@ view::Node primaryButton(std::string id, std::string title, std::function<void()
                                         .style = view::Button::Style::primary,
                                         .shortcut = {.key = view::Shortcut::Key::enter},
                                         .press = std::move(press)});
+}
+
+view::Node permissionButton(std::function<void()> open) {
+    return primaryButton("permission:open", "Open Device Control and Data Access…", std::move(open));
 }
 
 }  // namespace velko::SetupFrame

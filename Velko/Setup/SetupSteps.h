@@ -1,11 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
 #include "Velko/Setup/SetupFlow.h"
+#include "Velko/Setup/TidyOutcome.h"
 #include "Velko/View/Node.h"
-#include "VelkoCore/RevealSettings.h"
 #include "VelkoCore/Section.h"
 
 namespace velko {
@@ -20,6 +21,7 @@ struct SetupActions {
     std::function<void()> acceptRest;
     std::function<void()> startOver;
     std::function<void()> apply;
+    std::function<void()> close;
 };
 
 /// The setup's steps, each as a tree. Enter goes on, the left arrow goes back, 1 to 3 are the sections.
@@ -28,17 +30,25 @@ namespace SetupSteps {
 
 [[nodiscard]] view::Node welcome(view::Drawing picture, const SetupActions& actions);
 [[nodiscard]] view::Node permission(bool isTrusted, const SetupActions& actions);
-/// `mine` are the reveal settings in force.
-[[nodiscard]] view::Node found(const ImportedLayout& imported, const RevealSettings& mine,
+/// `others`: apps that have a place in what was found, and no card. The session is the flow's, as below.
+[[nodiscard]] view::Node found(const ImportedLayout& imported, const SortSession& session, std::size_t others,
                                const SetupActions& actions);
-/// The session's current card. The session is the flow's, as below.
+/// The session's current card.
 [[nodiscard]] view::Node card(const SortSession& session, const SetupFlow& flow, const SetupActions& actions);
+
+/// Why there are no cards.
+struct NoCards {
+    std::string why;
+    bool needsPermission = false;
+    bool isWaiting = false;  ///< they come by themselves
+};
 /// Shown instead of cards while there are none to show.
-[[nodiscard]] view::Node nothingToSort(const std::string& why, const SetupFlow& flow,
+[[nodiscard]] view::Node nothingToSort(const NoCards& reason, const SetupFlow& flow,
                                        const SetupActions& actions);
 /// `whyEmpty` says why the session has no cards, if it has none.
 [[nodiscard]] view::Node summary(const SortSession& session, const SetupFlow& flow,
                                  const std::string& whyEmpty, const SetupActions& actions);
+[[nodiscard]] view::Node done(const TidyOutcome& outcome, const SetupActions& actions);
 
 }  // namespace SetupSteps
 

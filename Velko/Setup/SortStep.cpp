@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -13,6 +14,8 @@ using namespace SetupFrame;
 
 namespace {
 
+constexpr double buttonWidth = 144;
+
 struct Choice {
     Section section;
     const char* title;
@@ -21,7 +24,7 @@ struct Choice {
 };
 
 constexpr std::array choices{
-    Choice{.section = Section::bar, .title = "Keep in the bar", .meaning = "Always out.", .key = '1'},
+    Choice{.section = Section::bar, .title = "Keep in the Bar", .meaning = "Always out.", .key = '1'},
     Choice{.section = Section::tucked,
            .title = "Tuck",
            .meaning = "Behind the broom. One click brings it back.",
@@ -31,30 +34,41 @@ constexpr std::array choices{
            .meaning = "Out of sight, until you ask for it.",
            .key = '3'}};
 
-view::Node choiceButton(const Choice& choice, const SortCard& card, const SetupFlow& flow,
+/// The key of a choice, or a mark on the one that stands.
+view::Node mark(const Choice& choice, bool isProposed) {
+    view::Symbol symbol{.name = std::string(1, choice.key) + ".circle", .points = 20};
+    if (isProposed) {
+        symbol.name = "checkmark.circle.fill";
+        symbol.ink = view::Ink::accent;
+    }
+    return {.id = "sort:mark:" + std::string(name(choice.section)), .content = std::move(symbol)};
+}
+
+view::Node choiceButton(const Choice& choice, const SortCard& card, bool isProposed,
                         const SetupActions& actions) {
-    const std::string word(name(choice.section));
-    const bool isProposed = flow.proposed() == choice.section;
-    view::Node node = view::button(
-        "sort:" + word, {.title = std::string(1, choice.key) + "  " + choice.title,
-                         .symbol = isProposed ? "checkmark.circle.fill" : "",
-                         .shortcut = {.key = view::Shortcut::Key::character, .character = choice.key},
-                         .press = [choose = actions.choose, section = choice.section] { choose(section); }});
+    view::Node node =
+        view::button("sort:" + std::string(name(choice.section)),
+                     {.title = choice.title,
+                      .shortcut = {.key = view::Shortcut::Key::character, .character = choice.key},
+                      .press = [choose = actions.choose, section = choice.section] { choose(section); }});
     node.label = card.name + ": " + choice.title + (isProposed ? ", proposed" : "");
-    node.help = choice.meaning;
+    node.help = "Press " + std::string(1, choice.key) + (isProposed ? " or Return" : "");
+    node.width = buttonWidth;
     return node;
 }
 
-view::Node choiceColumns(const SortCard& card, const SetupFlow& flow, const SetupActions& actions) {
+view::Node choiceColumns(const SortCard& card, Section proposed, const SetupActions& actions) {
     std::vector<view::Node> columns;
     for (const Choice& choice : choices) {
         const std::string word(name(choice.section));
-        columns.push_back({.id = "sort:column:" + word,
-                           .width = 148,
-                           .content = view::Stack{.alignment = view::Stack::Alignment::centre,
-                                                  .children = {choiceButton(choice, card, flow, actions),
-                                                               centred("sort:meaning:" + word, choice.meaning,
-                                                                       view::Text::Style::caption)}}});
+        const bool isProposed = choice.section == proposed;
+        columns.push_back(
+            {.id = "sort:column:" + word,
+             .width = columnWidth,
+             .content = view::Stack{
+                 .alignment = view::Stack::Alignment::centre,
+                 .children = {mark(choice, isProposed), choiceButton(choice, card, isProposed, actions),
+                              centred("sort:meaning:" + word, choice.meaning, view::Text::Style::caption)}}});
     }
     view::Node row = view::row("sort:choices", std::move(columns));
     std::get<view::Stack>(row.content).alignment = view::Stack::Alignment::leading;
@@ -66,31 +80,52 @@ std::string reason(const SortCard& card, const SetupFlow& flow) {
                                                       : "Your choice before";
 }
 
+/// Does what the marked choice says.
+view::Node takeButton(Section proposed, const SetupActions& actions) {
+    const auto* const choice = std::ranges::find(choices, proposed, &Choice::section);
+    view::Node node = primaryButton("sort:take", choice->title, actions.goOn);
+    node.width = buttonWidth;
+    return node;
+}
+
 }  // namespace
 
 view::Node card(const SortSession& session, const SetupFlow& flow, const SetupActions& actions) {
     const SortCard& card = *session.current();
     const std::string place =
         std::to_string(session.index() + 1) + " of " + std::to_string(session.cards().size());
+    view::Node rest =
+        view::button("sort:rest", {.title = "Accept the Rest",
+                                   .shortcut = {.key = view::Shortcut::Key::character, .character = 'r'},
+                                   .press = actions.acceptRest});
     return step("setup:sort",
                 {centred("sort:place", place, view::Text::Style::caption),
-                 {.id = "sort:icon", .content = view::AppIcon{.bundleID = card.bundleID, .points = 64}},
+                 {.id = "sort:icon", .content = view::AppIcon{.bundleID = card.bundleID, .points = 72}},
                  centred("sort:name", card.name, view::Text::Style::title),
                  centred("sort:reason", reason(card, flow), view::Text::Style::caption),
-                 choiceColumns(card, flow, actions),
-                 buttons("sort:buttons",
-                         {backButton(flow.canGoBack(), actions.back),
-                          view::button("sort:rest",
-                                       {.title = "Accept the Rest",
-                                        .shortcut = {.key = view::Shortcut::Key::character, .character = 'r'},
-                                        .press = actions.acceptRest}),
-                          view::spacer("sort:gap"), primaryButton("sort:take", "Continue", actions.goOn)})});
+                 choiceColumns(card, flow.proposed(), actions)},
+                {.left = backButton(flow.canGoBack(), actions.back),
+                 .right = {std::move(rest), takeButton(flow.proposed(), actions)}});
 }
 
-view::Node nothingToSort(const std::string& why, const SetupFlow& flow, const SetupActions& actions) {
-    return step("setup:waiting", {centred("waiting:title", "Your icons", view::Text::Style::title),
-                                  centred("waiting:why", why),
-                                  buttons("waiting:buttons", {backButton(flow.canGoBack(), actions.back)})});
+view::Node nothingToSort(const NoCards& reason, const SetupFlow& flow, const SetupActions& actions) {
+    std::vector<view::Node> content{
+        headSymbol("waiting:symbol", reason.needsPermission ? "lock.shield" : "menubar.rectangle"),
+        centred("waiting:title", "Your icons", view::Text::Style::title), centred("waiting:why", reason.why)};
+    Foot foot{.left = backButton(flow.canGoBack(), actions.back)};
+    if (!reason.needsPermission && !reason.isWaiting) {
+        foot.right.push_back(primaryButton("waiting:close", "Close", actions.close));
+        return step("setup:waiting", std::move(content), std::move(foot));
+    }
+    foot.right.push_back(view::button("waiting:close", {.title = "Close", .press = actions.close}));
+    if (reason.needsPermission) {
+        content.push_back(centred("waiting:where",
+                                  "macOS lists the permission as “Device Control and Data Access”. Velko "
+                                  "goes on as soon as you have switched it on.",
+                                  view::Text::Style::caption));
+        foot.right.push_back(permissionButton(actions.openPermission));
+    }
+    return step("setup:waiting", std::move(content), std::move(foot));
 }
 
 }  // namespace velko::SetupSteps

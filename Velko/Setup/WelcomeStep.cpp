@@ -2,7 +2,6 @@
 
 #include "Velko/Setup/SetupFrame.h"
 #include "Velko/Setup/SetupSteps.h"
-#include "Velko/View/Build.h"
 
 namespace velko::SetupSteps {
 
@@ -17,8 +16,8 @@ view::Node welcome(view::Drawing picture, const SetupActions& actions) {
                  "I sweep the icons that you rarely need behind my broom, so your menu bar stays "
                  "calm. One click on the broom brings them back."),
          centred("welcome:promise", "You decide about every app, and nothing moves before you say so.",
-                 view::Text::Style::caption),
-         primaryButton("welcome:go", "Let's Tidy", actions.goOn)});
+                 view::Text::Style::caption)},
+        {.right = {primaryButton("welcome:go", "Let's Tidy", actions.goOn)}});
 }
 
 }  // namespace velko::SetupSteps

@@ -33,6 +33,7 @@ void ShelfController::sync() {
     if (!surface().isOpen()) {
         surface().open({.place = place,
                         .motion = motion(),
+                        .takesKeyboard = !parts_.controller.values().revealedByPointer,
                         .content = content(*place),
                         .dismiss = [this](Surface::Dismissal how) { return dismiss(how); }});
     } else {

@@ -125,7 +125,7 @@ constexpr double padding = 12;    // points
         return "Still looking through your menu bar…";
     }
     if (anyBuried) {
-        return "Nothing is tucked. Option-click the broom to see what's buried.";
+        return "Nothing is tucked, but some apps are buried. Close this, then Option-click the broom.";
     }
     const bool anyTucked = std::ranges::any_of(
         layout.sections, [](const auto& placed) { return placed.second == Section::tucked; });

@@ -12,7 +12,7 @@ namespace velko {
 class MacUpdater final : public Updater {
  public:
     [[nodiscard]] std::optional<std::string> whyUnavailable() const override;
-    void checkForUpdates() override;
+    [[nodiscard]] bool checkForUpdates() override;
 
  private:
     id<UpdaterController> controller_ = nil;  // made on first use

@@ -16,29 +16,26 @@ namespace velko {
 
 namespace {
 
-/// Nil when the bundle has no such framework, or one that cannot be loaded.
-Class controllerClass() {
+/// Nil when the bundle has none. It is not loaded yet.
+NSBundle* framework() {
     NSString* folder = [NSBundle mainBundle].privateFrameworksPath;
     NSString* path = [folder stringByAppendingPathComponent:@"Sparkle.framework"];
-    NSBundle* framework = path == nil ? nil : [NSBundle bundleWithPath:path];
-    return framework != nil && [framework load] ? NSClassFromString(@"SPUStandardUpdaterController") : Nil;
+    return path == nil ? nil : [NSBundle bundleWithPath:path];
 }
 
 }  // namespace
 
 std::optional<std::string> MacUpdater::whyUnavailable() const {
-    return controllerClass() == Nil ? std::optional<std::string>(missing) : std::nullopt;
+    return framework() == nil ? std::optional<std::string>(missing) : std::nullopt;
 }
 
-void MacUpdater::checkForUpdates() {
-    if (controller_ == nil) {
-        const Class found = controllerClass();
-        if (found == Nil) {
-            return;
-        }
+bool MacUpdater::checkForUpdates() {
+    if (controller_ == nil && [framework() load]) {
+        const Class found = NSClassFromString(@"SPUStandardUpdaterController");
         controller_ = [[found alloc] initWithStartingUpdater:YES updaterDelegate:nil userDriverDelegate:nil];
     }
     [controller_ checkForUpdates:nil];
+    return controller_ != nil;
 }
 
 }  // namespace velko

@@ -1,17 +1,4 @@
-#include <chrono>
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <memory>
-#include <string>
-
-#include "Simulator/LibplistReader.h"
-#include "Simulator/SimulatedMac.h"
-#include "Velko/AppDelegate.h"
-#include "Velko/Log.h"
-#include "VelkoCore/LayoutExport.h"
-#include "VelkoCore/LayoutStore.h"
-#include "VelkoEngine/AssessmentEngine.h"
-#include "tests/TemporaryFolder.h"
+#include "tests/Velko/ProgramOnMac.h"
 
 namespace velko {
 namespace {
@@ -19,51 +6,7 @@ namespace {
 using namespace std::chrono_literals;
 using Policy = Application::Policy;
 
-/// The whole program, launched and quit as a desktop does it.
-class AppDelegateTest : public testing::Test {
- protected:
-    ~AppDelegateTest() override { mac.surfaces.forget(); }
-
-    void launch(const Layout& layout = {}) {
-        ASSERT_TRUE(LayoutStore(file()).save(layout));
-        launchAgain();
-    }
-    void launchAgain() {
-        app = std::make_unique<AppDelegate>(AppDelegate::Parts{
-            .controller = {.platform = mac.platform(),
-                           .ports = mac.appPorts(),
-                           .log = log,
-                           .store = LayoutStore(file()),
-                           .engine = std::make_unique<AssessmentEngine>(mac.platform()),
-                           .info = {.version = "1.2", .bundlePath = "/Applications/Velko.app"}},
-            .propertyLists = propertyLists,
-            .homeFolder = home});
-        app->didFinishLaunching();
-        mac.advance(500ms);
-    }
-    void quit() {
-        app->willTerminate();
-        mac.advance(1s);
-        app.reset();
-        mac.surfaces.forget();
-    }
-
-    [[nodiscard]] std::filesystem::path file() const { return folder.path() / "layout.json"; }
-    [[nodiscard]] SimulatedSurface& surface(Surfaces::Kind kind) { return mac.surfaces.surface(kind); }
-    [[nodiscard]] std::size_t placeInLog(const std::string& text) const { return log.text().find(text); }
-    [[nodiscard]] static Layout setUp() {
-        Layout layout;
-        layout.hasCompletedSetup = true;
-        return layout;
-    }
-
-    TemporaryFolder folder;
-    SimulatedMac mac;
-    LibplistReader propertyLists;
-    std::filesystem::path home = folder.path();
-    Log log{mac.mainThread, folder.path() / "Velko.log"};
-    std::unique_ptr<AppDelegate> app;
-};
+class AppDelegateTest : public ProgramOnMac {};
 
 TEST_F(AppDelegateTest, SwitchesLaunchAtLoginOnExactlyOnce) {
     launch(setUp());
@@ -101,6 +44,13 @@ TEST_F(AppDelegateTest, StartsInOrder) {
     EXPECT_FALSE(surface(Surfaces::Kind::setup).isOpen());
     mac.advance(1ms);
     EXPECT_TRUE(surface(Surfaces::Kind::setup).isOpen());
+}
+
+TEST_F(AppDelegateTest, OpensNoSetupThatIsCompleteByThen) {
+    launch();
+    app->controller().completeSetup({});
+    mac.advance(3s);
+    EXPECT_FALSE(surface(Surfaces::Kind::setup).isOpen());
 }
 
 TEST_F(AppDelegateTest, SortsByWhatAnotherOrganiserLeft) {
@@ -175,6 +125,27 @@ TEST_F(AppDelegateTest, AsksBeforeItImportsAFileThatWasOpened) {
     mac.dialogs.answer(true);
     mac.advance(100ms);
     EXPECT_EQ(app->controller().values().layout.section("com.example.travelled"), Section::buried);
+}
+
+TEST_F(AppDelegateTest, AsksAboutOneFileAfterTheOther) {
+    launch(setUp());
+    const auto answer = [&](const char* title) {
+        ASSERT_NE(mac.dialogs.question(), nullptr) << title;
+        EXPECT_EQ(mac.dialogs.question()->title, title);
+        mac.dialogs.answer(true);
+        mac.advance(100ms);
+    };
+    app->controller().transfer().exportLayout();
+    app->openFile(folder.path() / "First.velko");
+    EXPECT_EQ(mac.dialogs.question(), nullptr) << "a panel is open";
+    mac.dialogs.choose(std::nullopt);
+    mac.advance(100ms);
+    app->openFile(folder.path() / "Second.velko");
+    app->openFile(folder.path() / "First.velko");
+    answer("Use the layout “First”?");
+    answer("Use the layout “Second”?");
+    EXPECT_EQ(mac.dialogs.question(), nullptr) << "asked about once is enough";
+    EXPECT_EQ(mac.dialogs.alerts().size(), 2U) << "neither is there";
 }
 
 }  // namespace

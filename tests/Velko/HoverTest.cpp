@@ -44,6 +44,9 @@ class HoverTest : public FacesOnMac {
         velko->preferences().setReveal(
             {.autoTuckSeconds = 0, .otherStyle = RevealStyle::shelf, .hover = true});
     }
+    [[nodiscard]] bool shelfTakesKeyboard() {
+        return mac.surfaces.surface(Surfaces::Kind::shelf).opening()->takesKeyboard;
+    }
 
     const Point desk{.x = 600, .y = 500};
     const Point farInBar{.x = 300, .y = 1070};
@@ -97,6 +100,8 @@ TEST_F(HoverTest, LeavesWhatAClickHasRevealed) {
     moveTo(onBroom(), 350ms);
     EXPECT_FALSE(isRevealed()) << "the click that closed the shelf is too near";
     toggle();
+    pass(10ms);
+    EXPECT_TRUE(shelfTakesKeyboard());
     moveTo(desk, 5s);
     EXPECT_TRUE(isRevealed());
 }
@@ -152,6 +157,7 @@ TEST_F(HoverTest, KnowsTheBarOfEveryScreenAndTheShelf) {
     EXPECT_FALSE(isRevealed());
     useShelf();
     moveTo(onBroom(), 1s);
+    EXPECT_FALSE(shelfTakesKeyboard()) << "somebody may be typing";
     glideTo(beside(0, 60), 200ms);
     pass(5s);
     EXPECT_TRUE(isRevealed()) << "on the shelf";

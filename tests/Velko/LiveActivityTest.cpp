@@ -66,6 +66,12 @@ TEST_F(LiveActivityTest, CountsForNothingWhenTheUserDoesNotWantIt) {
     EXPECT_FALSE(showsTucked());
     velko->preferences().setShowLiveActivities(true);
     EXPECT_TRUE(showsTucked());
+    Layout edited = values().layout;
+    edited.showLiveActivities = false;
+    ASSERT_TRUE(LayoutStore(file()).save(edited));
+    velko->loadLayout();
+    pass(500ms);
+    EXPECT_FALSE(showsTucked()) << "also when the file says so";
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ TEST_F(NoteTest, AsksAboutNewIconsAndSuggestions) {
     EXPECT_TRUE(saved().alwaysKeep.contains("app.dusty"));
     mac.quit(wind);
     pass(1s);
-    EXPECT_THAT(read(), IsSupersetOf({"(Show me: app.wind)", "Bury: app.wind"}));
+    EXPECT_THAT(read(), IsSupersetOf({"(Show me: Wind)", "Bury: Wind"}));
 }
 
 TEST_F(NoteTest, PutsANewIconWhereTheUserSaysAndCloses) {

@@ -42,6 +42,9 @@ TEST_F(PopOutTest, LetsAChangedTuckedIconOutForTenSeconds) {
     change(app, "3 new messages");
     pass(3s);
     EXPECT_TRUE(shows("com.example.tucked"));
+    velko->place("com.example.tucked", Section::buried);
+    pass(1s);
+    EXPECT_FALSE(shows("com.example.tucked")) << "what the user says counts at once";
 }
 
 TEST_F(PopOutTest, EndsAtOnceWhenSwitchedOffAndBeginsAnewWhenSwitchedOn) {

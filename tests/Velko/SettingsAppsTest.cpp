@@ -36,9 +36,52 @@ TEST_F(SettingsAppsTest, AreEveryAppWithIconsOrASectionByName) {
     launch("com.example.new");
     pass(20s);
     EXPECT_EQ(words("usage:com.example.new"), "New here. Where does it go?");
+    EXPECT_EQ(standing("section:com.example.new"), "") << "so that each of them is an answer";
+    set("section:com.example.new", std::int64_t{1});
+    EXPECT_TRUE(logged("[layout] com.example.new -> tucked (new icon answered)"));
     EXPECT_EQ(standing("section:com.example.new"), "Tucked");
-    set("section:com.example.new", std::int64_t{0});
-    EXPECT_TRUE(logged("[layout] com.example.new -> bar (new icon answered)"));
+}
+
+TEST_F(SettingsAppsTest, AreListedBySectionOnRequest) {
+    launch("com.example.1", "One", Section::bar);
+    launch("com.example.2", "Two", Section::tucked);
+    launch("com.example.3", "Three", Section::tucked);
+    startSettings();
+    EXPECT_EQ(std::get<view::Picker>(find("filter")->content).options,
+              (std::vector<std::string>{"All 3", "Bar 1", "Tucked 2", "Buried 0"}));
+    set("filter", std::int64_t{2});
+    EXPECT_EQ(names(), (std::vector<std::string>{"Three", "Two"}));
+    set("section:com.example.2", std::int64_t{0});
+    EXPECT_EQ(names(), std::vector<std::string>{"Three"});
+    openPage(1);
+    openPage(0);
+    EXPECT_EQ(standing("filter"), "Tucked 1") << "the window remembers";
+    set("filter", std::int64_t{3});
+    EXPECT_EQ(words("apps:empty"), "No app is buried.");
+}
+
+TEST_F(SettingsAppsTest, AreNotSaidToLackAnIconThatVelkoCannotSee) {
+    launch("com.example.app", "App", Section::tucked);
+    const ProcessID other = launch("com.example.other", "Other", Section::tucked);
+    mac.revokeTrust();
+    startSettings();
+    EXPECT_EQ(words("name:com.example.app"), "App");
+    EXPECT_EQ(find("usage:com.example.app"), nullptr);
+    mac.grantTrust();
+    pass(3s);
+    EXPECT_EQ(words("usage:com.example.app"), "40 MB");
+    mac.revokeTrust();
+    pass(3s);
+    mac.quit(other);
+    pass(31s);
+    EXPECT_EQ(words("usage:com.example.other"), "not running") << "what runs is known all the same";
+    EXPECT_EQ(words("usage:com.example.app"), "40 MB · 0% CPU");
+    const view::Menu menu = view::menuOf(*window().content(), "more:com.example.app");
+    EXPECT_FALSE(menu.at(0).isEnabled);
+    EXPECT_EQ(menu.at(0).help, "Velko hides nothing right now.");
+    mac.framework.installed = false;
+    restart();
+    EXPECT_EQ(find("usage:com.example.app"), nullptr);
 }
 
 TEST_F(SettingsAppsTest, SayWhatTheyUseAndWhetherThatIsALot) {
@@ -65,14 +108,18 @@ TEST_F(SettingsAppsTest, CanBeShownKeptAndAskedToQuit) {
     choose("com.example.app", 0);
     EXPECT_TRUE(shows("com.example.app"));
     EXPECT_FALSE(shows("com.example.other"));
+    EXPECT_EQ(words("shown:com.example.app"), "App is being shown");
     EXPECT_EQ(menu("more:com.example.app").at(0).title, "Stop Showing");
     choose("com.example.app", 0);
     EXPECT_FALSE(shows("com.example.app"));
+    EXPECT_EQ(find("shown:com.example.app"), nullptr);
     choose("com.example.app", 1);
+    EXPECT_EQ(words("kept:com.example.app"), "App is always kept here");
     EXPECT_TRUE(menu("more:com.example.app").at(1).isChecked);
     EXPECT_TRUE(saved().alwaysKeep.contains("com.example.app"));
     choose("com.example.app", 1);
     EXPECT_TRUE(saved().alwaysKeep.empty());
+    EXPECT_EQ(find("kept:com.example.app"), nullptr);
     mac.workspace.onTerminate = [&](ProcessID pid) { mac.quit(pid); };
     choose("com.example.app", 3);
     EXPECT_TRUE(logged("[health] asked App to quit"));
@@ -81,6 +128,7 @@ TEST_F(SettingsAppsTest, CanBeShownKeptAndAskedToQuit) {
     EXPECT_EQ(words("name:com.example.app"), "App") << "it is installed still";
     const view::Menu gone = menu("more:com.example.gone");
     EXPECT_FALSE(gone.at(0).isEnabled || gone.at(3).isEnabled);
+    EXPECT_EQ(gone.at(3).help, "com.example.gone isn't running.");
 }
 
 TEST_F(SettingsAppsTest, AreNeverMissingWithoutAReason) {

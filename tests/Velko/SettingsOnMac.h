@@ -33,6 +33,7 @@ class SettingsOnMac : public VelkoOnMac {
             FaceParts{.controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log});
         settings->onVisibilityChange = [this] { ++visibilityChanges; };
         settings->onResort = [this] { ++resorts; };
+        settings->onPermission = [this] { ++permissionsAskedFor; };
         settings->show();
     }
 
@@ -74,7 +75,7 @@ class SettingsOnMac : public VelkoOnMac {
             return toggle->isOn ? "on" : "off";
         }
         const auto& picker = std::get<view::Picker>(node->content);
-        return picker.options.at(picker.selected);
+        return picker.selected == view::Picker::nothing ? "" : picker.options.at(picker.selected);
     }
 
     /// Picks from the "•••" menu of an app.
@@ -86,6 +87,7 @@ class SettingsOnMac : public VelkoOnMac {
     std::optional<SettingsController> settings;
     int visibilityChanges = 0;
     int resorts = 0;
+    int permissionsAskedFor = 0;
 };
 
 }  // namespace velko

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,7 @@ class SetupOnMac : public VelkoOnMac {
         setup->makeSession = [this] { return session(); };
         setup->imported = [this] { return found; };
         setup->apply = [this](const auto& sections) { velko->completeSetup(sections); };
+        velko->onChange = [this] { setup->sync(); };
         setup->show();
     }
 
@@ -73,6 +75,41 @@ class SetupOnMac : public VelkoOnMac {
     std::optional<ImportedLayout> found;
     std::optional<SetupController> setup;
     int visibilityChanges = 0;
+};
+
+/// With three apps to sort, of which Velko knows when two were clicked last.
+class SetupOfThreeApps : public SetupOnMac {
+ protected:
+    SetupOfThreeApps() : SetupOnMac(false) {}
+
+    void SetUp() override {
+        for (const char* name : {"chat", "clock", "vpn"}) {
+            mac.launch(
+                {.bundleID = std::string("com.example.") + name, .name = name, .icons = {{.title = name}}});
+        }
+        layout.lastClicked["com.example.chat"] =
+            floorToSeconds(mac.mainThread.date()) - std::chrono::days(40);
+        layout.lastClicked["com.example.clock"] =
+            floorToSeconds(mac.mainThread.date()) - std::chrono::days(1);
+    }
+
+    /// The cards, in a Velko that has the permission already.
+    void startSorting() {
+        mac.grantTrust();
+        startSetup();
+        ASSERT_TRUE(press(Key::enter));
+    }
+
+    [[nodiscard]] std::string card() {
+        return step() != "setup:sort"
+                   ? step()
+                   : words("sort:place") + " " + words("sort:name") + ": " + words("sort:reason");
+    }
+
+    void close() {
+        window().dismiss(Surface::Dismissal::closeButton);
+        pass(std::chrono::seconds(1));
+    }
 };
 
 }  // namespace velko

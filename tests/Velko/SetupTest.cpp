@@ -5,39 +5,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class SetupTest : public SetupOnMac {
- protected:
-    SetupTest() : SetupOnMac(false) {}
-
-    void SetUp() override {
-        for (const char* name : {"chat", "clock", "vpn"}) {
-            mac.launch(
-                {.bundleID = std::string("com.example.") + name, .name = name, .icons = {{.title = name}}});
-        }
-        layout.lastClicked["com.example.chat"] =
-            floorToSeconds(mac.mainThread.date()) - std::chrono::days(40);
-        layout.lastClicked["com.example.clock"] =
-            floorToSeconds(mac.mainThread.date()) - std::chrono::days(1);
-    }
-
-    /// The cards, in a Velko that has the permission already.
-    void startSorting() {
-        mac.grantTrust();
-        startSetup();
-        ASSERT_TRUE(press(Key::enter));
-    }
-
-    [[nodiscard]] std::string card() {
-        return step() != "setup:sort"
-                   ? step()
-                   : words("sort:place") + " " + words("sort:name") + ": " + words("sort:reason");
-    }
-
-    void close() {
-        window().dismiss(Surface::Dismissal::closeButton);
-        pass(1s);
-    }
-};
+using SetupTest = SetupOfThreeApps;
 
 TEST_F(SetupTest, GoesFromFirstLaunchToATidyBarByKeyboardAlone) {
     startSetup();
@@ -62,6 +30,12 @@ TEST_F(SetupTest, GoesFromFirstLaunchToATidyBarByKeyboardAlone) {
     EXPECT_TRUE(press('1') && press(Key::enter) && press('3'));
     EXPECT_EQ(words("summary:counts"), "1 in the bar, 1 tucked, 1 buried.");
     EXPECT_TRUE(shows("com.example.chat")) << "nothing happens before it is applied";
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(words("done:where"), "Right now every icon shows.") << "the system has not answered yet";
+    pass(1s);
+    EXPECT_EQ(step() + ": " + words("done:title"), "setup:done: Your menu bar is tidy");
+    EXPECT_EQ(words("done:where"), "1 icon is behind the broom. Click it to see it.");
+    EXPECT_EQ(words("done:else"), "Option-click it to see the buried one too.");
     EXPECT_TRUE(press(Key::enter));
     pass(1s);
     EXPECT_FALSE(setup->isShown());
@@ -109,82 +83,25 @@ TEST_F(SetupTest, LosesAndChangesNothingWhenTheUserLeavesHalfWay) {
     EXPECT_EQ(card(), "1 of 4 new: Suggested by app type") << "what came since is asked first";
     EXPECT_TRUE(press('1'));
     EXPECT_EQ(card(), "2 of 4 vpn: Your choice before");
-    EXPECT_TRUE(press(Key::enter) && press(Key::enter) && press(Key::enter) && press(Key::enter));
+    EXPECT_TRUE(press('r') && press(Key::enter)) << "accepting the rest is no other answer";
     pass(1s);
     EXPECT_EQ(saved().section("com.example.vpn"), Section::buried);
     EXPECT_EQ(saved().section("com.example.clock"), Section::bar);
-}
-
-TEST_F(SetupTest, TakesOverWhatAnotherOrganiserLeftOnlyWhenTheUserWantsIt) {
-    for (const bool takes : {false, true}) {
-        mac.surfaces.forget();
-        found = ImportedLayout{.source = "Ice", .sections = {}, .autoTuckSeconds = 15, .hover = true};
-        startSorting();
-        EXPECT_EQ(step(), "setup:found");
-        EXPECT_EQ(words("found:title"), "You come from Ice");
-        EXPECT_EQ(
-            words("found:places"),
-            "The places of your icons can't be taken over: Ice keeps none that Velko can read. You sort "
-            "them yourself, card by card.");
-        EXPECT_EQ(words("found:time"), "How long icons stay out can be taken over: 15 seconds.");
-        EXPECT_TRUE(takes ? press(Key::enter) : press('k'));
-        EXPECT_TRUE(press('r'));
-        EXPECT_EQ(words("summary:timing"), takes ? "With Ice's timing." : "");
-        EXPECT_EQ(values().layout.reveal, RevealSettings());
-        EXPECT_TRUE(press(Key::enter));
-        pass(1s);
-        EXPECT_EQ(saved().reveal.autoTuckSeconds, takes ? 15 : 6);
-        EXPECT_EQ(saved().reveal.hover, takes);
-    }
-}
-
-TEST_F(SetupTest, ProposesThePlacesThatAnotherOrganiserLeft) {
-    found = ImportedLayout{.source = "Bartender",
-                           .sections = {{"com.example.vpn", Section::buried}},
-                           .autoTuckSeconds = {},
-                           .hover = {}};
-    startSorting();
-    EXPECT_EQ(words("found:places"),
-              "The places of 1 app can be taken over: 0 in the bar, 0 tucked, 1 buried. They stand as "
-              "suggestions on your cards.");
-    EXPECT_EQ(
-        words("found:time"),
-        "How long icons stay out can't be taken over: Bartender doesn't say. With Velko it is 6 seconds.");
-    EXPECT_TRUE(press(Key::enter));
-    EXPECT_EQ(card(), "1 of 3 vpn: From Bartender");
-    EXPECT_EQ(words("sort:buried"), "vpn: Bury, proposed");
-    EXPECT_TRUE(press(Key::leftArrow));
-    EXPECT_EQ(step(), "setup:found");
-}
-
-TEST_F(SetupTest, BeginsWithTheCardsWhenTheUserSortsAgain) {
-    layout.hasCompletedSetup = true;
-    layout.place("com.example.vpn", Section::tucked);
-    mac.grantTrust();
-    startSetup();
-    EXPECT_EQ(window().opening()->title, "Sort Your Menu Bar");
-    EXPECT_EQ(card(), "1 of 3 vpn: From your current layout");
-    EXPECT_FALSE(press(Key::leftArrow)) << "there is nothing before the first card";
-    setup->show();
-    EXPECT_EQ(window().raised(), 1);
-    EXPECT_TRUE(press('1') && press('r') && press(Key::enter));
-    pass(1s);
-    EXPECT_TRUE(shows("com.example.vpn"));
-    EXPECT_FALSE(shows("com.example.chat"));
-    setup->show();
-    EXPECT_EQ(card(), "1 of 3 vpn: From your current layout") << "a new sort begins anew";
 }
 
 TEST_F(SetupTest, SaysWhyThereIsNothingToSort) {
     layout.hasCompletedSetup = true;
     startSetup();
     EXPECT_EQ(words("waiting:why"), "Velko can't look at your menu bar until you give it permission.");
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(mac.workspace.openedURLs().size(), 1U);
     mac.grantTrust();
     mac.hang(mac.workspace.pids("com.example.vpn").front(), true);
     pass(1s);
     EXPECT_EQ(words("waiting:why"), "Looking at your menu bar…");
+    EXPECT_FALSE(press(Key::enter)) << "the cards come by themselves";
     pass(1s);
-    EXPECT_EQ(card(), "1 of 2 clock: From your current layout") << "the cards come by themselves";
+    EXPECT_EQ(card(), "1 of 2 clock: From your current layout");
     for (const char* app : {"com.example.vpn", "com.example.clock", "com.example.chat"}) {
         mac.quit(mac.workspace.pids(app).front());
     }
@@ -193,6 +110,24 @@ TEST_F(SetupTest, SaysWhyThereIsNothingToSort) {
     EXPECT_EQ(words("summary:counts"),
               "No app has an icon in your menu bar right now. When one moves in, it shows up here.");
     EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(words("done:where"), "Every icon stays in the bar.");
+}
+
+TEST_F(SetupTest, CanBeClosedWhereNothingCanBeSorted) {
+    layout.hasCompletedSetup = true;
+    mac.framework.installed = false;
+    startSetup();
+    EXPECT_EQ(words("waiting:why"), "Velko can't look at your menu bar: this macOS build isn't supported.");
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_FALSE(setup->isShown());
+}
+
+TEST_F(SetupTest, GoesWhenTheSetupIsCompletedInAnotherWay) {
+    startSetup();
+    velko->completeSetup({});
+    pass(1s);
+    EXPECT_FALSE(setup->isShown());
+    EXPECT_EQ(visibilityChanges, 2);
 }
 
 TEST_F(SetupTest, MovesOnlyWhileTheWelcomeShows) {

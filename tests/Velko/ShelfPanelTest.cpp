@@ -122,7 +122,8 @@ TEST_F(ShelfPanelTest, SaysWhyItIsEmpty) {
     EXPECT_EQ(read().back(), "Nothing is tucked yet. You can choose what to tuck in Settings.");
     velko->place("app.b", Section::buried);
     pass(1s);
-    EXPECT_EQ(read().back(), "Nothing is tucked. Option-click the broom to see what's buried.");
+    EXPECT_EQ(read().back(),
+              "Nothing is tucked, but some apps are buried. Close this, then Option-click the broom.");
     mac.revokeTrust();
     pass(10s);
     EXPECT_EQ(read().back(), "Everything is out in the menu bar for now.");

@@ -44,5 +44,16 @@ TEST_F(ShowMeTest, EndsWithAClickOnTheBroomWhichDoesNothingElse) {
     EXPECT_FALSE(logged("show me done"));
 }
 
+TEST_F(ShowMeTest, GivesWayToAnAppThatIsOpened) {
+    launch("com.example.tucked", Section::tucked);
+    start();
+    velko->showMe().start("com.example.buried");
+    pass(1s);
+    velko->open("com.example.tucked");
+    pass(500ms);
+    EXPECT_TRUE(shows("com.example.tucked")) << "its menu hangs from its icon";
+    EXPECT_TRUE(mac.windows.menuOwner().has_value());
+}
+
 }  // namespace
 }  // namespace velko

@@ -1,4 +1,8 @@
+#include <filesystem>
 #include <fstream>
+#include <string>
+#include <unistd.h>
+#include <vector>
 
 #include "tests/Velko/VelkoOnMac.h"
 
@@ -56,6 +60,36 @@ TEST_F(StartTest, ShowsEverythingWhenTheFileCannotBeReadAndPutsItAsideBeforeTheF
     EXPECT_TRUE(logged("[layout] unreadable file kept as " + aside.string()));
     velko->loadLayout();
     EXPECT_TRUE(values().health().isOk());
+}
+
+TEST_F(StartTest, MakesGoodWhenItQuitsWhatCouldNotBeSaved) {
+    write("broken");
+    startWithFileAsItIs();
+    std::vector<std::filesystem::path> inTheWay;
+    for (int number = 0; number < 100; ++number) {
+        inTheWay.push_back(file().parent_path() /
+                           (".velko-save-" + std::to_string(::getpid()) + "-" + std::to_string(number)));
+        writeFile(inTheWay.back(), "");
+    }
+    velko->place("com.example.tucked", Section::buried);
+    pass(2s);
+    velko->place("com.example.tucked", Section::bar);
+    EXPECT_EQ(timesLogged("[layout] save failed: "), 2);
+    EXPECT_EQ(timesLogged("[layout] unreadable file kept as "), 1);
+    for (const auto& each : inTheWay) {
+        std::filesystem::remove(each);
+    }
+    velko->quit();
+    EXPECT_EQ(saved(), values().layout);
+}
+
+TEST_F(StartTest, EndsRatherThanRunOffTheMainThread) {
+    start();
+    const auto run = [&] {
+        velko->toggle();
+        return 0;
+    };
+    EXPECT_DEATH(mac.mainThread.background(run, [](int) {}).detach(), "off the main thread");
 }
 
 TEST_F(StartTest, SaysSoWhenTheSystemCannotHide) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "Velko/Broom/StatusMenus.h"
 #include "tests/Velko/BroomOnMac.h"
 
 namespace velko {
@@ -75,6 +76,9 @@ TEST_F(StatusMenusTest, PutWhatIsWrongFirst) {
                 "--", "(Move Velko to Applications so its icon stays visible.)", "--"});
     ASSERT_TRUE(mac.statusItem.chooseFromMenu("Open Device Control and Data Access…"));
     EXPECT_THAT(mac.workspace.openedURLs(), ElementsAre(EndsWith("Privacy_Accessibility")));
+    const view::Menu menu = StatusMenus::mainMenu({*velko, mac.platform(), mac.appPorts(), log}, {});
+    EXPECT_EQ(menu.at(5).help, "No app in the menu bar is tucked or buried.");
+    EXPECT_EQ(menu.at(8).help, *mac.updater.reason);
 
     bundlePath = "/Applications/Velko.app";
     write("not a layout");

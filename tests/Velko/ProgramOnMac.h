@@ -1,0 +1,66 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+#include "Simulator/LibplistReader.h"
+#include "Simulator/SimulatedMac.h"
+#include "Velko/AppDelegate.h"
+#include "Velko/Log.h"
+#include "VelkoCore/LayoutExport.h"
+#include "VelkoCore/LayoutStore.h"
+#include "VelkoEngine/AssessmentEngine.h"
+#include "tests/TemporaryFolder.h"
+
+namespace velko {
+
+/// The whole program, launched and quit as a desktop does it.
+class ProgramOnMac : public testing::Test {
+ protected:
+    ~ProgramOnMac() override { mac.surfaces.forget(); }
+
+    void launch(const Layout& layout = {}) {
+        ASSERT_TRUE(LayoutStore(file()).save(layout));
+        launchAgain();
+    }
+    void launchAgain() {
+        app = std::make_unique<AppDelegate>(AppDelegate::Parts{
+            .controller = {.platform = mac.platform(),
+                           .ports = mac.appPorts(),
+                           .log = log,
+                           .store = LayoutStore(file()),
+                           .engine = std::make_unique<AssessmentEngine>(mac.platform()),
+                           .info = {.version = "1.2", .bundlePath = "/Applications/Velko.app"}},
+            .propertyLists = propertyLists,
+            .homeFolder = home});
+        app->didFinishLaunching();
+        mac.advance(std::chrono::milliseconds(500));
+    }
+    void quit() {
+        app->willTerminate();
+        mac.advance(std::chrono::seconds(1));
+        app.reset();
+        mac.surfaces.forget();
+    }
+
+    [[nodiscard]] std::filesystem::path file() const { return folder.path() / "layout.json"; }
+    [[nodiscard]] SimulatedSurface& surface(Surfaces::Kind kind) { return mac.surfaces.surface(kind); }
+    [[nodiscard]] std::size_t placeInLog(const std::string& text) const { return log.text().find(text); }
+    [[nodiscard]] static Layout setUp() {
+        Layout layout;
+        layout.hasCompletedSetup = true;
+        return layout;
+    }
+
+    TemporaryFolder folder;
+    SimulatedMac mac;
+    LibplistReader propertyLists;
+    std::filesystem::path home = folder.path();
+    Log log{mac.mainThread, folder.path() / "Velko.log"};
+    std::unique_ptr<AppDelegate> app;
+};
+
+}  // namespace velko

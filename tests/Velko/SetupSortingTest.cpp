@@ -1,0 +1,142 @@
+#include <algorithm>
+#include <iterator>
+
+#include "tests/Velko/SetupOnMac.h"
+
+namespace velko {
+namespace {
+
+using namespace std::chrono_literals;
+
+class SetupSortingTest : public SetupOfThreeApps {
+ protected:
+    /// What is said of another organiser's settings, line by line.
+    [[nodiscard]] std::vector<std::string> whatIsFound() {
+        std::vector<std::string> lines;
+        for (const char* list : {"found:along", "found:behind"}) {
+            std::ranges::copy(reading(*view::find(*window().content(), list)), std::back_inserter(lines));
+        }
+        return lines;
+    }
+};
+
+TEST_F(SetupSortingTest, TakesOverWhatAnotherOrganiserLeftOnlyWhenTheUserWantsIt) {
+    for (const bool takes : {false, true}) {
+        mac.surfaces.forget();
+        found = ImportedLayout{.source = "Ice", .sections = {}, .autoTuckSeconds = 15, .hover = true};
+        startSorting();
+        EXPECT_EQ(step(), "setup:found");
+        EXPECT_EQ(words("found:title"), "You come from Ice");
+        EXPECT_EQ(whatIsFound(), (std::vector<std::string>{
+                                     "Comes along", "Icons stay out for 15 seconds",
+                                     "Icons come out when the pointer rests on the broom", "Stays behind",
+                                     "The places of your icons: you sort them card by card",
+                                     "Single icons, hot keys and colours: Velko hides whole apps"}));
+        EXPECT_TRUE(takes ? press(Key::enter) : press('k'));
+        EXPECT_EQ(words("sort:take"), "Keep in the Bar");
+        EXPECT_TRUE(press('r'));
+        EXPECT_EQ(words("summary:timing"), takes ? "With Ice's timing." : "");
+        EXPECT_EQ(values().layout.reveal, RevealSettings());
+        EXPECT_TRUE(press(Key::enter));
+        pass(1s);
+        EXPECT_EQ(saved().reveal.autoTuckSeconds, takes ? 15 : 6);
+        EXPECT_EQ(saved().reveal.hover, takes);
+    }
+}
+
+TEST_F(SetupSortingTest, ProposesThePlacesThatAnotherOrganiserLeft) {
+    found = ImportedLayout{.source = "Bartender",
+                           .sections = {{"com.example.vpn", Section::buried},
+                                        {"com.example.gone", Section::bar},
+                                        {"com.example.rare", Section::tucked},
+                                        {"com.apple.systemuiserver", Section::buried}},
+                           .autoTuckSeconds = {},
+                           .hover = {}};
+    startSorting();
+    EXPECT_EQ(whatIsFound(),
+              (std::vector<std::string>{
+                  "Comes along", "The places of 1 app: 0 in the bar, 0 tucked, 1 buried", "Stays behind",
+                  "2 apps without an icon now: you sort them when they move in",
+                  "How long icons stay out: Bartender doesn't say",
+                  "Whether resting the pointer shows them: Bartender doesn't say",
+                  "Single icons, hot keys and colours: Velko hides whole apps"}))
+        << "no more than the cards propose";
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(card(), "1 of 3 vpn: From Bartender");
+    EXPECT_EQ(words("sort:buried"), "vpn: Bury, proposed");
+    EXPECT_TRUE(press(Key::leftArrow));
+    EXPECT_EQ(step(), "setup:found");
+}
+
+TEST_F(SetupSortingTest, BeginsWithTheCardsWhenTheUserSortsAgain) {
+    layout.hasCompletedSetup = true;
+    layout.place("com.example.vpn", Section::tucked);
+    mac.grantTrust();
+    startSetup();
+    EXPECT_EQ(window().opening()->title, "Sort Your Menu Bar");
+    EXPECT_EQ(card(), "1 of 3 vpn: From your current layout");
+    EXPECT_FALSE(press(Key::leftArrow)) << "there is nothing before the first card";
+    setup->show();
+    EXPECT_EQ(window().raised(), 1);
+    EXPECT_EQ(view::find(*window().content(), "setup:back"), nullptr);
+    EXPECT_TRUE(press('1') && press('r') && press(Key::enter));
+    pass(1s);
+    EXPECT_TRUE(shows("com.example.vpn"));
+    EXPECT_FALSE(shows("com.example.chat"));
+    EXPECT_EQ(step(), "setup:done");
+    setup->show();
+    EXPECT_EQ(card(), "1 of 3 vpn: From your current layout") << "a new sort begins anew";
+}
+
+TEST_F(SetupSortingTest, ForgetsAnswersThatAreOlderThanWhereTheUserPutTheApp) {
+    layout.hasCompletedSetup = true;
+    layout.askAboutNewIcons = false;
+    layout.place("com.example.vpn", Section::bar);
+    layout.place("com.example.clock", Section::tucked);
+    mac.grantTrust();
+    startSetup();
+    EXPECT_TRUE(press('1') && press('r'));
+    close();
+    velko->place("com.example.vpn", Section::buried);
+    setup->show();
+    EXPECT_EQ(card(), "1 of 3 vpn: From your current layout") << "answered, and placed by hand since";
+    EXPECT_EQ(words("sort:take"), "Bury");
+    EXPECT_TRUE(press(Key::enter) && press('r'));
+    velko->place("com.example.clock", Section::bar);
+    pass(100ms);
+    EXPECT_EQ(card(), "2 of 3 clock: From your current layout") << "the window is open all the while";
+    EXPECT_TRUE(press('r'));
+    close();
+    velko->open("com.example.chat");
+    setup->show();
+    EXPECT_EQ(card(), "3 of 3 chat: Last clicked today") << "accepted, when the suggestion was another";
+    EXPECT_TRUE(press(Key::enter) && press(Key::enter));
+    pass(1s);
+    EXPECT_EQ(saved().sections, (std::map<BundleID, Section>{{"com.example.chat", Section::bar},
+                                                             {"com.example.clock", Section::bar},
+                                                             {"com.example.vpn", Section::buried}}));
+}
+
+TEST_F(SetupSortingTest, TellsWhatIsOutOfSight) {
+    layout.hasCompletedSetup = true;
+    mac.launch({.bundleID = "com.example.two", .name = "two", .icons = {{.title = "a"}, {.title = "b"}}});
+    mac.grantTrust();
+    const auto sortAll = [&](char key) {
+        setup->show();
+        while (step() == "setup:sort") {
+            EXPECT_TRUE(press(key));
+        }
+        EXPECT_TRUE(press(Key::enter));
+        pass(1s);
+        return words("done:title") + ": " + words("done:where");
+    };
+    startSetup();
+    EXPECT_EQ(sortAll('2'), "Your menu bar is tidy: 5 icons are behind the broom. Click it to see them.");
+    EXPECT_EQ(sortAll('3'), "Your menu bar is tidy: 5 icons are buried. Option-click the broom to see them.");
+    EXPECT_EQ(sortAll('1'), "Your menu bar is tidy: Every icon stays in the bar.");
+    mac.framework.refusal = FrameworkError{.domain = "test", .code = 1, .description = "not today"};
+    EXPECT_EQ(sortAll('2'), "Your icons are sorted: Right now every icon shows.");
+}
+
+}  // namespace
+}  // namespace velko
