@@ -4,10 +4,10 @@
 #include <vector>
 
 /// The menus at the top of the screen while one of Velko's windows has the keyboard. Without them the keys
-/// that every Mac user knows would do nothing there.
+/// that every Mac user knows would do nothing there, in panels of the system's with fields to type in either.
 namespace velko::AppMenu {
 
-enum class Command { quit, closeWindow, minimizeWindow, copy, selectAll };
+enum class Command { hide, quit, closeWindow, minimizeWindow, undo, cut, copy, paste, selectAll };
 
 struct Entry {
     std::string title;

@@ -1,5 +1,6 @@
 # How every target of Velko is built: language, warnings, sanitizers, and the fences between rooms.
 
+include(${CMAKE_CURRENT_LIST_DIR}/BuildNumber.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/HeaderPackages.cmake)
 
 set(CMAKE_CXX_STANDARD 23)

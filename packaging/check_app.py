@@ -111,10 +111,13 @@ def check_pages(data, directory):
 def check_bundle(app, version):
     info = plistlib.loads((app / "Contents" / "Info.plist").read_bytes())
     wanted = {"CFBundleIdentifier": "app.velko.mac", "CFBundleExecutable": "Velko", "CFBundlePackageType": "APPL",
-              "LSUIElement": True, "LSMinimumSystemVersion": "27.0", "CFBundleShortVersionString": version,
-              "CFBundleVersion": version}
+              "LSUIElement": True, "LSMinimumSystemVersion": "27.0", "CFBundleShortVersionString": version}
     wrong = {key: info.get(key) for key, value in wanted.items() if info.get(key) != value}
-    expect("Info.plist says what the app is", not wrong, wrong or f"version {version}")
+    build = info.get("CFBundleVersion", "")
+    numbered = re.fullmatch(r"\d+(\.\d+){0,2}", build)
+    expect("Info.plist says what the app is", not wrong and numbered, wrong or f"version {version}, build {build}")
+    expect("it looks for updates only when asked", info.get("SUEnableAutomaticChecks") is False,
+           info.get("SUEnableAutomaticChecks"))
     types = info.get("UTExportedTypeDeclarations", [])
     expect("the layout's type is exported",
            [(t["UTTypeIdentifier"], t["UTTypeConformsTo"], t["UTTypeTagSpecification"]) for t in types]
@@ -128,7 +131,8 @@ def check_bundle(app, version):
 
 def check_zip(archive, app):
     with zipfile.ZipFile(archive) as packed:
-        names = {f"{app.name}/{path.relative_to(app)}" for path in app.rglob("*") if path.is_file()}
+        names = {f"{app.name}/{path.relative_to(app)}" for path in app.rglob("*")
+                 if path.is_symlink() or path.is_file()}
         mode = packed.getinfo(f"{app.name}/Contents/MacOS/Velko").external_attr >> 16
         expect("the zip holds the bundle", set(packed.namelist()) == names and packed.testzip() is None and mode & 0o111,
                f"{archive.name}, {archive.stat().st_size:,} bytes")

@@ -32,10 +32,10 @@ class ButtonLike : public NodeView {
 class PushButtonView final : public ButtonLike {
  public:
     explicit PushButtonView(const RenderContext& context)
-        : PushButtonView(context, [[TreeButton alloc] initWithFrame:NSRect{}]) {}
+        : PushButtonView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    PushButtonView(const RenderContext& context, TreeButton* button)
+    PushButtonView(const RenderContext& context, VLKTreeButton* button)
         : ButtonLike(button, context.actions, @selector(pressed:)), button_(button) {
         [button setButtonType:NSButtonTypeMomentaryPushIn];
         button.bezelStyle = NSBezelStylePush;
@@ -54,16 +54,16 @@ class PushButtonView final : public ButtonLike {
             button.shortcut == view::Shortcut{.key = view::Shortcut::Key::enter} ? @"\r" : @"";
     }
 
-    TreeButton* button_;
+    VLKTreeButton* button_;
 };
 
 class MenuButtonView final : public ButtonLike {
  public:
     explicit MenuButtonView(const RenderContext& context)
-        : MenuButtonView(context, [[TreeButton alloc] initWithFrame:NSRect{}]) {}
+        : MenuButtonView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    MenuButtonView(const RenderContext& context, TreeButton* button)
+    MenuButtonView(const RenderContext& context, VLKTreeButton* button)
         : ButtonLike(button, context.actions, @selector(menuAsked:)), button_(button) {
         [button setButtonType:NSButtonTypeMomentaryPushIn];
         button.bezelStyle = NSBezelStylePush;
@@ -75,16 +75,16 @@ class MenuButtonView final : public ButtonLike {
         button_.enabled = node.isEnabled;
     }
 
-    TreeButton* button_;
+    VLKTreeButton* button_;
 };
 
 class CheckboxView final : public ButtonLike {
  public:
     explicit CheckboxView(const RenderContext& context)
-        : CheckboxView(context, [[TreeButton alloc] initWithFrame:NSRect{}]) {}
+        : CheckboxView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    CheckboxView(const RenderContext& context, TreeButton* button)
+    CheckboxView(const RenderContext& context, VLKTreeButton* button)
         : ButtonLike(button, context.actions, @selector(toggled:)), button_(button) {
         [button setButtonType:NSButtonTypeSwitch];
     }
@@ -97,16 +97,16 @@ class CheckboxView final : public ButtonLike {
         button_.state = toggle.isOn ? NSControlStateValueOn : NSControlStateValueOff;
     }
 
-    TreeButton* button_;
+    VLKTreeButton* button_;
 };
 
 class AppTileView final : public ButtonLike {
  public:
     explicit AppTileView(const RenderContext& context)
-        : AppTileView(context, [[TileView alloc] initWithFrame:NSRect{}]) {}
+        : AppTileView(context, [[VLKTileView alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    AppTileView(const RenderContext& context, TileView* tile)
+    AppTileView(const RenderContext& context, VLKTileView* tile)
         : ButtonLike(tile, context.actions, @selector(pressed:)), icons_(context.icons), tile_(tile) {
         [tile setButtonType:NSButtonTypeMomentaryChange];
         tile.bordered = NO;
@@ -133,7 +133,7 @@ class AppTileView final : public ButtonLike {
     }
 
     AppIcons& icons_;
-    TileView* tile_;
+    VLKTileView* tile_;
 };
 
 }  // namespace

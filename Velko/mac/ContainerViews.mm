@@ -50,12 +50,12 @@ class FramedView final : public ContainerView {
  public:
     explicit FramedView(const RenderContext& context)
         : FramedView(context, makeColumn(titleSpacing), [NSTextField labelWithString:@""],
-                     [[GroupView alloc] initWithFrame:NSRect{}]) {}
+                     [[VLKGroupView alloc] initWithFrame:NSRect{}]) {}
 
     void arrange(const std::vector<Child>& children) override { StackViews::place(column_, children, 0); }
 
  private:
-    FramedView(const RenderContext& context, NSStackView* outer, NSTextField* title, GroupView* group)
+    FramedView(const RenderContext& context, NSStackView* outer, NSTextField* title, VLKGroupView* group)
         : ContainerView(outer, group), title_(title), group_(group), column_(makeColumn(innerSpacing)) {
         title.font = [NSFont systemFontOfSize:[NSFont systemFontSize] weight:NSFontWeightSemibold];
         group.translatesAutoresizingMaskIntoConstraints = NO;
@@ -81,7 +81,7 @@ class FramedView final : public ContainerView {
     }
 
     NSTextField* title_;
-    GroupView* group_;
+    VLKGroupView* group_;
     NSStackView* column_;
 };
 

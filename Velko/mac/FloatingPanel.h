@@ -7,7 +7,7 @@
 #import "Velko/mac/MacSurface.h"
 #include "Velko/mac/PanelMotion.h"
 
-@class SurfacePanel;
+@class VLKSurfacePanel;
 
 namespace velko {
 
@@ -26,7 +26,7 @@ class FloatingPanel final : public MacSurface {
     void move(const Place& place) override;
 
  private:
-    [[nodiscard]] bool present(const Opening& opening, TreeView* tree) override;
+    [[nodiscard]] bool present(const Opening& opening, VLKTreeView* tree) override;
     void resize(NSSize size) override;
     void dismantle() override;
     [[nodiscard]] NSWindow* window() const override;
@@ -35,7 +35,7 @@ class FloatingPanel final : public MacSurface {
     [[nodiscard]] NSRect target(NSSize size) const;
 
     Kind kind_;
-    SurfacePanel* panel_ = nil;
+    VLKSurfacePanel* panel_ = nil;
     std::optional<Place> place_;
     std::optional<PanelMotion> motion_;
 };

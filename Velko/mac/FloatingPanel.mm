@@ -7,12 +7,12 @@
 #include "VelkoEngine/mac/Conversions.h"
 
 /// A borderless panel that can have the keyboard, or cannot.
-@interface SurfacePanel : NSPanel
+@interface VLKSurfacePanel : NSPanel
 @property(nonatomic) BOOL takesKeyboard;
 @property(nonatomic) std::function<void()> cancelled;
 @end
 
-@implementation SurfacePanel
+@implementation VLKSurfacePanel
 
 - (BOOL)canBecomeKeyWindow {
     return self.takesKeyboard;
@@ -58,7 +58,7 @@ NSImage* roundedMask() {
     return mask;
 }
 
-NSView* background(TreeView* tree) {
+NSView* background(VLKTreeView* tree) {
     NSVisualEffectView* effect = [[NSVisualEffectView alloc] initWithFrame:tree.frame];
     effect.material = NSVisualEffectMaterialPopover;
     effect.blendingMode = NSVisualEffectBlendingModeBehindWindow;
@@ -69,8 +69,8 @@ NSView* background(TreeView* tree) {
     return effect;
 }
 
-SurfacePanel* makePanel(TreeView* tree) {
-    SurfacePanel* panel = [[SurfacePanel alloc]
+VLKSurfacePanel* makePanel(VLKTreeView* tree) {
+    VLKSurfacePanel* panel = [[VLKSurfacePanel alloc]
         initWithContentRect:tree.frame
                   styleMask:NSWindowStyleMaskBorderless | NSWindowStyleMaskNonactivatingPanel
                     backing:NSBackingStoreBuffered
@@ -94,7 +94,7 @@ SurfacePanel* makePanel(TreeView* tree) {
 
 }  // namespace
 
-bool FloatingPanel::present(const Opening& opening, TreeView* tree) {
+bool FloatingPanel::present(const Opening& opening, VLKTreeView* tree) {
     place_ = opening.place;
     panel_ = makePanel(tree);
     panel_.takesKeyboard = kind_ == Kind::shelf;
@@ -106,7 +106,10 @@ bool FloatingPanel::present(const Opening& opening, TreeView* tree) {
     }
     motion_.emplace(mainThread(), opening.motion, panel_, target(tree.frame.size));
     if (kind_ == Kind::shelf) {
-        [panel_ makeKeyAndOrderFront:nil];
+        [panel_ orderFrontRegardless];
+        if (opening.takesKeyboard) {
+            [panel_ makeKeyWindow];
+        }
         watchClicksOutside(true);
     } else {
         [panel_ orderFrontRegardless];
@@ -138,7 +141,7 @@ void FloatingPanel::move(const Place& place) {
 
 void FloatingPanel::dismantle() {
     motion_.reset();
-    SurfacePanel* panel = std::exchange(panel_, nil);
+    VLKSurfacePanel* panel = std::exchange(panel_, nil);
     panel.cancelled = nullptr;
     [panel orderOut:nil];
     // The user may have closed it with one of its buttons, which is not through with that yet.

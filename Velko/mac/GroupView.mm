@@ -2,7 +2,7 @@
 #import "Velko/mac/TreeViews.h"
 #include "VelkoEngine/mac/Conversions.h"
 
-@implementation GroupView {
+@implementation VLKGroupView {
     NSBox* _border;
     BOOL _isTarget;
 }

@@ -10,7 +10,21 @@ namespace {
 
 constexpr unichar enterOnKeypad = 0x03;
 constexpr unichar escapeKey = 0x1B;
+constexpr unichar upArrow = 0xF700;
+constexpr unichar downArrow = 0xF701;
 constexpr unichar leftArrow = 0xF702;
+constexpr unichar rightArrow = 0xF703;
+
+/// The key that went down alone, or with Shift.
+std::optional<unichar> plainKey(NSEvent* event) {
+    NSString* characters = event.charactersIgnoringModifiers;
+    const NSEventModifierFlags others =
+        NSEventModifierFlagCommand | NSEventModifierFlagControl | NSEventModifierFlagOption;
+    if (characters.length != 1 || (event.modifierFlags & others) != 0) {
+        return std::nullopt;
+    }
+    return [characters characterAtIndex:0];
+}
 
 bool isOwn(unichar key) {
     return (key >= 'a' && key <= 'z') || (key >= '0' && key <= '9');
@@ -37,13 +51,23 @@ std::optional<view::Shortcut> shortcut(unichar key) {
 }  // namespace
 
 std::optional<view::Shortcut> shortcutOf(NSEvent* event) {
-    NSString* characters = event.charactersIgnoringModifiers;
-    const NSEventModifierFlags others =
-        NSEventModifierFlagCommand | NSEventModifierFlagControl | NSEventModifierFlagOption;
-    if (characters.length != 1 || (event.modifierFlags & others) != 0) {
-        return std::nullopt;
+    const auto key = plainKey(event);
+    return key ? shortcut(*key) : std::nullopt;
+}
+
+std::optional<view::Arrow> arrowOf(NSEvent* event) {
+    switch (plainKey(event).value_or(0)) {
+        case leftArrow:
+            return view::Arrow::left;
+        case rightArrow:
+            return view::Arrow::right;
+        case upArrow:
+            return view::Arrow::up;
+        case downArrow:
+            return view::Arrow::down;
+        default:
+            return std::nullopt;
     }
-    return shortcut([characters characterAtIndex:0]);
 }
 
 bool isForControls(const view::Shortcut& shortcut) {

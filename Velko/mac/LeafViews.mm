@@ -1,3 +1,4 @@
+#include <optional>
 #include <variant>
 
 #import "Velko/mac/NodeView.h"
@@ -49,11 +50,19 @@ class TextView final : public NodeView {
 
     void update(const view::Node& node) override {
         const auto& text = std::get<view::Text>(node.content);
-        label_.font = font(text.style);
         label_.textColor = textColor(node, text);
-        label_.alignment = text.isCentred ? NSTextAlignmentCenter : NSTextAlignmentNatural;
-        label_.selectable = text.isSelectable;
-        // Setting it would take away what is marked in it.
+        // Setting any of these would take away what is marked in it.
+        if (style_ != text.style) {
+            style_ = text.style;
+            label_.font = font(text.style);
+        }
+        const NSTextAlignment alignment = text.isCentred ? NSTextAlignmentCenter : NSTextAlignmentNatural;
+        if (label_.alignment != alignment) {
+            label_.alignment = alignment;
+        }
+        if (label_.selectable != text.isSelectable) {
+            label_.selectable = text.isSelectable;
+        }
         NSString* words = native(text.text);
         if (![label_.stringValue isEqualToString:words]) {
             label_.stringValue = words;
@@ -65,6 +74,7 @@ class TextView final : public NodeView {
     }
 
     NSTextField* label_;
+    std::optional<view::Text::Style> style_;
 };
 
 /// What may be mere decoration: VoiceOver passes it when it has nothing to say.
@@ -126,16 +136,16 @@ class AppIconView final : public PictorialView {
 
 class DrawingView final : public PictorialView {
  public:
-    DrawingView() : DrawingView([[PictureView alloc] initWithFrame:NSRect{}]) {}
+    DrawingView() : DrawingView([[VLKPictureView alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    explicit DrawingView(PictureView* picture) : PictorialView(picture), picture_(picture) {}
+    explicit DrawingView(VLKPictureView* picture) : PictorialView(picture), picture_(picture) {}
 
     void update(const view::Node& node) override {
         picture_.drawing = std::get<view::Picture>(node.content).drawing;
     }
 
-    PictureView* picture_;
+    VLKPictureView* picture_;
 };
 
 class DividerView final : public NodeView {
@@ -158,10 +168,10 @@ class DividerView final : public NodeView {
 
 class GapView final : public NodeView {
  public:
-    GapView() : GapView([[SpacerView alloc] initWithFrame:NSRect{}]) {}
+    GapView() : GapView([[VLKSpacerView alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    explicit GapView(SpacerView* gap) : NodeView(gap, gap) {
+    explicit GapView(VLKSpacerView* gap) : NodeView(gap, gap) {
         for (const auto orientation :
              {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical}) {
             [gap setContentHuggingPriority:1 forOrientation:orientation];

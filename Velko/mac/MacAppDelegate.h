@@ -3,5 +3,5 @@
 #import <AppKit/AppKit.h>
 
 /// Puts the program together, and passes on what the desktop tells it.
-@interface MacAppDelegate : NSObject <NSApplicationDelegate>
+@interface VLKAppDelegate : NSObject <NSApplicationDelegate>
 @end

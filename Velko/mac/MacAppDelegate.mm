@@ -62,7 +62,7 @@ struct Program {
 
 }  // namespace
 
-@implementation MacAppDelegate {
+@implementation VLKAppDelegate {
     std::unique_ptr<Program> _program;
     // Opened before the program was there: those that it was started with.
     std::vector<std::filesystem::path> _waiting;

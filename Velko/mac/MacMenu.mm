@@ -6,12 +6,12 @@
 #include "VelkoEngine/mac/Conversions.h"
 
 /// What an item of a menu does.
-@interface MenuAction : NSObject
+@interface VLKMenuAction : NSObject
 - (instancetype)initWithAction:(std::function<void()>)action;
 - (void)run:(id)sender;
 @end
 
-@implementation MenuAction {
+@implementation VLKMenuAction {
     std::function<void()> _action;
 }
 
@@ -39,12 +39,20 @@ constexpr double iconPoints = 16;
 
 SEL selector(AppMenu::Command command) {
     switch (command) {
+        case AppMenu::Command::hide:
+            return @selector(hide:);
         case AppMenu::Command::quit:
             return @selector(terminate:);
         case AppMenu::Command::closeWindow:
             return @selector(performClose:);
         case AppMenu::Command::minimizeWindow:
             return @selector(performMiniaturize:);
+        case AppMenu::Command::undo:
+            return @selector(undo:);
+        case AppMenu::Command::cut:
+            return @selector(cut:);
+        case AppMenu::Command::paste:
+            return @selector(paste:);
         case AppMenu::Command::copy:
             return @selector(copy:);
         case AppMenu::Command::selectAll:
@@ -60,13 +68,14 @@ NSMenuItem* plainItem(const std::string& title, SEL action, NSString* key) {
 NSMenuItem* makeEntry(const view::MenuItem& entry, AppIcons& icons) {
     NSMenuItem* item = plainItem(entry.title, nullptr, @"");
     if (entry.action) {
-        MenuAction* action = [[MenuAction alloc] initWithAction:entry.action];
+        VLKMenuAction* action = [[VLKMenuAction alloc] initWithAction:entry.action];
         item.target = action;
         item.action = @selector(run:);
         // An item does not hold its target.
         item.representedObject = action;
     }
     item.image = entry.appIcon ? icons.icon(*entry.appIcon, iconPoints) : symbolImage(entry.symbol);
+    item.toolTip = entry.help.empty() ? nil : native(entry.help);
     item.enabled = entry.isEnabled;
     item.state = entry.isChecked ? NSControlStateValueOn : NSControlStateValueOff;
     if (!entry.submenu.empty()) {

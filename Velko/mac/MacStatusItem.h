@@ -5,7 +5,7 @@
 #include "Velko/Ports/StatusItem.h"
 #include "Velko/mac/Images.h"
 
-@class StatusItemTarget;
+@class VLKStatusItemTarget;
 
 namespace velko {
 
@@ -27,7 +27,7 @@ class MacStatusItem final : public StatusItem {
  private:
     AppIcons& icons_;
     NSStatusItem* item_ = nil;
-    StatusItemTarget* target_ = nil;
+    VLKStatusItemTarget* target_ = nil;
 };
 
 }  // namespace velko

@@ -9,13 +9,13 @@
 using Click = velko::StatusItem::Click;
 
 /// Hears the button, and the menu that hangs from the item while it is open.
-@interface StatusItemTarget : NSObject <NSMenuDelegate>
+@interface VLKStatusItemTarget : NSObject <NSMenuDelegate>
 - (instancetype)initWithItem:(NSStatusItem*)item clicked:(std::function<void(Click)>)clicked;
 - (void)clicked:(id)sender;
 - (void)open:(NSMenu*)menu;
 @end
 
-@implementation StatusItemTarget {
+@implementation VLKStatusItemTarget {
     NSStatusItem* _item;
     std::function<void(Click)> _clicked;
     // The last one stays until the next: what was chosen from it comes after it has closed.
@@ -33,10 +33,13 @@ using Click = velko::StatusItem::Click;
 }
 
 - (void)clicked:(id)sender {
-    // Without an event, as when VoiceOver presses the button, it is a plain click.
     NSEvent* event = [NSApplication sharedApplication].currentEvent;
-    const NSEventModifierFlags flags = event.modifierFlags | [NSEvent modifierFlags];
-    _clicked({.isRight = event.type == NSEventTypeRightMouseUp,
+    const BOOL isRight = event.type == NSEventTypeRightMouseUp;
+    const BOOL isByMouse = isRight || event.type == NSEventTypeLeftMouseUp;
+    // Whoever presses by VoiceOver holds its keys, Control and Option, and means a plain click.
+    const BOOL isByVoiceOver = !isByMouse && [NSWorkspace sharedWorkspace].voiceOverEnabled;
+    const NSEventModifierFlags flags = isByVoiceOver ? 0 : event.modifierFlags | [NSEvent modifierFlags];
+    _clicked({.isRight = isRight,
               .option = (flags & NSEventModifierFlagOption) != 0,
               .control = (flags & NSEventModifierFlagControl) != 0});
 }
@@ -82,7 +85,7 @@ void MacStatusItem::install(const std::string& autosaveName, const std::string& 
                             std::function<void(Click)> clicked) {
     item_ = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
     item_.autosaveName = velko::native(autosaveName);
-    target_ = [[StatusItemTarget alloc] initWithItem:item_ clicked:std::move(clicked)];
+    target_ = [[VLKStatusItemTarget alloc] initWithItem:item_ clicked:std::move(clicked)];
     NSStatusBarButton* button = item_.button;
     button.target = target_;
     button.action = @selector(clicked:);
@@ -100,7 +103,7 @@ void MacStatusItem::setToolTip(const std::string& text) {
 
 void MacStatusItem::openMenu(view::Menu menu) {
     NSMenu* native = makeMenu(menu, icons_);
-    StatusItemTarget* target = target_;
+    VLKStatusItemTarget* target = target_;
     // From the run loop itself: amid a piece of our work, the menu would hold up all the rest.
     CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
       [target open:native];

@@ -29,7 +29,7 @@ class MacSurface : public Surface {
     MacSurface(MainThread& mainThread, AppIcons& icons) : mainThread_(mainThread), icons_(icons) {}
 
     /// Makes the window for a tree and shows it; whether that could be done.
-    [[nodiscard]] virtual bool present(const Opening& opening, TreeView* tree) = 0;
+    [[nodiscard]] virtual bool present(const Opening& opening, VLKTreeView* tree) = 0;
     /// The tree has changed and wants another size.
     virtual void resize(NSSize size) = 0;
     /// Takes the window away.
@@ -53,7 +53,7 @@ class MacSurface : public Surface {
     MainThread& mainThread_;
     AppIcons& icons_;
     std::optional<Opening> opening_;
-    TreeView* tree_ = nil;
+    VLKTreeView* tree_ = nil;
     NSSize size_{};
     Subscription keys_;
     Subscription clicksElsewhere_;

@@ -17,7 +17,7 @@ constexpr NSEventMask buttonsDown = NSEventMaskLeftMouseDown | NSEventMaskRightM
 void MacSurface::open(Opening opening) {
     close();
     opening_ = std::move(opening);
-    tree_ = [[TreeView alloc] initWithMainThread:mainThread_ icons:icons_];
+    tree_ = [[VLKTreeView alloc] initWithMainThread:mainThread_ icons:icons_];
     [tree_ show:opening_->content];
     keys_ = monitorOwnEvents(NSEventMaskKeyDown, [this](NSEvent* event) { return hear(event); });
     size_ = [tree_ fit];
@@ -63,7 +63,7 @@ void MacSurface::finish() {
     opening_.reset();
     [tree_ forget];
     // The user may have closed it with one of its buttons, which is not through with that yet.
-    TreeView* tree = std::exchange(tree_, nil);
+    VLKTreeView* tree = std::exchange(tree_, nil);
     mainThread_.post([tree, closed = std::move(closed)]() mutable {
         tree = nil;
         if (closed) {
@@ -98,7 +98,7 @@ bool MacSurface::hear(NSEvent* key) {
     if (!opening_ || key.window == nil || key.window != window()) {
         return false;
     }
-    if ([tree_ pressKeyOf:key]) {
+    if ([tree_ pressKeyOf:key] || [tree_ walkTilesByKeyOf:key]) {
         return true;
     }
     const auto shortcut = shortcutOf(key);

@@ -54,6 +54,7 @@ class NodeView {
     NSView* outer_;
     NSView* control_;
     NSLayoutConstraint* width_ = nil;
+    NSLayoutConstraint* height_ = nil;
     NSLayoutConstraint* stretch_ = nil;
     __weak NSStackView* stretchedIn_ = nil;
     double padding_ = 0;

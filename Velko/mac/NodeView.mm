@@ -27,6 +27,12 @@ void NodeView::show(const view::Node& node) {
     }
     width_.constant = node.width;
     width_.active = node.width > 0;
+    if (height_ == nil && node.minHeight > 0) {
+        height_ = [outer_.heightAnchor constraintGreaterThanOrEqualToConstant:node.minHeight];
+        height_.priority = almostRequired;
+    }
+    height_.constant = node.minHeight;
+    height_.active = node.minHeight > 0;
 }
 
 void NodeView::speak(const view::Node& node) {

@@ -14,7 +14,7 @@ class NotePopover final : public MacSurface {
         : MacSurface(mainThread, icons), statusItem_(statusItem) {}
 
  private:
-    [[nodiscard]] bool present(const Opening& opening, TreeView* tree) override;
+    [[nodiscard]] bool present(const Opening& opening, VLKTreeView* tree) override;
     void resize(NSSize size) override;
     void dismantle() override;
     [[nodiscard]] NSWindow* window() const override;
@@ -22,7 +22,7 @@ class NotePopover final : public MacSurface {
 
     const MacStatusItem& statusItem_;
     NSPopover* popover_ = nil;
-    SurfaceDelegate* delegate_ = nil;
+    VLKSurfaceDelegate* delegate_ = nil;
 };
 
 }  // namespace velko

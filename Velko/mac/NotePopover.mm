@@ -11,7 +11,7 @@ constexpr std::chrono::seconds closingTime{2};
 
 }  // namespace
 
-bool NotePopover::present(const Opening& opening, TreeView* tree) {
+bool NotePopover::present(const Opening& opening, VLKTreeView* tree) {
     NSView* button = statusItem_.button();
     // A popover that hangs from nothing would raise an exception.
     if (button.window == nil) {
@@ -24,7 +24,7 @@ bool NotePopover::present(const Opening& opening, TreeView* tree) {
     popover_.animates = opening.isAnimated;
     popover_.contentViewController = controller;
     popover_.contentSize = tree.frame.size;
-    delegate_ = [[SurfaceDelegate alloc] initWithMayClose:[this] {
+    delegate_ = [[VLKSurfaceDelegate alloc] initWithMayClose:[this] {
         askToGo(Dismissal::clickOutside);
         // By now it is closed already, or it stays.
         return false;
@@ -32,7 +32,7 @@ bool NotePopover::present(const Opening& opening, TreeView* tree) {
         closed:[this] { close(); }];
     popover_.delegate = delegate_;
     [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
-    if (!popover_.shown) {
+    if (window() == nil) {
         return false;
     }
     window().autorecalculatesKeyViewLoop = YES;
@@ -49,7 +49,7 @@ void NotePopover::resize(NSSize size) {
 void NotePopover::dismantle() {
     [delegate_ forget];
     NSPopover* popover = std::exchange(popover_, nil);
-    SurfaceDelegate* delegate = std::exchange(delegate_, nil);
+    VLKSurfaceDelegate* delegate = std::exchange(delegate_, nil);
     [popover close];
     // It closes in its own time, and is needed until then.
     mainThread()

@@ -23,7 +23,7 @@ class ScrollingView final : public ContainerView {
         scroll.hasVerticalScroller = YES;
         scroll.autohidesScrollers = YES;
         scroll.automaticallyAdjustsContentInsets = NO;
-        DocumentView* document = [[DocumentView alloc] initWithFrame:NSRect{}];
+        VLKDocumentView* document = [[VLKDocumentView alloc] initWithFrame:NSRect{}];
         document.translatesAutoresizingMaskIntoConstraints = NO;
         [document addSubview:column_];
         StackViews::pin(column_, document, 0);
@@ -31,9 +31,8 @@ class ScrollingView final : public ContainerView {
         NSView* clip = scroll.contentView;
         [document.topAnchor constraintEqualToAnchor:clip.topAnchor constant:0].active = YES;
         [document.leadingAnchor constraintEqualToAnchor:clip.leadingAnchor constant:0].active = YES;
-        // Its scroller lies above what it shows, and takes no room from it.
-        scroll.scrollerStyle = NSScrollerStyleOverlay;
-        hold([document.widthAnchor constraintEqualToAnchor:scroll.widthAnchor constant:0],
+        // A scroller that always shows, as some users have it, takes its room from what is shown.
+        hold([document.widthAnchor constraintEqualToAnchor:clip.widthAnchor constant:0],
              NSLayoutPriorityDefaultHigh);
         // As high as what it shows, up to its limit.
         hold([scroll.heightAnchor constraintEqualToAnchor:document.heightAnchor constant:0],

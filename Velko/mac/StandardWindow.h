@@ -14,14 +14,14 @@ class StandardWindow final : public MacSurface {
     void raise() override;
 
  private:
-    [[nodiscard]] bool present(const Opening& opening, TreeView* tree) override;
+    [[nodiscard]] bool present(const Opening& opening, VLKTreeView* tree) override;
     void resize(NSSize size) override;
     void dismantle() override;
     [[nodiscard]] NSWindow* window() const override { return window_; }
     [[nodiscard]] bool goesOnEscape() const override { return false; }
 
     NSWindow* window_ = nil;
-    SurfaceDelegate* delegate_ = nil;
+    VLKSurfaceDelegate* delegate_ = nil;
 };
 
 }  // namespace velko

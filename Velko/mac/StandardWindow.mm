@@ -6,7 +6,7 @@
 
 namespace velko {
 
-bool StandardWindow::present(const Opening& opening, TreeView* tree) {
+bool StandardWindow::present(const Opening& opening, VLKTreeView* tree) {
     window_ = [[NSWindow alloc] initWithContentRect:tree.frame
                                           styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
                                                     NSWindowStyleMaskMiniaturizable
@@ -19,7 +19,7 @@ bool StandardWindow::present(const Opening& opening, TreeView* tree) {
     window_.title = native(opening.title);
     window_.contentView = tree;
     window_.autorecalculatesKeyViewLoop = YES;
-    delegate_ = [[SurfaceDelegate alloc] initWithMayClose:[this] {
+    delegate_ = [[VLKSurfaceDelegate alloc] initWithMayClose:[this] {
         askToGo(Dismissal::closeButton);
         // By now it is closed already, or it stays.
         return false;
@@ -33,6 +33,8 @@ bool StandardWindow::present(const Opening& opening, TreeView* tree) {
 
 void StandardWindow::raise() {
     [[NSApplication sharedApplication] activate];
+    // The system may decline to activate, as when a timer and no click asked for the window.
+    [window_ orderFrontRegardless];
     [window_ makeKeyAndOrderFront:nil];
 }
 

@@ -5,7 +5,7 @@
 #include <functional>
 
 /// Passes on what the system asks and tells about a popover or a window.
-@interface SurfaceDelegate : NSObject <NSPopoverDelegate, NSWindowDelegate>
+@interface VLKSurfaceDelegate : NSObject <NSPopoverDelegate, NSWindowDelegate>
 /// `mayClose`: the user wants it gone; whether the system closes it. `closed`: the system has closed it.
 - (instancetype)initWithMayClose:(std::function<bool()>)mayClose closed:(std::function<void()>)closed;
 /// Nothing is passed on any more.

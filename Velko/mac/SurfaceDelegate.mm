@@ -2,7 +2,7 @@
 
 #include <utility>
 
-@implementation SurfaceDelegate {
+@implementation VLKSurfaceDelegate {
     std::function<bool()> _mayClose;
     std::function<void()> _closed;
 }

@@ -10,11 +10,28 @@ constexpr CGFloat dragThreshold = 4;  // points
 
 }  // namespace
 
-@implementation TileView {
+@implementation VLKTileView {
     NSPoint _pressedAt;
     BOOL _isDragged;
     // Holds this while it is dragged, when the tree may drop it.
-    TileView* _dragged;
+    VLKTileView* _dragged;
+}
+
+- (BOOL)acceptsFirstResponder {
+    return self.enabled;
+}
+
+/// Tab comes here also where the system keeps it to texts and lists: there is nothing else on a shelf.
+- (BOOL)canBecomeKeyView {
+    return self.enabled;
+}
+
+- (void)keyDown:(NSEvent*)event {
+    if ([event.charactersIgnoringModifiers isEqualToString:@"\r"]) {
+        [self performClick:nil];
+    } else {
+        [super keyDown:event];
+    }
 }
 
 - (void)mouseDown:(NSEvent*)event {

@@ -11,7 +11,7 @@
 #include "VelkoEngine/Ports/MainThread.h"
 
 /// Shows one tree after another, and does what the user does to it by way of the newest.
-@interface TreeView : NSView <TreeActions>
+@interface VLKTreeView : NSView <TreeActions>
 /// Both outlive it.
 - (instancetype)initWithMainThread:(velko::MainThread&)mainThread icons:(velko::AppIcons&)icons;
 - (void)show:(velko::view::Node)tree;
@@ -19,6 +19,8 @@
 - (void)forget;
 /// Presses the button that listens to the key of an event; whether there was one.
 - (BOOL)pressKeyOf:(NSEvent*)event;
+/// Takes the keyboard to the tile to which an arrow key leads; whether the event is one, among tiles.
+- (BOOL)walkTilesByKeyOf:(NSEvent*)event;
 /// What every node with an id has become.
 - (std::vector<velko::RenderingCheck::DrawnView>)drawn;
 /// As large as it has to be to show all; its texts break into lines accordingly.

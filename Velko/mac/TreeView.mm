@@ -10,6 +10,7 @@
 #include "Velko/mac/Keys.h"
 #import "Velko/mac/MacMenu.h"
 #import "Velko/mac/TreeRenderer.h"
+#import "Velko/mac/TreeViews.h"
 #include "VelkoEngine/Ports/Task.h"
 #include "VelkoEngine/mac/Conversions.h"
 
@@ -19,6 +20,15 @@ namespace {
 constexpr NSLayoutPriority weakEdge = 490;
 /// No text of ours is wider on one line.
 constexpr CGFloat widestLine = 2000;
+
+/// Of content, so that its window fits the screen: what scrolls gives way, texts and controls do not.
+constexpr NSLayoutPriority ceilingPriority = 740;
+constexpr CGFloat titleBarHeight = 40;
+
+CGFloat highestContent() {
+    const NSScreen* screen = [NSScreen mainScreen];
+    return screen == nil ? widestLine : screen.visibleFrame.size.height - titleBarHeight;
+}
 
 void addDrawn(NSView* view, std::vector<velko::RenderingCheck::DrawnView>& views) {
     if (view.identifier != nil) {
@@ -30,6 +40,18 @@ void addDrawn(NSView* view, std::vector<velko::RenderingCheck::DrawnView>& views
     for (NSView* child in view.subviews) {
         addDrawn(child, views);
     }
+}
+
+NSView* viewNamed(NSView* view, NSString* identifier) {
+    if ([view.identifier isEqualToString:identifier]) {
+        return view;
+    }
+    for (NSView* child in view.subviews) {
+        if (NSView* found = viewNamed(child, identifier)) {
+            return found;
+        }
+    }
+    return nil;
 }
 
 void holdWeakly(NSLayoutConstraint* edge) {
@@ -44,12 +66,13 @@ BOOL usesKeys(NSResponder* responder) {
 
 }  // namespace
 
-@implementation TreeView {
+@implementation VLKTreeView {
     velko::MainThread* _mainThread;
     velko::AppIcons* _icons;
     std::unique_ptr<velko::TreeRenderer> _renderer;
     std::shared_ptr<const velko::view::Node> _tree;
     NSView* _content;
+    NSLayoutConstraint* _ceiling;
     velko::Task _correction;
 }
 
@@ -87,11 +110,15 @@ BOOL usesKeys(NSResponder* responder) {
     [self addSubview:content];
     [content.topAnchor constraintEqualToAnchor:self.topAnchor constant:0].active = YES;
     [content.leadingAnchor constraintEqualToAnchor:self.leadingAnchor constant:0].active = YES;
+    _ceiling = [content.heightAnchor constraintLessThanOrEqualToConstant:highestContent()];
+    _ceiling.priority = ceilingPriority;
+    _ceiling.active = YES;
     holdWeakly([content.bottomAnchor constraintEqualToAnchor:self.bottomAnchor constant:0]);
     holdWeakly([content.trailingAnchor constraintEqualToAnchor:self.trailingAnchor constant:0]);
 }
 
 - (NSSize)fit {
+    _ceiling.constant = highestContent();
     const auto labels = _renderer->wrappingLabels();
     for (NSTextField* label : labels) {
         label.preferredMaxLayoutWidth = widestLine;
@@ -121,13 +148,27 @@ BOOL usesKeys(NSResponder* responder) {
     if (!tree || !shortcut || (velko::isForControls(*shortcut) && usesKeys(self.window.firstResponder))) {
         return NO;
     }
-    return velko::view::pressKey(*tree, *shortcut);
+    return velko::view::pressKey(*tree, *shortcut, event.ARepeat);
+}
+
+- (BOOL)walkTilesByKeyOf:(NSEvent*)event {
+    const auto tree = _tree;
+    const auto arrow = velko::arrowOf(event);
+    NSResponder* responder = self.window.firstResponder;
+    if (!tree || !arrow || usesKeys(responder)) {
+        return NO;
+    }
+    NSString* from =
+        [responder isKindOfClass:[VLKTileView class]] ? ((VLKTileView*)responder).identifier : @"";
+    const auto to = velko::view::tileBeside(*tree, velko::portable(from), *arrow);
+    NSView* tile = to ? viewNamed(self, velko::native(*to)) : nil;
+    return tile != nil && [self.window makeFirstResponder:tile];
 }
 
 /// A control that the user has moved shows what it should once everybody had their say, also when nobody
 /// followed it.
 - (void)correctLater {
-    __weak TreeView* weakSelf = self;
+    __weak VLKTreeView* weakSelf = self;
     _correction = _mainThread->after(velko::MainThread::Uptime::zero(), [weakSelf] { [weakSelf render]; });
 }
 

@@ -6,30 +6,30 @@
 #import "Velko/mac/TreeActions.h"
 
 /// Takes what is left of its row or column.
-@interface SpacerView : NSView
+@interface VLKSpacerView : NSView
 @end
 
 /// Grows downwards, as what scrolls has to.
-@interface DocumentView : NSView
+@interface VLKDocumentView : NSView
 @end
 
 /// Shows a drawing at its own size.
-@interface PictureView : NSView
+@interface VLKPictureView : NSView
 @property(nonatomic) velko::view::Drawing drawing;
 @end
 
 /// A button that takes a click also while its window does not have the keyboard.
-@interface TreeButton : NSButton
+@interface VLKTreeButton : NSButton
 @end
 
 /// An app: a button with a menu, that can be dragged.
-@interface TileView : TreeButton <NSDraggingSource>
+@interface VLKTileView : VLKTreeButton <NSDraggingSource>
 @property(nonatomic, weak) id<TreeActions> treeActions;
 @property(nonatomic, copy) NSString* app;
 @end
 
 /// Draws the frame of a group, and takes apps that are dragged onto it.
-@interface GroupView : NSView
+@interface VLKGroupView : NSView
 @property(nonatomic, weak) id<TreeActions> treeActions;
 @property(nonatomic) BOOL takesApps;
 @end

@@ -4,7 +4,7 @@
 
 #import "Velko/mac/Painting.h"
 
-@implementation SpacerView
+@implementation VLKSpacerView
 
 - (NSSize)intrinsicContentSize {
     return {.width = 0, .height = 0};
@@ -12,7 +12,7 @@
 
 @end
 
-@implementation DocumentView
+@implementation VLKDocumentView
 
 - (BOOL)isFlipped {
     return YES;
@@ -20,7 +20,7 @@
 
 @end
 
-@implementation PictureView
+@implementation VLKPictureView
 
 - (void)setDrawing:(velko::view::Drawing)drawing {
     if (drawing == _drawing) {
@@ -47,7 +47,7 @@
 
 @end
 
-@implementation TreeButton
+@implementation VLKTreeButton
 
 - (BOOL)acceptsFirstMouse:(NSEvent*)event {
     return YES;

@@ -28,7 +28,7 @@ void pass(velko::MainThread& mainThread, velko::MainThread::Uptime duration) {
 
 /// Draws trees into a view that no window shows.
 velko::RenderingCheck::Draw offScreen(velko::MainThread& mainThread, velko::AppIcons& icons) {
-    TreeView* view = [[TreeView alloc] initWithMainThread:mainThread icons:icons];
+    VLKTreeView* view = [[VLKTreeView alloc] initWithMainThread:mainThread icons:icons];
     return [view](const velko::view::Node& tree) {
         [view show:tree];
         [view setFrameSize:[view fit]];
@@ -66,7 +66,7 @@ int dump(velko::ProcessID pid) {
 
 int runApp() {
     // The application does not hold its delegate.
-    [[clang::objc_precise_lifetime]] MacAppDelegate* delegate = [[MacAppDelegate alloc] init];
+    [[clang::objc_precise_lifetime]] VLKAppDelegate* delegate = [[VLKAppDelegate alloc] init];
     NSApplication* application = [NSApplication sharedApplication];
     application.delegate = delegate;
     [application setActivationPolicy:NSApplicationActivationPolicyAccessory];

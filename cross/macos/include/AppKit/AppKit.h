@@ -73,7 +73,7 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
     NSApplicationActivationPolicyRegular = 0,
     NSApplicationActivationPolicyAccessory = 1
 } NSApplicationActivationPolicy;
-typedef enum NSEventType : NSUInteger { NSEventTypeRightMouseUp = 4 } NSEventType;
+typedef enum NSEventType : NSUInteger { NSEventTypeLeftMouseUp = 2, NSEventTypeRightMouseUp = 4 } NSEventType;
 typedef enum NSUserInterfaceLayoutOrientation : NSInteger {
     NSUserInterfaceLayoutOrientationHorizontal = 0,
     NSUserInterfaceLayoutOrientationVertical = 1
@@ -114,7 +114,6 @@ typedef enum NSSegmentSwitchTracking : NSUInteger {
 } NSSegmentSwitchTracking;
 typedef enum NSBoxType : NSUInteger { NSBoxPrimary = 0, NSBoxSeparator = 2, NSBoxCustom = 4 } NSBoxType;
 typedef enum NSTitlePosition : NSUInteger { NSNoTitle = 0 } NSTitlePosition;
-typedef enum NSScrollerStyle : NSInteger { NSScrollerStyleOverlay = 1 } NSScrollerStyle;
 typedef enum NSBorderType : NSUInteger { NSNoBorder = 0 } NSBorderType;
 typedef enum NSVisualEffectMaterial : NSInteger { NSVisualEffectMaterialPopover = 6 } NSVisualEffectMaterial;
 typedef enum NSVisualEffectBlendingMode : NSInteger {
@@ -138,6 +137,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(readonly) NSPoint locationInWindow;
 @property(readonly, weak) NSWindow* window;
 @property(readonly, copy) NSString* charactersIgnoringModifiers;
+@property(readonly, getter=isARepeat) BOOL ARepeat;
 + (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent*))block;
 + (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(NSEvent* (^)(NSEvent*))block;
 + (void)removeMonitor:(id)monitor;
@@ -215,12 +215,14 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(weak) id target;
 @property SEL action;
 @property(strong) id representedObject;
+@property(copy) NSString* toolTip;
 + (NSMenuItem*)separatorItem;
 + (instancetype)sectionHeaderWithTitle:(NSString*)title;
 - (instancetype)initWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)key;
 @end
 
 @interface NSResponder : NSObject
+- (void)keyDown:(NSEvent*)event;
 - (void)mouseDown:(NSEvent*)event;
 - (void)mouseDragged:(NSEvent*)event;
 - (void)mouseUp:(NSEvent*)event;
@@ -432,7 +434,6 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property BOOL drawsBackground;
 @property BOOL automaticallyAdjustsContentInsets;
 @property NSBorderType borderType;
-@property NSScrollerStyle scrollerStyle;
 @end
 
 @interface NSVisualEffectView : NSView
@@ -458,7 +459,6 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property BOOL animates;
 @property(strong) NSViewController* contentViewController;
 @property NSSize contentSize;
-@property(readonly, getter=isShown) BOOL shown;
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)edge;
 - (void)close;
 @end
@@ -490,6 +490,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (BOOL)canBecomeKeyWindow;
 - (BOOL)canBecomeMainWindow;
 @property(readonly, weak) NSResponder* firstResponder;
+- (BOOL)makeFirstResponder:(NSResponder*)responder;
 - (instancetype)initWithContentRect:(NSRect)rect
                           styleMask:(NSWindowStyleMask)style
                             backing:(NSBackingStoreType)backing
@@ -573,6 +574,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(readonly, strong) NSNotificationCenter* notificationCenter;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
 @property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property(readonly, getter=isVoiceOverEnabled) BOOL voiceOverEnabled;
 - (BOOL)openURL:(NSURL*)url;
 - (void)openURLs:(NSArray<NSURL*>*)urls
     withApplicationAtURL:(NSURL*)application
@@ -584,6 +586,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 
 @interface NSScreen : NSObject
 @property(class, readonly, copy) NSArray<NSScreen*>* screens;
+@property(class, readonly, strong) NSScreen* mainScreen;
 @property(readonly) NSRect frame;
 @property(readonly) NSRect visibleFrame;
 @property(readonly) NSEdgeInsets safeAreaInsets;
