@@ -59,6 +59,14 @@ const Neighbour* neighbourWith(std::string_view bundleID) {
     return bundleID == latecomer().bundleID ? &latecomer() : nullptr;
 }
 
+std::string nameOf(std::string_view bundleID) {
+    if (const auto* neighbour = neighbourWith(bundleID)) {
+        return neighbour->name;
+    }
+    const auto last = bundleID.substr(bundleID.rfind('.') + 1);
+    return std::string(last.empty() ? bundleID : last);
+}
+
 std::optional<BundleID> bundleIDOf(std::string_view app) {
     if (app == latecomer().name) {
         return latecomer().bundleID;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +29,9 @@ struct Neighbour {
 
 /// The neighbour with that bundle identifier; null where there is none.
 [[nodiscard]] const Neighbour* neighbourWith(std::string_view bundleID);
+
+/// How the app with that identifier is called: as a neighbour, or else by the last part of it.
+[[nodiscard]] std::string nameOf(std::string_view bundleID);
 
 /// The bundle identifier that is meant by a neighbour's name or by an identifier, which has a dot.
 [[nodiscard]] std::optional<BundleID> bundleIDOf(std::string_view app);

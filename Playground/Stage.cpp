@@ -1,5 +1,6 @@
 #include "Playground/Stage.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <system_error>
@@ -52,7 +53,7 @@ void Stage::startVelko() {
         return;
     }
     const ProcessID own = mac_.processes.ownPID();
-    mac_.addIcon(own, mac_.processes.find(own)->app.icons.at(broom));
+    mac_.addIcon(own, mac_.processes.find(own)->app.icons.at(broom), broomPlace_);
     velko_ = std::make_unique<AppDelegate>(AppDelegate::Parts{
         .controller = {.platform = mac_.platform(),
                        .ports = mac_.appPorts(),
@@ -60,6 +61,8 @@ void Stage::startVelko() {
                        .store = LayoutStore(layoutFile(), diskThatMayBeFull(mac_.fileCalls(), savingFails)),
                        .engine = std::make_unique<AssessmentEngine>(mac_.platform()),
                        .info = {.version = VELKO_VERSION,
+                                .build = VELKO_BUILD,
+                                .channel = VELKO_CHANNEL,
                                 .systemVersion = "27.0 (simulated)",
                                 .bundlePath = "/Applications/Velko.app"}},
         .propertyLists = propertyLists_,
@@ -79,10 +82,17 @@ void Stage::quitVelko() {
 
 void Stage::crashVelko() {
     if (velko_) {
+        if (onEnd) {
+            onEnd();
+        }
         velko_.reset();
         mac_.surfaces.forget();
         mac_.statusItem.closeMenu();
         mac_.application.now = Application::Policy::accessory;
+        mac_.application.isTerminating = false;
+        const auto& slots = mac_.menuBar().slots();
+        const auto own = std::ranges::find(slots, mac_.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
+        broomPlace_ = static_cast<std::size_t>(own - slots.begin());
         mac_.removeIcon(mac_.processes.ownPID(), broom);
     }
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "Simulator/LibplistReader.h"
 #include "Simulator/SimulatedMac.h"
@@ -48,12 +50,15 @@ class Stage final {
 
     /// Called just after Velko has come into being and before it starts, to watch it.
     std::function<void(AppController&)> onStart;
+    /// Called just before Velko is gone: nothing of it may be called from then on.
+    std::function<void()> onEnd;
 
  private:
     std::filesystem::path folder_;
     SimulatedMac mac_;
     Log log_;
     LibplistReader propertyLists_;
+    std::optional<std::size_t> broomPlace_;  ///< in the bar, as the system keeps it between runs
     std::unique_ptr<AppDelegate> velko_;
 };
 

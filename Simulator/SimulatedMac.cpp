@@ -140,7 +140,7 @@ ProcessID SimulatedMac::launch(SimulatedApp app) {
     workspace.install(process.app);
     accessibility.addApplication(pid, process.app.name);
     for (const auto& icon : process.app.icons) {
-        place(process, icon);
+        put(process, icon, std::nullopt);
     }
     refresh();
     if (process.app.isApplication) {
@@ -190,8 +190,8 @@ ProcessID SimulatedMac::menuBarHost() const {
     return host == running.end() ? 0 : host->pid;
 }
 
-void SimulatedMac::place(const SimulatedProcess& owner, SimulatedIcon icon) {
-    const auto element = menuBar_.add(owner, std::move(icon));
+void SimulatedMac::put(const SimulatedProcess& owner, SimulatedIcon icon, std::optional<std::size_t> place) {
+    const auto element = menuBar_.add(owner, std::move(icon), place);
     element->actions["AXPress"] = [this, pid = owner.pid] { openMenu(pid); };
 }
 
@@ -218,9 +218,9 @@ void SimulatedMac::changeIcon(ProcessID pid, std::size_t index,
     }
 }
 
-void SimulatedMac::addIcon(ProcessID pid, SimulatedIcon icon) {
+void SimulatedMac::addIcon(ProcessID pid, SimulatedIcon icon, std::optional<std::size_t> place) {
     if (const auto* process = processes.find(pid)) {
-        place(*process, std::move(icon));
+        put(*process, std::move(icon), place);
         refresh();
     }
 }

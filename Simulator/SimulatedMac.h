@@ -95,7 +95,8 @@ class SimulatedMac final {
 
     // Icons, counted as their app added them, from 0.
     void changeIcon(ProcessID pid, std::size_t index, const std::function<void(SimulatedIcon&)>& change);
-    void addIcon(ProcessID pid, SimulatedIcon icon);
+    /// `place`: where it goes among all icons, from the right; left out, left of them all.
+    void addIcon(ProcessID pid, SimulatedIcon icon, std::optional<std::size_t> place = std::nullopt);
     void removeIcon(ProcessID pid, std::size_t index);
     /// The icon's element in its app's tree, to break it; null when there is no such icon.
     [[nodiscard]] SimulatedElement* iconElement(ProcessID pid, std::size_t index);
@@ -157,7 +158,7 @@ class SimulatedMac final {
     void end(ProcessID pid, std::optional<BundleID> bundleID);
     void tell(WorkspaceNotice::Kind kind, std::optional<ProcessID> pid = std::nullopt,
               std::optional<BundleID> bundleID = std::nullopt);
-    void place(const SimulatedProcess& owner, SimulatedIcon icon);
+    void put(const SimulatedProcess& owner, SimulatedIcon icon, std::optional<std::size_t> place);
     void refresh();
 
     /// What a person sees of one icon.

@@ -75,8 +75,10 @@ bool isAllowed(const SimulatedMenuBar::Slot& slot, const SimulatedAllowlist& all
 
 }  // namespace
 
-SimulatedElementRef SimulatedMenuBar::add(const SimulatedProcess& owner, SimulatedIcon icon) {
-    Slot& slot = slots_.emplace_back();
+SimulatedElementRef SimulatedMenuBar::add(const SimulatedProcess& owner, SimulatedIcon icon,
+                                          std::optional<std::size_t> place) {
+    const std::size_t index = std::min(place.value_or(slots_.size()), slots_.size());
+    Slot& slot = *slots_.emplace(slots_.begin() + static_cast<std::ptrdiff_t>(index));
     slot.pid = owner.pid;
     slot.bundleID = owner.app.bundleID;
     slot.appName = owner.app.name;

@@ -16,9 +16,10 @@ namespace velko {
 
 /// The icons in the menu bar, which of them show, and where.
 ///
-/// Assumed of a real bar: a new icon takes the place left of all others; an icon that is hidden keeps its
-/// place in that order, so that it comes back where it was, and meanwhile its element answers with the
-/// position that it last had and with its current size; a bar that is too short is not modelled.
+/// Assumed of a real bar: a new icon takes the place left of all others, unless the system remembers one for
+/// it; an icon that is hidden keeps its place in that order, so that it comes back where it was, and
+/// meanwhile its element answers with the position that it last had and with its current size; a bar that
+/// is too short is not modelled.
 class SimulatedMenuBar final {
  public:
     struct Slot {
@@ -34,8 +35,9 @@ class SimulatedMenuBar final {
     /// The number of the clock among the system's items.
     static constexpr int clockItem = 0;
 
-    /// The element of the new icon.
-    SimulatedElementRef add(const SimulatedProcess& owner, SimulatedIcon icon);
+    /// The element of the new icon. `place`: its index among the slots; left out, it comes last.
+    SimulatedElementRef add(const SimulatedProcess& owner, SimulatedIcon icon,
+                            std::optional<std::size_t> place = std::nullopt);
     /// Takes out an app's icon, counted as the app added them; whether there was one.
     bool remove(ProcessID pid, std::size_t index);
     void removeAll(ProcessID pid);

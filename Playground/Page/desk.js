@@ -1,6 +1,6 @@
 // The control desk. Most of it posts lines of the scenario language.
 
-import { post, tell } from '/link.js';
+import { isUnderWay, post, tell, whileUnderWay } from '/link.js';
 
 const root = document.documentElement;
 const byID = (id) => document.getElementById(id);
@@ -11,15 +11,17 @@ const day = 86_400_000;
 const quoted = (text) => `"${text.replace(/[\\"]/g, '\\$&')}"`;
 const chosenApp = () => document.querySelector('[name="desk-app"]:checked');
 
-async function play(lines) {
+/** Plays the lines of a template, in which $APP and $TEXT stand for something. Whether all could be played. */
+async function play(lines, words = {}) {
   for (const line of lines.split('|')) {
-    if (!(await post('desk', { line }))) return;
+    if (!(await post('desk', { line: line.replace(/\$([A-Z]+)/g, (_, name) => words[name]) }))) return false;
   }
+  return true;
 }
 
-function playOnApp(lines) {
+function playOnApp(lines, words = {}) {
   const app = chosenApp();
-  if (app) play(lines.replaceAll('$APP', app.value));
+  if (app) play(lines, { ...words, APP: quoted(app.value) });
   else tell('Choose an app first.');
 }
 
@@ -38,33 +40,45 @@ document.addEventListener('submit', (event) => {
     if (field.value.trim()) post('desk', { line: field.value }).then((isDone) => { if (isDone) field.value = ''; });
     return;
   }
-  playOnApp(lines.replace('$TEXT', () => (field.type === 'number' ? field.value : quoted(field.value))));
+  playOnApp(lines, { TEXT: field.type === 'number' ? field.value : quoted(field.value) });
 });
 
 byID('hundred').addEventListener('click', async () => {
-  const running = document.querySelectorAll('[name="desk-app"][data-running]').length;
-  for (let number = running; number < 100; number += 1) await post('desk', { line: `launch com.example.app${number}` });
+  const apps = [...document.querySelectorAll('[name="desk-app"][data-running]')].map((app) => app.value);
+  const running = new Set(apps);
+  for (let number = 1; running.size < 100; number += 1) {
+    const app = `com.example.app${number}`;
+    if (running.has(app)) continue;
+    running.add(app);
+    await post('desk', { line: `launch ${app}` });
+  }
 });
 
 // Switches
 
+let lastFacts = null;
+const whileChanging = (control, change) => whileUnderWay(control, change, () => lastFacts && showDesk(lastFacts));
+
 document.addEventListener('change', (event) => {
   const control = event.target;
-  if (control.dataset.fact) play(control.checked ? control.dataset.on : control.dataset.off);
+  const { fact, on, off } = control.dataset;
+  if (fact) whileChanging(control, play(control.checked ? on : off));
   if (control.name === 'desk-app') showApp();
   if (control.name === 'theme') chooseTheme(control.value);
 });
 
-byID('speed').addEventListener('change', (event) => post('pace', { speed: Number(event.target.value) }));
+byID('speed').addEventListener('change', (event) =>
+  whileChanging(event.target, post('pace', { speed: Number(event.target.value) })));
 byID('jump-stop').addEventListener('click', () => post('pace', { stop: true }));
-byID('engine').addEventListener('change', async (event) => {
-  const line = event.target.selectedOptions[0].dataset.line;
-  await play(line === 'engine recover' ? line : `engine recover|${line}`);
+byID('engine').addEventListener('change', ({ target }) => {
+  const { line } = target.selectedOptions[0].dataset;
+  whileChanging(target, play(line === 'engine recover' ? line : `engine recover|${line}`));
 });
 
-function arrange() {
+function arrange({ target }) {
   const first = byID('notch').checked ? 'laptop' : 'desk';
-  play(`displays ${first}${byID('second').checked ? (first === 'laptop' ? '+desk' : '+laptop') : ''}`);
+  const second = first === 'laptop' ? '+desk' : '+laptop';
+  whileChanging(target, play(`displays ${first}${byID('second').checked ? second : ''}`));
 }
 byID('notch').addEventListener('change', arrange);
 byID('second').addEventListener('change', arrange);
@@ -156,11 +170,12 @@ function durationText(milliseconds) {
 }
 
 function setUnlessUsed(control, property, value) {
-  if (control[property] !== value) control[property] = value;
+  if (!isUnderWay(control) && control[property] !== value) control[property] = value;
 }
 
 /** Brings the desk's own controls in line with the Mac. */
 export function showDesk(facts) {
+  lastFacts = facts;
   for (const control of document.querySelectorAll('[data-fact]')) {
     setUnlessUsed(control, 'checked', Boolean(facts[control.dataset.fact]));
   }

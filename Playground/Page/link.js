@@ -22,6 +22,7 @@ async function send(action, body) {
     if (response.status !== 204) tell((await response.text()).trim());
     return response.status === 204;
   } catch {
+    tell('The playground does not answer.');
     return false;
   }
 }
@@ -32,8 +33,23 @@ export function post(action, body = {}) {
   return last;
 }
 
-/** Calls `receive` with each message. */
-export function listen(receive) {
+const underWay = new WeakMap();  // how many changes of a control have not been answered yet
+const partOf = (control) => control.closest('[data-id]') ?? control;
+
+/** Whether a control is as its user has just set it, whatever the program said of it before. */
+export const isUnderWay = (control) => underWay.get(partOf(control)) > 0;
+
+/** Leaves a control as its user has set it until the change is answered; then it is to show what the program says. */
+export async function whileUnderWay(control, change, showAgain) {
+  const part = partOf(control);
+  underWay.set(part, (underWay.get(part) ?? 0) + 1);
+  // What the program says of it may come a little later than its answer.
+  if (await change) await new Promise((done) => { setTimeout(done, 300); });
+  underWay.set(part, underWay.get(part) - 1);
+  if (!isUnderWay(control)) showAgain();
+}
+
+function openStream(receive) {
   const ended = document.getElementById('ended');
   const source = new EventSource(`/events?token=${token}`);
   source.onopen = () => { ended.hidden = true; };
@@ -44,4 +60,17 @@ export function listen(receive) {
       : 'The playground has ended. Start it with ./run; a new page will open.';
     ended.hidden = false;
   };
+  return source;
+}
+
+/** Calls `receive` with each message, while the page is in sight. */
+export function listen(receive) {
+  let source = null;
+  // A browser has few connections for all pages of one server: what nobody sees leaves its own to others.
+  const follow = () => {
+    source?.close();
+    source = document.hidden ? null : openStream(receive);
+  };
+  document.addEventListener('visibilitychange', follow);
+  follow();
 }

@@ -59,6 +59,8 @@ function place() {
   const anchor = anchorOf(anchorName)?.getBoundingClientRect();
   if (!anchor) return;
   const area = screen.getBoundingClientRect();
+  menu.style.left = '0';  // it is measured where nothing narrows it
+  menu.style.setProperty('--room', `${area.height - 42}px`);
   const left = Math.min(anchor.left - area.left, area.width - menu.offsetWidth - 8);
   const below = anchor.bottom - area.top + 5;
   const above = anchor.top - area.top - menu.offsetHeight - 4;
@@ -80,7 +82,18 @@ function showBranch() {
     const isOpen = openPlace === place || openPlace.startsWith(`${place}.`);
     branch.toggleAttribute('data-open', isOpen);
     branch.firstElementChild.ariaExpanded = String(isOpen);
+    if (isOpen) keepInSight(branch.lastElementChild);
   }
+}
+
+/** Moves a submenu over its own menu where there is no room beside it. */
+function keepInSight(list) {
+  list.style.translate = '';
+  const area = screen.getBoundingClientRect();
+  const box = list.getBoundingClientRect();
+  const x = Math.max(area.left + 8 - box.left, Math.min(0, area.right - 8 - box.right));
+  const y = Math.min(0, area.bottom - 8 - box.bottom);
+  list.style.translate = `${x}px ${y}px`;
 }
 
 function openBranch(item) {

@@ -1,6 +1,8 @@
 // Changes a part of the page in place: what kept its key and kind stays the same element, so that focus,
 // scroll position and open controls survive.
 
+import { isUnderWay } from '/link.js';
+
 const isElement = (node) => node.nodeType === Node.ELEMENT_NODE;
 
 function keyOf(node) {
@@ -25,12 +27,18 @@ function matchAttributes(old, fresh) {
 
 /** What a control shows is no attribute once somebody has touched it. */
 function matchControl(old, fresh) {
+  if (isUnderWay(old)) return;
   if (old instanceof HTMLInputElement) {
     old.checked = fresh.hasAttribute('checked');
   } else if (old instanceof HTMLSelectElement) {
     const chosen = [...fresh.options].findIndex((option) => option.hasAttribute('selected'));
     if (old.selectedIndex !== chosen) old.selectedIndex = chosen;
   }
+}
+
+/** Has the controls within a node show what the program last said of them. */
+export function showControls(node) {
+  for (const control of node.querySelectorAll('input, select')) matchControl(control, control);
 }
 
 function matchNode(old, fresh) {

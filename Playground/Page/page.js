@@ -5,6 +5,7 @@ import { listen, post } from '/link.js';
 import { closeMenu, menuIsOpen, showMenu } from '/menus.js';
 import { placeSurfaces, showSurfaces } from '/surfaces.js';
 import { showDesk } from '/desk.js';
+import { showWindow } from '/windows.js';
 
 const screen = document.getElementById('screen');
 const bar = document.getElementById('bar');
@@ -38,31 +39,46 @@ function showSheet() {
   }
 }
 
-const clockFormat = new Intl.DateTimeFormat('en-GB', { weekday: 'short', day: 'numeric', month: 'short', hour: '2-digit', minute: '2-digit', second: '2-digit' });
+const timeOnly = { hour: '2-digit', minute: '2-digit' };
+const longClock = new Intl.DateTimeFormat('en-GB', { weekday: 'short', day: 'numeric', month: 'short', ...timeOnly, second: '2-digit' });
+const shortClock = new Intl.DateTimeFormat('en-GB', timeOnly);
+const isNarrow = matchMedia('(max-width: 760px)');
 
 function showClocks() {
   if (facts.now === undefined) return;
   for (const clock of document.querySelectorAll('[data-clock]')) {
-    clock.textContent = clockFormat.format(facts.now).replaceAll(',', '');
+    const format = clock.dataset.clock === 'bar' && isNarrow.matches ? shortClock : longClock;
+    clock.textContent = format.format(facts.now).replaceAll(',', '');
   }
 }
 
-const isAtRight = () => bar.scrollWidth - bar.scrollLeft - bar.clientWidth < 8;
+let pinnedAt = 0;  // how far the bar is scrolled, unless its user has scrolled it
+
+const isPinned = () =>
+  Math.abs(bar.scrollLeft - pinnedAt) < 8 || bar.scrollWidth - bar.scrollLeft - bar.clientWidth < 8;
+
+/** Shows the right end of the bar, or as much of it as leaves the broom in sight. */
+function pinBar() {
+  bar.scrollLeft = bar.scrollWidth;
+  const broom = document.getElementById('broom')?.getBoundingClientRect();
+  if (broom) bar.scrollLeft += Math.min(0, broom.left - bar.getBoundingClientRect().left - 16);
+  pinnedAt = bar.scrollLeft;
+}
 
 listen((message) => {
-  const staysRight = isAtRight();
+  const staysPinned = isPinned();
   const held = document.activeElement?.closest('.surface');  // has the keyboard, before it may go
   for (const [name, markup] of Object.entries(message.regions ?? {})) showRegion(name, markup);
   facts = message.facts ?? facts;
   screen.classList.toggle('has-notch', facts.notch);
   screen.dataset.displays = facts.displays;
   document.getElementById('asleep').hidden = facts.velko;
-  system.hidden = system.childElementCount === 0;
+  showWindow(system, system.childElementCount > 0);
   showClocks();
-  if (staysRight) bar.scrollLeft = bar.scrollWidth;
-  showSurfaces(facts.surfaces, held);
+  if (staysPinned) pinBar();
+  showSheet();  // a surface that opens as it goes takes the keyboard after it
+  showSurfaces(facts, held);
   showMenu(facts.menuAnchor);
-  showSheet();
   showDesk(facts);
 });
 
@@ -90,7 +106,7 @@ screen.addEventListener('contextmenu', (event) => {
 
 // A press beside a menu closes it; one beside the note or the shelf closes those.
 screen.addEventListener('pointerdown', (event) => {
-  const surface = event.target.closest('.surface');
+  const surface = event.target.closest('.surface, .window');
   if (!surface) return;
   if (menuIsOpen()) closeMenu();
   const { note, shelf } = facts.surfaces ?? {};
@@ -107,10 +123,19 @@ bar.addEventListener('keydown', (event) => {
     items[(to + items.length) % items.length]?.focus();
   } else if (event.key === 'ArrowDown') {
     event.preventDefault();
+    if (event.repeat) return;
     if (document.activeElement.id === 'broom') clickBroom(event, true);
     else document.activeElement.click();
   }
 });
+
+// A key that is held down presses once, and goes on only where it writes.
+document.addEventListener('keydown', (event) => {
+  const isWritten = event.key === ' ' ? 'textarea, input[type="text"]' : 'textarea';
+  if (!event.repeat || !['Enter', 'Escape', ' '].includes(event.key) || event.target.matches(isWritten)) return;
+  event.preventDefault();
+  event.stopPropagation();
+}, true);
 
 // The pointer, which matters while Velko reveals on hover.
 
@@ -167,4 +192,9 @@ sheet.addEventListener('keydown', (event) => {
   event.stopPropagation();
 });
 
-addEventListener('resize', () => { placeSurfaces(); showMenu(facts.menuAnchor); });
+addEventListener('resize', () => {
+  showClocks();
+  pinBar();
+  placeSurfaces();
+  showMenu(facts.menuAnchor);
+});

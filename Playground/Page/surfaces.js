@@ -1,10 +1,12 @@
 // Velko's surfaces: which are open and where they stand, and what the user does to their controls.
 
-import { post } from '/link.js';
+import { post, whileUnderWay } from '/link.js';
+import { showControls } from '/morph.js';
+import { bringToFront, keepWindowsInReach, openWindows, showWindow } from '/windows.js';
 
 const screen = document.getElementById('screen');
 const surfaces = [...screen.querySelectorAll('.surface')];
-const frontToBack = ['note', 'shelf', 'setup', 'settings'];
+const panels = ['note', 'shelf'];  // in front of all windows
 const cameFrom = new Map();  // what had the keyboard before a surface took it
 
 const surfaceOf = (element) => element.closest?.('.surface');
@@ -27,6 +29,7 @@ export function placeSurfaces() {
   for (const surface of surfaces) {
     if (!surface.hidden && surface.matches('.popover, .shelf')) hangBelowBroom(surface);
   }
+  keepWindowsInReach();
 }
 
 function opened(surface) {
@@ -38,41 +41,37 @@ function opened(surface) {
 function closed(surface, hadFocus) {
   const before = cameFrom.get(surface);
   cameFrom.delete(surface);
-  surface.style.translate = '';
   if (!hadFocus) return;
   const isThere = before?.isConnected && before !== document.body && before.offsetParent !== null;
   (isThere ? before : document.getElementById('broom'))?.focus({ preventScroll: true });
 }
 
+let raisedBefore = null;
+
+/** What the program has raised since the last time comes to the front. */
+function raise(raised) {
+  for (const surface of surfaces) {
+    const name = surface.dataset.surface;
+    if (raisedBefore && raised[name] !== raisedBefore[name]) bringToFront(surface);
+  }
+  raisedBefore = raised;
+}
+
 /** Shows the surfaces that are open, each under its title. `held` had the keyboard until now. */
-export function showSurfaces(open = {}, held = null) {
+export function showSurfaces({ surfaces: open = {}, raised = {} }, held = null) {
   for (const surface of surfaces) {
     const title = open[surface.dataset.surface];
     const isOpen = title !== undefined;
     if (isOpen) surface.ariaLabel = title;
     if (isOpen === !surface.hidden) continue;
-    surface.hidden = !isOpen;
+    if (surface.matches('.window')) showWindow(surface, isOpen);
+    else surface.hidden = !isOpen;
     if (isOpen) opened(surface);
     else closed(surface, surface === held);
   }
+  raise(raised);
   placeSurfaces();
 }
-
-// Windows are dragged by their title bars.
-screen.addEventListener('pointerdown', (event) => {
-  const bar = event.target.closest('.title-bar');
-  if (!bar || event.target.closest('button')) return;
-  const surface = surfaceOf(bar);
-  const [x, y] = (surface.dataset.moved ?? '0 0').split(' ').map(Number);
-  const move = (moved) => {
-    const to = [x + moved.clientX - event.clientX, y + moved.clientY - event.clientY];
-    surface.dataset.moved = to.join(' ');
-    surface.style.translate = `calc(-50% + ${to[0]}px) calc(-50% + ${to[1]}px)`;
-  };
-  bar.setPointerCapture(event.pointerId);
-  bar.addEventListener('pointermove', move);
-  bar.addEventListener('lostpointercapture', () => bar.removeEventListener('pointermove', move), { once: true });
-});
 
 // Controls
 
@@ -98,8 +97,9 @@ function clicked(element) {
 }
 
 /** What the program does not take is put back as it was. */
-async function changed(control, value, restore) {
-  if (!(await act(control, value))) restore();
+function changed(control, value) {
+  const node = control.closest('[data-id]');
+  whileUnderWay(control, act(control, value), () => showControls(node));
 }
 
 screen.addEventListener('click', (event) => {
@@ -118,14 +118,11 @@ screen.addEventListener('change', (event) => {
   const control = event.target;
   if (!surfaceOf(control)) return;
   if (control.matches('[role="switch"]')) {
-    changed(control, control.checked, () => { control.checked = !control.checked; });
+    changed(control, control.checked);
   } else if (control.matches('select')) {
-    const before = [...control.options].findIndex((option) => option.defaultSelected);
-    changed(control, control.selectedIndex, () => { control.selectedIndex = before; });
+    changed(control, control.selectedIndex);
   } else if (control.matches('.segment input')) {
-    const track = control.closest('.segment-track');
-    const before = track.querySelector('input[checked]');
-    changed(control, Number(control.value), () => { if (before) before.checked = true; });
+    changed(control, Number(control.value));
   }
 });
 
@@ -164,8 +161,8 @@ function buttonOf(event, surface) {
 function surfaceWithKeyboard() {
   const active = document.activeElement;
   if (active !== document.body) return surfaceOf(active);
-  return frontToBack.map((name) => surfaces.find((each) => each.dataset.surface === name))
-    .find((surface) => !surface.hidden);
+  const inFront = panels.map((name) => surfaces.find((each) => each.dataset.surface === name));
+  return [...inFront, ...openWindows()].find((each) => !each.hidden && surfaceOf(each));
 }
 
 /** Keys that the control with the keyboard wants for itself. */
@@ -186,12 +183,22 @@ function turned(tab, key) {
   return true;
 }
 
+/** Left and right in reading order; up and down to the nearest tile of the row above or below. */
 function walked(tile, key) {
-  const tiles = [...surfaceOf(tile).querySelectorAll('.tile:enabled')];
-  const by = { ArrowLeft: -1, ArrowRight: 1, ArrowUp: -1, ArrowDown: 1 }[key];
-  const next = by && tiles[tiles.indexOf(tile) + by];
-  next?.focus();
-  return Boolean(by);
+  const rows = Map.groupBy(surfaceOf(tile).querySelectorAll('.tile:enabled'), (each) => each.parentElement);
+  const tiles = [...rows.values()];
+  const row = tiles.findIndex((each) => each.includes(tile));
+  const at = tiles[row].indexOf(tile);
+  const beside = tiles.flat().indexOf(tile);
+  const nearest = (other) => other?.[Math.min(at, other.length - 1)];
+  const next = {
+    ArrowLeft: () => tiles.flat()[beside - 1],
+    ArrowRight: () => tiles.flat()[beside + 1],
+    ArrowUp: () => nearest(tiles[row - 1]),
+    ArrowDown: () => nearest(tiles[row + 1]),
+  }[key];
+  next?.()?.focus();
+  return Boolean(next);
 }
 
 function ofControl(control, key) {
@@ -209,7 +216,7 @@ document.addEventListener('keydown', (event) => {
   const button = buttonOf(event, surface);
   if (button && !isTaken(event)) {
     event.preventDefault();
-    button.click();
+    if (!event.repeat) button.click();
   } else if (event.key === 'Escape') {
     event.preventDefault();
     post('dismiss', { surface: surface.dataset.surface, how: 'escape' });

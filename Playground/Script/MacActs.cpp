@@ -6,6 +6,7 @@
 #include "Playground/Neighbourhood.h"
 #include "Playground/Script/Acts.h"
 #include "Playground/Script/Clicks.h"
+#include "Playground/Script/Clock.h"
 #include "Playground/Script/Faces.h"
 #include "Playground/Script/Files.h"
 #include "Playground/Script/Verbs.h"
@@ -32,8 +33,7 @@ Done launch(const Step& step, Stage& stage) {
         return std::unexpected("Velko itself is started by \"velko start\".");
     }
     const auto* neighbour = playground::neighbourWith(*bundleID);
-    const std::string name =
-        neighbour == nullptr ? bundleID->substr(bundleID->rfind('.') + 1) : std::string(neighbour->name);
+    const std::string name = playground::nameOf(*bundleID);
     const double width = neighbour == nullptr ? 24 : neighbour->iconWidth;
     const SimulatedIcon icon{.title = step.text.value_or(name),
                              .width = step.width ? static_cast<double>(*step.width) : width};
@@ -95,9 +95,12 @@ Done arrangeDisplays(const Step& step, Stage& stage) {
 }
 
 Done setClock(Stage& stage, std::chrono::milliseconds change) {
-    auto& clock = stage.mac().mainThread;
-    clock.setDate(clock.date() + change);
-    return {};
+    const Done done = clockCanMove(stage.mac(), change);
+    if (done) {
+        auto& clock = stage.mac().mainThread;
+        clock.setDate(clock.date() + change);
+    }
+    return done;
 }
 
 constexpr auto refusal = "Not today";
@@ -123,6 +126,22 @@ std::chrono::milliseconds durationOf(const Step& step) {
     return step.duration.value_or(std::chrono::milliseconds(0));
 }
 
+Done wait(const Step& step, Stage& stage) {
+    const Done done = timeCanPass(stage.mac(), durationOf(step));
+    if (done) {
+        stage.passTime(durationOf(step));
+    }
+    return done;
+}
+
+Done sleep(const Step& step, Stage& stage) {
+    const Done done = clockCanMove(stage.mac(), durationOf(step));
+    if (done) {
+        stage.mac().sleepAndWake(durationOf(step));
+    }
+    return done;
+}
+
 /// The icon that the step names, of a process that runs.
 Done clickOn(const Step& step, Stage& stage) {
     const auto pids = stage.mac().workspace.pids(playground::bundleIDOf(step.app).value_or(step.app));
@@ -139,8 +158,8 @@ Done does(const Step& step, Stage& stage) {
 
 constexpr auto table = std::to_array<MacAct>({
     {Verb::say, does<[](const Step&, Stage&) {}>},
-    {Verb::wait, does<[](const Step& step, Stage& stage) { stage.passTime(durationOf(step)); }>},
-    {Verb::sleep, does<[](const Step& step, Stage& stage) { stage.mac().sleepAndWake(durationOf(step)); }>},
+    {Verb::wait, wait},
+    {Verb::sleep, sleep},
     {Verb::clockForward,
      [](const Step& step, Stage& stage) -> Done { return setClock(stage, durationOf(step)); }},
     {Verb::clockBack,

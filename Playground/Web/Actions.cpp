@@ -5,8 +5,10 @@
 #include <optional>
 #include <utility>
 
+#include "Playground/Neighbourhood.h"
 #include "Playground/Script/Player.h"
 #include "Playground/Web/Fields.h"
+#include "Playground/Web/Mouse.h"
 #include "Playground/Web/Panels.h"
 #include "Velko/View/Tree.h"
 
@@ -16,10 +18,15 @@ namespace {
 
 constexpr std::int64_t fastest = 100'000;  ///< times real time
 
-SimulatedSurface* surfaceNamed(Session& session, const Fields& fields) {
+std::optional<Surfaces::Kind> surfaceIn(const Fields& fields) {
     const auto name = fields.text("surface").value_or("");
     const auto found = std::ranges::find(namedSurfaces(), name, &NamedSurface::name);
-    return found == namedSurfaces().end() ? nullptr : &session.mac().surfaces.surface(found->kind);
+    return found == namedSurfaces().end() ? std::nullopt : std::optional(found->kind);
+}
+
+SimulatedSurface* surfaceNamed(Session& session, const Fields& fields) {
+    const auto kind = surfaceIn(fields);
+    return kind ? &session.mac().surfaces.surface(*kind) : nullptr;
 }
 
 std::optional<view::Input> inputOf(const Json* value) {
@@ -53,60 +60,15 @@ Done openControlMenu(Session& session, const Fields& fields) {
     if (menu.empty()) {
         return std::unexpected("That control has no menu.");
     }
-    session.openControlMenu(
-        {.anchor = "control:" + fields.text("surface").value_or("") + "/" + id, .items = std::move(menu)});
+    session.openControlMenu({.anchor = "control:" + fields.text("surface").value_or("") + "/" + id,
+                             .items = std::move(menu),
+                             .surface = surfaceIn(fields)});
     return {};
 }
 
 Done choose(Session& session, const Fields& fields) {
     const auto place = fields.place("place");
     return place ? session.choose(*place) : std::unexpected("That is no place in a menu.");
-}
-
-/// A press of the mouse, which everything that listens for clicks hears.
-void pressElsewhere(Session& session) {
-    if (!session.menus().empty()) {
-        session.closeMenus();
-    }
-    session.mac().surfaces.clickOutside();
-}
-
-Done clickBroom(Session& session, const Fields& fields) {
-    SimulatedMac& mac = session.mac();
-    const bool menuWasOpen = mac.statusItem.menu() != nullptr;
-    mac.clickIcon(mac.processes.ownPID());
-    mac.surfaces.clickOutside();
-    session.settle();
-    if (menuWasOpen) {
-        session.closeMenus();
-        return {};
-    }
-    mac.statusItem.click({.isRight = fields.flag("right"),
-                          .option = fields.flag("option"),
-                          .control = fields.flag("control")});
-    return {};
-}
-
-Done clickIcon(Session& session, const Fields& fields) {
-    const auto pid = fields.number("pid").value_or(0);
-    const auto index = fields.number("index").value_or(0);
-    if (!std::in_range<ProcessID>(pid) || index < 0) {
-        return std::unexpected("There is no such icon.");
-    }
-    session.mac().surfaces.clickOutside();
-    if (session.mac().statusItem.menu() != nullptr) {
-        session.closeMenus();
-    }
-    return session.mac().clickIcon(static_cast<ProcessID>(pid), static_cast<std::size_t>(index))
-               ? Done()
-               : std::unexpected("That icon does not show.");
-}
-
-Done clickDesktop(Session& session, const Fields&) {
-    constexpr Point middle{.x = 400, .y = 500};
-    pressElsewhere(session);
-    session.mac().click(middle);
-    return {};
 }
 
 Done dismiss(Session& session, const Fields& fields) {
@@ -123,30 +85,14 @@ Done dismiss(Session& session, const Fields& fields) {
     return {};
 }
 
-/// Where the pointer is, from the page's words, with y growing upwards.
-Point pointFor(SimulatedMac& mac, std::string_view over) {
-    const auto displays = mac.displays.displays();
-    const Rect screen = displays.empty() ? Rect{} : displays.front().frame;
-    const auto middleOf = [](const Rect& rect) {
-        return Point{.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
-    };
-    if (over == "shelf") {
-        return middleOf(mac.surfaces.surface(Surfaces::Kind::shelf).frame().value_or(screen));
+/// The app that is to be launched, when it runs: on a Mac it only comes to the front.
+std::optional<ProcessID> alreadyLaunched(const script::Step& step, SimulatedMac& mac) {
+    if (step.verb != script::Verb::launch) {
+        return std::nullopt;
     }
-    if (over == "broom") {
-        const auto& slots = mac.menuBar().slots();
-        const auto own = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
-        if (own != slots.end()) {
-            const Point point = middleOf(own->frame);
-            return {.x = point.x, .y = screen.maxY() - point.y};
-        }
-    }
-    return over == "bar" ? Point{.x = screen.x + screen.width / 3, .y = screen.maxY() - 4} : middleOf(screen);
-}
-
-Done movePointer(Session& session, const Fields& fields) {
-    session.mac().pointer.moveTo(pointFor(session.mac(), fields.text("over").value_or("")));
-    return {};
+    const auto pids = mac.workspace.pids(playground::bundleIDOf(step.app).value_or(step.app));
+    return pids.empty() || pids.front() == mac.processes.ownPID() ? std::nullopt
+                                                                  : std::optional(pids.front());
 }
 
 Done playLine(Session& session, const Fields& fields) {
@@ -159,7 +105,10 @@ Done playLine(Session& session, const Fields& fields) {
         return {};
     }
     if (step->verb == script::Verb::wait) {
-        session.jump(step->duration.value_or(std::chrono::milliseconds(0)));
+        return session.jump(step->duration.value_or(std::chrono::milliseconds(0)));
+    }
+    if (const auto pid = alreadyLaunched(*step, session.mac())) {
+        session.mac().activate(*pid);
         return {};
     }
     return script::perform(*step, session.stage());

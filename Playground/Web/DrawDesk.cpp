@@ -2,7 +2,9 @@
 #include <array>
 #include <deque>
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <map>
 #include <system_error>
 
 #include "Playground/Html/Markup.h"
@@ -99,16 +101,17 @@ std::string row(std::string_view term, const std::string& markup) {
     return element("div", {}, textElement("dt", {}, term) + element("dd", {}, markup));
 }
 
-/// A log line, in its parts: "date  [category] message".
-std::string logRow(const std::string& line) {
+/// A log line, in its parts: "date  [category] message". `key` tells it from all others that show.
+std::string logRow(const std::string& line, const std::string& key) {
+    const html::Attributes attributes{{"data-key", key}};
     const auto open = line.find("  [");
     const auto close = open == std::string::npos ? open : line.find("] ", open);
     if (close == std::string::npos) {
-        return textElement("li", {}, line);
+        return textElement("li", attributes, line);
     }
     const std::string category = line.substr(open + 3, close - open - 3);
     return element(
-        "li", {},
+        "li", attributes,
         textElement("time", {}, line.substr(0, open)) + " " +
             textElement("b", {{"style", "--hue:" + std::to_string(html::hue(category))}}, category) + " " +
             textElement("span", {}, line.substr(close + 2)));
@@ -127,9 +130,11 @@ std::string drawApps(Session& session) {
 std::string drawLog(Session& session) {
     const auto& lines = session.stage().log().lines();
     std::string rows;
+    std::map<std::size_t, std::size_t> seen;  // lines with the same text
     for (auto line = lines.end() - static_cast<std::ptrdiff_t>(std::min(lines.size(), shownLines));
          line != lines.end(); ++line) {
-        rows += logRow(*line);
+        const std::size_t text = std::hash<std::string>()(*line);
+        rows += logRow(*line, std::to_string(text) + "-" + std::to_string(seen[text]++));
     }
     return element("ol", {{"class", "log"}, {"aria-label", "Log"}}, rows);
 }

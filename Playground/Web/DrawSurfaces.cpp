@@ -86,8 +86,7 @@ html::NameOf namesOn(Session& session) {
         if (found != running.end() && !found->app.name.empty()) {
             return found->app.name;
         }
-        const auto* neighbour = playground::neighbourWith(bundleID);
-        return neighbour != nullptr ? std::string(neighbour->name) : bundleID.substr(bundleID.rfind('.') + 1);
+        return playground::nameOf(bundleID);
     };
 }
 

@@ -13,6 +13,7 @@ extern const std::string_view link_js;
 extern const std::string_view menus_js;
 extern const std::string_view morph_js;
 extern const std::string_view surfaces_js;
+extern const std::string_view windows_js;
 extern const std::string_view glyphs_svg;
 extern const std::string_view icon_svg;
 

@@ -31,6 +31,7 @@ const File* fileAt(std::string_view path) {
         File{.path = "/menus.js", .type = script, .content = embedded::menus_js},
         File{.path = "/morph.js", .type = script, .content = embedded::morph_js},
         File{.path = "/surfaces.js", .type = script, .content = embedded::surfaces_js},
+        File{.path = "/windows.js", .type = script, .content = embedded::windows_js},
         File{.path = "/icon.svg", .type = "image/svg+xml", .content = embedded::icon_svg},
     };
     const auto* const file = std::ranges::find(files, path, &File::path);

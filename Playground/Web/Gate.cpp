@@ -13,6 +13,8 @@ namespace velko::web {
 
 namespace {
 
+constexpr std::uint16_t usualPort = 80;  ///< that browsers leave out
+constexpr int badRequest = 400;
 constexpr int forbidden = 403;
 constexpr int notFound = 404;
 constexpr int methodNotAllowed = 405;
@@ -41,13 +43,17 @@ bool isJson(std::string_view contentType) {
 
 }  // namespace
 
-Gate::Gate(std::uint16_t port, std::string token)
-    : byNumber_("127.0.0.1:" + std::to_string(port)),
-      byName_("localhost:" + std::to_string(port)),
-      token_(std::move(token)) {}
+Gate::Gate(std::uint16_t port, std::string token) : token_(std::move(token)) {
+    for (const std::string host : {"127.0.0.1", "localhost"}) {
+        hosts_.push_back(host + ":" + std::to_string(port));
+        if (port == usualPort) {
+            hosts_.push_back(host);
+        }
+    }
+}
 
 bool Gate::isOurHost(std::string_view host) const {
-    return host == byNumber_ || host == byName_;
+    return std::ranges::find(hosts_, host) != hosts_.end();
 }
 
 /// Takes as long for a token that is nearly right as for one that is not.
@@ -66,6 +72,9 @@ std::optional<Gate::Refusal> Gate::refuse(const RequestHead& request) const {
     if (request.origin &&
         (!request.origin->starts_with(scheme) || !isOurHost(request.origin->substr(scheme.size())))) {
         return Refusal{forbidden, "Another page has no say here."};
+    }
+    if (request.hasRange) {
+        return Refusal{badRequest, "There are no parts to be had."};
     }
     if (request.method == "POST") {
         return refusePost(request);

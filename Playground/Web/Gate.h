@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velko::web {
 
@@ -19,6 +20,7 @@ struct RequestHead {
     std::string_view contentType{};
     std::string_view contentLength{};
     bool isChunked = false;
+    bool hasRange = false;  ///< whether it asks for parts
     std::string_view token{};
 };
 
@@ -44,8 +46,7 @@ class Gate final {
     [[nodiscard]] bool isOurToken(std::string_view token) const;
     [[nodiscard]] std::optional<Refusal> refusePost(const RequestHead& request) const;
 
-    std::string byNumber_;  ///< our address, as a Host header names it
-    std::string byName_;
+    std::vector<std::string> hosts_;  ///< our address, as Host headers name it
     std::string token_;
 };
 

@@ -23,13 +23,17 @@ Live::Live(const std::filesystem::path& home, Feed& feed) : feed_(feed), session
 }
 
 Live::~Live() {
+    end();
+    thread_.join();
+}
+
+void Live::end() {
     {
         const std::scoped_lock lock(mutex_);
         isEnding_ = true;
+        session_.stage().quitVelko();
     }
     ended_.notify_all();
-    thread_.join();
-    session_.stage().quitVelko();
 }
 
 Done Live::act(std::string_view action, const Json& body) {

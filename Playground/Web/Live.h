@@ -21,8 +21,10 @@ class Live final {
     Live(const std::filesystem::path& home, Feed& feed);
     Live(const Live&) = delete;
     Live& operator=(const Live&) = delete;
-    /// Ends Velko in an orderly way.
     ~Live();
+
+    /// Ends Velko in an orderly way, and time with it.
+    void end();
 
     /// Does what the page asks for, and publishes what came of it before it returns.
     Done act(std::string_view action, const Json& body);

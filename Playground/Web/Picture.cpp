@@ -51,6 +51,16 @@ Json openSurfaces(SimulatedMac& mac) {
     return {.value = std::move(open)};
 }
 
+/// How often Velko has brought each of its surfaces to the front.
+Json raises(SimulatedMac& mac) {
+    Json::Object raises;
+    for (const NamedSurface& surface : namedSurfaces()) {
+        raises.emplace(surface.name,
+                       Json{.value = std::int64_t{mac.surfaces.surface(surface.kind).raised()}});
+    }
+    return {.value = std::move(raises)};
+}
+
 Json facts(Session& session) {
     SimulatedMac& mac = session.mac();
     const auto displays = mac.displays.displays();
@@ -71,6 +81,7 @@ Json facts(Session& session) {
     facts.emplace("velko", Json{.value = session.stage().velko() != nullptr});
     facts.emplace("wantsPointer", Json{.value = mac.pointer.moveObservers() > 0});
     facts.emplace("surfaces", openSurfaces(mac));
+    facts.emplace("raised", raises(mac));
     facts.emplace("menuAnchor", text(menus.empty() ? "" : menus.front().anchor));
     return {.value = std::move(facts)};
 }

@@ -1,6 +1,7 @@
 #include "Playground/Web/Serve.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -8,7 +9,9 @@
 #include <string>
 #include <sys/resource.h>
 #include <sys/select.h>
+#include <system_error>
 #include <thread>
+#include <unistd.h>
 
 #include "Playground/Web/Feed.h"
 #include "Playground/Web/Live.h"
@@ -75,9 +78,23 @@ void openPage(const std::string& address) {
     posix_spawn_file_actions_destroy(&quietly);
 }
 
+/// Why nothing can be kept in a folder, which is made where it is missing; empty when it can.
+std::string problemWith(const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!error && ::access(folder.c_str(), R_OK | W_OK | X_OK) != 0) {
+        error = {errno, std::generic_category()};
+    }
+    return error ? error.message() : "";
+}
+
 }  // namespace
 
 int serve(const ServeOptions& options) {
+    if (const std::string problem = problemWith(options.home); !problem.empty()) {
+        std::cerr << "The folder " << options.home.string() << " can't be used: " << problem << '\n';
+        return 1;
+    }
     keepDescriptorsSmall();
     const sigset_t ending = endingSignals();
     pthread_sigmask(SIG_BLOCK, &ending, nullptr);
@@ -100,6 +117,9 @@ int serve(const ServeOptions& options) {
     std::thread serving([&] { server.run(live); });
     int signal = 0;
     sigwait(&ending, &signal);
+    live.end();
+    // A client may keep the server waiting. A second signal does not wait for it.
+    pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
     server.stop();
     serving.join();
     return 0;

@@ -49,6 +49,7 @@ class Head final {
                 .contentType = type_,
                 .contentLength = length_,
                 .isChunked = request.has_header("Transfer-Encoding"),
+                .hasRange = request.has_header("Range"),
                 .token = token_} {}
 
     [[nodiscard]] const RequestHead& operator*() const noexcept { return head_; }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Playground/Neighbourhood.h"
+#include "Playground/Script/Clock.h"
 
 namespace velko::web {
 
@@ -36,6 +37,7 @@ view::Menu menuOfApp(SimulatedMac& mac, ProcessID pid) {
 Session::Session(const std::filesystem::path& home) : stage_(home, optionsFor(home)) {
     mac().onMenuBarChange = [this] { noteChange(); };
     mac().application.onTerminate = [this] { isQuitting_ = true; };
+    stage_.onEnd = [this] { forgetVelko(); };
     // A new icon goes left of all others: so the broom keeps its place beside the system's own.
     stage_.startVelko();
     for (const auto& neighbour : playground::neighbours()) {
@@ -50,6 +52,9 @@ void Session::pass(nanoseconds real, nanoseconds budget) {
         return std::chrono::duration_cast<MainThread::Uptime>(duration * speed_);
     };
     owed_ = std::min(owed_ + atSpeed(real), atSpeed(longestLag));
+    if (!script::timeCanPass(mac(), owed_ + jump_)) {
+        owed_ = jump_ = MainThread::Uptime(0);
+    }
     while (owed_ + jump_ > MainThread::Uptime(0)) {
         const auto step = std::min<MainThread::Uptime>(slice, owed_ + jump_);
         mac().advance(step);
@@ -68,8 +73,27 @@ void Session::settle() {
     systemSettings_.look(mac());
     if (std::exchange(isQuitting_, false)) {
         stage_.quitVelko();
-        controlMenu_.clear();
     }
+    const bool isLeftOver = std::ranges::any_of(controlMenu_, [this](const OpenMenu& menu) {
+        return menu.surface && !mac().surfaces.surface(*menu.surface).isOpen();
+    });
+    if (isLeftOver) {
+        closeControlMenu();
+    }
+}
+
+Done Session::jump(MainThread::Uptime duration) {
+    const Done done = script::timeCanPass(mac(), jump_ + duration);
+    if (done) {
+        jump_ += duration;
+    }
+    return done;
+}
+
+/// What was on screen of a program goes with it: its menus, and its alerts.
+void Session::forgetVelko() {
+    closeControlMenu();
+    alertsRead_ = mac().dialogs.alerts().size();
 }
 
 std::uint64_t Session::revision() {
@@ -94,7 +118,7 @@ std::vector<Session::OpenMenu> Session::menus() {
 Done Session::choose(const std::vector<std::size_t>& place) {
     const auto open = menus();
     if (open.empty()) {
-        return std::unexpected("No menu is open.");
+        return place.empty() ? Done() : std::unexpected("No menu is open.");
     }
     const auto* item = view::itemAt(open.front().items, place);
     const bool isChosen = item != nullptr && item->isEnabled && item->action;
@@ -110,7 +134,8 @@ Done Session::choose(const std::vector<std::size_t>& place) {
 
 void Session::closeMenus() {
     noteChange();
-    if (!std::exchange(controlMenu_, {}).empty()) {
+    if (!controlMenu_.empty()) {
+        closeControlMenu();
         return;
     }
     if (mac().statusItem.menu() != nullptr) {
@@ -118,6 +143,13 @@ void Session::closeMenus() {
         return;
     }
     mac().closeMenu();
+}
+
+void Session::closeControlMenu() {
+    if (!controlMenu_.empty()) {
+        controlMenu_.clear();
+        noteChange();
+    }
 }
 
 const Dialogs::Alert* Session::alert() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <expected>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,7 @@ class Session final {
     struct OpenMenu {
         std::string anchor;
         view::Menu items;
+        std::optional<Surfaces::Kind> surface{};  ///< of the control that it belongs to
     };
 
     /// Starts the neighbours and then Velko, with what the folder keeps of earlier runs.
@@ -44,8 +46,8 @@ class Session final {
     void pass(std::chrono::nanoseconds real, std::chrono::nanoseconds budget);
     void setSpeed(double speed) noexcept { speed_ = speed; }
     [[nodiscard]] double speed() const noexcept { return speed_; }
-    /// Virtual time that is to pass as fast as it can.
-    void jump(MainThread::Uptime duration) noexcept { jump_ += duration; }
+    /// Virtual time that is to pass as fast as it can; not beyond what the simulated clock knows.
+    Done jump(MainThread::Uptime duration);
     void stopJump() noexcept { jump_ = MainThread::Uptime(0); }
     [[nodiscard]] MainThread::Uptime jumpLeft() const noexcept { return jump_; }
     /// Runs what is due at this moment. After everything that the page has done.
@@ -61,6 +63,8 @@ class Session final {
     /// Picks from the open menu; an empty place closes it.
     Done choose(const std::vector<std::size_t>& place);
     void closeMenus();
+    /// Closes a control's menu, if one is open.
+    void closeControlMenu();
     void readAlert() noexcept { ++alertsRead_; }
     /// The alert that is on display; null when all have been read.
     [[nodiscard]] const Dialogs::Alert* alert();
@@ -70,6 +74,7 @@ class Session final {
 
  private:
     void noteChange() noexcept { ++changes_; }
+    void forgetVelko();
 
     playground::Stage stage_;
     double speed_ = 1;

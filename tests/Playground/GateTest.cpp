@@ -40,6 +40,10 @@ TEST(Gate, LetsOurOwnPageIn) {
     EXPECT_EQ(
         refusal(post("/desk"), [](auto& head) { head.contentType = "application/json; charset=utf-8"; }), 0);
     EXPECT_EQ(refusal(get("/events"), [](auto& head) { head.token = "secret"; }), 0);
+    for (const auto* host : {"127.0.0.1", "127.0.0.1:80", "localhost"}) {
+        EXPECT_FALSE(Gate(80, "secret").refuse({.method = "GET", .path = "/", .host = host, .hosts = 1}))
+            << "browsers leave out the usual port: " << host;
+    }
 }
 
 TEST(Gate, TurnsAwayOtherHostsAndOtherPages) {
@@ -78,6 +82,7 @@ TEST(Gate, KnowsNoOtherPathOrMethod) {
     }
     EXPECT_EQ(refusal(get("/desk"), [](auto&) {}), 405);
     EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.method = "PUT"; }), 405);
+    EXPECT_EQ(refusal(get("/"), [](auto& head) { head.hasRange = true; }), 400);
 }
 
 TEST(Gate, MakesAnotherTokenEveryTime) {

@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #include "Playground/Web/Actions.h"
 #include "Playground/Web/Feed.h"
@@ -19,6 +21,27 @@ class SessionTest : public testing::Test {
     void wait(std::chrono::seconds duration) {
         session.mac().advance(duration);
         session.settle();
+    }
+    Done play(const std::string& line) {
+        return act(session, "desk", {.value = Json::Object{{"line", {.value = line}}}});
+    }
+    /// Has Velko run and a tile's menu hang open on its shelf.
+    void openTileMenu() {
+        for (const auto* line : {"displays laptop", "trust grant", "velko start"}) {
+            ASSERT_TRUE(play(line)) << line;
+        }
+        wait(std::chrono::seconds(20));
+        session.mac().surfaces.surface(Surfaces::Kind::setup).dismiss(Surface::Dismissal::closeButton);
+        ASSERT_TRUE(play("finish setup"));
+        ASSERT_TRUE(play("place Spotify tucked"));
+        wait(std::chrono::seconds(2));
+        ASSERT_TRUE(ask("broom"));
+        wait(std::chrono::seconds(1));
+        ASSERT_TRUE(ask("menu", R"({"surface":"shelf","id":"tile:com.spotify.client"})"));
+        ASSERT_EQ(session.menus().size(), 1U);
+    }
+    [[nodiscard]] std::size_t countOf(std::string_view app) {
+        return session.mac().workspace.pids(BundleID(app)).size();
     }
 
     TemporaryFolder home;
@@ -58,6 +81,66 @@ TEST_F(SessionTest, OpensAnAppsMenuAndChoosesFromIt) {
     EXPECT_TRUE(session.menus().empty());
 }
 
+TEST_F(SessionTest, LetsNoMenuOutliveWhatItHangsFrom) {
+    const auto restart = [this] { return ask("restart"); };
+    const auto line = [this](const char* text) { return [this, text] { return play(text); }; };
+    for (const auto& ending : std::vector<std::function<Done()>>{
+             line("velko quit"), line("velko crash"), restart, line("close shelf"), line("click outside"),
+             [this] { return ask("broom"); },
+             [this] {
+                 const auto pid = session.mac().workspace.pids("com.tinyspeck.slackmacgap").front();
+                 const Done done = ask("icon", R"({"pid":)" + std::to_string(pid) + "}");
+                 session.mac().closeMenu();
+                 return done;
+             }}) {
+        ASSERT_NO_FATAL_FAILURE(openTileMenu());
+        EXPECT_TRUE(ending());
+        EXPECT_TRUE(session.menus().empty());
+        EXPECT_FALSE(ask("choose", R"({"place":[0]})"));
+    }
+}
+
+TEST_F(SessionTest, PutsTheBroomBackWhereItWas) {
+    const auto place = [this] {
+        const auto& slots = session.mac().menuBar().slots();
+        const auto own = session.mac().processes.ownPID();
+        return std::ranges::find(slots, own, &SimulatedMenuBar::Slot::pid) - slots.begin();
+    };
+    const auto before = place();
+    for (const auto* way : {"velko quit", "velko crash"}) {
+        EXPECT_TRUE(play(way));
+        EXPECT_TRUE(play("velko start"));
+        EXPECT_EQ(place(), before) << way;
+    }
+    EXPECT_TRUE(ask("restart"));
+    EXPECT_EQ(place(), before);
+}
+
+TEST_F(SessionTest, LaunchesOnlyWhatDoesNotRun) {
+    EXPECT_TRUE(play("launch Linear"));
+    EXPECT_TRUE(play("launch Linear"));
+    EXPECT_EQ(countOf("com.linear"), 1U);
+    EXPECT_TRUE(play("launch ."));
+    EXPECT_EQ(session.mac().processes.running().back().app.name, ".") << "no app is without a name";
+}
+
+TEST_F(SessionTest, KeepsItsClockWithinWhatTheMachineCanTell) {
+    using std::chrono::year_month_day;
+    for (const auto* line : {"wait 3650 days", "sleep 3650 days", "clock forward 3650 days"}) {
+        int times = 0;
+        while (times < 40 && play(line)) {
+            ++times;
+        }
+        EXPECT_GT(times, 0) << line;
+        EXPECT_LT(times, 40) << line;
+        EXPECT_GE(session.jumpLeft(), MainThread::Uptime(0));
+        session.stopJump();
+        EXPECT_TRUE(play("clock back 3650 days"));
+    }
+    const auto day = std::chrono::floor<std::chrono::days>(session.mac().mainThread.date());
+    EXPECT_LT(year_month_day(day).year(), std::chrono::year(2200));
+}
+
 TEST_F(SessionTest, LetsTimeJumpInTurnsThatEndOnTime) {
     ASSERT_TRUE(ask("desk", R"({"line":"wait 2 h"})"));
     const auto before = session.mac().mainThread.date();
@@ -72,6 +155,7 @@ TEST_F(SessionTest, QuitsVelkoWhenItAsksTo) {
     session.mac().appPorts().application.terminate();
     session.settle();
     EXPECT_EQ(session.stage().velko(), nullptr);
+    EXPECT_FALSE(session.mac().application.isTerminating);
     EXPECT_EQ(draw(session).regions.at("surface-setup"), "");
     EXPECT_TRUE(ask("desk", R"({"line":"velko start"})"));
     EXPECT_NE(session.stage().velko(), nullptr);

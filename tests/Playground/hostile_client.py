@@ -3,6 +3,7 @@
 import re
 import resource
 import shutil
+import signal
 import socket
 import subprocess
 import sys
@@ -93,6 +94,9 @@ def refusals(play):
         expect(status(answer) in (400, 404) and "root:" not in answer, path)
     expect(status(play.raw((get % "/events?token=guess").encode())) == 403, "guessed token")
     expect(status(play.raw((get % "/desk").encode())) == 405, "change by GET")
+    parts = ", ".join(f"{start}-" for start in range(900))
+    answer = play.raw((get % "/").replace("\r\n\r\n", f"\r\nRange: bytes={parts}\r\n\r\n").encode())
+    expect(status(answer) in (400, 416), "the page in a thousand parts")
 
 
 def sizes(play):
@@ -143,6 +147,32 @@ def crowds(play):
         expect(time.monotonic() < deadline, "streams are given back")
 
 
+def trickle(program):
+    """A client that never ends its request can't keep the program from ending when it is told so twice."""
+    play = Playground(program)
+    with play.connect() as link:
+        link.sendall(b"GET / HTTP/1.1\r\nX: ")
+        play.process.send_signal(signal.SIGINT)
+        for _ in range(8):
+            try:
+                link.sendall(b"x")
+                play.process.wait(0.25)
+            except subprocess.TimeoutExpired:
+                continue
+            except OSError:
+                break
+        expect(play.process.poll() is None, "it waits for the client")
+        play.process.send_signal(signal.SIGINT)
+        expect(play.process.wait(5) == -signal.SIGINT, "the second signal ends it")
+    shutil.rmtree(play.home)
+
+
+def unusable_home(program):
+    ended = subprocess.run([program, "--home", f"{program}/home", "--no-open"], capture_output=True, text=True,
+                           timeout=20, check=False)
+    expect(ended.returncode == 1 and "can't be used" in ended.stderr, ended.stderr)
+
+
 def main():
     most = resource.getrlimit(resource.RLIMIT_NOFILE)[1]
     resource.setrlimit(resource.RLIMIT_NOFILE, (min(4096, most), most))
@@ -155,6 +185,8 @@ def main():
     finally:
         ended = play.close()
     expect(ended == 0, f"it ended with status {ended}")
+    trickle(sys.argv[1])
+    unusable_home(sys.argv[1])
 
 
 main()

@@ -1,0 +1,62 @@
+// The windows on the Mac's screen: which one is in front, and where its user has dragged it.
+
+const screen = document.getElementById('screen');
+const windows = [...screen.querySelectorAll('.window')];  // the one in front is last
+const lowest = 30;  // in the page's order; panels and menus lie above
+
+/** Those that are open, the one in front first. */
+export const openWindows = () => windows.filter((each) => !each.hidden).reverse();
+
+/** Brings a window in front of all others. */
+export function bringToFront(window) {
+  const at = windows.indexOf(window);
+  if (at < 0) return;
+  windows.push(...windows.splice(at, 1));
+  windows.forEach((each, index) => { each.style.zIndex = lowest + index; });
+}
+
+/** Shows or hides a window. One that opens comes to the front, where it stood at first. */
+export function showWindow(window, isOpen) {
+  if (isOpen === !window.hidden) return;
+  window.hidden = !isOpen;
+  if (!isOpen) return;
+  window.style.translate = '';
+  delete window.dataset.moved;
+  bringToFront(window);
+}
+
+const between = (least, value, most) => Math.max(least, Math.min(value, most));
+
+/** Moves a window by so much from where it stood at first, but leaves its title bar within reach. */
+function moveTo(window, x, y) {
+  const [oldX, oldY] = offsetOf(window);
+  const area = screen.getBoundingClientRect();
+  const bar = window.querySelector('.title-bar').getBoundingClientRect();
+  const top = area.top + screen.querySelector('.menu-bar').offsetHeight;
+  const toX = oldX + between(area.left - bar.left, x - oldX, area.right - bar.right);
+  const toY = oldY + between(top - bar.top, y - oldY, area.bottom - bar.bottom);
+  window.dataset.moved = `${toX} ${toY}`;
+  window.style.translate = `calc(-50% + ${toX}px) calc(-50% + ${toY}px)`;
+}
+
+const offsetOf = (window) => (window.dataset.moved ?? '0 0').split(' ').map(Number);
+
+/** For when the windows or the screen have got another size. */
+export function keepWindowsInReach() {
+  for (const window of openWindows()) if (window.dataset.moved) moveTo(window, ...offsetOf(window));
+}
+
+screen.addEventListener('pointerdown', (event) => {
+  const window = event.target.closest('.window');
+  if (window) bringToFront(window);
+  const bar = event.target.closest('.title-bar');
+  if (!bar || event.button !== 0 || event.target.closest('button')) return;
+  const [x, y] = offsetOf(window);
+  const drag = (now) => moveTo(window, x + now.clientX - event.clientX, y + now.clientY - event.clientY);
+  bar.setPointerCapture(event.pointerId);
+  bar.addEventListener('pointermove', drag);
+  bar.addEventListener('lostpointercapture', () => bar.removeEventListener('pointermove', drag), { once: true });
+});
+
+// Where the keyboard goes is no less in front.
+screen.addEventListener('focusin', (event) => bringToFront(event.target.closest('.window')));
