@@ -164,6 +164,25 @@ export class Mac {
     assert.fail('Tab never gets there');
   }
 
+  /** Drags the window of that locator by its title bar. */
+  async drag(window, by) {
+    const { x, y, width } = await window.locator('.title-bar').boundingBox();
+    await this.page.mouse.move(x + width / 2, y + 20);
+    await this.page.mouse.down();
+    await this.page.mouse.move(x + width / 2 + by.x, y + 20 + by.y, { steps: 4 });
+    await this.page.mouse.up();
+  }
+
+  /** Waits until no other window is in front of that one. */
+  async isInFront(window) {
+    const handle = await window.elementHandle();
+    await this.page.waitForFunction((each) => {
+      const height = (one) => Number(getComputedStyle(one).zIndex);
+      const windows = [...document.querySelectorAll('.window:not([hidden])')];
+      return windows.every((one) => one === each || height(one) < height(each));
+    }, handle);
+  }
+
   // What is left of it
 
   picture(name, options = {}) {

@@ -18,6 +18,18 @@ onMac('A new icon is asked about, and goes where the answer says', {}, async (ma
   assert.equal((await mac.playground.layout()).sections['com.linear'], 'bar');
 });
 
+onMac('A full note shows its button', {}, async (mac) => {
+  await mac.shows(sorted.bar);
+  for (let app = 1; app <= 12; app += 1) await mac.happens(`launch com.example.app${app}`);
+  await mac.logs('new icons, tucked until answered: com.example.app1');
+  await mac.broom.click();
+  const later = mac.surface('note').getByRole('button', { name: 'Later' });
+  await later.waitFor();
+  const note = await mac.surface('note').boundingBox();
+  const { y, height } = await later.boundingBox();
+  assert.ok(y + height < note.y + note.height - 5, 'nothing has to be scrolled for it');
+});
+
 onMac('The shelf opens an app, and moves one', {}, async (mac) => {
   const { page } = mac;
   await mac.desk.getByLabel('Notch').check();

@@ -3,8 +3,12 @@ import { onMac } from './mac.mjs';
 
 onMac('A first run ends with a tidy bar', { isSetUp: false }, async (mac) => {
   const { page } = mac;
+  const heights = new Set();
+  const measure = async () => heights.add(await mac.surface('setup').evaluate((each) => each.offsetHeight));
+  await measure();
   await mac.checkAccess('the welcome');
   await page.getByRole('button', { name: "Let's Tidy" }).click();
+  await measure();
   await mac.checkAccess('the question for permission');
   await mac.control('permission:open').click();
   await mac.surface('guide').waitFor();
@@ -13,6 +17,7 @@ onMac('A first run ends with a tidy bar', { isSetUp: false }, async (mac) => {
   await page.getByRole('button', { name: 'Close System Settings' }).click();
 
   await page.getByText('1 of 30').waitFor();
+  await measure();
   await mac.checkAccess('a card');
   await mac.control('sort:tucked').click();
   await page.getByText('2 of 30').waitFor();
@@ -20,10 +25,16 @@ onMac('A first run ends with a tidy bar', { isSetUp: false }, async (mac) => {
   await page.getByText('3 of 30').waitFor();
   await mac.control('sort:rest').click();
   await page.getByText('6 in the bar, 23 tucked, 1 buried.').waitFor();
+  await measure();
   await mac.checkAccess('the summary');
   assert.equal((await mac.shownApps()).length, 30, 'nothing moves before the user says so');
 
   await page.getByRole('button', { name: 'Apply to Menu Bar' }).click();
+  await page.getByText('23 icons are behind the broom. Click it to see them.').waitFor();
+  await mac.checkAccess('the last step');
+  await measure();
+  assert.equal(heights.size, 1, 'the window is as high at every step');
+  await page.getByRole('button', { name: 'Done' }).click();
   await mac.surface('setup').waitFor({ state: 'hidden' });
   await page.waitForFunction(() => document.querySelectorAll('.status-item.app').length === 6);
   await mac.checkAccess('the tidy bar', 'html');
@@ -47,6 +58,8 @@ onMac('A first run needs no mouse', { isSetUp: false }, async (mac) => {
   await mac.tabTo(mac.control('sort:rest'));
   await mac.press('Enter');
   await mac.control('summary:apply').waitFor();
+  await mac.press('Enter');
+  await mac.control('done:close').waitFor();
   await mac.press('Enter');
   await mac.surface('setup').waitFor({ state: 'hidden' });
   await page.waitForFunction(() => document.querySelectorAll('.status-item.app').length < 10);

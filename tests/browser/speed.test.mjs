@@ -22,14 +22,26 @@ function watchClicks() {
   }).observe(document.getElementById('bar'), { childList: true, subtree: true, attributes: true });
 }
 
+/** How long the program takes to answer a request that changes nothing. */
+async function roundTrip() {
+  const token = document.querySelector('meta[name="velko-token"]').content;
+  const headers = { 'Content-Type': 'application/json', 'X-Velko-Token': token };
+  const begun = performance.now();
+  await fetch('/pointer', { method: 'POST', headers, body: '{}' });
+  return performance.now() - begun;
+}
+
+/** What the broom, the icons and plain requests took, each from the shortest time to the longest. */
 async function reactionsTo(mac) {
+  const requests = [];
   await mac.page.evaluate(watchClicks);
   for (let click = 1; click <= clicks; click += 1) {
     await mac.broom.click();
     await mac.page.waitForFunction((count) => globalThis.reactions.icons.length === count, click);
+    requests.push(await mac.page.evaluate(roundTrip));
   }
-  const times = await mac.page.evaluate(() => globalThis.reactions);
-  return Object.values(times).map((each) => each.sort((one, other) => one - other));
+  const { broom, icons } = await mac.page.evaluate(() => globalThis.reactions);
+  return [broom, icons, requests].map((each) => each.sort((one, other) => one - other));
 }
 
 onMac('A click shows at once, also among a hundred apps', {}, async (mac) => {
@@ -39,9 +51,11 @@ onMac('A click shows at once, also among a hundred apps', {}, async (mac) => {
       await mac.desk.getByRole('button', { name: 'A hundred apps' }).click();
     }
     await mac.page.waitForFunction((count) => document.querySelectorAll('[data-running]').length === count, apps);
-    const [broom, icons] = await reactionsTo(mac);
+    const [broom, icons, requests] = await reactionsTo(mac);
     const inWords = (times) => `${times[clicks >> 1].toFixed(1)} ms (at worst ${times.at(-1).toFixed(1)} ms)`;
     console.log(`${apps} apps, ${clicks} clicks: the broom answers after ${inWords(broom)}, the icons after ${inWords(icons)}`);
-    assert.ok(apps > 30 || broom[clicks >> 1] < limit);
+    // Where others keep the machine busy, plain requests are late too: what counts is what comes on top.
+    const third = Math.floor(clicks / 3);
+    assert.ok(broom[third] < limit + 2 * requests[third], `${broom[third]} ms, a request ${requests[third]} ms`);
   }
 });
