@@ -152,6 +152,7 @@ def trickle(program):
     play = Playground(program)
     with play.connect() as link:
         link.sendall(b"GET / HTTP/1.1\r\nX: ")
+        play.page()  # who came first is let in first
         play.process.send_signal(signal.SIGINT)
         for _ in range(8):
             try:
