@@ -64,6 +64,7 @@ TEST(Keyboard, WalksFromTileToTile) {
     using view::Arrow;
     const auto row = [](const std::string& id, const std::vector<std::string>& tiles) {
         std::vector<view::Node> nodes;
+        nodes.reserve(tiles.size());
         for (const std::string& tile : tiles) {
             nodes.push_back({.id = tile, .isEnabled = tile != "off", .content = view::Tile{}});
         }
