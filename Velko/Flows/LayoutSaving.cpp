@@ -45,7 +45,7 @@ LayoutSaving::LayoutSaving(FlowHost& host, MainThread& mainThread, Log& log, con
 
 LayoutSaving::Loaded LayoutSaving::load() {
     pending_.cancel();
-    isUnsaved_ = false;
+    host_.set(&AppValues::saveFailure, std::nullopt);  // what was not saved is given up
     Loaded result;
     auto loaded = store_.load();
     fileUnreadable_ = !loaded;
@@ -62,8 +62,6 @@ LayoutSaving::Loaded LayoutSaving::load() {
     }
     if (result.failure) {
         log_.log("layout", "UNREADABLE, showing everything: " + *result.failure);
-    } else {
-        host_.set(&AppValues::saveFailure, std::nullopt);  // what was not saved has just been given up
     }
     return result;
 }
@@ -74,18 +72,17 @@ void LayoutSaving::schedule() {
 
 bool LayoutSaving::saveNow() {
     const std::optional<std::string> failure = write();
-    isUnsaved_ = failure.has_value();
     if (failure) {
         log_.log("layout", "save failed: " + *failure);
     } else {
         pending_.cancel();
     }
     host_.set(&AppValues::saveFailure, failure);
-    return !isUnsaved_;
+    return !failure;
 }
 
 void LayoutSaving::finish() {
-    if (pending_.isPending() || isUnsaved_) {
+    if (pending_.isPending() || host_.values().saveFailure) {
         saveNow();
     }
 }

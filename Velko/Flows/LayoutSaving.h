@@ -52,7 +52,6 @@ class LayoutSaving final {
     Log& log_;
     const LayoutStore& store_;
     bool fileUnreadable_ = false;  ///< the file holds what could not be read, and the next save keeps it
-    bool isUnsaved_ = false;       ///< the last save failed
     Task pending_;
 };
 
