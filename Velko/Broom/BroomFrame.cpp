@@ -15,8 +15,8 @@ BroomFrame::BroomFrame(const FaceParts& parts)
 void BroomFrame::refresh() {
     const std::optional<Rect> frame = Inventory::ownItemFrame(platform_);
     // No answer says nothing about the icon, which stays in the bar as long as Velko runs.
-    if (frame && frame != frame_) {
-        frame_ = frame;
+    if (frame && frame != chevronFrame_) {
+        chevronFrame_ = frame;
         notices_.note();
     }
 }

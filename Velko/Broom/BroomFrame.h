@@ -21,7 +21,7 @@ class BroomFrame final {
 
     /// The icon's frame as last read: origin at the top left of the primary screen, y grows downwards.
     /// Nothing before the first answer.
-    [[nodiscard]] std::optional<Rect> frame() const noexcept { return frame_; }
+    [[nodiscard]] std::optional<Rect> chevronFrame() const noexcept { return chevronFrame_; }
 
     /// Reads it now.
     void refresh();
@@ -33,7 +33,7 @@ class BroomFrame final {
 
  private:
     Platform platform_;
-    std::optional<Rect> frame_;
+    std::optional<Rect> chevronFrame_;
     ChangeNotices notices_;
     Subscription values_;
     Subscription displays_;

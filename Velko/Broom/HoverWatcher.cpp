@@ -65,7 +65,7 @@ HoverWatcher::Sight HoverWatcher::look(const std::vector<Display>& displays) con
     const Display* const under = MenuBarStrip::displayUnder(displays, pointer);
     const Display& display = under == nullptr ? displays.front() : *under;
     const double barHeight = MenuBarStrip::height(display, parts_.platform.displays.statusBarThickness());
-    const auto broom = broom_.frame();
+    const auto broom = broom_.chevronFrame();
     const auto shelf = parts_.ports.surfaces.surface(Surfaces::Kind::shelf).frame();
     return {.overBroom = broom && grown(*broom, broomMargin).contains(downwards),
             .inBar = display.frame.maxY() - pointer.y <= barHeight || (shelf && shelf->contains(pointer))};

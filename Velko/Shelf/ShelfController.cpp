@@ -24,7 +24,7 @@ void ShelfController::sync() {
         surface().close();
         return;
     }
-    const auto place = shelfPlace(broom_.frame(), parts_.platform.displays.displays(),
+    const auto place = shelfPlace(broom_.chevronFrame(), parts_.platform.displays.displays(),
                                   parts_.platform.displays.statusBarThickness());
     if (!place) {
         surface().close();

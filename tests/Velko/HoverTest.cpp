@@ -36,7 +36,7 @@ class HoverTest : public FacesOnMac {
     }
     /// A point seen from the middle of the broom's lower edge.
     [[nodiscard]] Point beside(double right, double down) const {
-        const Rect frame = broom->frame().value();
+        const Rect frame = broom->chevronFrame().value();
         return {.x = frame.x + frame.width / 2 + right, .y = 1080 - frame.maxY() - down};
     }
     [[nodiscard]] Point onBroom() const { return beside(0, -10); }
@@ -133,7 +133,7 @@ TEST_F(HoverTest, DoesNothingWhileALiveActivityIsShown) {
 }
 
 TEST_F(HoverTest, CountsAFewPointsAroundTheBroom) {
-    const double half = broom->frame().value().width / 2;
+    const double half = broom->chevronFrame().value().width / 2;
     const std::vector<std::pair<Point, bool>> points{{beside(-half - 4, -10), true},
                                                      {beside(-half - 4.5, -10), false},
                                                      {beside(half + 3.5, -10), true},

@@ -144,19 +144,19 @@ TEST_F(ShelfPanelTest, GoesAndComesWithTheDisplays) {
 TEST_F(ShelfPanelTest, HangsBelowTheBroomOfWhateverScreenHoldsIt) {
     startFaces();
     toggle();
-    EXPECT_EQ(surface.opening()->place->anchor.x, broom->frame()->x);
+    EXPECT_EQ(surface.opening()->place->anchor.x, broom->chevronFrame()->x);
     EXPECT_EQ(surface.frame()->maxY(), 982 - 38 - 4);
     EXPECT_EQ(surface.opening()->motion,
               (Surface::Motion{.springResponse = 0.42, .springDamping = 0.72, .fade = 0}));
-    const Rect before = *broom->frame();
+    const Rect before = *broom->chevronFrame();
     mac.iconElement(mac.processes.ownPID(), 0)->attributes["AXPosition"] = Point{.x = 700, .y = 0};
     broom->refresh();
     pass(1s);
     EXPECT_EQ(surface.opening()->place->anchor.x, 700) << "it follows the broom";
     mac.setDisplays({SimulatedDisplays::plain()});
     pass(100ms);
-    EXPECT_EQ(broom->frame()->x, before.x + 1920 - 1512);
-    EXPECT_EQ(surface.opening()->place->anchor.x, broom->frame()->x);
+    EXPECT_EQ(broom->chevronFrame()->x, before.x + 1920 - 1512);
+    EXPECT_EQ(surface.opening()->place->anchor.x, broom->chevronFrame()->x);
     toggle();
     mac.surfaces.reducedMotion = true;
     velko->preferences().setReveal({.autoTuckSeconds = 0, .otherStyle = RevealStyle::shelf});
