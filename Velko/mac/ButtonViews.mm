@@ -1,5 +1,6 @@
 #include <variant>
 
+#include "Velko/View/Tree.h"
 #import "Velko/mac/NodeView.h"
 #import "Velko/mac/TreeViews.h"
 #include "VelkoEngine/mac/Conversions.h"
@@ -128,7 +129,7 @@ class AppTileView final : public ButtonLike {
         const auto& tile = std::get<view::Tile>(node.content);
         tile_.app = native(tile.bundleID);
         tile_.image = icons_.icon(tile.bundleID, tileIconPoints);
-        tile_.title = native(tile.badge.empty() ? tile.name : tile.name + " · " + tile.badge);
+        tile_.title = native(view::spoken(node));
         tile_.enabled = node.isEnabled;
     }
 
