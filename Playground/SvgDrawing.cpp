@@ -19,16 +19,16 @@ std::string pair(Point point) {
 }
 
 std::string outline(const view::Path& path) {
-    using Kind = view::PathCommand::Kind;
+    using Command = view::PathCommand::Kind;
     std::string text;
     for (const view::PathCommand& command : path) {
         switch (command.kind) {
-            case Kind::moveTo: text += "M" + pair(command.to); break;
-            case Kind::lineTo: text += "L" + pair(command.to); break;
-            case Kind::curveTo:
+            case Command::moveTo: text += "M" + pair(command.to); break;
+            case Command::lineTo: text += "L" + pair(command.to); break;
+            case Command::curveTo:
                 text += "C" + pair(command.control1) + " " + pair(command.control2) + " " + pair(command.to);
                 break;
-            case Kind::close: text += "Z"; break;
+            case Command::close: text += "Z"; break;
         }
     }
     return text;

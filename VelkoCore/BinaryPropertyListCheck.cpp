@@ -15,7 +15,7 @@ constexpr std::size_t headerSize = 8;
 constexpr std::size_t trailerSize = 32;
 
 /// The high half of an object's first byte.
-enum class Kind : std::uint8_t {
+enum class Marker : std::uint8_t {
     constant = 0x0,
     integer = 0x1,
     real = 0x2,
@@ -29,7 +29,7 @@ enum class Kind : std::uint8_t {
 };
 
 struct Object {
-    Kind kind = Kind::constant;
+    Marker kind = Marker::constant;
     std::uint64_t count = 0;  ///< the low half of the first byte, or the number that stands after it
     std::size_t body = 0;     ///< where the content starts
 };
@@ -106,10 +106,10 @@ class BinaryCheck {
             return malformed;
         }
         const std::uint64_t marker = number(offset, 1);
-        Object object{.kind = static_cast<Kind>(marker >> 4U), .count = marker & 0xFU, .body = offset + 1};
-        const bool hasLength = object.kind == Kind::data || object.kind == Kind::ascii ||
-                               object.kind == Kind::utf16 || object.kind == Kind::array ||
-                               object.kind == Kind::dictionary;
+        Object object{.kind = static_cast<Marker>(marker >> 4U), .count = marker & 0xFU, .body = offset + 1};
+        const bool hasLength = object.kind == Marker::data || object.kind == Marker::ascii ||
+                               object.kind == Marker::utf16 || object.kind == Marker::array ||
+                               object.kind == Marker::dictionary;
         if (!hasLength || object.count != 0xF) {
             return object;
         }
@@ -155,18 +155,19 @@ class BinaryCheck {
     Measured measureObject(const Object& object, std::size_t depth) {
         const std::uint64_t low = object.count;
         switch (object.kind) {
-            case Kind::constant: return low == 0x0 || low == 0x8 || low == 0x9 ? leaf(object, 0) : malformed;
-            case Kind::integer: return low <= 4 ? leaf(object, 1U << low) : malformed;
-            case Kind::real: return low == 2 || low == 3 ? leaf(object, 1U << low) : malformed;
-            case Kind::date: return low == 3 ? leaf(object, 8) : malformed;
-            case Kind::uid:
+            case Marker::constant:
+                return low == 0x0 || low == 0x8 || low == 0x9 ? leaf(object, 0) : malformed;
+            case Marker::integer: return low <= 4 ? leaf(object, 1U << low) : malformed;
+            case Marker::real: return low == 2 || low == 3 ? leaf(object, 1U << low) : malformed;
+            case Marker::date: return low == 3 ? leaf(object, 8) : malformed;
+            case Marker::uid:
                 return low == 0 || low == 1 || low == 3 || low == 7 ? leaf(object, low + 1) : malformed;
-            case Kind::data: return leaf(object, object.count, object.count);
-            case Kind::ascii: return text(object, 1, 1);
+            case Marker::data: return leaf(object, object.count, object.count);
+            case Marker::ascii: return text(object, 1, 1);
             // A unit of two bytes takes up to three as UTF-8.
-            case Kind::utf16: return text(object, 2, 3);
-            case Kind::array: return container(object, depth, false);
-            case Kind::dictionary: return container(object, depth, true);
+            case Marker::utf16: return text(object, 2, 3);
+            case Marker::array: return container(object, depth, false);
+            case Marker::dictionary: return container(object, depth, true);
         }
         return malformed;
     }

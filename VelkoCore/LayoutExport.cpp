@@ -39,7 +39,7 @@ struct JsonRecord<LayoutExport> {
 
 namespace {
 
-struct Description {
+struct ImportErrorText {
     std::string operator()(ImportError error) const {
         switch (error) {
             case ImportError::notVelko: return "This file isn't a Velko layout.";
@@ -56,7 +56,7 @@ struct Description {
 }  // namespace
 
 std::string describe(const LayoutReadError& error) {
-    return std::visit(Description{}, error);
+    return std::visit(ImportErrorText{}, error);
 }
 
 LayoutExport LayoutExport::of(const Layout& layout) {

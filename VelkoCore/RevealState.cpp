@@ -59,7 +59,7 @@ bool operator==(const RevealState& left, const RevealState& right) noexcept {
 
 namespace {
 
-struct Description {
+struct StateText {
     std::string operator()(RevealState::Collapsed /*state*/) const { return "collapsed"; }
     std::string operator()(RevealState::Revealed /*state*/) const { return "revealed"; }
     std::string operator()(RevealState::RevealedWithBuried /*state*/) const { return "revealed with buried"; }
@@ -74,7 +74,7 @@ struct Description {
 }  // namespace
 
 std::string describe(const RevealState& state) {
-    return std::visit(Description{}, state.value());
+    return std::visit(StateText{}, state.value());
 }
 
 }  // namespace velko

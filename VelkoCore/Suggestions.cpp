@@ -23,7 +23,7 @@ Section byDaysWithoutClick(std::int64_t days) noexcept {
     return days > Suggestions::buryAfterDays ? Section::buried : Section::tucked;
 }
 
-struct Description {
+struct ReasonText {
     std::string operator()(Suggestion::LastClicked reason) const {
         switch (reason.days) {
             case 0: return "Last clicked today";
@@ -38,7 +38,7 @@ struct Description {
 }  // namespace
 
 std::string describe(const Suggestion::Reason& reason) {
-    return std::visit(Description{}, reason);
+    return std::visit(ReasonText{}, reason);
 }
 
 Suggestion Suggestions::suggest(const Request& request) {

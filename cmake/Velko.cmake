@@ -10,6 +10,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(VELKO_HOST_ROOMS "Build the simulator and the playground" ON)
 option(VELKO_TESTS "Build the tests and the benchmarks" ON)
+set(VELKO_UNITY_BATCH 9 CACHE STRING "How many sources of a target are compiled as one; 1 for each by itself")
 set(VELKO_CHANNEL development CACHE STRING "Where this build goes: development, beta or release")
 set(VELKO_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 
@@ -27,6 +28,16 @@ if(VELKO_SANITIZE)
     target_link_options(velko_options INTERFACE -fsanitize=${VELKO_SANITIZE})
 endif()
 
+# velko_unity(TARGET): compiles a few sources of a target as one. Most of a compiler's time goes into the
+# standard library's headers, which are then read once for all of them. A name of an unnamed namespace has to be
+# the only one of its kind in the target.
+function(velko_unity target)
+    if(VELKO_UNITY_BATCH GREATER 1)
+        set_target_properties(${target} PROPERTIES
+            UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE ${VELKO_UNITY_BATCH})
+    endif()
+endfunction()
+
 # velko_room(NAME SOURCES file... [DEPENDS room...])
 #
 # A room sees itself and the rooms that it names, and nothing else: each room's headers are offered
@@ -39,4 +50,5 @@ function(velko_room name)
     add_library(${name} STATIC ${ROOM_SOURCES})
     target_include_directories(${name} PUBLIC ${window})
     target_link_libraries(${name} PUBLIC ${ROOM_DEPENDS} PRIVATE velko_options)
+    velko_unity(${name})
 endfunction()

@@ -10,13 +10,13 @@ namespace velko::html {
 namespace {
 
 constexpr double iconPoints = 16;
-constexpr double symbolPoints = 14;
+constexpr double entrySymbolPoints = 14;
 
 std::string image(const view::MenuItem& item, const NameOf& nameOf) {
     if (item.appIcon) {
         return appTile(*item.appIcon, nameOf(*item.appIcon), iconPoints);
     }
-    return item.symbol.empty() ? "" : glyph(item.symbol, symbolPoints);
+    return item.symbol.empty() ? "" : glyph(item.symbol, entrySymbolPoints);
 }
 
 std::string level(const view::Menu& menu, const std::string& place, const std::string& label,

@@ -51,7 +51,7 @@ Done removeIcon(const Step& step, SimulatedMac& mac, ProcessID pid) {
     return done;
 }
 
-constexpr auto table = std::to_array<AppAct>({
+constexpr auto appVerbs = std::to_array<AppAct>({
     {Verb::quit, sent<&SimulatedMac::quit>},
     {Verb::crash, sent<&SimulatedMac::crash>},
     {Verb::hang, hang<true>},
@@ -91,7 +91,7 @@ constexpr auto table = std::to_array<AppAct>({
 }  // namespace
 
 std::span<const AppAct> appActs() {
-    return table;
+    return appVerbs;
 }
 
 }  // namespace velko::script

@@ -112,7 +112,7 @@ Done says(const Step& step, Stage& stage) {
     return holds(isSaid, "The " + step.word + " does not say that.");
 }
 
-constexpr auto table = std::to_array<MacAct>({
+constexpr auto expectVerbs = std::to_array<MacAct>({
     {Verb::expectVisible, visible},
     {Verb::expectHidden, hidden},
     {Verb::expectWaiting, inVelko<waiting>},
@@ -129,7 +129,7 @@ constexpr auto table = std::to_array<MacAct>({
 }  // namespace
 
 std::span<const MacAct> expectations() {
-    return table;
+    return expectVerbs;
 }
 
 }  // namespace velko::script

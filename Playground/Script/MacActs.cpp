@@ -156,7 +156,7 @@ Done does(const Step& step, Stage& stage) {
     return {};
 }
 
-constexpr auto table = std::to_array<MacAct>({
+constexpr auto macVerbs = std::to_array<MacAct>({
     {Verb::say, does<[](const Step&, Stage&) {}>},
     {Verb::wait, wait},
     {Verb::sleep, sleep},
@@ -215,7 +215,7 @@ constexpr auto table = std::to_array<MacAct>({
 }  // namespace
 
 std::span<const MacAct> macActs() {
-    return table;
+    return macVerbs;
 }
 
 }  // namespace velko::script

@@ -20,7 +20,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr float timeout = 0.1F;
+constexpr float patience = 0.1F;  // seconds
 constexpr auto library = "/System/Library/PrivateFrameworks/MenuBarClientCore.framework/MenuBarClientCore";
 
 std::optional<AXElement> elementAt(const Platform& platform, const AXElement& element,
@@ -40,7 +40,7 @@ std::optional<double> costOfFailure(const Platform& platform, const AXElement& e
 }
 
 bool isOneTimeout(std::optional<double> cost) {
-    return cost && *cost > 0.9 * double{timeout} && *cost < 2 * double{timeout};
+    return cost && *cost > 0.9 * double{patience} && *cost < 2 * double{patience};
 }
 
 /// Asks for an allowlist and waits for the answer; the assertion, if the framework agreed.
@@ -115,7 +115,7 @@ void checkNotices(const Platform& platform, const Stagehand& stagehand, Checks& 
 
 void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
     const ProcessID pid = stagehand.launch("com.example.app");
-    const auto application = platform.accessibility.application(pid, timeout);
+    const auto application = platform.accessibility.application(pid, patience);
     const auto bar = elementAt(platform, application, "AXExtrasMenuBar");
     expect(checks, "an app's icons are reached from its element", bar.has_value());
     stagehand.setTrusted(false);
@@ -131,7 +131,7 @@ void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand
            std::to_string(reached.value_or(0)) + " s");
     stagehand.quit(pid);
     expect(checks, "an element of an app that has quit is read without a wait",
-           costOfFailure(platform, application).value_or(1) < double{timeout});
+           costOfFailure(platform, application).value_or(1) < double{patience});
 }
 
 void checkAssertions(const Platform& platform, const Stagehand& stagehand, Checks& checks) {

@@ -35,7 +35,7 @@ constexpr double padding = 12;    // points
     return std::ranges::find(layout.inbox, bundleID) != layout.inbox.end();
 }
 
-[[nodiscard]] std::string moveTitle(Section section) {
+[[nodiscard]] std::string menuTitle(Section section) {
     switch (section) {
         case Section::bar: return "Keep in the Bar";
         case Section::tucked: return "Tuck";
@@ -54,7 +54,7 @@ constexpr double padding = 12;    // points
     for (const Section section : allSections) {
         // For an app that waits for an answer, to stay where it is is an answer too.
         if (section != layout.section(bundleID) || isWaiting(layout, bundleID)) {
-            menu.push_back({.title = moveTitle(section),
+            menu.push_back({.title = menuTitle(section),
                             .action = [move = request.move, bundleID, section] { move(bundleID, section); }});
         }
     }

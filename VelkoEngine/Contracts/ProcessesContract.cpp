@@ -9,7 +9,7 @@ namespace velko::Contracts {
 
 namespace {
 
-constexpr ProcessID absentPID = std::numeric_limits<ProcessID>::max();
+constexpr ProcessID nobody = std::numeric_limits<ProcessID>::max();
 
 }  // namespace
 
@@ -24,7 +24,7 @@ void checkProcesses(const Processes& processes, Checks& checks) {
     const auto name = processes.name(own);
     expect(checks, "processes: this process has a name without a zero byte",
            name && !name->empty() && name->find('\0') == std::string::npos, name.value_or("no name"));
-    expect(checks, "processes: a process that does not exist has no name", !processes.name(absentPID));
+    expect(checks, "processes: a process that does not exist has no name", !processes.name(nobody));
 
     const auto usage = processes.resourceUsage(own);
     expect(checks, "processes: what this process has used is known", usage && usage->physicalFootprint > 0,
@@ -34,9 +34,9 @@ void checkProcesses(const Processes& processes, Checks& checks) {
            std::to_string(base.numerator) + " / " + std::to_string(base.denominator));
     expect(checks, "processes: the null signal tells who exists",
            processes.nullSignal(own) == NullSignal::delivered &&
-               processes.nullSignal(absentPID) == NullSignal::noSuchProcess);
+               processes.nullSignal(nobody) == NullSignal::noSuchProcess);
     expect(checks, "processes: a process that does not exist has used nothing",
-           !processes.resourceUsage(absentPID));
+           !processes.resourceUsage(nobody));
 }
 
 }  // namespace velko::Contracts

@@ -165,8 +165,8 @@ TEST_F(InventoryTest, FindsWhatTheHostShowsDownToTheFourthLevel) {
     const auto a = launch("a", {{}});
     EXPECT_EQ(Inventory::visiblePIDs(platform), (std::set{a, mac.processes.ownPID()}));
 
-    using Elements = std::vector<SimulatedElementRef>;
-    const auto element = [](ProcessID pid, const char* role, Elements children = {}) {
+    using Children = std::vector<SimulatedElementRef>;
+    const auto element = [](ProcessID pid, const char* role, Children children = {}) {
         return std::make_shared<SimulatedElement>(SimulatedElement{
             .pid = pid, .attributes = {{"AXRole", role}, {"AXChildren", std::move(children)}}});
     };
@@ -179,9 +179,9 @@ TEST_F(InventoryTest, FindsWhatTheHostShowsDownToTheFourthLevel) {
                            element(c, "AXApplication", {element(no, "AXMenuBarItem")}),
                            element(host, "AXGroup", {level4}), element(host, "AXGroup", {level5})});
     auto& children = mac.accessibility.root(host)->overrides["AXChildren"];
-    children = Elements{element(no, "AXMenuBarItem"), window, element(host, "AXWindow")};
+    children = Children{element(no, "AXMenuBarItem"), window, element(host, "AXWindow")};
     EXPECT_EQ(Inventory::visiblePIDs(platform), (std::set{a, b, c, d}));
-    children = Elements{element(no, "AXMenuBarItem")};
+    children = Children{element(no, "AXMenuBarItem")};
     EXPECT_TRUE(Inventory::visiblePIDs(platform).empty());
     mac.quit(host);
     EXPECT_TRUE(Inventory::visiblePIDs(platform).empty());
