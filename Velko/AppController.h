@@ -94,7 +94,8 @@ class AppController final : private FlowHost {
     void handle(const RevealEvent& event);
     /// The user has dismissed the shelf; clicks beside it mean nothing while an app peeks.
     void closeShelf(ShelfClosing::By by);
-    /// Opens the menu of an app whose icon is hidden; counts as a click on its icon.
+    /// Opens the menu of an app whose icon is hidden; counts as a click on its icon. Nothing happens while
+    /// that app is being opened already.
     void open(const BundleID& bundleID);
     /// Puts an app into a section; for one that waits in the inbox, this is the answer.
     void place(const BundleID& bundleID, Section section);

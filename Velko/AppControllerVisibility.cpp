@@ -44,8 +44,12 @@ void AppController::closeShelf(ShelfClosing::By by) {
 }
 
 void AppController::open(const BundleID& bundleID) {
-    recordClick(bundleID);
     showMe_.stop();  // it would keep this app's icon hidden
+    const auto* const peek = values_.state.asPeeking();
+    if (peek != nullptr && peek->bundleID == bundleID) {
+        return;  // a second press would close the menu that the first one opens
+    }
+    recordClick(bundleID);
     opening_.open(bundleID);
 }
 

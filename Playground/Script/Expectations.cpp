@@ -87,6 +87,12 @@ Done tidied(const Step& step, AppController& velko) {
     return equal(std::to_string(velko.values().tidiedCount), std::to_string(step.amount.value_or(0)));
 }
 
+Done menu(const Step& step, Stage& stage) {
+    const auto owner = stage.mac().windows.menuOwner();
+    return holds(owner && stage.mac().workspace.bundleID(*owner) == appOf(step),
+                 "The menu of " + step.app + " is not open.");
+}
+
 Done logged(const Step& step, Stage& stage) {
     const std::string text = step.text.value_or("");
     return holds(std::ranges::any_of(stage.log().lines(),
@@ -120,6 +126,7 @@ constexpr auto expectVerbs = std::to_array<MacAct>({
     {Verb::expectState, inVelko<state>},
     {Verb::expectHealth, inVelko<health>},
     {Verb::expectTidied, inVelko<tidied>},
+    {Verb::expectMenu, menu},
     {Verb::expectLogged, logged},
     {Verb::expectOpen, open},
     {Verb::expectClosed, closed},

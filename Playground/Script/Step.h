@@ -103,6 +103,7 @@ enum class Verb {
     expectState,
     expectHealth,
     expectTidied,
+    expectMenu,
     expectLogged,
     expectOpen,
     expectClosed,

@@ -99,6 +99,7 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::expectState, "expect state STATE"},
     {Verb::expectHealth, "expect health HEALTH"},
     {Verb::expectTidied, "expect tidied APPS"},
+    {Verb::expectMenu, "expect menu APP"},
     {Verb::expectLogged, "expect logged TEXT"},
     {Verb::expectOpen, "expect open SURFACE"},
     {Verb::expectClosed, "expect closed SURFACE"},

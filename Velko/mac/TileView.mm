@@ -28,7 +28,10 @@ constexpr CGFloat dragThreshold = 4;  // points
 
 - (void)keyDown:(NSEvent*)event {
     if ([event.charactersIgnoringModifiers isEqualToString:@"\r"]) {
-        [self performClick:nil];
+        // A key that is held down presses once.
+        if (!event.ARepeat) {
+            [self performClick:nil];
+        }
     } else {
         [super keyDown:event];
     }
