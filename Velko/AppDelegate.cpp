@@ -62,6 +62,7 @@ void AppDelegate::didFinishLaunching() {
 
 void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     statusItem.onSettings = [this] { openSettings(); };
+    statusItem.onClick = [this] { hover_->broomClicked(); };
     setup_.onVisibilityChange = [this] { windowsChanged(); };
     setup_.makeSession = [this] { return makeSession(); };
     setup_.imported = [this] { return lastImport_; };

@@ -38,12 +38,21 @@ void HoverWatcher::sync() {
     }
 }
 
+void HoverWatcher::broomClicked() {
+    pending_.cancel();
+    isDeaf_ = true;
+}
+
 void HoverWatcher::check() {
     const std::vector<Display> displays = parts_.platform.displays.displays();
-    if (displays.empty() || parts_.controller.values().stepsAside()) {
+    if (displays.empty()) {
         return;
     }
     const Sight sight = look(displays);
+    isDeaf_ = isDeaf_ && sight.overBroom;
+    if (isDeaf_ || parts_.controller.values().stepsAside()) {
+        return;
+    }
     const bool revealed = isRevealed();
     if (sight.overBroom && !revealed) {
         schedule(Timing::hoverRevealDelay, [this] { reveal(); });
@@ -86,8 +95,9 @@ void HoverWatcher::schedule(Timing::Duration delay, std::function<void()> action
 }
 
 void HoverWatcher::reveal() {
-    // While everything is out for a Live Activity, a toggle would tidy it away.
-    if (isRevealed() || parts_.controller.values().stepsAside()) {
+    // A toggle would tidy away what is out for a Live Activity, and close the app that peeks.
+    const AppValues& values = parts_.controller.values();
+    if (isRevealed() || values.stepsAside() || values.state.asPeeking() != nullptr) {
         return;
     }
     parts_.controller.revealByPointer();

@@ -26,6 +26,9 @@ class HoverWatcher final {
 
     /// To be called whenever the controller's values have changed.
     void sync();
+    /// The broom was clicked, whatever came of it: the click decides, and not the pointer, until that has
+    /// left the broom.
+    void broomClicked();
 
  private:
     /// Where the pointer is, as far as hovering cares.
@@ -46,6 +49,7 @@ class HoverWatcher final {
     Subscription moves_;  ///< active while hovering is switched on
     Task pending_;
     bool revealedByHover_ = false;  ///< so hovering may end it
+    bool isDeaf_ = false;           ///< to a pointer that still is where it has clicked
 };
 
 }  // namespace velko

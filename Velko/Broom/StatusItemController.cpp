@@ -96,6 +96,9 @@ void StatusItemController::showToolTip(const std::string& text) {
 // Clicks
 
 void StatusItemController::clicked(const StatusItem::Click& click) {
+    if (onClick) {
+        onClick();
+    }
     if (click.isRight || click.control) {
         openMenu(click.option ? StatusMenus::debugMenu(parts_, actions_)
                               : StatusMenus::mainMenu(parts_, actions_));

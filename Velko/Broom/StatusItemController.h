@@ -32,6 +32,7 @@ class StatusItemController final {
     [[nodiscard]] NoteController& note();
 
     std::function<void()> onSettings;  ///< opens the settings
+    std::function<void()> onClick;     ///< hears of every click, before anything else comes of it
 
  private:
     void clicked(const StatusItem::Click& click);
