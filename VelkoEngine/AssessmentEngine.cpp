@@ -37,8 +37,10 @@ bool AssessmentEngine::isAvailable() const {
 
 void AssessmentEngine::apply(const VisibilityPlan& plan, bool force, Completion completion) {
     if (!force && plan == current_) {
-        // An activation in flight asked for another plan, which is no longer wanted.
-        ++generation_;
+        if (asked_ != current_) {
+            ++generation_;  // another plan may be on its way, which is no longer wanted
+            asked_.reset();
+        }
         completion(0.0);
         return;
     }
@@ -58,6 +60,7 @@ void AssessmentEngine::apply(const VisibilityPlan& plan, bool force, Completion 
 
 void AssessmentEngine::activate(const VisibilityPlan& plan, const std::vector<BundleID>& allowed,
                                 Completion completion) {
+    asked_ = plan;
     const auto request = std::make_shared<const Request>(Request{.token = ++generation_,
                                                                  .start = platform_.mainThread.now(),
                                                                  .plan = plan,
@@ -80,6 +83,7 @@ void AssessmentEngine::finish(const Request& request, VKAssessment::Activation o
         }
         return;
     }
+    asked_.reset();
     if (!outcome.assertion) {
         showAll();
         request.completion(std::unexpected(outcome.error ? EngineFailure(*std::move(outcome.error))
@@ -98,6 +102,7 @@ void AssessmentEngine::finish(const Request& request, VKAssessment::Activation o
 
 void AssessmentEngine::showAll() {
     ++generation_;
+    asked_.reset();
     endAssertion();
     current_ = VisibilityPlan::showAll();
 }

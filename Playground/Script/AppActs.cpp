@@ -1,4 +1,5 @@
 #include <array>
+#include <chrono>
 
 #include "Playground/Script/Acts.h"
 
@@ -33,6 +34,23 @@ Done hang(const Step&, SimulatedMac& mac, ProcessID pid) {
     return {};
 }
 
+Done slowDown(const Step& step, SimulatedMac& mac, ProcessID pid) {
+    mac.accessibility.setDelay(pid, step.duration.value_or(std::chrono::milliseconds(0)));
+    return {};
+}
+
+/// Of a whole app, only one icon answers no more, or answers again.
+template <bool hung>
+Done hangIcon(const Step& step, SimulatedMac& mac, ProcessID pid) {
+    const auto lock = mac.accessibility.hold();
+    SimulatedElement* icon = mac.iconElement(pid, indexOf(step));
+    if (icon == nullptr) {
+        return std::unexpected(step.app + " has no such icon.");
+    }
+    icon->delay = std::chrono::hours(hung ? 1 : 0);
+    return {};
+}
+
 Done setBadge(const Step& step, SimulatedMac& mac, ProcessID pid) {
     return change(step, mac, pid, [&](SimulatedIcon& icon) {
         if (const auto text = step.text.value_or(""); text.empty()) {
@@ -56,6 +74,7 @@ constexpr auto appVerbs = std::to_array<AppAct>({
     {Verb::crash, sent<&SimulatedMac::crash>},
     {Verb::hang, hang<true>},
     {Verb::unhang, hang<false>},
+    {Verb::slow, slowDown},
     {Verb::activate, sent<&SimulatedMac::activate>},
     {Verb::cpu,
      [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
@@ -85,6 +104,8 @@ constexpr auto appVerbs = std::to_array<AppAct>({
          return {};
      }},
     {Verb::iconRemove, removeIcon},
+    {Verb::iconHang, hangIcon<true>},
+    {Verb::iconUnhang, hangIcon<false>},
     {Verb::menuOpen, sent<&SimulatedMac::openMenu>},
 });
 

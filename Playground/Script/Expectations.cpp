@@ -95,9 +95,10 @@ Done menu(const Step& step, Stage& stage) {
 
 Done logged(const Step& step, Stage& stage) {
     const std::string text = step.text.value_or("");
-    return holds(std::ranges::any_of(stage.log().lines(),
-                                     [&](const std::string& line) { return line.contains(text); }),
-                 "The log does not say that.");
+    const auto times = std::ranges::count_if(stage.log().lines(),
+                                             [&](const std::string& line) { return line.contains(text); });
+    return step.amount ? equal(std::to_string(times), std::to_string(*step.amount))
+                       : holds(times > 0, "The log does not say that.");
 }
 
 Done open(const Step& step, Stage& stage) {

@@ -25,6 +25,7 @@ enum class Verb {
     crash,
     hang,
     unhang,
+    slow,
     activate,
     cpu,
     memory,
@@ -34,6 +35,8 @@ enum class Verb {
     iconBadge,
     iconAdd,
     iconRemove,
+    iconHang,
+    iconUnhang,
     menuOpen,
     menuClose,
     // The pointer and the keyboard

@@ -21,6 +21,7 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::crash, "crash APP"},
     {Verb::hang, "hang APP"},
     {Verb::unhang, "unhang APP"},
+    {Verb::slow, "slow APP DURATION"},
     {Verb::activate, "activate APP"},
     {Verb::cpu, "cpu APP PERCENT"},
     {Verb::memory, "memory APP MEGABYTES"},
@@ -30,6 +31,8 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::iconBadge, "icon badge APP TEXT [icon ICON]"},
     {Verb::iconAdd, "icon add APP [width POINTS] [title TEXT]"},
     {Verb::iconRemove, "icon remove APP [icon ICON]"},
+    {Verb::iconHang, "icon hang APP [icon ICON]"},
+    {Verb::iconUnhang, "icon unhang APP [icon ICON]"},
     {Verb::menuOpen, "menu open APP"},
     {Verb::menuClose, "menu close"},
 
@@ -100,7 +103,7 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::expectHealth, "expect health HEALTH"},
     {Verb::expectTidied, "expect tidied APPS"},
     {Verb::expectMenu, "expect menu APP"},
-    {Verb::expectLogged, "expect logged TEXT"},
+    {Verb::expectLogged, "expect logged TEXT [times TIMES]"},
     {Verb::expectOpen, "expect open SURFACE"},
     {Verb::expectClosed, "expect closed SURFACE"},
     {Verb::expectSays, "expect says SURFACE TEXT"},
@@ -115,6 +118,7 @@ constexpr auto numberOperands = std::to_array<NumberOperand>({
     {"PERCENT", &Step::amount, 0, 1600},
     {"POINTS", &Step::width, 1, 500},
     {"SECONDS", &Step::amount, 0, 60},
+    {"TIMES", &Step::amount, 0, 1000},
 });
 
 constexpr auto wordOperands = std::to_array<WordOperand>({
