@@ -43,7 +43,8 @@ AppController::AppController(Parts parts)
       saving_(*this, platform_.mainThread, log_, store_),
       scan_(
           platform_, [this] { return values_.items; },
-          [this](std::vector<MenuBarItem> items, Depth depth) { accept(std::move(items), depth); }),
+          [this](std::vector<MenuBarItem> items, Depth depth) { accept(std::move(items), depth); },
+          [this] { trustWatch_.check(); }),
       autoTuck_(platform_, [this] { handle(RevealEvent::autoTuck()); }),
       shelfClosing_(platform_.mainThread),
       showMe_(*this, platform_.mainThread, log_),
@@ -143,15 +144,13 @@ void AppController::handleSystemEvent(const SystemEvents::Kind& event) {
     }
     if (isEnvironment) {
         apply({.reason = event.reason, .force = !engine_->current().isShowAll()});
-        if (trustWatch_.check()) {
-            requestScan(Depth::full);
-        }
-    } else if (trustWatch_.check()) {
-        if (event.reason.contains("launched")) {
-            scan_.followLaunch();
-        } else {
-            requestScan(Depth::light);
-        }
+    }
+    if (!trustWatch_.check()) {
+        return;
+    }
+    requestScan(isEnvironment ? Depth::full : Depth::light);
+    if (event.reason.contains("launched")) {
+        scan_.followLaunch();
     }
 }
 

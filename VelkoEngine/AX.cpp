@@ -52,6 +52,11 @@ std::string attributeText(const Accessibility& accessibility, const AXElement& e
     return text(accessibility.attribute(element, attribute));
 }
 
+bool isHeard(const AXAnswer& answer) {
+    return answer || answer.error() == AXError::noValue || answer.error() == AXError::attributeUnsupported ||
+           answer.error() == AXError::notImplemented;
+}
+
 std::vector<AXAnswer> attributes(const Accessibility& accessibility, const AXElement& element,
                                  const std::vector<std::string>& names) {
     auto answers = accessibility.attributes(element, names);
@@ -112,8 +117,23 @@ std::string title(const Accessibility& accessibility, const AXElement& element) 
 }
 
 std::vector<AXElement> statusItems(const Accessibility& accessibility, ProcessID pid) {
-    const auto bar = element(accessibility, application(accessibility, pid), "AXExtrasMenuBar");
-    return bar ? children(accessibility, *bar) : std::vector<AXElement>{};
+    return statusItemsIfHeard(accessibility, pid).value_or(std::vector<AXElement>{});
+}
+
+std::optional<std::vector<AXElement>> statusItemsIfHeard(const Accessibility& accessibility, ProcessID pid) {
+    const AXAnswer told = accessibility.attribute(application(accessibility, pid), "AXExtrasMenuBar");
+    if (!isHeard(told)) {
+        return std::nullopt;
+    }
+    const auto bar = value<AXElement>(told);
+    if (!bar) {
+        return std::vector<AXElement>{};
+    }
+    AXAnswer items = accessibility.attribute(*bar, "AXChildren");
+    if (!isHeard(items)) {
+        return std::nullopt;
+    }
+    return value<std::vector<AXElement>>(std::move(items)).value_or(std::vector<AXElement>{});
 }
 
 std::optional<ProcessID> pid(const Platform& platform, const BundleID& bundleID,

@@ -25,6 +25,10 @@ namespace velko::AX {
 [[nodiscard]] std::string attributeText(const Accessibility& accessibility, const AXElement& element,
                                         const std::string& attribute);
 
+/// Whether the process has answered, be it that there is no such thing. A time-out, a missing permission
+/// and the like say nothing about what was asked.
+[[nodiscard]] bool isHeard(const AXAnswer& answer);
+
 /// Several attributes with one message: as many answers as names, each an error when the element does not
 /// answer at all.
 [[nodiscard]] std::vector<AXAnswer> attributes(const Accessibility& accessibility, const AXElement& element,
@@ -51,6 +55,10 @@ namespace velko::AX {
 
 /// The elements of a process's status items, in its own order.
 [[nodiscard]] std::vector<AXElement> statusItems(const Accessibility& accessibility, ProcessID pid);
+
+/// Likewise; nothing when the process does not answer.
+[[nodiscard]] std::optional<std::vector<AXElement>> statusItemsIfHeard(const Accessibility& accessibility,
+                                                                       ProcessID pid);
 
 /// The first process that runs an app with that identifier, else the first with exactly that name.
 [[nodiscard]] std::optional<ProcessID> pid(const Platform& platform, const BundleID& bundleID,

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -26,18 +27,34 @@ bool isAppBundle(std::string_view path) {
     return std::filesystem::path(path).extension() == ".app";
 }
 
-Items readItems(const Accessibility& accessibility, const AppRef& app) {
+/// What an app says of its items; nothing when it keeps silent.
+struct Answer {
+    ProcessID pid = 0;
+    std::optional<Items> items;
+};
+
+Answer ask(const Accessibility& accessibility, const AppRef& app) {
+    const auto elements = AX::statusItemsIfHeard(accessibility, app.pid);
+    if (!elements) {
+        return {.pid = app.pid, .items = std::nullopt};
+    }
     Items items;
-    for (const AXElement& element : AX::statusItems(accessibility, app.pid)) {
-        if (const auto frame = AX::frame(accessibility, element)) {
+    bool fellSilent = false;
+    for (const AXElement& element : *elements) {
+        const AXAnswer position = accessibility.attribute(element, "AXPosition");
+        const AXAnswer size = position ? accessibility.attribute(element, "AXSize") : position;
+        if (const auto frame = AX::frame(position, size)) {
             items.push_back({.bundleID = app.bundleID,
                              .appName = app.name,
                              .pid = app.pid,
                              .title = AX::title(accessibility, element),
                              .frame = *frame});
+        } else if (!AX::isHeard(size)) {
+            fellSilent = true;
         }
     }
-    return items;
+    const bool isHeard = !fellSilent || !items.empty();
+    return {.pid = app.pid, .items = isHeard ? std::optional(std::move(items)) : std::nullopt};
 }
 
 /// Left to right; equal left edges keep their order.
@@ -55,24 +72,34 @@ void sortByLeftEdge(Items& items) {
     items = std::move(sorted);
 }
 
-/// Adds what the apps' reading yields to items that are known already.
-Task itemsOf(const Platform& platform, std::vector<AppRef> apps, Items known, ItemsHandler then) {
+bool hasPID(const auto& entries, ProcessID pid) {
+    return std::ranges::any_of(entries, [pid](const auto& entry) { return entry.pid == pid; });
+}
+
+/// What the apps' answers make of the items that are known.
+Found foundBy(std::vector<Answer> answers, Items known) {
+    const bool isAnyAsked = !answers.empty();
+    std::erase_if(answers, [](const Answer& answer) { return !answer.items; });
+    std::erase_if(known, [&](const MenuBarItem& item) { return hasPID(answers, item.pid); });
+    for (Answer& answer : answers) {
+        std::ranges::move(*answer.items, std::back_inserter(known));
+    }
+    sortByLeftEdge(known);
+    return {.items = std::move(known), .isHeard = !isAnyAsked || !answers.empty()};
+}
+
+/// Asks some of the running apps.
+Task askThem(const Platform& platform, std::vector<AppRef> apps, Items known, ItemsHandler then) {
     return gatherReads(
         platform.mainThread, std::move(apps),
-        [&accessibility = platform.accessibility](const AppRef& app) {
-            return readItems(accessibility, app);
-        },
-        [known = std::move(known), then = std::move(then)](std::vector<Items> perApp) mutable {
-            for (Items& items : perApp) {
-                std::ranges::move(items, std::back_inserter(known));
-            }
-            sortByLeftEdge(known);
-            then(std::move(known));
+        [&accessibility = platform.accessibility](const AppRef& app) { return ask(accessibility, app); },
+        [known = std::move(known), then = std::move(then)](std::vector<Answer> answers) mutable {
+            then(foundBy(std::move(answers), std::move(known)));
         });
 }
 
-bool hasPID(const auto& entries, ProcessID pid) {
-    return std::ranges::any_of(entries, [pid](const auto& entry) { return entry.pid == pid; });
+void forgetEnded(Items& known, const std::vector<AppRef>& running) {
+    std::erase_if(known, [&](const MenuBarItem& item) { return !hasPID(running, item.pid); });
 }
 
 }  // namespace
@@ -90,15 +117,17 @@ std::vector<AppRef> runningApps(const Platform& platform) {
     return apps;
 }
 
-Task items(const Platform& platform, ItemsHandler then) {
-    return itemsOf(platform, runningApps(platform), {}, std::move(then));
-}
-
 Task items(const Platform& platform, Items known, ItemsHandler then) {
     std::vector<AppRef> apps = runningApps(platform);
-    std::erase_if(known, [&](const MenuBarItem& item) { return !hasPID(apps, item.pid); });
+    forgetEnded(known, apps);
+    return askThem(platform, std::move(apps), std::move(known), std::move(then));
+}
+
+Task itemsAdding(const Platform& platform, Items known, ItemsHandler then) {
+    std::vector<AppRef> apps = runningApps(platform);
+    forgetEnded(known, apps);
     std::erase_if(apps, [&](const AppRef& app) { return hasPID(known, app.pid); });
-    return itemsOf(platform, std::move(apps), std::move(known), std::move(then));
+    return askThem(platform, std::move(apps), std::move(known), std::move(then));
 }
 
 std::optional<Rect> ownItemFrame(const Platform& platform) {

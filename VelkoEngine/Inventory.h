@@ -15,8 +15,7 @@
 #include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Task.h"
 
-/// What the menu bar holds, read afresh at every call. An app or element that does not answer drops out
-/// silently. Main thread unless said otherwise.
+/// What the menu bar holds, read at every call. Main thread unless said otherwise.
 namespace velko::Inventory {
 
 /// A regular running app: one with a bundle that ends in ".app" and an identifier.
@@ -36,22 +35,29 @@ struct AppReading {
     bool operator==(const AppReading&) const = default;
 };
 
-using ItemsHandler = std::function<void(std::vector<MenuBarItem>)>;
+/// What a read of the menu bar came to.
+struct Found {
+    std::vector<MenuBarItem> items;  ///< left to right; equal left edges keep the order of the apps
+    bool isHeard = true;             ///< false when apps were asked and none answered
+};
+
+using ItemsHandler = std::function<void(Found)>;
 using Readings = std::map<BundleID, AppReading>;
 using ReadingsHandler = std::function<void(Readings)>;
 
 /// All regular running apps but this one, in the workspace's order.
 [[nodiscard]] std::vector<AppRef> runningApps(const Platform& platform);
 
-/// Reads every app's items in the background, at most four apps at once, and hands over the whole list,
-/// left to right; items with equal left edges keep the order of the apps.
-[[nodiscard]] Task items(const Platform& platform, ItemsHandler then);
+/// Reads every app's items in the background, at most four apps at once. A running process that does not
+/// answer, as many do for a moment after waking, keeps the items that it has in `known`; an element that
+/// does not is left out.
+[[nodiscard]] Task items(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
 
 /// The cheap refresh: keeps the items of `known` whose process still runs and reads only apps that have
 /// none there. An app that gains or loses an item while it runs is seen by a full read only.
-[[nodiscard]] Task items(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
+[[nodiscard]] Task itemsAdding(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
 
-/// Reads how the given apps' items look now.
+/// Reads how the given apps' items look now; one that does not answer is left out.
 [[nodiscard]] Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps,
                             ReadingsHandler then);
 

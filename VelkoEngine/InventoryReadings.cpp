@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <iterator>
+#include <optional>
 #include <ranges>
 #include <string>
 #include <utility>
@@ -13,11 +15,16 @@ namespace velko::Inventory {
 
 namespace {
 
-ItemReading readItem(const Accessibility& accessibility, const AXElement& element) {
+using Names = std::vector<std::string>;
+
+/// How one item looks; nothing when it does not answer.
+std::optional<ItemReading> readItem(const Accessibility& accessibility, const AXElement& element,
+                                    const Names& attributes) {
     // One message for all: this is done for every tucked icon every two seconds.
-    static const std::vector<std::string> attributes{"AXPosition",    "AXSize", "AXTitle",
-                                                     "AXDescription", "AXHelp", "AXValue"};
     const auto answers = AX::attributes(accessibility, element, attributes);
+    if (std::ranges::none_of(answers, AX::isHeard)) {
+        return std::nullopt;
+    }
     const auto frame = AX::frame(answers[0], answers[1]);
     ItemReading reading{.text = {}, .width = frame ? frame->width : 0};
     // Empty fields stay, and the value stands where a title would use the identifier: the text must change
@@ -38,10 +45,14 @@ Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps, Read
     using Reading = std::pair<BundleID, AppReading>;
     return gatherReads(
         platform.mainThread, std::vector<App>(apps.begin(), apps.end()),
-        [&accessibility = platform.accessibility](const App& app) {
+        [&accessibility = platform.accessibility,
+         attributes =
+             Names{"AXPosition", "AXSize", "AXTitle", "AXDescription", "AXHelp", "AXValue"}](const App& app) {
             Reading reading{app.first, {.pid = app.second, .items = {}}};
             for (const AXElement& element : AX::statusItems(accessibility, app.second)) {
-                reading.second.items.push_back(readItem(accessibility, element));
+                if (auto item = readItem(accessibility, element, attributes)) {
+                    reading.second.items.push_back(*std::move(item));
+                }
             }
             return reading;
         },

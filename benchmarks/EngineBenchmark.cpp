@@ -38,7 +38,8 @@ void scanInventory(benchmark::State& state) {
     const auto before = mac.cost().accessibilityMessages;
     for (auto unused : state) {
         std::size_t count = 0;
-        const auto task = Inventory::items(mac.platform(), [&](const auto& items) { count = items.size(); });
+        const auto task =
+            Inventory::items(mac.platform(), {}, [&](const auto& found) { count = found.items.size(); });
         mac.advance(std::chrono::seconds(1));
         benchmark::DoNotOptimize(count);
     }

@@ -51,7 +51,7 @@ void checkTrustAndItems(const Subject& subject, Checks& checks) {
 
     std::optional<std::vector<MenuBarItem>> items;
     const Task reading =
-        Inventory::items(platform, [&](std::vector<MenuBarItem> read) { items = std::move(read); });
+        Inventory::items(platform, {}, [&](Inventory::Found found) { items = std::move(found.items); });
     for (int turn = 0; turn < 20 && !items; ++turn) {
         subject.pass(500ms);
     }

@@ -3,29 +3,41 @@
 #include <utility>
 
 #include "VelkoCore/Timing.h"
-#include "VelkoEngine/Inventory.h"
 
 namespace velko {
 
 InventoryScan::InventoryScan(const Platform& platform, std::function<std::vector<MenuBarItem>()> known,
-                             Accept accept)
-    : platform_(platform), known_(std::move(known)), accept_(std::move(accept)) {}
+                             Accept accept, std::function<void()> silence)
+    : platform_(platform),
+      known_(std::move(known)),
+      accept_(std::move(accept)),
+      silence_(std::move(silence)) {}
 
 void InventoryScan::request(Depth depth) {
-    if (running_.isPending() && runningDepth_ == Depth::full) {
-        depth = Depth::full;
-    }
-    runningDepth_ = depth;
+    owesFull_ = owesFull_ || depth == Depth::full;
     lastRequest_ = platform_.mainThread.now();
-    const auto answer = [this, depth](std::vector<MenuBarItem> items) { accept_(std::move(items), depth); };
     // Replacing the task drops the answer of the scan before, even one that would arrive first.
-    running_ = depth == Depth::full ? Inventory::items(platform_, answer)
-                                    : Inventory::items(platform_, known_(), answer);
+    if (owesFull_) {
+        running_ = Inventory::items(platform_, known_(),
+                                    [this](Inventory::Found found) { answerFull(std::move(found)); });
+    } else {
+        running_ = Inventory::itemsAdding(platform_, known_(), [this](Inventory::Found found) {
+            accept_(std::move(found.items), Depth::light);
+        });
+    }
+}
+
+void InventoryScan::answerFull(Inventory::Found found) {
+    if (!found.isHeard) {
+        silence_();
+        return;
+    }
+    owesFull_ = false;
+    accept_(std::move(found.items), Depth::full);
 }
 
 void InventoryScan::followLaunch() {
     std::erase_if(rescans_, [](const Task& task) { return !task.isPending(); });
-    request(Depth::light);
     for (const auto delay : Timing::launchRescanDelays) {
         rescans_.push_back(platform_.mainThread.after(delay, [this] { request(Depth::light); }));
     }
@@ -39,6 +51,7 @@ bool InventoryScan::isQuiet() const {
 
 void InventoryScan::cancel() noexcept {
     running_.cancel();
+    owesFull_ = false;
     rescans_.clear();
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "VelkoEngine/Inventory.h"
 #include "VelkoEngine/MenuBarItem.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
@@ -11,8 +12,8 @@
 
 namespace velko {
 
-/// Reads the menu bar when asked and hands over the newest answer only. Main thread; owned by the
-/// controller.
+/// Reads the menu bar when asked and hands over the newest answer only. A full scan that no app answers says
+/// nothing and is made good by the next. Main thread; owned by the controller.
 class InventoryScan final {
  public:
     /// How much is read: everything, or only apps whose items are not known yet.
@@ -21,16 +22,18 @@ class InventoryScan final {
     /// Receives an accepted answer and how it was read.
     using Accept = std::function<void(std::vector<MenuBarItem>, Depth)>;
 
-    /// `known` gives the items that a light scan starts from.
-    InventoryScan(const Platform& platform, std::function<std::vector<MenuBarItem>()> known, Accept accept);
+    /// `known` gives the items that a scan starts from; `silence` is told when a full scan met nothing else.
+    InventoryScan(const Platform& platform, std::function<std::vector<MenuBarItem>()> known, Accept accept,
+                  std::function<void()> silence);
     InventoryScan(const InventoryScan&) = delete;
     InventoryScan& operator=(const InventoryScan&) = delete;
     ~InventoryScan() = default;
 
-    /// Starts a scan. One that is still under way is dropped; if it was a full one, so is the new one.
+    /// Starts a scan. One that is still under way is dropped. A light one becomes full while a full one is
+    /// still to be answered.
     void request(Depth depth);
 
-    /// Scans lightly now and a few times in the next seconds: a new app often adds its icon late.
+    /// Scans lightly a few times in the next seconds: a new app often adds its icon late.
     void followLaunch();
 
     /// Whether none has been asked for in the last while, so that a light one may be due.
@@ -40,10 +43,13 @@ class InventoryScan final {
     void cancel() noexcept;
 
  private:
+    void answerFull(Inventory::Found found);
+
     Platform platform_;
     std::function<std::vector<MenuBarItem>()> known_;
     Accept accept_;
-    Depth runningDepth_ = Depth::light;
+    std::function<void()> silence_;
+    bool owesFull_ = false;  ///< a full scan was asked for, and none has been answered since
     Task running_;
     std::optional<MainThread::Uptime> lastRequest_;
     std::vector<Task> rescans_;

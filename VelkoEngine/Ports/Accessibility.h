@@ -22,6 +22,7 @@ enum class AXError : std::int32_t {
     cannotComplete = -25204,  ///< also what a slow or hung app gives once the time-out is over
     attributeUnsupported = -25205,
     actionUnsupported = -25206,
+    notImplemented = -25208,
     notificationAlreadyRegistered = -25209,
     apiDisabled = -25211,  ///< the process is not trusted
     noValue = -25212,

@@ -20,6 +20,23 @@ TEST_F(ScanTest, TakesTheAnswerOfTheNewestRequestOnly) {
     EXPECT_EQ(values().items.size(), 5U) << "the first answer came without the hung app's icon";
 }
 
+TEST_F(ScanTest, ConcludesNothingFromAFullScanThatNobodyAnswers) {
+    launch("com.example.app");
+    const auto hangAll = [this](bool hung) {
+        for (const auto& process : mac.processes.running()) {
+            mac.hang(process.pid, hung && process.pid != mac.processes.ownPID());
+        }
+    };
+    hangAll(true);
+    start();
+    EXPECT_FALSE(values().inventoryLoaded);
+    hangAll(false);
+    velko->requestScan(InventoryScan::Depth::light);
+    pass(1s);
+    EXPECT_TRUE(values().inventoryLoaded);
+    EXPECT_TRUE(logged("[inventory] 3 apps with icons: ")) << "the light scan has made good for the full one";
+}
+
 TEST_F(ScanTest, NeverHoldsUpAClickOnTheBroom) {
     for (int number = 0; number < 40; ++number) {
         const auto app = launch("com.example.app" + std::to_string(number), Section::tucked);

@@ -23,11 +23,12 @@ class InventoryTest : public testing::Test {
     Items scan(const std::optional<Items>& known = {}) {
         Items found;
         const auto start = mac.mainThread.now();
-        const auto take = [&](Items items) {
-            found = std::move(items);
+        const auto take = [&](Inventory::Found read) {
+            found = std::move(read.items);
             scanTime = mac.mainThread.now() - start;
         };
-        const auto task = known ? Inventory::items(platform, *known, take) : Inventory::items(platform, take);
+        const auto task =
+            known ? Inventory::itemsAdding(platform, *known, take) : Inventory::items(platform, {}, take);
         mac.advance(60s);
         std::erase_if(found, [](const auto& item) { return item.bundleID.starts_with("com.apple."); });
         return found;
@@ -108,6 +109,34 @@ TEST_F(InventoryTest, RefreshesByReadingOnlyAppsWithoutKnownItems) {
     EXPECT_EQ(titles(scan()), (Strings{"new:here", "stays:more", "stays:old"}));
 }
 
+TEST_F(InventoryTest, KeepsWhatAnAppHadThatKeepsSilentAnywhereOnTheWay) {
+    const auto pid = launch("a", {{.title = "1"}, {.title = "2"}});
+    const auto known = scan();
+    Inventory::Found found;
+    const auto rescan = [&] {
+        const auto task = Inventory::items(platform, known, [&](auto read) { found = std::move(read); });
+        mac.advance(60s);
+        std::erase_if(found.items, [](const auto& item) { return item.bundleID != "a"; });
+        return titles(found.items);
+    };
+    auto& root = mac.accessibility.root(pid)->overrides["AXExtrasMenuBar"];
+    for (const auto error : {AXError::cannotComplete, AXError::failure, AXError::apiDisabled}) {
+        root = error;
+        EXPECT_EQ(rescan(), titles(known));
+    }
+    root = AXError::noValue;
+    EXPECT_EQ(rescan(), Strings{}) << "an answer, if an empty one";
+    mac.accessibility.root(pid)->overrides.clear();
+    mac.iconElement(pid, 0)->delay = 3s;
+    EXPECT_EQ(rescan(), Strings{"a:2"});
+    mac.iconElement(pid, 1)->delay = 3s;
+    EXPECT_EQ(rescan(), titles(known));
+    EXPECT_TRUE(found.isHeard);
+    mac.revokeTrust();
+    EXPECT_EQ(rescan(), titles(known));
+    EXPECT_FALSE(found.isHeard);
+}
+
 TEST_F(InventoryTest, LetsFourHungAppsCostNoMoreThanOne) {
     launch("well", {{.title = "fine"}});
     for (int count = 1; count <= 9; ++count) {
@@ -147,13 +176,13 @@ TEST_F(InventoryTest, AnswersLaterAndNeverOnceCancelled) {
     int answers = 0;
     const auto then = [&answers](const auto&) { ++answers; };
     for (auto wait = 0us; wait <= 500us; wait += 100us) {
-        auto cancelled = Inventory::items(platform, then);
+        auto cancelled = Inventory::items(platform, {}, then);
         mac.advance(wait);
         cancelled.cancel();
         mac.advance(1s);
         EXPECT_EQ(answers, 0) << wait.count();
     }
-    const auto kept = Inventory::items(platform, then);
+    const auto kept = Inventory::items(platform, {}, then);
     Inventory::readings(platform, {}, then).detach();
     EXPECT_EQ(answers, 0);
     mac.advance(1s);
