@@ -22,7 +22,7 @@ void AppController::loadLayout() {
     }
     followSwitches();
     apply({.reason = "layout loaded"});
-    if (isMended && trustWatch_.check()) {
+    if (isMended && !values_.problems.engineUnavailable && trustWatch_.check()) {
         // Which of the apps present are new is only known now.
         requestScan(InventoryScan::Depth::full);
     }

@@ -20,7 +20,9 @@ void SystemEvents::hear(const WorkspaceNotice& notice) {
     switch (notice.kind) {
         case didWake:
             note("wake", true);
-            wakeSettled_ = mainThread_.after(Timing::wakeSettleDelay, [this] { note("wake settled", true); });
+            std::erase_if(settling_, [](const Task& task) { return !task.isPending(); });
+            settling_.push_back(
+                mainThread_.after(Timing::wakeSettleDelay, [this] { note("wake settled", true); }));
             break;
         case screensDidWake: note("screens woke", true); break;
         case activeSpaceChanged: note("Space changed", true); break;

@@ -42,7 +42,7 @@ class SystemEvents final {
     std::vector<std::string> pendingReasons_;
     bool pendingEnvironment_ = false;
     Task pending_;
-    Task wakeSettled_;
+    std::vector<Task> settling_;  ///< one for each wake that is not over yet
     std::vector<Subscription> observers_;
 };
 
