@@ -8,6 +8,7 @@ namespace {
 
 constexpr double plainBarHeight = 24;
 constexpr double housingHeight = 38;
+constexpr double housingWidth = 188;
 constexpr double dockHeight = 70;
 
 Rect withoutBarAndDock(const Rect& frame, double barHeight) {
@@ -21,10 +22,14 @@ Rect withoutBarAndDock(const Rect& frame, double barHeight) {
 
 Display SimulatedDisplays::notched(Point origin) {
     const Rect frame{.x = origin.x, .y = origin.y, .width = 1512, .height = 982};
+    const double beside = (frame.width - housingWidth) / 2;
+    const double besideHousing = frame.maxY() - housingHeight;
     return {.frame = frame,
             .visibleFrame = withoutBarAndDock(frame, housingHeight),
             .safeAreaTop = housingHeight,
-            .hasAuxiliaryTopLeftArea = true};
+            .auxiliaryTopLeft = {.x = origin.x, .y = besideHousing, .width = beside, .height = housingHeight},
+            .auxiliaryTopRight = {
+                .x = frame.maxX() - beside, .y = besideHousing, .width = beside, .height = housingHeight}};
 }
 
 Display SimulatedDisplays::plain(Point origin, Size size) {

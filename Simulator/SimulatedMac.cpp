@@ -106,7 +106,8 @@ Platform SimulatedMac::platform() noexcept {
             .pointer = pointer,
             .processes = processes,
             .windows = windows,
-            .privateFramework = framework};
+            .privateFramework = framework,
+            .activity = activity};
 }
 
 AppPorts SimulatedMac::appPorts() noexcept {

@@ -11,6 +11,7 @@
 
 #include "Simulator/HostMainThread.h"
 #include "Simulator/SimulatedAccessibility.h"
+#include "Simulator/SimulatedActivity.h"
 #include "Simulator/SimulatedApp.h"
 #include "Simulator/SimulatedDesktop.h"
 #include "Simulator/SimulatedDialogs.h"
@@ -145,6 +146,7 @@ class SimulatedMac final {
     SimulatedPointer pointer;
     SimulatedWindows windows;
     SimulatedFramework framework;
+    SimulatedActivity activity;
     SimulatedDialogs dialogs;
     SimulatedLoginItem loginItem;
     SimulatedApplication application;

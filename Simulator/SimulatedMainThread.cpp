@@ -42,7 +42,9 @@ class SimulatedMainThread::Entry final : public Task::Handle {
     Work work;  // empty while it runs
     bool isWaiting = true;
     bool wakes = true;
+    bool isTimer = false;
     std::optional<Uptime> period;
+    std::optional<Uptime> heldUpSince;  // by a nap
     Queue::Key key;
     std::weak_ptr<Queue> queue;
 };
@@ -94,13 +96,18 @@ void SimulatedMainThread::post(Work work) {
 }
 
 Task SimulatedMainThread::after(Uptime delay, Work work) {
-    return Task(schedule(delay, std::move(work)));
+    return timer(delay, std::nullopt, std::move(work));
 }
 
 Task SimulatedMainThread::every(Uptime period, Work work) {
     const Uptime wait = std::max<Uptime>(period, shortestPeriod);
-    auto entry = schedule(wait, std::move(work));
-    entry->period = wait;
+    return timer(wait, wait, std::move(work));
+}
+
+Task SimulatedMainThread::timer(Uptime delay, std::optional<Uptime> period, Work work) {
+    auto entry = schedule(delay, std::move(work));
+    entry->isTimer = delay > Uptime{0};
+    entry->period = period;
     return Task(std::move(entry));
 }
 
@@ -108,7 +115,7 @@ Task SimulatedMainThread::startBackground(Read read, Then then) {
     const auto outerMeter = std::exchange(meter_, Uptime{0});
     auto result = read();
     const Uptime cost = std::exchange(meter_, outerMeter).value_or(Uptime{0});
-    return after(cost, [then = std::move(then), result = std::move(result)] { then(result); });
+    return Task(schedule(cost, [then = std::move(then), result = std::move(result)] { then(result); }));
 }
 
 void SimulatedMainThread::happen(Uptime delay, Work work) {
@@ -145,7 +152,9 @@ void SimulatedMainThread::advance(Uptime duration) {
     const Uptime target = now() + std::max(duration, Uptime{0});
     busyUntil_.reset();
     while (const auto entry = takeDue(target)) {
-        run(entry);
+        if (!holdUp(entry)) {
+            run(entry);
+        }
     }
     {
         const std::lock_guard lock(queue_->mutex);
@@ -164,12 +173,34 @@ std::shared_ptr<SimulatedMainThread::Entry> SimulatedMainThread::takeDue(Uptime 
     return entry;
 }
 
+bool SimulatedMainThread::holdUp(const std::shared_ptr<Entry>& entry) {
+    if (!entry->isTimer || entry->heldUpSince || !isNapping || !isNapping()) {
+        return false;
+    }
+    const std::lock_guard lock(queue_->mutex);
+    entry->heldUpSince = entry->key.first;
+    entry->key.first = (entry->key.first / napBeat + 1) * Uptime(napBeat);
+    queue_->entries.emplace(entry->key, entry);
+    return true;
+}
+
+void SimulatedMainThread::wakeFromNap() {
+    const std::lock_guard lock(queue_->mutex);
+    std::map<Queue::Key, std::shared_ptr<Entry>> rearranged;
+    for (const auto& [key, entry] : queue_->entries) {
+        entry->key.first = entry->heldUpSince.value_or(key.first);
+        rearranged.emplace(entry->key, entry);
+    }
+    queue_->entries.swap(rearranged);
+}
+
 void SimulatedMainThread::run(const std::shared_ptr<Entry>& entry) {
     if (entry->wakes && busyUntil_ != now()) {
         ++wakeUps_;
     }
     // The work is out of its entry while it runs, so that it may cancel or replace itself.
     Work work = std::exchange(entry->work, nullptr);
+    entry->heldUpSince.reset();
     entry->isWaiting = entry->period.has_value();
     work();
     if (entry->wakes) {

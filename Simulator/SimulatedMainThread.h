@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -33,6 +34,14 @@ class SimulatedMainThread final : public MachineThread {
     /// overrun waits for the next call. Not from within work.
     void advance(Uptime duration);
 
+    /// Whether the system stretches timers now, as it does for programs that nobody looks at. Asked whenever
+    /// one falls due: it then waits for the next of the beats that all such timers share. Work that was
+    /// posted, and answers of reads, come in time. Absent: never.
+    std::function<bool()> isNapping;
+    static constexpr std::chrono::seconds napBeat{8};
+    /// What a nap has held up is due at once.
+    void wakeFromNap();
+
     /// The machine sleeps: uptime and timers stand still, the wall clock goes on.
     void sleepFor(std::chrono::milliseconds duration);
 
@@ -59,7 +68,9 @@ class SimulatedMainThread final : public MachineThread {
     struct Queue;
 
     [[nodiscard]] std::shared_ptr<Entry> schedule(Uptime delay, Work work);
+    [[nodiscard]] Task timer(Uptime delay, std::optional<Uptime> period, Work work);
     [[nodiscard]] std::shared_ptr<Entry> takeDue(Uptime target);
+    [[nodiscard]] bool holdUp(const std::shared_ptr<Entry>& entry);
     void run(const std::shared_ptr<Entry>& entry);
     void repeat(const std::shared_ptr<Entry>& entry);
 

@@ -30,12 +30,14 @@ void SimulatedPointer::moveTo(Point location) {
     moves_.tell({});
 }
 
-void SimulatedPointer::press(Point location) {
-    tell({.kind = ClickTapEvent::Kind::mouseDown, .location = location});
+void SimulatedPointer::press(Point location, bool isRight, bool option) {
+    pressed_ |= isRight ? rightButton : 1U;
+    tell(
+        {.kind = ClickTapEvent::Kind::mouseDown, .location = location, .isRight = isRight, .option = option});
 }
 
 void SimulatedPointer::disableTaps() {
-    tell({.kind = ClickTapEvent::Kind::disabled, .location = {}});
+    tell({.kind = ClickTapEvent::Kind::disabled});
     for (const auto& weak : taps_) {
         if (const auto tap = weak.lock()) {
             tap->isEnabled = false;

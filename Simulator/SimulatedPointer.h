@@ -24,6 +24,7 @@ class SimulatedPointer final : public Pointer {
         std::function<void(const ClickTapEvent&)> handler) override;
 
     [[nodiscard]] Point location() const override { return location_; }
+    [[nodiscard]] unsigned pressedButtons() const override { return pressed_; }
     [[nodiscard]] Subscription observeMoves(std::function<void()> handler) override {
         return moves_.observe([handler = std::move(handler)](const Moved&) { handler(); });
     }
@@ -31,8 +32,11 @@ class SimulatedPointer final : public Pointer {
     /// The pointer moves there: origin at the bottom left of the primary screen.
     void moveTo(Point location);
 
-    /// A button goes down. Taps that are switched off do not hear of it, now or later.
-    void press(Point location);
+    /// A button goes down. Taps that are switched off do not hear of it, now or later. Origin at the top left
+    /// of the primary screen.
+    void press(Point location, bool isRight = false, bool option = false);
+    /// All buttons are up.
+    void release() { pressed_ = 0; }
     /// The system switches every tap off, as it does when one is slow, and tells them.
     void disableTaps();
 
@@ -56,6 +60,7 @@ class SimulatedPointer final : public Pointer {
     std::vector<std::weak_ptr<Tap>> taps_;
     SimulatedObservers<Moved> moves_;
     Point location_;
+    unsigned pressed_ = 0;
 };
 
 }  // namespace velko

@@ -47,9 +47,9 @@ AppController::AppController(Parts parts)
           [this] { trustWatch_.check(); }),
       autoTuck_(platform_, [this] { handle(RevealEvent::autoTuck()); }),
       shelfClosing_(platform_.mainThread),
-      showMe_(*this, platform_.mainThread, log_),
+      showMe_(*this, platform_, log_),
       opening_(platform_, log_, [this](const RevealEvent& event) { handle(event); }),
-      popOut_(*this, platform_.mainThread, log_),
+      popOut_(*this, platform_, log_),
       transfer_(*this, ports_.dialogs, log_, [this] { layoutReplaced("import"); }),
       trustWatch_(*this, platform_, [this](bool trusted) { trustChanged(trusted); }),
       usageSampling_(*this, platform_, [this] { rescanIfQuiet(); }),
@@ -84,7 +84,13 @@ void AppController::start() {
     loadLayout();
     set(&AppValues::activeStyle, chooseRevealStyle(platform_, values_.layout.reveal));
     systemEvents_.emplace(platform_, [this](const SystemEvents::Kind& event) { handleSystemEvent(event); });
-    clickHistory_.emplace(platform_, [this](const BundleID& bundleID) { recordClick(bundleID); });
+    clickHistory_.emplace(
+        platform_, [this](const BundleID& bundleID) { recordClick(bundleID); },
+        [this](const ClickTapEvent& event) {
+            if (onPress) {
+                onPress(event);
+            }
+        });
     if (!engine_->isAvailable()) {
         setHealth(&HealthFacts::engineUnavailable, true);
         log_.log("engine", "UNAVAILABLE: not supported on this macOS build. Hiding nothing.\n" +

@@ -75,6 +75,9 @@ class AppController final : private FlowHost {
     [[nodiscard]] Subscription observe(std::function<void()> handler);
     /// Called after every answer of the engine, skipped applies included, and after every accepted scan.
     std::function<void()> onChange;
+    /// Called for every mouse button that goes down anywhere, while clicks can be listened for. It must
+    /// return at once.
+    std::function<void(const ClickTapEvent&)> onPress;
     [[nodiscard]] const BundleID& ownBundleID() const noexcept { return info_.bundleID; }
     [[nodiscard]] const AppInfo& info() const noexcept { return info_; }
     /// The file that holds the layout.

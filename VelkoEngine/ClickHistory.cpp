@@ -43,9 +43,11 @@ std::optional<ProcessID> ownerAt(const Platform& platform, Point point) {
 
 }  // namespace
 
-ClickHistory::ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick)
+ClickHistory::ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick,
+                           PressHandler onPress)
     : platform_(platform),
       onClick_(std::move(onClick)),
+      onPress_(std::move(onPress)),
       hitTests_(
           platform.mainThread, mostWaiting, [platform](Point point) { return ownerAt(platform, point); },
           [this](std::optional<ProcessID> pid) { report(pid); }) {}
@@ -66,6 +68,9 @@ void ClickHistory::hear(const ClickTapEvent& event) {
     switch (event.kind) {
         case ClickTapEvent::Kind::disabled: tap_->enable(); break;
         case ClickTapEvent::Kind::mouseDown:
+            if (onPress_) {
+                onPress_(event);
+            }
             if (MenuBarStrip::contains(platform_.displays.displays(), platform_.displays.statusBarThickness(),
                                        event.location)) {
                 hitTests_.add(event.location);

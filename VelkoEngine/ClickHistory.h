@@ -21,8 +21,12 @@ class ClickHistory final {
     /// Clicks that may wait for their owner to be found; of more, the oldest is dropped.
     static constexpr std::size_t mostWaiting = 32;
 
-    /// `onClick` receives the clicked app, on the main thread.
-    ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick);
+    using PressHandler = std::function<void(const ClickTapEvent&)>;
+
+    /// `onClick` receives the clicked app, on the main thread. `onPress` is told of every button that goes
+    /// down, wherever it is, and must return at once: the system waits for it.
+    ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick,
+                 PressHandler onPress = {});
     ClickHistory(const ClickHistory&) = delete;
     ClickHistory& operator=(const ClickHistory&) = delete;
     ~ClickHistory() = default;
@@ -41,6 +45,7 @@ class ClickHistory final {
 
     Platform platform_;
     std::function<void(const BundleID&)> onClick_;
+    PressHandler onPress_;
     ReadsInTurn<Point, std::optional<ProcessID>> hitTests_;
     std::unique_ptr<ClickTap> tap_;
 };

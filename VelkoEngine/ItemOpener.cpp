@@ -6,6 +6,7 @@
 
 #include "VelkoCore/Timing.h"
 #include "VelkoEngine/AX.h"
+#include "VelkoEngine/Awaited.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/ProcessID.h"
@@ -56,8 +57,8 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
             end();
             return;
         }
-        wait_ = platform_.mainThread.after(Timing::peekReflowDelay,
-                                           [this, pid = pids.front()] { watchAndPress(pid); });
+        wait_ = Awaited::after(platform_, "opening an app", Timing::peekReflowDelay,
+                               [this, pid = pids.front()] { watchAndPress(pid); });
     }
 
     /// Nobody hears of its end any more. One that watches ends here, one that waits goes on.
@@ -93,7 +94,7 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
         }
         activation_ =
             platform_.workspace.observe([this, pid](const WorkspaceNotice& notice) { hear(notice, pid); });
-        timeout_ = platform_.mainThread.after(Timing::peekMaxDuration, [this] { giveUp(); });
+        timeout_ = Awaited::after(platform_, "opening an app", Timing::peekMaxDuration, [this] { giveUp(); });
         const PressResult result = pressFirstItem(accessibility, pid);
         say("press " + result.text);
         if (!result.menuOpens) {

@@ -26,4 +26,25 @@ bool contains(const std::vector<Display>& displays, double statusBarThickness, P
     return display != nullptr && display->frame.maxY() - upwards.y <= height(*display, statusBarThickness);
 }
 
+std::optional<Rect> housing(const Display& display) {
+    const Rect& left = display.auxiliaryTopLeft;
+    const Rect& right = display.auxiliaryTopRight;
+    if (left.width <= 0 || right.width <= 0 || right.x <= left.maxX()) {
+        return std::nullopt;
+    }
+    return Rect{.x = left.maxX(), .y = left.y, .width = right.x - left.maxX(), .height = left.height};
+}
+
+bool shows(const std::vector<Display>& displays, double statusBarThickness, const Rect& frame) {
+    const Point middle{.x = frame.x + frame.width / 2, .y = frame.y + frame.height / 2};
+    if (frame.width <= 0 || frame.height <= 0 || !contains(displays, statusBarThickness, middle)) {
+        return false;
+    }
+    const Point upwards{.x = middle.x, .y = displays.front().frame.maxY() - middle.y};
+    return std::ranges::none_of(displays, [&](const Display& display) {
+        const auto hidden = housing(display);
+        return hidden && hidden->contains(upwards);
+    });
+}
+
 }  // namespace velko::MenuBarStrip

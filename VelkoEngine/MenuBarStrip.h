@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
@@ -16,6 +17,14 @@ namespace velko::MenuBarStrip {
 
 /// How far a screen's menu bar reaches down from its top edge.
 [[nodiscard]] double height(const Display& display, double statusBarThickness);
+
+/// The camera housing: what lies between the two usable areas beside it. Nothing without one.
+[[nodiscard]] std::optional<Rect> housing(const Display& display);
+
+/// Whether something with that frame (origin at the top left of the primary screen, y grows downwards) stands
+/// in a menu bar, where a person can see it: its middle lies in one, and not under a camera housing. What is
+/// of no size stands nowhere.
+[[nodiscard]] bool shows(const std::vector<Display>& displays, double statusBarThickness, const Rect& frame);
 
 /// Whether a point (origin at the top left of the primary screen, y grows downwards) lies in the menu bar
 /// of the screen that it is on.

@@ -6,9 +6,9 @@
 #include "Velko/AppController.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Ports/Surfaces.h"
+#include "VelkoEngine/Awaited.h"
 #include "VelkoEngine/MenuBarStrip.h"
 #include "VelkoEngine/OpenMenus.h"
-#include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Pointer.h"
 
 namespace velko {
@@ -90,7 +90,7 @@ bool HoverWatcher::isRevealed() const {
 
 void HoverWatcher::schedule(Timing::Duration delay, std::function<void()> action) {
     if (!pending_.isPending()) {
-        pending_ = parts_.platform.mainThread.after(delay, std::move(action));
+        pending_ = Awaited::after(parts_.platform, "hovering", delay, std::move(action));
     }
 }
 

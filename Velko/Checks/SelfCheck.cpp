@@ -13,6 +13,7 @@
 
 #include "VelkoEngine/AX.h"
 #include "VelkoEngine/Inventory.h"
+#include "VelkoEngine/MenuBarStrip.h"
 #include "VelkoEngine/OpenMenus.h"
 #include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/VKAssessment.h"
@@ -35,7 +36,7 @@ void checkScreens(const Platform& platform, Checks& checks) {
     std::string seen;
     for (const Display& display : platform.displays.displays()) {
         seen += (seen.empty() ? "" : ", ") + wholeNumber(display.frame.width) + "x" +
-                wholeNumber(display.frame.height) + (display.hasAuxiliaryTopLeftArea ? " with a notch" : "");
+                wholeNumber(display.frame.height) + (MenuBarStrip::housing(display) ? " with a notch" : "");
     }
     expect(checks, "screens are listed", !seen.empty(), seen);
 }

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "VelkoCore/Timing.h"
+#include "VelkoEngine/Awaited.h"
 #include "VelkoEngine/OpenMenus.h"
-#include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
 
@@ -15,13 +15,13 @@ void AutoTuck::rearm(const RevealState& state, std::chrono::seconds delay) {
     wait_.cancel();
     const bool tucksItself = state == RevealState::revealed() || state == RevealState::revealedWithBuried();
     if (tucksItself && delay > std::chrono::seconds::zero()) {
-        wait_ = platform_.mainThread.after(delay, [this] { tuckOrWait(); });
+        wait_ = Awaited::after(platform_, "tucking", delay, [this] { tuckOrWait(); });
     }
 }
 
 void AutoTuck::tuckOrWait() {
     if (isAnyMenuOpen(platform_)) {
-        wait_ = platform_.mainThread.after(Timing::autoTuckRetry, [this] { tuckOrWait(); });
+        wait_ = Awaited::after(platform_, "tucking", Timing::autoTuckRetry, [this] { tuckOrWait(); });
     } else {
         tuck_();
     }

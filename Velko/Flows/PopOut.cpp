@@ -7,6 +7,7 @@
 
 #include "Velko/Log.h"
 #include "VelkoCore/Timing.h"
+#include "VelkoEngine/Awaited.h"
 
 namespace velko {
 
@@ -22,8 +23,8 @@ std::string inWords(Timing::Duration duration) {
 
 }  // namespace
 
-PopOut::PopOut(FlowHost& host, MainThread& mainThread, Log& log)
-    : host_(host), mainThread_(mainThread), log_(log) {}
+PopOut::PopOut(FlowHost& host, const Platform& platform, Log& log)
+    : host_(host), platform_(platform), log_(log) {}
 
 void PopOut::begin(const BundleID& bundleID) {
     log_.log("popout", bundleID + " changed: out for " + inWords(Timing::popOutDuration));
@@ -31,8 +32,8 @@ void PopOut::begin(const BundleID& bundleID) {
     out.insert(bundleID);
     host_.set(&AppValues::poppedOut, out);
     host_.apply({.reason = "pop out " + bundleID});
-    ends_.insert_or_assign(
-        bundleID, mainThread_.after(Timing::popOutDuration, [this, bundleID] { end(BundleID(bundleID)); }));
+    ends_.insert_or_assign(bundleID, Awaited::after(platform_, "a pop-out", Timing::popOutDuration,
+                                                    [this, bundleID] { end(BundleID(bundleID)); }));
 }
 
 void PopOut::forget(const BundleID& bundleID) {

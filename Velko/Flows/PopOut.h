@@ -4,7 +4,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
@@ -15,7 +15,7 @@ class Log;
 /// controller.
 class PopOut final {
  public:
-    PopOut(FlowHost& host, MainThread& mainThread, Log& log);
+    PopOut(FlowHost& host, const Platform& platform, Log& log);
     PopOut(const PopOut&) = delete;
     PopOut& operator=(const PopOut&) = delete;
     ~PopOut() = default;
@@ -36,7 +36,7 @@ class PopOut final {
     void end(const BundleID& bundleID);
 
     FlowHost& host_;
-    MainThread& mainThread_;
+    Platform platform_;
     Log& log_;
     std::map<BundleID, Task> ends_;
 };

@@ -5,6 +5,7 @@
 
 #include "VelkoCore/Geometry.h"
 #include "VelkoEngine/Inventory.h"
+#include "VelkoEngine/MenuBarStrip.h"
 #include "VelkoEngine/Ports/Displays.h"
 
 namespace velko {
@@ -12,7 +13,7 @@ namespace velko {
 namespace {
 
 bool isNotched(const Display& display) {
-    return display.safeAreaTop > 0 || display.hasAuxiliaryTopLeftArea;
+    return display.safeAreaTop > 0 || MenuBarStrip::housing(display);
 }
 
 }  // namespace

@@ -2,17 +2,19 @@
 
 #include "Velko/Log.h"
 #include "VelkoCore/Timing.h"
+#include "VelkoEngine/Awaited.h"
 
 namespace velko {
 
-ShowMe::ShowMe(FlowHost& host, MainThread& mainThread, Log& log)
-    : host_(host), mainThread_(mainThread), log_(log) {}
+ShowMe::ShowMe(FlowHost& host, const Platform& platform, Log& log)
+    : host_(host), platform_(platform), log_(log) {}
 
 void ShowMe::start(const BundleID& bundleID) {
     host_.set(&AppValues::showingMe, bundleID);
     log_.log("showme", "showing " + bundleID);
     host_.apply({.reason = "show me " + bundleID});
-    wait_ = mainThread_.after(Timing::showMeDuration, [this] { end("show me done"); });
+    wait_ =
+        Awaited::after(platform_, "showing an icon", Timing::showMeDuration, [this] { end("show me done"); });
 }
 
 bool ShowMe::stop() {

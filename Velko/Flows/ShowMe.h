@@ -2,7 +2,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
@@ -12,7 +12,7 @@ class Log;
 /// Helps the user find one app's icon: for a moment it stands alone. Main thread; owned by the controller.
 class ShowMe final {
  public:
-    ShowMe(FlowHost& host, MainThread& mainThread, Log& log);
+    ShowMe(FlowHost& host, const Platform& platform, Log& log);
     ShowMe(const ShowMe&) = delete;
     ShowMe& operator=(const ShowMe&) = delete;
     ~ShowMe() = default;
@@ -30,7 +30,7 @@ class ShowMe final {
     void end(const char* reason);
 
     FlowHost& host_;
-    MainThread& mainThread_;
+    Platform platform_;
     Log& log_;
     Task wait_;
 };

@@ -8,6 +8,7 @@
 #include "Velko/Note/NoteView.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Timing.h"
+#include "VelkoEngine/Awaited.h"
 
 namespace velko {
 
@@ -59,7 +60,7 @@ void NoteController::refresh() {
         showing_->spotlessClose.cancel();
     } else if (showing_->hasAsked && !showing_->spotlessClose.isPending()) {
         showing_->spotlessClose =
-            parts_.platform.mainThread.after(Timing::noteSpotlessHold, [this] { close(); });
+            Awaited::after(parts_.platform, "the note", Timing::noteSpotlessHold, [this] { close(); });
     }
 }
 

@@ -4,30 +4,32 @@
 
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/Setup/Intro.h"
+#include "VelkoEngine/Awaited.h"
 
 namespace velko {
 
 IntroPlayer::IntroPlayer(const FaceParts& parts, std::function<void()> changed)
-    : mainThread_(parts.platform.mainThread), surfaces_(parts.ports.surfaces), changed_(std::move(changed)) {}
+    : platform_(parts.platform), surfaces_(parts.ports.surfaces), changed_(std::move(changed)) {}
 
 void IntroPlayer::play() {
-    began_ = mainThread_.now();
+    began_ = platform_.mainThread.now();
     reducedMotion_ = surfaces_.reducesMotion();
     waitForChange();
 }
 
 view::Drawing IntroPlayer::picture() const {
-    return Intro::at({.seconds = secondsOf(mainThread_.now() - began_), .reducedMotion = reducedMotion_});
+    return Intro::at(
+        {.seconds = secondsOf(platform_.mainThread.now() - began_), .reducedMotion = reducedMotion_});
 }
 
 void IntroPlayer::waitForChange() {
     const auto wait = Intro::untilChange(
-        {.seconds = secondsOf(mainThread_.now() - began_), .reducedMotion = reducedMotion_});
+        {.seconds = secondsOf(platform_.mainThread.now() - began_), .reducedMotion = reducedMotion_});
     if (!wait) {
         beat_.cancel();
         return;
     }
-    beat_ = mainThread_.after(*wait, [this] {
+    beat_ = Awaited::after(platform_, "the introduction", *wait, [this] {
         waitForChange();
         changed_();
     });

@@ -26,7 +26,7 @@ class IntroPlayer final {
  private:
     void waitForChange();
 
-    MainThread& mainThread_;
+    Platform platform_;
     const Surfaces& surfaces_;
     std::function<void()> changed_;
     MainThread::Uptime began_{};

@@ -6,8 +6,8 @@
 #include "Velko/AppController.h"
 #include "Velko/View/Build.h"
 #include "VelkoCore/Timing.h"
+#include "VelkoEngine/Awaited.h"
 #include "VelkoEngine/Ports/Displays.h"
-#include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Windows.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
@@ -41,7 +41,8 @@ void PermissionGuide::start() {
     if (!parts_.controller.values().problems.trustMissing) {
         return;
     }
-    beat_ = parts_.platform.mainThread.every(Timing::permissionGuideFollowInterval, [this] { follow(); });
+    beat_ = Awaited::every(parts_.platform, "the permission", Timing::permissionGuideFollowInterval,
+                           [this] { follow(); });
 }
 
 void PermissionGuide::stop() {
@@ -74,7 +75,7 @@ void PermissionGuide::show(const Surface::Place& place) {
 
 void PermissionGuide::thank() {
     panel_.update(tree("checkmark.circle.fill", "Done. Thank you!"));
-    beat_ = parts_.platform.mainThread.after(Timing::permissionGuideDoneHold, [this] {
+    beat_ = Awaited::after(parts_.platform, "the permission", Timing::permissionGuideDoneHold, [this] {
         panel_.close();
         if (onDone) {
             onDone();

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "VelkoEngine/Contracts/Contracts.h"
+#include "VelkoEngine/MenuBarStrip.h"
 #include "VelkoEngine/Ports/Displays.h"
 
 namespace velko::Contracts {
@@ -29,8 +30,9 @@ void checkDisplays(Displays& displays, Checks& checks) {
            seen);
     expect(checks, "displays: room beside a camera housing is only where one is",
            std::ranges::all_of(all, [](const Display& display) {
+               const auto housing = MenuBarStrip::housing(display);
                return display.safeAreaTop >= 0 &&
-                      (!display.hasAuxiliaryTopLeftArea || display.safeAreaTop > 0);
+                      (!housing || (display.safeAreaTop > 0 && isWithin(*housing, display.frame)));
            }));
     const double thickness = displays.statusBarThickness();
     expect(checks, "displays: the status bar is as high as a line of icons",

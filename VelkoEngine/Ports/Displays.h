@@ -11,9 +11,10 @@ namespace velko {
 /// One screen. Rectangles have their origin at the bottom left of the primary screen; y grows upwards.
 struct Display {
     Rect frame;
-    Rect visibleFrame;                     ///< without the menu bar and the Dock
-    double safeAreaTop = 0;                ///< height of the camera housing's strip; 0 without one
-    bool hasAuxiliaryTopLeftArea = false;  ///< there is usable room beside a camera housing
+    Rect visibleFrame;        ///< without the menu bar and the Dock
+    double safeAreaTop = 0;   ///< height of the camera housing's strip; 0 without one
+    Rect auxiliaryTopLeft{};  ///< the usable room left of a camera housing; of no size without one
+    Rect auxiliaryTopRight{};
 
     bool operator==(const Display&) const = default;
 };

@@ -3,6 +3,7 @@
 namespace velko {
 
 class Accessibility;
+class Activity;
 class Displays;
 class MainThread;
 class Pointer;
@@ -21,6 +22,7 @@ struct Platform {
     Processes& processes;
     Windows& windows;
     PrivateFramework& privateFramework;
+    Activity& activity;
 };
 
 }  // namespace velko

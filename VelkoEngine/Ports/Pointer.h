@@ -16,7 +16,9 @@ struct ClickTapEvent {
     };
 
     Kind kind = Kind::mouseDown;
-    Point location;  ///< with `mouseDown`: origin at the top left of the primary screen
+    Point location{};  ///< with `mouseDown`: origin at the top left of the primary screen
+    bool isRight = false;
+    bool option = false;  ///< the key was down
 
     bool operator==(const ClickTapEvent&) const = default;
 };
@@ -48,6 +50,10 @@ class Pointer {
 
     /// Where the pointer is: origin at the bottom left of the primary screen, y grows upwards.
     [[nodiscard]] virtual Point location() const = 0;
+
+    /// The buttons that are down now: a bit for each, the left one's first.
+    [[nodiscard]] virtual unsigned pressedButtons() const = 0;
+    static constexpr unsigned rightButton = 1U << 1U;
 
     /// Calls `handler` on the main thread whenever the pointer has moved, over whatever program, until the
     /// subscription ends.

@@ -12,12 +12,11 @@ namespace velko {
 namespace {
 
 Display portable(NSScreen* screen) {
-    // A screen without a camera housing answers with an empty rectangle.
-    const NSRect besideHousing = screen.auxiliaryTopLeftArea;
     return {.frame = velko::portable(screen.frame),
             .visibleFrame = velko::portable(screen.visibleFrame),
             .safeAreaTop = screen.safeAreaInsets.top,
-            .hasAuxiliaryTopLeftArea = besideHousing.size.width > 0 && besideHousing.size.height > 0};
+            .auxiliaryTopLeft = velko::portable(screen.auxiliaryTopLeftArea),
+            .auxiliaryTopRight = velko::portable(screen.auxiliaryTopRightArea)};
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/mac/MacAccessibility.h"
+#include "VelkoEngine/mac/MacActivity.h"
 #include "VelkoEngine/mac/MacDisplays.h"
 #include "VelkoEngine/mac/MacMainThread.h"
 #include "VelkoEngine/mac/MacPointer.h"
@@ -29,7 +30,8 @@ class MacPlatform final {
                 .pointer = pointer_,
                 .processes = processes_,
                 .windows = windows_,
-                .privateFramework = privateFramework_};
+                .privateFramework = privateFramework_,
+                .activity = activity_};
     }
 
  private:
@@ -41,6 +43,7 @@ class MacPlatform final {
     MacProcesses processes_;
     MacWindows windows_;
     MacPrivateFramework privateFramework_;
+    MacActivity activity_;
 };
 
 }  // namespace velko

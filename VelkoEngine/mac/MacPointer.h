@@ -10,6 +10,7 @@ class MacPointer final : public Pointer {
     [[nodiscard]] std::unique_ptr<ClickTap> tapClicks(
         std::function<void(const ClickTapEvent&)> handler) override;
     [[nodiscard]] Point location() const override;
+    [[nodiscard]] unsigned pressedButtons() const override;
     [[nodiscard]] Subscription observeMoves(std::function<void()> handler) override;
 };
 

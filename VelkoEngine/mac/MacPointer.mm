@@ -25,10 +25,12 @@ struct Listener : std::enable_shared_from_this<Listener> {
 CGEventRef hear(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* context) {
     const auto listener = static_cast<Listener*>(context)->shared_from_this();
     if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
-        listener->handler({.kind = ClickTapEvent::Kind::disabled, .location = {}});
+        listener->handler({.kind = ClickTapEvent::Kind::disabled});
     } else {
-        listener->handler(
-            {.kind = ClickTapEvent::Kind::mouseDown, .location = portable(CGEventGetLocation(event))});
+        listener->handler({.kind = ClickTapEvent::Kind::mouseDown,
+                           .location = portable(CGEventGetLocation(event)),
+                           .isRight = type == kCGEventRightMouseDown,
+                           .option = (CGEventGetFlags(event) & kCGEventFlagMaskAlternate) != 0});
     }
     return event;
 }
@@ -80,6 +82,10 @@ std::unique_ptr<ClickTap> MacPointer::tapClicks(std::function<void(const ClickTa
 
 Point MacPointer::location() const {
     return portable([NSEvent mouseLocation]);
+}
+
+unsigned MacPointer::pressedButtons() const {
+    return static_cast<unsigned>([NSEvent pressedMouseButtons]);
 }
 
 Subscription MacPointer::observeMoves(std::function<void()> handler) {

@@ -122,7 +122,8 @@ TEST(PortContract, FindsAForgottenTimeout) {
                                        .pointer = real.pointer,
                                        .processes = real.processes,
                                        .windows = real.windows,
-                                       .privateFramework = real.privateFramework},
+                                       .privateFramework = real.privateFramework,
+                                       .activity = real.activity},
                                       stagehandOf(mac), checks);
     EXPECT_EQ(broken(checks),
               (std::vector<std::string>{"a hung app costs the time-out of its element",

@@ -15,8 +15,8 @@ class FaultyFramework final : public ForwardingFramework {
 
     /// The simulated machine, with this framework in place of its own.
     [[nodiscard]] Platform on(SimulatedMac& mac) {
-        return {mac.mainThread, mac.accessibility, mac.workspace, mac.displays,
-                mac.pointer,    mac.processes,     mac.windows,   *this};
+        return {mac.mainThread, mac.accessibility, mac.workspace, mac.displays, mac.pointer,
+                mac.processes,  mac.windows,       *this,         mac.activity};
     }
     [[nodiscard]] std::expected<void, RaisedException> activate(const ObjectRef& assertion,
                                                                 const ObjectRef& configuration,

@@ -130,7 +130,7 @@ TEST_F(ItemOpenerTest, GoesOnWithoutAnObserverUntilTheTimeIsUp) {
     Unobservable unobservable(mac.accessibility);
     const Platform real = mac.platform();
     opener.emplace(Platform{real.mainThread, unobservable, real.workspace, real.displays, real.pointer,
-                            real.processes, real.windows, real.privateFramework});
+                            real.processes, real.windows, real.privateFramework, real.activity});
     open("a");
     EXPECT_EQ(heard(1s), Lines{"open a: press ok"});
     mac.closeMenu();

@@ -51,9 +51,9 @@ TEST(ProcessStats, ConvertTheKernelsTimeWithoutOverflow) {
     SimulatedMac mac;
     StrangeProcesses strange;
     const Platform real = mac.platform();
-    const Platform platform{real.mainThread, real.accessibility,   real.workspace,
-                            real.displays,   real.pointer,         strange,
-                            real.windows,    real.privateFramework};
+    const Platform platform{real.mainThread, real.accessibility,    real.workspace,
+                            real.displays,   real.pointer,          strange,
+                            real.windows,    real.privateFramework, real.activity};
     for (const auto& [user, system, base, nanoseconds] : cases) {
         strange.usage = {.userTime = user, .systemTime = system};
         strange.base = base;

@@ -132,6 +132,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @interface NSEvent : NSObject
 @property(class, readonly) NSPoint mouseLocation;
 @property(class, readonly) NSEventModifierFlags modifierFlags;
+@property(class, readonly) NSUInteger pressedMouseButtons;
 @property(readonly) NSEventType type;
 @property(readonly) NSEventModifierFlags modifierFlags;
 @property(readonly) NSPoint locationInWindow;
@@ -591,6 +592,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(readonly) NSRect visibleFrame;
 @property(readonly) NSEdgeInsets safeAreaInsets;
 @property(readonly) NSRect auxiliaryTopLeftArea;
+@property(readonly) NSRect auxiliaryTopRightArea;
 @end
 
 @interface NSStatusBarButton : NSButton

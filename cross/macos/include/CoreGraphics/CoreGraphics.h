@@ -21,6 +21,9 @@ typedef enum CGEventType : uint32_t {
     kCGEventTapDisabledByUserInput = 0xFFFFFFFF
 } CGEventType;
 
+typedef uint64_t CGEventFlags;
+enum : CGEventFlags { kCGEventFlagMaskAlternate = 0x00080000 };
+
 #define CGEventMaskBit(eventType) ((CGEventMask)1 << (eventType))
 
 typedef CGEventRef (*CGEventTapCallBack)(CGEventTapProxy proxy, CGEventType type, CGEventRef event,
@@ -31,6 +34,7 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation location, CGEventTapPlacement 
                                void* context);
 void CGEventTapEnable(CFMachPortRef tap, bool enable);
 CGPoint CGEventGetLocation(CGEventRef event);
+CGEventFlags CGEventGetFlags(CGEventRef event);
 
 typedef uint32_t CGWindowID;
 typedef int32_t CGWindowLevel;

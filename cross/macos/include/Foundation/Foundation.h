@@ -113,9 +113,14 @@ typedef struct {
 - (void)setBool:(BOOL)value forKey:(NSString*)key;
 @end
 
+typedef uint64_t NSActivityOptions;
+enum : NSActivityOptions { NSActivityUserInitiatedAllowingIdleSystemSleep = 0x00EFFFFF };
+
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly, copy) NSString* operatingSystemVersionString;
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+- (void)endActivity:(id<NSObject>)activity;
 @end
 
 typedef enum NSSearchPathDirectory : NSUInteger { NSApplicationSupportDirectory = 14 } NSSearchPathDirectory;
