@@ -5,12 +5,13 @@
 #include <utility>
 
 #include "VelkoCore/Timing.h"
+#include "VelkoEngine/Awaited.h"
 
 namespace velko {
 
 namespace {
 
-constexpr std::chrono::microseconds framePeriod{16'667};
+constexpr std::chrono::milliseconds framePeriod{50};
 
 /// How far a rock has still to go, as a fraction, from 1 at its start to 0 at its end: a spring let go at
 /// rest, which swings past its goal by a fifth and settles.
@@ -23,30 +24,32 @@ double left(double progress) {
 
 }  // namespace
 
-BroomIcon::BroomIcon(StatusItem& item, const Surfaces& surfaces, MainThread& mainThread)
-    : item_(item), surfaces_(surfaces), mainThread_(mainThread) {
+BroomIcon::BroomIcon(StatusItem& item, const Surfaces& surfaces, const Platform& platform)
+    : item_(item), surfaces_(surfaces), platform_(platform) {
     draw();
 }
 
 void BroomIcon::setDot(bool shows) {
-    if (std::exchange(showsDot_, shows) != shows) {
+    // While it rocks, the next picture shows it.
+    if (std::exchange(showsDot_, shows) != shows && !animation_.isPending()) {
         draw();
     }
 }
 
 void BroomIcon::lean(bool over) {
-    const Rock rock{.start = mainThread_.now(), .from = angle_, .to = over ? Timing::broomRockDegrees : 0};
+    const Rock rock{
+        .start = platform_.mainThread.now(), .from = angle_, .to = over ? Timing::broomRockDegrees : 0};
     animation_.cancel();
     if (surfaces_.reducesMotion() && rock.from != rock.to) {
         angle_ = rock.to;
         draw();
     } else if (rock.from != rock.to) {
-        animation_ = mainThread_.every(framePeriod, [this, rock] { swing(rock); });
+        animation_ = Awaited::every(platform_, "the broom", framePeriod, [this, rock] { swing(rock); });
     }
 }
 
 void BroomIcon::swing(Rock rock) {
-    const double progress = secondsOf(mainThread_.now() - rock.start) / Timing::broomRockDuration;
+    const double progress = secondsOf(platform_.mainThread.now() - rock.start) / Timing::broomRockDuration;
     if (progress < 1) {
         angle_ = rock.to + (rock.from - rock.to) * left(progress);
     } else {
@@ -57,7 +60,11 @@ void BroomIcon::swing(Rock rock) {
 }
 
 void BroomIcon::draw() {
-    item_.setImage(BroomDrawing::icon({.tilt = angle_, .hasDot = showsDot_}));
+    view::Drawing drawing = BroomDrawing::icon({.tilt = angle_, .hasDot = showsDot_});
+    if (drawing != drawn_) {
+        item_.setImage(drawing);
+        drawn_ = std::move(drawing);
+    }
 }
 
 }  // namespace velko

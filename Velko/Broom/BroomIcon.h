@@ -6,15 +6,17 @@
 #include "Velko/Ports/StatusItem.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
-/// The broom on Velko's icon. It rocks from one lean to the other; a timer runs only while it does. Main
-/// thread; what it draws on outlives it.
+/// The broom on Velko's icon. It rocks from one lean to the other; a timer runs only while it does. Each
+/// picture is dear, a round trip through the system's host of the menu bar: there are at most twenty in a
+/// second, and none that equals the last. Main thread; what it draws on outlives it.
 class BroomIcon final {
  public:
-    BroomIcon(StatusItem& item, const Surfaces& surfaces, MainThread& mainThread);
+    BroomIcon(StatusItem& item, const Surfaces& surfaces, const Platform& platform);
     BroomIcon(const BroomIcon&) = delete;
     BroomIcon& operator=(const BroomIcon&) = delete;
     ~BroomIcon() = default;
@@ -37,9 +39,10 @@ class BroomIcon final {
 
     StatusItem& item_;
     const Surfaces& surfaces_;
-    MainThread& mainThread_;
-    double angle_ = 0;  ///< the tilt as drawn, in degrees
+    Platform platform_;
+    double angle_ = 0;  ///< the tilt, in degrees
     bool showsDot_ = false;
+    std::optional<view::Drawing> drawn_;
     Task animation_;
 };
 

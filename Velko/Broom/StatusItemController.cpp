@@ -78,7 +78,7 @@ void StatusItemController::showBroom() {
     const bool isRevealed = values.state.isRevealed();
     showsProblem_ = false;
     if (!broom_) {
-        broom_.emplace(parts_.ports.statusItem, parts_.ports.surfaces, parts_.platform.mainThread);
+        broom_.emplace(parts_.ports.statusItem, parts_.ports.surfaces, parts_.platform);
     }
     broom_->setDot(hasQuestion);
     if (std::exchange(shownRevealed_, isRevealed) != isRevealed) {

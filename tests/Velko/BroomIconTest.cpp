@@ -33,7 +33,7 @@ class BroomIconTest : public testing::Test {
 
     SimulatedMac mac;
     std::size_t idle = mac.registered().work;
-    BroomIcon broom{mac.statusItem, mac.surfaces, mac.mainThread};
+    BroomIcon broom{mac.statusItem, mac.surfaces, mac.platform()};
 };
 
 TEST_F(BroomIconTest, RocksOverAndBackWithoutAJumpAndComesToRest) {
@@ -48,7 +48,7 @@ TEST_F(BroomIconTest, RocksOverAndBackWithoutAJumpAndComesToRest) {
         for (auto passed = 0ms; passed < duration; passed += 5ms) {
             mac.advance(5ms);
             const Point now = endOfHandle(drawn());
-            EXPECT_LT(std::hypot(now.x - last.x, now.y - last.y), 0.4);
+            EXPECT_LT(std::hypot(now.x - last.x, now.y - last.y), 1.6);
             farthest = std::max(farthest, now.x);
             last = now;
             expectWithinItsSquare();
@@ -57,7 +57,8 @@ TEST_F(BroomIconTest, RocksOverAndBackWithoutAJumpAndComesToRest) {
     EXPECT_GT(farthest, endOfHandle(BroomDrawing::icon({.tilt = Timing::broomRockDegrees})).x + 0.1);
     expectAtRest(0, true);
     const auto revision = mac.statusItem.revision();
-    EXPECT_GT(revision, 130U) << "sixty frames a second";
+    EXPECT_LE(revision, 54U) << "at most twenty pictures a second";
+    EXPECT_TRUE(mac.activity.reasons().empty());
     broom.lean(false);
     broom.setDot(true);
     mac.advance(1s);
