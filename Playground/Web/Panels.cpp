@@ -1,9 +1,10 @@
 #include "Playground/Web/Panels.h"
 
 #include <algorithm>
-#include <fstream>
 #include <ranges>
 #include <system_error>
+
+#include "VelkoCore/AtomicFile.h"
 
 namespace velko::web {
 
@@ -50,15 +51,16 @@ Done answerPanel(Session& session, const Fields& fields) {
     if (!isPlainFileName(*name)) {
         return std::unexpected("A file can't be called that.");
     }
-    const auto documents = session.stage().documents();
+    const auto file = session.stage().documents() / *name;
     std::error_code error;
-    std::filesystem::create_directories(documents, error);
-    const auto file = documents / *name;
+    if (const auto status = std::filesystem::status(file, error);
+        std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        return std::unexpected("That is no file.");
+    }
     if (const auto text = fields.text("text")) {
-        std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-        stream << *text;
-        if (!stream.flush()) {
-            return std::unexpected("The file can't be written.");
+        const auto kept = AtomicFile::replace(file, *text);
+        if (!kept) {
+            return std::unexpected(kept.error().description);
         }
     }
     dialogs.choose(file);
