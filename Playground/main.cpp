@@ -1,3 +1,4 @@
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -59,6 +60,8 @@ int run(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A file that may not grow any more is an error like others, which is told.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return run({argv + 1, argv + argc});
     } catch (const std::exception& error) {

@@ -1,11 +1,11 @@
 # Sourced by ./run and ./test: finds out what this machine lacks and installs it.
 
 # The lists name what each script needs beyond a bare Debian 12.
-PLAY_PACKAGES="g++ cmake ninja-build pkg-config nlohmann-json3-dev libplist-dev libcpp-httplib-dev"
+PLAY_PACKAGES="g++ cmake ninja-build pkg-config nlohmann-json3-dev libplist-dev libmicrohttpd-dev"
 TEST_PACKAGES="$PLAY_PACKAGES libgtest-dev libbenchmark-dev tzdata python3"
 FULL_PACKAGES="$TEST_PACKAGES clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19 nodejs npm chromium"
 
-PLAY_FORMULAE="cmake ninja pkgconf nlohmann-json libplist cpp-httplib"
+PLAY_FORMULAE="cmake ninja pkgconf nlohmann-json libplist libmicrohttpd"
 TEST_FORMULAE="$PLAY_FORMULAE googletest google-benchmark"
 
 on_mac() { [ "$(uname -s)" = Darwin ]; }

@@ -56,7 +56,7 @@ function openStream(receive) {
   source.onmessage = (event) => receive(JSON.parse(event.data));
   source.onerror = () => {
     ended.textContent = source.readyState === EventSource.CLOSED
-      ? 'This page is not fed: the playground was started anew, or too many pages are open. Load it again.'
+      ? 'This page is not fed: too many pages are open, or the playground was started anew. Open the address that ./run has printed.'
       : 'The playground has ended. Start it with ./run; a new page will open.';
     ended.hidden = false;
   };

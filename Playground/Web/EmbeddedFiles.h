@@ -6,6 +6,8 @@
 namespace velko::web::embedded {
 
 extern const std::string_view page_html;
+extern const std::string_view locked_html;
+extern const std::string_view locked_css;
 extern const std::string_view page_css;
 extern const std::string_view page_js;
 extern const std::string_view desk_js;

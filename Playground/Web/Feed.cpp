@@ -10,7 +10,7 @@ constexpr auto factsName = "facts";
 
 std::shared_ptr<Feed::Reader> Feed::subscribe() {
     const std::scoped_lock lock(mutex_);
-    if (readers_ >= mostReaders || isClosed_) {
+    if (readers_ >= mostReaders) {
         return nullptr;
     }
     ++readers_;
@@ -38,20 +38,9 @@ void Feed::publish(const Picture& picture) {
         put(factsName, picture.facts);
         ++version_;
     }
-    changed_.notify_all();
-}
-
-void Feed::close() {
-    {
-        const std::scoped_lock lock(mutex_);
-        isClosed_ = true;
+    if (onPublish) {
+        onPublish();
     }
-    changed_.notify_all();
-}
-
-bool Feed::isClosed() const {
-    const std::scoped_lock lock(mutex_);
-    return isClosed_;
 }
 
 Feed::Reader::~Reader() {
@@ -59,15 +48,11 @@ Feed::Reader::~Reader() {
     --feed_.readers_;
 }
 
-std::optional<std::string> Feed::Reader::next(std::chrono::milliseconds patience) {
+std::optional<std::string> Feed::Reader::next() {
     Json::Object regions;
     Json::Object message;
     {
-        std::unique_lock lock(feed_.mutex_);
-        feed_.changed_.wait_for(lock, patience, [this] { return feed_.isClosed_ || feed_.version_ > seen_; });
-        if (feed_.isClosed_) {
-            return std::nullopt;
-        }
+        const std::scoped_lock lock(feed_.mutex_);
         for (const auto& [name, part] : feed_.parts_) {
             if (part.changedAt > seen_) {
                 (name == factsName ? message : regions).emplace(name, part.value);

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -26,9 +25,8 @@ class Feed final {
         Reader& operator=(const Reader&) = delete;
         ~Reader();
 
-        /// What has changed since the last time, as a JSON text; waits for it for a while. Nothing when
-        /// nothing came, or when the feed is closed.
-        [[nodiscard]] std::optional<std::string> next(std::chrono::milliseconds patience);
+        /// What has changed since the last time, as a JSON text; nothing when nothing has.
+        [[nodiscard]] std::optional<std::string> next();
 
      private:
         friend class Feed;
@@ -49,9 +47,8 @@ class Feed final {
 
     void publish(const Picture& picture);
 
-    /// Lets every reader go. For good.
-    void close();
-    [[nodiscard]] bool isClosed() const;
+    /// Called after each publishing, on its thread. Set before there are several threads.
+    std::function<void()> onPublish;
 
  private:
     struct Part {
@@ -62,11 +59,9 @@ class Feed final {
     void put(const std::string& name, Json value);
 
     mutable std::mutex mutex_;
-    std::condition_variable changed_;
     std::map<std::string, Part> parts_;
     std::uint64_t version_ = 0;
     std::size_t readers_ = 0;
-    bool isClosed_ = false;
 };
 
 }  // namespace velko::web

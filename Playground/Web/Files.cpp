@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view tokenMark = "{{token}}";
 constexpr std::string_view glyphsMark = "{{glyphs}}";
+constexpr std::string_view matterMark = "{{matter}}";
 
 void replace(std::string& text, std::string_view mark, std::string_view by) {
     if (const auto place = text.find(mark); place != std::string::npos) {
@@ -20,11 +21,15 @@ void replace(std::string& text, std::string_view mark, std::string_view by) {
 
 }  // namespace
 
+std::string withToken(std::string_view path, std::string_view token) {
+    return std::string(path) + "?token=" + std::string(token);
+}
+
 const File* fileAt(std::string_view path) {
     static constexpr std::string_view script = "text/javascript; charset=utf-8";
     static const std::array files{
-        File{.path = "/", .type = "text/html; charset=utf-8", .content = embedded::page_html},
         File{.path = "/page.css", .type = "text/css; charset=utf-8", .content = embedded::page_css},
+        File{.path = "/locked.css", .type = "text/css; charset=utf-8", .content = embedded::locked_css},
         File{.path = "/page.js", .type = script, .content = embedded::page_js},
         File{.path = "/desk.js", .type = script, .content = embedded::desk_js},
         File{.path = "/link.js", .type = script, .content = embedded::link_js},
@@ -42,6 +47,12 @@ std::string pageWith(std::string_view token) {
     std::string page(embedded::page_html);
     replace(page, tokenMark, token);
     replace(page, glyphsMark, embedded::glyphs_svg);
+    return page;
+}
+
+std::string lockedPage(std::string_view matter) {
+    std::string page(embedded::locked_html);
+    replace(page, matterMark, matter);
     return page;
 }
 

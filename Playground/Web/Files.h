@@ -5,19 +5,28 @@
 
 namespace velko::web {
 
+inline constexpr std::string_view pagePath = "/";
 inline constexpr std::string_view eventsPath = "/events";
+inline constexpr std::string_view ticketPath = "/open";
+inline constexpr std::string_view pageType = "text/html; charset=utf-8";
 
-/// A file of the page. It is part of the program.
+/// A path as an address carries it together with a token.
+[[nodiscard]] std::string withToken(std::string_view path, std::string_view token);
+
+/// A file that the page is made of, the same for everybody. It is part of the program.
 struct File {
     std::string_view path;
     std::string_view type;
     std::string_view content;
 };
 
-/// The file at a path; null where there is none. The page itself is "/".
+/// The file at a path; null where there is none.
 [[nodiscard]] const File* fileAt(std::string_view path);
 
 /// The page with this run's token and the pictures of the symbols in it.
 [[nodiscard]] std::string pageWith(std::string_view token);
+
+/// What those see who come without the token: where to find it, below a line that says what is the matter.
+[[nodiscard]] std::string lockedPage(std::string_view matter);
 
 }  // namespace velko::web

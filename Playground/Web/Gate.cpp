@@ -8,21 +8,15 @@
 
 #include "Playground/Web/Actions.h"
 #include "Playground/Web/Files.h"
+#include "Playground/Web/HttpStatus.h"
 
 namespace velko::web {
 
 namespace {
 
 constexpr std::uint16_t usualPort = 80;  ///< that browsers leave out
-constexpr int badRequest = 400;
-constexpr int forbidden = 403;
-constexpr int notFound = 404;
-constexpr int methodNotAllowed = 405;
-constexpr int lengthRequired = 411;
-constexpr int tooLarge = 413;
-constexpr int unsupportedType = 415;
-constexpr int misdirected = 421;
 constexpr std::string_view scheme = "http://";
+constexpr std::string_view needsToken = "Open the address that ./run has printed.";
 
 /// The name of the action that a path stands for.
 std::string_view actionOf(std::string_view path) {
@@ -34,6 +28,15 @@ std::optional<std::size_t> lengthOf(std::string_view text) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
     const bool isNumber = !text.empty() && error == std::errc() && end == text.data() + text.size();
     return isNumber ? std::optional(length) : std::nullopt;
+}
+
+/// Takes as long for a token that is nearly right as for one that is not.
+bool isSame(std::string_view token, std::string_view ours) {
+    unsigned difference = token.size() == ours.size() ? 0 : 1;
+    for (std::size_t index = 0; index < std::min(token.size(), ours.size()); ++index) {
+        difference |= static_cast<unsigned char>(token[index]) ^ static_cast<unsigned char>(ours[index]);
+    }
+    return difference == 0;
 }
 
 bool isJson(std::string_view contentType) {
@@ -56,61 +59,62 @@ bool Gate::isOurHost(std::string_view host) const {
     return std::ranges::find(hosts_, host) != hosts_.end();
 }
 
-/// Takes as long for a token that is nearly right as for one that is not.
-bool Gate::isOurToken(std::string_view token) const {
-    unsigned difference = token.size() == token_.size() ? 0 : 1;
-    for (std::size_t index = 0; index < std::min(token.size(), token_.size()); ++index) {
-        difference |= static_cast<unsigned char>(token[index]) ^ static_cast<unsigned char>(token_[index]);
-    }
-    return difference == 0;
-}
-
 std::optional<Gate::Refusal> Gate::refuse(const RequestHead& request) const {
     if (request.hosts != 1 || !isOurHost(request.host)) {
-        return Refusal{misdirected, "This server answers to its own address only."};
+        return Refusal{status::misdirected, "This server answers to its own address only."};
     }
     if (request.origin &&
         (!request.origin->starts_with(scheme) || !isOurHost(request.origin->substr(scheme.size())))) {
-        return Refusal{forbidden, "Another page has no say here."};
+        return Refusal{status::forbidden, "Another page has no say here."};
     }
     if (request.hasRange) {
-        return Refusal{badRequest, "There are no parts to be had."};
+        return Refusal{status::badRequest, "There are no parts to be had."};
     }
     if (request.method == "POST") {
         return refusePost(request);
     }
     if (request.method != "GET" && request.method != "HEAD") {
-        return Refusal{methodNotAllowed, "Only GET and POST."};
+        return Refusal{status::methodNotAllowed, "Only GET and POST."};
     }
     if (isAction(actionOf(request.path))) {
-        return Refusal{methodNotAllowed, "Only a POST changes anything."};
+        return Refusal{status::methodNotAllowed, "Only a POST changes anything."};
     }
-    if (request.path == eventsPath) {
-        return isOurToken(request.token) ? std::nullopt
-                                         : std::optional(Refusal{forbidden, "Open the page anew."});
+    if (request.path == pagePath || request.path == eventsPath) {
+        return isSame(request.token, token_) ? std::nullopt
+                                             : std::optional(Refusal{status::forbidden, needsToken});
     }
-    return fileAt(request.path) != nullptr ? std::nullopt
-                                           : std::optional(Refusal{notFound, "There is no such page."});
+    return request.path == ticketPath || fileAt(request.path) != nullptr
+               ? std::nullopt
+               : std::optional(Refusal{status::notFound, "There is no such page."});
 }
 
 std::optional<Gate::Refusal> Gate::refusePost(const RequestHead& request) const {
     if (!isAction(actionOf(request.path))) {
-        return Refusal{notFound, "There is no such action."};
+        return Refusal{status::notFound, "There is no such action."};
     }
     if (!request.fetchSite.empty() && request.fetchSite != "same-origin") {
-        return Refusal{forbidden, "Another page has no say here."};
+        return Refusal{status::forbidden, "Another page has no say here."};
     }
-    if (!isOurToken(request.token)) {
-        return Refusal{forbidden, "Open the page anew."};
+    if (!isSame(request.token, token_)) {
+        return Refusal{status::forbidden, needsToken};
     }
     if (!isJson(request.contentType)) {
-        return Refusal{unsupportedType, "JSON only."};
+        return Refusal{status::unsupportedType, "JSON only."};
     }
     const auto length = lengthOf(request.contentLength);
     if (request.isChunked || !length) {
-        return Refusal{lengthRequired, "Say how long it is."};
+        return Refusal{status::lengthRequired, "Say how long it is."};
     }
-    return *length <= longestBody ? std::nullopt : std::optional(Refusal{tooLarge, "That is too much."});
+    return *length <= longestBody ? std::nullopt
+                                  : std::optional(Refusal{status::tooLarge, "That is too much."});
+}
+
+bool Ticket::redeem(std::string_view token) {
+    if (token_.empty() || !isSame(token, token_)) {
+        return false;
+    }
+    token_.clear();
+    return true;
 }
 
 std::string makeToken() {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velko::web {
@@ -13,7 +14,7 @@ namespace velko::web {
 struct RequestHead {
     std::string_view method;
     std::string_view path;
-    std::string_view host;
+    std::string_view host{};
     std::size_t hosts = 0;  ///< how many Host headers there are
     std::optional<std::string_view> origin{};
     std::string_view fetchSite{};  ///< of a browser: who made the page that asks
@@ -24,12 +25,13 @@ struct RequestHead {
     std::string_view token{};
 };
 
-/// Decides which requests are let in: those of our own page, and of people who open it.
+/// Decides which requests are let in: those of our own page, and of people who open it. Other users of this
+/// machine reach the port as well, so all that shows or changes anything asks for a secret, the token.
 class Gate final {
  public:
     static constexpr std::size_t longestBody = 512U << 10U;  ///< bytes
 
-    /// `token` is what our page shows with everything that it asks for.
+    /// `token` is what the page's address carries, and our page with everything that it asks for.
     Gate(std::uint16_t port, std::string token);
 
     struct Refusal {
@@ -43,7 +45,6 @@ class Gate final {
 
  private:
     [[nodiscard]] bool isOurHost(std::string_view host) const;
-    [[nodiscard]] bool isOurToken(std::string_view token) const;
     [[nodiscard]] std::optional<Refusal> refusePost(const RequestHead& request) const;
 
     std::vector<std::string> hosts_;  ///< our address, as Host headers name it
@@ -52,5 +53,17 @@ class Gate final {
 
 /// A token that nobody can guess.
 [[nodiscard]] std::string makeToken();
+
+/// A token that is good for one time.
+class Ticket final {
+ public:
+    explicit Ticket(std::string token) : token_(std::move(token)) {}
+
+    /// Whether this is the token, shown for the first time.
+    [[nodiscard]] bool redeem(std::string_view token);
+
+ private:
+    std::string token_;  ///< empty once it is used up
+};
 
 }  // namespace velko::web

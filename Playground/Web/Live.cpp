@@ -19,12 +19,14 @@ constexpr auto longestTurn = std::chrono::milliseconds(12);  ///< that a click m
 
 Live::Live(const std::filesystem::path& home, Feed& feed) : feed_(feed), session_(home) {
     publishIfChanged();
-    thread_ = std::thread([this] { run(); });
 }
 
 Live::~Live() {
     end();
-    thread_.join();
+}
+
+void Live::begin() {
+    thread_ = std::thread([this] { run(); });
 }
 
 void Live::end() {
@@ -34,6 +36,9 @@ void Live::end() {
         session_.stage().quitVelko();
     }
     ended_.notify_all();
+    if (thread_.joinable()) {
+        thread_.join();
+    }
 }
 
 Done Live::act(std::string_view action, const Json& body) {

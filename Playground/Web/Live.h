@@ -18,12 +18,15 @@ namespace velko::web {
 /// they change. Any thread.
 class Live final {
  public:
+    /// Time stands still at first.
     Live(const std::filesystem::path& home, Feed& feed);
     Live(const Live&) = delete;
     Live& operator=(const Live&) = delete;
     ~Live();
 
-    /// Ends Velko in an orderly way, and time with it.
+    /// Lets time pass, on a thread of its own. Once.
+    void begin();
+    /// Ends Velko in an orderly way, and time with it. Waits for what is being done.
     void end();
 
     /// Does what the page asks for, and publishes what came of it before it returns.

@@ -7,14 +7,15 @@
 #include <iostream>
 #include <spawn.h>
 #include <string>
-#include <sys/resource.h>
-#include <sys/select.h>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
 
 #include "Playground/Web/Feed.h"
+#include "Playground/Web/Files.h"
+#include "Playground/Web/Http.h"
 #include "Playground/Web/Live.h"
+#include "Playground/Web/Port.h"
 #include "Playground/Web/Server.h"
 
 // Some systems declare it and some do not.
@@ -39,16 +40,6 @@ bool isSet(const char* name) {
     return value != nullptr && *value != '\0';
 }
 
-/// The library watches connections with select(), which knows no descriptor beyond a limit and would wait
-/// for one beyond it without end.
-void keepDescriptorsSmall() {
-    rlimit limit{};
-    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur > FD_SETSIZE) {
-        limit.rlim_cur = FD_SETSIZE;
-        ::setrlimit(RLIMIT_NOFILE, &limit);
-    }
-}
-
 /// Asks the desktop, where there is one, to show the page.
 void openPage(const std::string& address) {
     std::string program = VELKO_PAGE_OPENER;
@@ -69,8 +60,9 @@ void openPage(const std::string& address) {
     sigset_t signals;
     sigemptyset(&signals);
     posix_spawnattr_setsigmask(&usual, &signals);
-    sigaddset(&signals, SIGPIPE);
-    sigaddset(&signals, SIGCHLD);
+    for (const int signal : {SIGPIPE, SIGCHLD, SIGXFSZ}) {
+        sigaddset(&signals, signal);
+    }
     posix_spawnattr_setsigdefault(&usual, &signals);
     pid_t child = 0;
     posix_spawnp(&child, program.c_str(), &quietly, &usual, arguments.data(), environ);
@@ -91,36 +83,49 @@ std::string problemWith(const std::filesystem::path& folder) {
 }  // namespace
 
 int serve(const ServeOptions& options) {
-    if (const std::string problem = problemWith(options.home); !problem.empty()) {
-        std::cerr << "The folder " << options.home.string() << " can't be used: " << problem << '\n';
-        return 1;
-    }
-    keepDescriptorsSmall();
-    const sigset_t ending = endingSignals();
-    pthread_sigmask(SIG_BLOCK, &ending, nullptr);
-    // A page that goes away amid an answer is no reason to end; nor is a finished `xdg-open` to be kept.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGCHLD, SIG_IGN);
-    Feed feed;
-    Server server(feed);
-    const auto port = server.bind(options.port);
+    auto port = ListeningPort::take(options.port);
     if (!port) {
         std::cerr << port.error() << '\n';
         return 1;
     }
-    Live live(options.home, feed);
-    const std::string address = "http://127.0.0.1:" + std::to_string(*port) + "/";
-    std::cout << address << "\nThe playground is open there. Ctrl-C ends it.\n" << std::flush;
-    if (options.mayOpen) {
-        openPage(address);
+    if (const std::string problem = problemWith(options.home); !problem.empty()) {
+        std::cerr << "The folder " << options.home.string() << " can't be used: " << problem << '\n';
+        return 1;
     }
-    std::thread serving([&] { server.run(live); });
+    // A page that goes away amid an answer is no reason to end; nor is a finished `xdg-open` to be kept.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGCHLD, SIG_IGN);
+    const std::string address = "http://127.0.0.1:" + std::to_string(port->number());
+    const std::string token = makeToken();
+    // Others on this machine may read what the browser is started with, so that opens the page only once.
+    const std::string ticket = makeToken();
+    Feed feed;
+    Live live(options.home, feed);
+    Server server(
+        {.gate = Gate(port->number(), token), .ticket = Ticket(ticket), .feed = feed, .live = live});
+    const auto http = Http::on(*std::move(port), server);
+    if (!http) {
+        std::cerr << "The page can't be served.\n";
+        return 1;
+    }
+    feed.onPublish = [&http] { http->wake(); };
+    // Only now is there something to end in an orderly way.
+    const sigset_t ending = endingSignals();
+    pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+    live.begin();
+    std::thread serving([&http] { http->run(); });
+    std::cout << address << withToken(pagePath, token)
+              << "\nThe playground is open there, to whoever has this whole address. Ctrl-C ends it.\n"
+              << std::flush;
+    if (options.mayOpen) {
+        openPage(address + withToken(ticketPath, ticket));
+    }
     int signal = 0;
     sigwait(&ending, &signal);
-    live.end();
-    // A client may keep the server waiting. A second signal does not wait for it.
+    // What is under way may take its time. A second signal does not wait for it.
     pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
-    server.stop();
+    live.end();
+    http->stop();
     serving.join();
     return 0;
 }

@@ -1,44 +1,38 @@
 #pragma once
 
-#include <cstdint>
-#include <expected>
-#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "Playground/Web/Feed.h"
+#include "Playground/Web/Gate.h"
+#include "Playground/Web/Http.h"
 #include "Playground/Web/Live.h"
 
 namespace velko::web {
 
-/// Serves the page on the loopback address. It shows what the feed brings and hands what the page posts to
-/// the session.
-class Server final {
+/// Answers what the page asks for: it shows what the feed brings and hands what the page posts to the
+/// session.
+class Server final : public HttpHandler {
  public:
-    /// The feed outlives the server.
-    explicit Server(Feed& feed);
-    Server(const Server&) = delete;
-    Server& operator=(const Server&) = delete;
-    ~Server();
+    struct Parts {
+        Gate gate;
+        Ticket ticket;  ///< leads to the address with the gate's token
+        Feed& feed;
+        Live& live;
+    };
+    /// The feed and the session outlive the server.
+    explicit Server(Parts parts) : parts_(std::move(parts)) {}
 
-    /// Takes the port, or any free one; the one that it took, or one line that says why it could not.
-    [[nodiscard]] std::expected<std::uint16_t, std::string> bind(std::optional<std::uint16_t> port);
-
-    /// Serves until `stop`. After `bind`; whoever came since then has waited.
-    void run(Live& live);
-    /// From any thread, but not from a signal's handler.
-    void stop();
+    [[nodiscard]] std::optional<HttpAnswer> refuse(const RequestHead& head) override;
+    [[nodiscard]] HttpAnswer answer(const RequestHead& head, const std::string& body) override;
 
  private:
-    struct Parts;
+    [[nodiscard]] HttpAnswer redeem(const RequestHead& head);
+    [[nodiscard]] HttpAnswer perform(const RequestHead& head, const std::string& body);
+    [[nodiscard]] HttpAnswer follow();
 
-    void answerPages();
-    void answerActions();
-    void answerEvents();
-
-    Feed& feed_;
-    Live* live_ = nullptr;  ///< while it runs
-    std::unique_ptr<Parts> parts_;
+    Parts parts_;
 };
 
 }  // namespace velko::web

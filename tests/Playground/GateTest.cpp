@@ -11,7 +11,7 @@ const Gate& gate() {
 }
 
 RequestHead get(std::string_view path) {
-    return {.method = "GET", .path = path, .host = "127.0.0.1:8080", .hosts = 1};
+    return {.method = "GET", .path = path, .host = "127.0.0.1:8080", .hosts = 1, .token = "secret"};
 }
 
 RequestHead post(std::string_view path) {
@@ -20,7 +20,6 @@ RequestHead post(std::string_view path) {
     head.origin = "http://127.0.0.1:8080";
     head.contentType = "application/json";
     head.contentLength = "2";
-    head.token = "secret";
     return head;
 }
 
@@ -32,16 +31,18 @@ int refusal(RequestHead head, Change change) {
 }
 
 TEST(Gate, LetsOurOwnPageIn) {
-    for (const auto* path : {"/", "/page.css", "/page.js", "/icon.svg"}) {
+    for (const auto* path : {"/", "/events", "/page.css", "/page.js", "/icon.svg"}) {
         EXPECT_FALSE(gate().refuse(get(path))) << path;
     }
     EXPECT_FALSE(gate().refuse(post("/broom")));
+    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.fetchSite = "same-origin"; }), 0);
+    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.contentLength = "524288"; }), 0);
     EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.host = "localhost:8080"; }), 0);
     EXPECT_EQ(
         refusal(post("/desk"), [](auto& head) { head.contentType = "application/json; charset=utf-8"; }), 0);
-    EXPECT_EQ(refusal(get("/events"), [](auto& head) { head.token = "secret"; }), 0);
     for (const auto* host : {"127.0.0.1", "127.0.0.1:80", "localhost"}) {
-        EXPECT_FALSE(Gate(80, "secret").refuse({.method = "GET", .path = "/", .host = host, .hosts = 1}))
+        EXPECT_FALSE(
+            Gate(80, "secret").refuse({.method = "GET", .path = "/page.css", .host = host, .hosts = 1}))
             << "browsers leave out the usual port: " << host;
     }
 }
@@ -57,13 +58,17 @@ TEST(Gate, TurnsAwayOtherHostsAndOtherPages) {
         EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.origin = origin; }), 403) << origin;
         EXPECT_EQ(refusal(get("/events"), [&](auto& head) { head.origin = origin; }), 403) << origin;
     }
-    EXPECT_EQ(refusal(post("/desk"), [](auto& head) { head.fetchSite = "cross-site"; }), 403);
+    for (const auto* site : {"cross-site", "same-site", "none"}) {
+        EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.fetchSite = site; }), 403) << site;
+    }
 }
 
 TEST(Gate, AsksForTheTokenTheTypeAndTheLength) {
     for (const auto* token : {"", "secre", "secret!", "SECRET"}) {
         EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.token = token; }), 403) << token;
-        EXPECT_EQ(refusal(get("/events"), [&](auto& head) { head.token = token; }), 403) << token;
+        for (const auto* path : {"/", "/events"}) {
+            EXPECT_EQ(refusal(get(path), [&](auto& head) { head.token = token; }), 403) << path << token;
+        }
     }
     for (const auto* type : {"", "text/plain", "application/x-www-form-urlencoded", "application/jsonp"}) {
         EXPECT_EQ(refusal(post("/desk"), [&](auto& head) { head.contentType = type; }), 415) << type;
@@ -88,6 +93,11 @@ TEST(Gate, KnowsNoOtherPathOrMethod) {
 TEST(Gate, MakesAnotherTokenEveryTime) {
     EXPECT_EQ(makeToken().size(), 32U);
     EXPECT_NE(makeToken(), makeToken());
+    Ticket ticket("once");
+    EXPECT_FALSE(ticket.redeem("twice"));
+    EXPECT_TRUE(ticket.redeem("once"));
+    EXPECT_FALSE(ticket.redeem("once"));
+    EXPECT_FALSE(ticket.redeem(""));
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
 #include <algorithm>
+#include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 #include "Playground/Web/Actions.h"
@@ -76,6 +79,10 @@ TEST_F(SessionTest, OpensAnAppsMenuAndChoosesFromIt) {
     ASSERT_TRUE(ask("icon", R"({"pid":)" + std::to_string(pid) + "}"));
     ASSERT_EQ(session.menus().size(), 1U);
     EXPECT_FALSE(ask("choose", R"({"place":[0]})")) << "a header";
+    session.openControlMenu(
+        {.anchor = "x", .items = {{.title = "No", .isEnabled = false, .action = [] { FAIL(); }}}});
+    EXPECT_FALSE(ask("choose", R"({"place":[0]})")) << "it is greyed";
+    session.closeControlMenu();
     EXPECT_TRUE(ask("choose", R"({"place":[3]})"));
     EXPECT_TRUE(session.mac().workspace.pids("com.tinyspeck.slackmacgap").empty());
     EXPECT_TRUE(session.menus().empty());
@@ -151,6 +158,17 @@ TEST_F(SessionTest, LetsTimeJumpInTurnsThatEndOnTime) {
     EXPECT_EQ(session.mac().mainThread.date() - before, std::chrono::hours(2));
 }
 
+TEST_F(SessionTest, MakesUpForASecondOfRealTimeAndNoMore) {
+    for (const int speed : {1, 60}) {
+        ASSERT_TRUE(ask("pace", R"({"speed":)" + std::to_string(speed) + "}"));
+        for (const auto& [real, passed] : {std::pair(400, 400), {999, 999}, {1001, 1000}, {90'000, 1000}}) {
+            const auto before = session.mac().mainThread.date();
+            session.pass(std::chrono::milliseconds(real), std::chrono::hours(1));
+            EXPECT_EQ(session.mac().mainThread.date() - before, speed * std::chrono::milliseconds(passed));
+        }
+    }
+}
+
 TEST_F(SessionTest, QuitsVelkoWhenItAsksTo) {
     session.mac().appPorts().application.terminate();
     session.settle();
@@ -171,6 +189,15 @@ TEST_F(SessionTest, KeepsFilesWithinTheDocumentsFolder) {
     session.stage().velko()->transfer().importLayout();
     ASSERT_TRUE(session.mac().dialogs.isPanelOpen());
     EXPECT_FALSE(ask("panel", R"({"file":"../layout.json","text":"broken"})"));
+    const auto pipe = session.stage().documents() / "pipe";
+    std::filesystem::create_directories(session.stage().documents());
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);  // or a writer would wait for ever
+    for (const auto* body : {R"({"file":"pipe","text":"broken"})", R"({"file":"pipe"})"}) {
+        EXPECT_FALSE(ask("panel", body)) << "it is no file";
+    }
+    ::close(reader);
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
     EXPECT_TRUE(ask("panel", R"({"file":"Pasted.velko","text":"broken"})"));
     wait(std::chrono::seconds(1));
     ASSERT_NE(session.alert(), nullptr);
@@ -182,10 +209,10 @@ TEST(Feed, SendsWhatChangedToAtMostEightReaders) {
     Feed feed;
     const auto first = feed.subscribe();
     feed.publish({.regions = {{"bar", "a"}, {"log", "x"}}, .facts = {.value = true}});
-    EXPECT_NE(first->next(std::chrono::milliseconds(0)), std::nullopt);
-    EXPECT_EQ(first->next(std::chrono::milliseconds(0)), std::nullopt);
+    EXPECT_NE(first->next(), std::nullopt);
+    EXPECT_EQ(first->next(), std::nullopt);
     feed.publish({.regions = {{"bar", "b"}, {"log", "x"}}, .facts = {.value = true}});
-    const auto changed = Json::parse(first->next(std::chrono::milliseconds(0)).value_or("")).value();
+    const auto changed = Json::parse(first->next().value_or("")).value();
     EXPECT_EQ(changed, Json::parse(R"({"regions":{"bar":"b"}})").value());
     std::vector<std::shared_ptr<Feed::Reader>> others;
     for (std::size_t number = 1; number < Feed::mostReaders; ++number) {

@@ -127,7 +127,7 @@ export class Mac {
   /** Plays a step without touching the page, as life goes on while somebody uses it. */
   async happens(line) {
     const token = await this.page.locator('meta[name="velko-token"]').getAttribute('content');
-    const answer = await this.page.request.post(`${this.playground.address}desk`, {
+    const answer = await this.page.request.post(new URL('desk', this.playground.address).href, {
       headers: { 'X-Velko-Token': token, 'Content-Type': 'application/json' }, data: { line },
     });
     assert.equal(answer.status(), 204, await answer.text());
@@ -194,7 +194,7 @@ export class Mac {
     if (!await this.page.evaluate(() => 'axe' in globalThis)) await this.page.evaluate(axe);
     for (const colorScheme of ['light', 'dark']) {
       await this.page.emulateMedia({ colorScheme });
-      await this.page.waitForFunction((scheme) => document.documentElement.dataset.theme === scheme, colorScheme);
+      await this.page.waitForFunction((scheme) => [scheme, undefined].includes(document.documentElement.dataset.theme), colorScheme);
       const faults = await this.page.evaluate(async (each) => {
         const { violations } = await globalThis.axe.run(each, { resultTypes: ['violations'] });
         return violations.map(({ nodes }) => `${nodes[0].html} (${nodes.length} such): ${nodes[0].failureSummary}`);

@@ -90,6 +90,17 @@ onMac('Pages that nobody sees leave the others their connections', {}, async (ma
   await isSeen(first).waitFor();
 });
 
+onMac('Who comes without the token is told where to find it', {}, async (mac) => {
+  const { page } = mac;
+  const key = new URL(mac.playground.address).searchParams.get('token');
+  const answer = await page.goto(new URL('/', mac.playground.address).href);
+  assert.equal(answer.status(), 403);
+  assert.ok(!(await page.content()).includes(key));
+  await page.getByRole('heading', { name: 'This address lacks its token.' }).waitFor();
+  await mac.checkAccess('the locked page', 'html');
+  assert.equal(mac.complaints.splice(0).length, 1, 'the browser tells of the refusal');
+});
+
 onMac('The desk does as it is told, and says when it cannot', {}, async (mac) => {
   const { page, desk } = mac;
   const odd = 'com.odd.$&a|b "c"';
