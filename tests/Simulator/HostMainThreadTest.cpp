@@ -124,15 +124,17 @@ class BusyMac : public testing::Test {
 using HostMainThreadOnABusyMac = BusyMac;
 
 TEST_F(HostMainThreadOnABusyMac, ScansAndHitTestsWhileAppsComeAndGo) {
-    using Items = std::vector<MenuBarItem>;
+    using Inventory::Found;
     const Platform platform = mac.platform();
     const Task life = host.every(2ms, [this] { live(); });
     for (int round = 0; round < 2; ++round) {
         bool looked = false;
         const Task looking = host.background([&platform] { return Inventory::visiblePIDs(platform); },
                                              [&looked](const auto&) { looked = true; });
-        auto items = answerOf<Items>([&](auto then) { return Inventory::items(platform, then); });
-        items = answerOf<Items>([&](auto then) { return Inventory::items(platform, items, then); });
+        auto found = answerOf<Found>([&](auto then) { return Inventory::items(platform, {}, then); });
+        found =
+            answerOf<Found>([&](auto then) { return Inventory::itemsAdding(platform, found.items, then); });
+        const auto& items = found.items;
         for (const auto* const app : {"app0", "app1", "app5", "app7", "app8", "app11"}) {
             EXPECT_EQ(itemsOf(items, app), 2) << app;
         }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Velko/View/Tree.h"
+#include "tests/Soak/Walk.h"
 
 namespace velko::soak {
 
@@ -18,7 +19,6 @@ namespace {
 
 using script::Step;
 using script::Verb;
-using Steps = std::vector<Step>;
 using Kind = Surfaces::Kind;
 
 constexpr std::array<std::pair<const char*, Kind>, 5> surfaces{{{"note", Kind::note},
