@@ -10,6 +10,8 @@ TEST_FORMULAE="$PLAY_FORMULAE googletest google-benchmark"
 
 on_mac() { [ "$(uname -s)" = Darwin ]; }
 
+cores() { getconf _NPROCESSORS_ONLN; }
+
 fail() {
     echo "$1" >&2
     exit 1
@@ -25,22 +27,38 @@ has_package() {
     [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
+# apt_get ARGUMENT...: apt-get as root, quiet while all goes well. While another program holds its lock it says
+# which, and waits for up to ten minutes.
+apt_get() {
+    local as_root="" said="" answer deadline=$((SECONDS + 600))
+    [ "$(id -u)" = 0 ] || as_root=sudo
+    until answer="$(DEBIAN_FRONTEND=noninteractive $as_root apt-get -qq "$@" 2>&1 >/dev/null)"; do
+        case "$answer" in
+            *"Could not get lock"* | *"Unable to lock"*) ;;
+            *) fail "$answer" ;;
+        esac
+        [ $SECONDS -lt $deadline ] || fail "$answer"
+        if [ -z "$said" ]; then
+            said=yes
+            echo "Waiting until another package manager is done: $(echo "$answer" | sed -n 's/^E: //p' | head -n 1)"
+        fi
+        sleep 3
+    done
+}
+
 install_packages() {
-    local missing="" package as_root=""
+    local missing="" package
     for package in "$@"; do
         has_package "$package" || missing="$missing $package"
     done
     [ -n "$missing" ] || return 0
     command -v apt-get >/dev/null || fail "This machine lacks:$missing. Install them, then try again."
-    if [ "$(id -u)" != 0 ]; then
-        command -v sudo >/dev/null || fail "Run this as root, or install:$missing"
-        as_root=sudo
-    fi
+    [ "$(id -u)" = 0 ] || command -v sudo >/dev/null || fail "Run this as root, or install:$missing"
     echo "Installing:$missing"
     # An old package list names versions that are gone, so the list comes first.
-    $as_root apt-get update -qq >/dev/null
+    apt_get update
     # shellcheck disable=SC2086
-    DEBIAN_FRONTEND=noninteractive $as_root apt-get install -qq -y --no-install-recommends $missing >/dev/null
+    apt_get install -y --no-install-recommends $missing
 }
 
 install_formulae() {
@@ -56,16 +74,34 @@ install_formulae() {
     brew install --quiet $missing
 }
 
-# configure_and_build PRESET [TARGET...]: quiet while all goes well.
-configure_and_build() {
-    local preset="$1" output="$root/build/$1/velko-build.log"
+# quietly PRESET COMMAND...: what it prints goes into a file, whose end is shown when it fails.
+quietly() {
+    local output="build/$1/velko-build.log"
     shift
-    mkdir -p "$(dirname "$output")"
-    local targets=""
-    [ $# -eq 0 ] || targets="--target $*"
-    # shellcheck disable=SC2086
-    (cd "$root" && cmake --preset "$preset" && cmake --build --preset "$preset" $targets) >"$output" 2>&1 || {
-        tail -n 60 "$output" >&2
-        fail "The build failed; all of it is in build/$preset/velko-build.log."
+    mkdir -p "$(dirname "$root/$output")"
+    (cd "$root" && "$@") >>"$root/$output" 2>&1 || {
+        tail -n 60 "$root/$output" >&2
+        fail "The build failed; all of it is in $output."
     }
 }
+
+# configure PRESET: with a cache of compiled files where there is one.
+configure() {
+    rm -f "$root/build/$1/velko-build.log"
+    if command -v ccache >/dev/null; then
+        export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    fi
+    quietly "$1" cmake --preset "$1"
+}
+
+# configure_and_build PRESET [TARGET...]: quiet while all goes well.
+configure_and_build() {
+    local preset="$1" targets=""
+    shift
+    [ $# -eq 0 ] || targets="--target $*"
+    configure "$preset"
+    # shellcheck disable=SC2086
+    quietly "$preset" cmake --build --preset "$preset" $targets
+}
+
+node_modules() { (cd "$root" && npm install --no-save --silent); }
