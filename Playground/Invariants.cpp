@@ -61,7 +61,8 @@ Invariants::Invariants(Stage& stage)
       nextOnMenuBarChange_(std::exchange(stage.mac().onMenuBarChange, nullptr)),
       systemItems_(stage.mac().visibleSystemItems()),
       keptFile_(stage),
-      faces_(stage) {
+      faces_(stage),
+      model_(stage) {
     stage_.onStart = [this](AppController& velko) { watch(velko); };
     stage_.mac().onMenuBarChange = [this] { barChanged(); };
     if (AppController* velko = stage_.velko()) {
@@ -131,6 +132,9 @@ std::optional<std::string> Invariants::check(const script::Step& done) {
         checkWhileGone();
     }
     if (const auto wrong = keptFile_.check(done)) {
+        require(false, *wrong);
+    }
+    if (const auto wrong = model_.check(done)) {
         require(false, *wrong);
     }
     return std::exchange(breach_, std::nullopt);

@@ -11,6 +11,7 @@
 
 #include "Playground/FaceRules.h"
 #include "Playground/KeptFileRules.h"
+#include "Playground/Model/Model.h"
 #include "Playground/Script/Step.h"
 #include "Playground/Stage.h"
 #include "VelkoCore/BundleID.h"
@@ -63,6 +64,7 @@ class Invariants final {
     std::vector<std::string> systemItems_;  ///< that showed in the beginning
     KeptFileRules keptFile_;
     FaceRules faces_;
+    Model model_;
     Subscription notices_;
     bool wasToldThisTurn_ = false;
     std::optional<double> shownAllAt_;  ///< the hiding change that was the user's wish to see everything

@@ -210,6 +210,9 @@ void SimulatedMainThread::run(const std::shared_ptr<Entry>& entry) {
         entry->work = std::move(work);
         repeat(entry);
     }
+    if (onTurn) {
+        onTurn();
+    }
 }
 
 void SimulatedMainThread::repeat(const std::shared_ptr<Entry>& entry) {

@@ -60,6 +60,9 @@ class SimulatedMainThread final : public MachineThread {
     /// How often the main thread went from waiting to work: once per burst, however much was due.
     [[nodiscard]] std::uint64_t wakeUps() const noexcept { return wakeUps_; }
 
+    /// Called after each piece of work, to watch what comes of it; it must not change anything.
+    std::function<void()> onTurn;
+
  protected:
     [[nodiscard]] Task startBackground(Read read, Then then) override;
 
