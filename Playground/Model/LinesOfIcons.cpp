@@ -38,7 +38,7 @@ RevealStyle styleNow(const Scene& scene) {
             holder = &display;
         }
     }
-    const bool hasNotch = holder->safeAreaTop > 0 || holder->hasAuxiliaryTopLeftArea;
+    const bool hasNotch = holder->safeAreaTop > 0 || holder->auxiliaryTopLeft.width > 0;
     return hasNotch ? reveal.notchedStyle : reveal.otherStyle;
 }
 
