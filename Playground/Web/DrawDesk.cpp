@@ -5,6 +5,7 @@
 #include <functional>
 #include <iterator>
 #include <map>
+#include <ranges>
 #include <system_error>
 
 #include "Playground/Html/Markup.h"
@@ -20,6 +21,7 @@ using html::textElement;
 
 constexpr double tilePoints = 22;
 constexpr std::size_t shownLines = 150;
+constexpr std::size_t mostPlanned = 300;  ///< apps of a plan that are drawn; more are only counted
 constexpr std::uintmax_t longestFile = 1U << 20U;
 
 /// What the desk knows of an app.
@@ -149,10 +151,13 @@ std::string drawPlan(Session& session) {
     const auto names = namesOn(session);
     std::string apps;
     if (const auto& allowed = plan.allowed()) {
-        for (const BundleID& bundleID : *allowed) {
+        for (const BundleID& bundleID : *allowed | std::views::take(mostPlanned)) {
             apps += element(
                 "li", {{"title", bundleID}},
                 html::appTile(bundleID, names(bundleID), 16) + textElement("span", {}, names(bundleID)));
+        }
+        if (allowed->size() > mostPlanned) {
+            apps += textElement("li", {}, "and " + std::to_string(allowed->size() - mostPlanned) + " more");
         }
     }
     const auto cost = session.mac().cost();

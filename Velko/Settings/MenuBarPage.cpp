@@ -1,6 +1,6 @@
-#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,11 +19,12 @@ constexpr std::array sectionNames{"Bar", "Tucked", "Buried"};
 
 // The apps
 
-view::Node filterPicker(const std::vector<ListedApp>& apps, const Filter& filter) {
-    std::vector<std::string> options{"All " + std::to_string(apps.size())};
+view::Node filterPicker(const ListedApps& apps, const Filter& filter) {
+    const auto all = std::accumulate(apps.counts.begin(), apps.counts.end(), std::size_t{0});
+    std::vector<std::string> options{"All " + std::to_string(all)};
     for (const Section section : allSections) {
         options.push_back(std::string(sectionNames.at(static_cast<std::size_t>(section))) + " " +
-                          std::to_string(std::ranges::count(apps, section, &ListedApp::section)));
+                          std::to_string(apps.count(section)));
     }
     return {.id = "filter",
             .label = "Which apps are listed",
@@ -48,13 +49,15 @@ std::string whyNoneIsListed(const AppValues& values, const std::optional<Section
     return "No app is buried.";
 }
 
-view::Node appList(AppController& controller, const std::vector<ListedApp>& apps,
+view::Node appList(AppController& controller, const ListedApps& listed,
                    const std::optional<Section>& section) {
     std::vector<view::Node> rows;
-    for (const ListedApp& app : apps) {
-        if (!section || app.section == *section) {
-            rows.push_back(appRow(controller, app));
-        }
+    for (const ListedApp& app : listed.apps) {
+        rows.push_back(appRow(controller, app));
+    }
+    if (listed.atRestLeftOut > 0) {
+        rows.push_back(view::explanation(
+            "apps:more", "And " + std::to_string(listed.atRestLeftOut) + " more that aren't running."));
     }
     if (rows.empty()) {
         rows.push_back(view::text("apps:empty", whyNoneIsListed(controller.values(), section)));
@@ -137,7 +140,7 @@ view::Node menuBar(const FaceParts& parts, const Filter& filter, const Actions& 
     if (controller.values().problems.layoutUnreadable) {
         children.push_back(locked());
     } else {
-        const std::vector<ListedApp> apps = listedApps(controller, parts.platform.workspace);
+        const ListedApps apps = listedApps(controller, parts.platform.workspace, filter.section);
         children.push_back(view::row(
             "sorting", {filterPicker(apps, filter), view::spacer("sorting:gap"),
                         view::button("sort-again", {.title = "Sort Again…", .press = actions.sortAgain})}));

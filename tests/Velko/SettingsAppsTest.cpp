@@ -60,6 +60,21 @@ TEST_F(SettingsAppsTest, AreListedBySectionOnRequest) {
     EXPECT_EQ(words("apps:empty"), "No app is buried.");
 }
 
+TEST_F(SettingsAppsTest, AreOnlyCountedWhereMoreAreAtRestThanAnybodyReads) {
+    launch("z.example.1", "Runs", Section::tucked);
+    for (int app = 0; app < 1000; ++app) {
+        layout.place("com.example." + std::to_string(app), app % 2 == 0 ? Section::buried : Section::tucked);
+    }
+    startSettings();
+    EXPECT_EQ(names().size(), 301U);
+    EXPECT_EQ(words("name:z.example.1"), "Runs");
+    EXPECT_EQ(words("apps:more"), "And 700 more that aren't running.");
+    set("filter", std::int64_t{3});
+    EXPECT_EQ(names().size(), 300U);
+    EXPECT_EQ(words("apps:more"), "And 200 more that aren't running.");
+    EXPECT_EQ(standing("filter"), "Buried 500");
+}
+
 TEST_F(SettingsAppsTest, AreNotSaidToLackAnIconThatVelkoCannotSee) {
     launch("com.example.app", "App", Section::tucked);
     const ProcessID other = launch("com.example.other", "Other", Section::tucked);
