@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "Playground/Neighbourhood.h"
+#include "Playground/Printable.h"
 #include "Simulator/LibplistReader.h"
 #include "VelkoCore/AtomicFile.h"
 #include "VelkoCore/Importers.h"
@@ -112,7 +113,7 @@ int tellWhatOthersHave(const Layout& layout, const std::filesystem::path& home) 
     }
     std::cout << "found " << found->source << ": " << found->sections.size() << " placements\n";
     for (const auto& [bundleID, section] : found->sections) {
-        std::cout << "  " << bundleID << " -> " << name(section) << '\n';
+        std::cout << "  " << printable(bundleID) << " -> " << name(section) << '\n';
     }
     if (found->autoTuckSeconds) {
         std::cout << "  " << tuckTime(*found->autoTuckSeconds) << '\n';

@@ -5,9 +5,12 @@
 #include <cmath>
 #include <fstream>
 #include <ostream>
+#include <ranges>
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include "Playground/Printable.h"
 
 namespace velko::playground {
 
@@ -19,7 +22,7 @@ constexpr auto frame = std::chrono::milliseconds(50);
 
 /// A log line as a terminal shows it: cut where it would run on over several rows.
 std::string shortened(const std::string& line) {
-    return line.size() <= widestLogLine ? line : line.substr(0, widestLogLine) + "…";
+    return printable(line.substr(0, widestLogLine)) + (line.size() <= widestLogLine ? "" : "…");
 }
 
 }  // namespace
@@ -40,7 +43,7 @@ void Show::begin(const script::Step& step) {
         return;
     }
     showOutcome();
-    screen_ << (manner_.isBold ? "\n\033[1m" : "\n") << step.text.value_or("")
+    screen_ << (manner_.isBold ? "\n\033[1m" : "\n") << printable(step.text.value_or(""))
             << (manner_.isBold ? "\033[0m\n" : "\n") << std::flush;
 }
 
@@ -68,7 +71,10 @@ void Show::passInRealTime(MainThread::Uptime duration, std::int64_t speed) {
 
 void Show::showBar() {
     hasBarChanged_ = false;
-    screen_ << stage_.mac().menuBarPicture() << '\n' << std::flush;
+    for (const auto line : stage_.mac().menuBarPicture() | std::views::split('\n')) {
+        screen_ << printable({line.begin(), line.end()}) << '\n';
+    }
+    screen_ << std::flush;
 }
 
 void Show::showLog() {
@@ -97,7 +103,7 @@ void Show::showSummary() {
     const SimulatedMac::Cost cost = stage_.mac().cost();
     const auto hours = std::chrono::duration<double, std::ratio<3600>>(stage_.mac().mainThread.now()).count();
     if (stage_.velko() != nullptr) {
-        screen_ << "\nPlan in force: " << describe(stage_.velko()->engine().current()) << '\n';
+        screen_ << "\nPlan in force: " << printable(describe(stage_.velko()->engine().current())) << '\n';
     }
     screen_ << "\nIn " << std::round(hours * 10) / 10 << " hours awake it cost: " << cost.wakeUps
             << " wake-ups, " << cost.accessibilityMessages << " Accessibility messages, " << cost.engineCalls

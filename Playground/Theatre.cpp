@@ -1,5 +1,6 @@
 #include "Playground/Theatre.h"
 
+#include <fstream>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -53,6 +54,20 @@ bool forgetSetup(const std::filesystem::path& layoutFile) {
     return store.save(*layout).has_value();
 }
 
+/// Copies a layout file. What is too large is not read by Velko, so an empty file of such a size stands for
+/// it.
+std::error_code copyLayout(const std::filesystem::path& from, const std::filesystem::path& to) {
+    std::error_code error;
+    const bool isTooLarge = std::filesystem::file_size(from, error) > AtomicFile::largest;
+    if (!error && isTooLarge) {
+        std::ofstream(to, std::ios::binary).flush();
+        std::filesystem::resize_file(to, AtomicFile::largest + 1, error);
+    } else if (!error) {
+        std::filesystem::copy_file(from, to, error);
+    }
+    return error;
+}
+
 std::string blamed(const Piece& piece, const script::Mistake& mistake) {
     return piece.title + ":" + std::to_string(mistake.line) + ": " + mistake.what;
 }
@@ -67,9 +82,10 @@ int play(const Piece& piece, std::optional<std::int64_t> speed) {
         return refuse(1, "There is no room for temporary files.");
     }
     Stage stage(folder->path());
-    std::error_code error;
-    if (piece.layoutFile && !std::filesystem::copy_file(*piece.layoutFile, stage.layoutFile(), error)) {
-        return refuse(1, piece.layoutFile->string() + ": " + error.message());
+    if (piece.layoutFile) {
+        if (const auto error = copyLayout(*piece.layoutFile, stage.layoutFile())) {
+            return refuse(1, piece.layoutFile->string() + ": " + error.message());
+        }
     }
     if (piece.isFirstRun && !forgetSetup(stage.layoutFile())) {
         return refuse(1, "The layout can't be copied.");

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Playground/Options.h"
+#include "Playground/Printable.h"
 
 namespace velko::playground {
 namespace {
@@ -48,6 +49,13 @@ TEST(Options, RefuseWhatTheyDoNotUnderstandInOneLine) {
         const auto options = parseOptions(arguments);
         ASSERT_FALSE(options) << message;
         EXPECT_EQ(options.error(), message);
+    }
+}
+
+TEST(Printable, IsWhatWorksNoTerminal) {
+    EXPECT_EQ(printable("Caf\u00E9 \u00A0\u2026"), "Caf\u00E9 \u00A0\u2026");
+    for (const auto* control : {"\x01", "\n", "\x1B", "\x7F", "\u0080", "\u009F", "\x9B", "\xC2"}) {
+        EXPECT_EQ(printable(control + std::string("m")), "\uFFFDm") << control;
     }
 }
 

@@ -3,7 +3,9 @@
 Nothing here depends on how busy the machine is: what takes time is waited for, and what has to be quick is
 compared with the same thing in peace."""
 
+import json
 import os
+import plistlib
 import re
 import resource
 import shutil
@@ -278,6 +280,30 @@ def refused_starts(program):
         expect(not Path(folder, "home").exists(), "no home for nothing")
 
 
+def strange_files(program):
+    """What others have written works no terminal, and is not copied without end."""
+    def run(*arguments):
+        limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (64 << 20, 64 << 20))
+        ended = subprocess.run([program, *arguments], capture_output=True, text=True, timeout=PATIENCE, check=False,
+                               preexec_fn=limit)
+        expect(ended.returncode == 0, ended)
+        expect(re.search(r"[\x00-\x09\x0b-\x1f\x7f-\x9f]", ended.stdout) is None, ended.stdout)
+        return ended.stdout
+    with tempfile.TemporaryDirectory() as folder:
+        odd = "com.odd.\x1b[2J\x9b1m\x07"
+        preferences = Path(folder, "Library/Preferences")
+        preferences.mkdir(parents=True)
+        lists = {"ProfileSettings": {"activeProfile": {"Hide": [odd + "-Item-0"]}}}
+        Path(preferences, "com.surteesstudios.Bartender.plist").write_bytes(plistlib.dumps(lists, fmt=plistlib.FMT_BINARY))
+        expect("com.odd." in run("--home", folder, "--import-from", folder), "what others have is told")
+        layout = Path(folder, "layout.json")
+        layout.write_text(json.dumps({"version": 1, "hasCompletedSetup": True, "seenApps": [], "sections": {odd: "bar"}}))
+        Path(folder, "odd.scenario").write_text("launch neighbours\nvelko start\nwait 20 s\n")
+        expect("com.odd." in run("--layout", str(layout), "--script", f"{folder}/odd.scenario"), "the plan is shown")
+        os.truncate(layout, 1 << 30)
+        expect("larger than 16 MiB" in run("--layout", str(layout), "--terminal"), "a layout of 1 GiB")
+
+
 def main():
     most = resource.getrlimit(resource.RLIMIT_NOFILE)[1]
     resource.setrlimit(resource.RLIMIT_NOFILE, (min(4096, most), most))
@@ -291,7 +317,7 @@ def main():
     finally:
         ended, _ = play.close()
     expect(ended == 0, f"it ended with status {ended}")
-    for trial in (endings, opening, full_disk, refused_starts):
+    for trial in (endings, opening, full_disk, refused_starts, strange_files):
         trial(program)
 
 
