@@ -23,8 +23,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 SCRATCH = ROOT / "build" / "faults"
-SOURCE = SCRATCH / "source"
-BUILD = SCRATCH / "build"
+SOURCE = SCRATCH / "copy"
+BUILD = SOURCE / "build" / "debug"
 RESULTS = SCRATCH / "results.json"
 
 # Where a file belongs; the first row that fits holds. The folder is the one whose tests run first.
@@ -126,25 +126,29 @@ def copy_sources():
         if not target.is_file() or target.read_bytes() != (ROOT / name).read_bytes():
             target.parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(ROOT / name, target)
-    for present in [path for path in SOURCE.rglob("*") if path.is_file()]:
-        if str(present.relative_to(SOURCE)) not in wanted:
-            present.unlink()
+    for folder, folders, files in os.walk(SOURCE):
+        folders[:] = [name for name in folders if Path(folder, name) != SOURCE / "build"]
+        for present in (Path(folder, name) for name in files):
+            if str(present.relative_to(SOURCE)) not in wanted:
+                present.unlink()
 
 
-def configure():
-    """Quick to build and link, walks as long as in a release, and assertions on."""
-    command = ["cmake", "-S", SOURCE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
-               "-DCMAKE_CXX_FLAGS_RELEASE=-O1", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"]
-    if shutil.which("ccache"):
-        command.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
-    if shutil.which("ld.lld"):
-        command.append("-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld")
-    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+def configure(options):
+    """As every other debug build, so that a cache of compile results serves both."""
+    command = ["cmake", "--preset", "debug", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST", *options]
+    subprocess.run(command, cwd=SOURCE, check=True, stdout=subprocess.DEVNULL)
 
 
 def build(*targets):
     done = subprocess.run(["cmake", "--build", BUILD, "--", *targets], capture_output=True, text=True)
     return done.returncode == 0, done.stdout + done.stderr
+
+
+def programs(pattern):
+    """The test programs, and the one that plays scenarios."""
+    listing = subprocess.run(["ninja", "-t", "targets", "all"], cwd=BUILD, check=True, capture_output=True, text=True)
+    found = re.findall(r"^([^:\n]+): CXX_EXECUTABLE_LINKER", listing.stdout, re.MULTILINE)
+    return [name for name in found if os.path.dirname(name) in FOLDERS and re.search(pattern, name)]
 
 
 @dataclass
@@ -174,7 +178,7 @@ def find_runs(pattern, leave_out):
         name, command = test["name"], test["command"]
         if any(part.startswith("--gtest_filter=") for part in command) and not variables:
             name, command = os.path.basename(target), [ours[0], "--gtest_fail_fast", "--gtest_brief=1"]
-        if os.path.dirname(target) in FOLDERS and re.search(pattern, target + " " + name):
+        if os.path.dirname(target) in FOLDERS and re.search(pattern, target):
             runs[name] = Run(name, target, command, dict(value.split("=", 1) for value in variables))
     return sorted(runs.values(), key=lambda run: (run.place, run.target))
 
@@ -255,7 +259,8 @@ def main():
     parser.add_argument("--check", action="store_true", help="only say which faults do not match any more")
     parser.add_argument("--only", default="", metavar="WORD", help="only faults of such a room or file")
     parser.add_argument("--again", default="", metavar="VERDICT", help="only what came out so the last time")
-    parser.add_argument("--tests", default="", metavar="PATTERN", help="only test programs of such a name")
+    parser.add_argument("--tests", default="", metavar="PATTERN", help="only test programs of such a path")
+    parser.add_argument("--cmake", default="", metavar="OPTIONS", help="further options for the build")
     parser.add_argument("--leave-out", default="Hostile", metavar="PATTERN", help="tests that do not run")
     options = parser.parse_args()
 
@@ -273,8 +278,8 @@ def main():
     with open(SCRATCH / "lock", "w") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
         copy_sources()
-        configure()
-        builds, output = build()
+        configure(options.cmake.split())
+        builds, output = build(*programs(options.tests))
         if not builds:
             sys.exit(output[-4000:])
         runs = find_runs(options.tests, options.leave_out)
