@@ -13,10 +13,10 @@ namespace velko::VKAssessment {
 
 namespace {
 
-const std::string assertionClass = "MBAssessmentModeAssertion";
-const std::string initialiser = "initWithAllowedSystemItems:allowedBundleIdentifiers:";
-const std::string activation = "activateWithConfiguration:completionHandler:";
-const std::string invalidation = "invalidate";
+constexpr auto assertionClass = "MBAssessmentModeAssertion";
+constexpr auto initialiser = "initWithAllowedSystemItems:allowedBundleIdentifiers:";
+constexpr auto activation = "activateWithConfiguration:completionHandler:";
+constexpr auto invalidation = "invalidate";
 constexpr const char* classPrefix = "MBAssessmentMode";
 
 FrameworkError bridgeError(std::string description) {
@@ -31,44 +31,57 @@ std::string methodLine(const RuntimeMethod& method) {
     return (method.isClassMethod ? "+" : "-") + method.selector + " (" + method.typeEncoding + ")";
 }
 
-/// The one answer to an activation. The framework's handler shares it, on whatever thread; completion and
-/// assertion are let go on the main thread only.
+/// The one answer to an activation. The framework's handler shares it, on whatever thread and for as long as
+/// it likes; completion and assertion are let go on the main thread only, and as soon as it has answered.
 class Answer final {
  public:
     Answer(const Platform& platform, Completion completion)
         : platform_(platform), completion_(std::move(completion)) {}
     Answer(const Answer&) = delete;
     Answer& operator=(const Answer&) = delete;
-    ~Answer() {
-        fail(std::nullopt);  // nobody is left who could answer
-        platform_.mainThread.post([kept = std::move(assertion_)] {});
-    }
+    ~Answer() { refuse(std::nullopt); }  // nobody is left who could answer
 
     /// Keeps the assertion alive until the framework has answered. Before that may happen.
     void keep(PrivateFramework::ObjectRef assertion) { assertion_ = std::move(assertion); }
 
+    /// The framework has put the assertion in force.
     void confirm() {
-        Given nothing = Given::nothing;
-        if (given_.compare_exchange_strong(nothing, Given::assertion)) {
-            post({.assertion = assertion_, .error = std::nullopt});
-        } else if (nothing == Given::failure) {
-            // It has raised or refused, and then confirmed all the same: nobody holds this one.
+        const State before = answered();
+        if (before == State::waiting) {
+            tell({.assertion = std::move(assertion_), .error = std::nullopt});
+        } else if (before == State::givenUp) {
+            // It has raised, and then confirmed all the same: nobody holds this one.
             platform_.mainThread.post(
-                [platform = platform_, late = assertion_] { invalidate(platform, late); });
+                [platform = platform_, late = std::move(assertion_)] { invalidate(platform, late); });
         }
     }
 
-    void fail(std::optional<FrameworkError> error) {
-        Given nothing = Given::nothing;
-        if (given_.compare_exchange_strong(nothing, Given::failure)) {
-            post({.assertion = nullptr, .error = std::move(error)});
+    /// The framework has refused, or will never answer.
+    void refuse(std::optional<FrameworkError> error) {
+        const State before = answered();
+        if (before == State::waiting) {
+            tell({.assertion = nullptr, .error = std::move(error)});
+        }
+        if (before != State::answered) {
+            platform_.mainThread.post([ended = std::move(assertion_)] {});
+        }
+    }
+
+    /// Without waiting for an answer, which may come all the same.
+    void giveUp(FrameworkError error) {
+        State before = State::waiting;
+        if (state_.compare_exchange_strong(before, State::givenUp)) {
+            tell({.assertion = nullptr, .error = std::move(error)});
         }
     }
 
  private:
-    enum class Given : std::uint8_t { nothing, assertion, failure };
+    enum class State : std::uint8_t { waiting, givenUp, answered };
 
-    void post(Activation outcome) {
+    /// The state before. Whoever meets another than `answered` is alone with the assertion.
+    State answered() { return state_.exchange(State::answered); }
+
+    void tell(Activation outcome) {
         platform_.mainThread.post(
             [completion = std::move(completion_), outcome = std::move(outcome)] { completion(outcome); });
     }
@@ -76,7 +89,7 @@ class Answer final {
     Platform platform_;
     Completion completion_;
     PrivateFramework::ObjectRef assertion_;
-    std::atomic<Given> given_ = Given::nothing;
+    std::atomic<State> state_ = State::waiting;
 };
 
 /// Makes the framework's objects and hands them over; the error of the step that failed.
@@ -102,7 +115,7 @@ std::expected<void, FrameworkError> begin(PrivateFramework& framework, const std
     const auto sent =
         framework.activate(*assertion, *configuration, [answer](std::optional<FrameworkError> error) {
             if (error) {
-                answer->fail(std::move(error));
+                answer->refuse(std::move(error));
             } else {
                 answer->confirm();
             }
@@ -160,11 +173,11 @@ void activate(const Platform& platform, const std::vector<int>& systemItems,
               const std::vector<BundleID>& bundleIdentifiers, Completion completion) {
     const auto answer = std::make_shared<Answer>(platform, std::move(completion));
     if (!isAvailable(platform)) {
-        answer->fail(bridgeError("MenuBarClientCore is unavailable on this macOS build"));
+        answer->giveUp(bridgeError("MenuBarClientCore is unavailable on this macOS build"));
         return;
     }
     if (auto begun = begin(platform.privateFramework, systemItems, bundleIdentifiers, answer); !begun) {
-        answer->fail(std::move(begun).error());
+        answer->giveUp(std::move(begun).error());
     }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "Simulator/ForwardingPorts.h"
 #include "Simulator/SimulatedMac.h"
@@ -27,7 +29,9 @@ class FaultyFramework final : public ForwardingFramework {
     }
     [[nodiscard]] std::expected<ObjectRef, RaisedException> makeAssertion(
         const std::string& className) override {
-        return makesAssertions ? ForwardingFramework::makeAssertion(className) : nullptr;
+        auto assertion = makesAssertions ? ForwardingFramework::makeAssertion(className) : nullptr;
+        made.push_back(assertion.value_or(nullptr));
+        return assertion;
     }
     [[nodiscard]] std::expected<void, RaisedException> invalidate(const ObjectRef& assertion) override {
         return raised ? std::unexpected(*raised) : ForwardingFramework::invalidate(assertion);
@@ -39,6 +43,7 @@ class FaultyFramework final : public ForwardingFramework {
 
     std::function<Activated(const Activated&)> tamper;  ///< makes another handler of the one handed over
     bool makesAssertions = true;
+    std::vector<std::weak_ptr<Object>> made;
     std::optional<RaisedException> raisedByActivating;  ///< although it has begun
     std::optional<RaisedException> raised;              ///< by ending an assertion and by looking at methods
 };

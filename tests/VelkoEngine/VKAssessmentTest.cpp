@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "VelkoEngine/EngineProbe.h"
@@ -62,6 +63,20 @@ TEST_F(VKAssessmentTest, EndsAnAssertionThatComesIntoForceAfterAll) {
     framework.raisedByActivating = RaisedException{"NSException", "no"};
     EXPECT_EQ(activate(), "VKAssessment1: NSException: no");
     EXPECT_EQ(mac.framework.activations(), 1U);
+    EXPECT_EQ(mac.framework.activeAssertions(), 0U);
+}
+
+TEST_F(VKAssessmentTest, LetsGoOfEachAssertionThoughTheFrameworkKeepsItsHandlers) {
+    std::vector<PrivateFramework::Activated> kept;
+    framework.tamper = [&](const PrivateFramework::Activated& answer) { return kept.emplace_back(answer); };
+    EXPECT_EQ(activate(), "in force");
+    mac.framework.refusal = FrameworkError{"MBError", 7, "no"};
+    EXPECT_EQ(activate(), "MBError7: no");
+    mac.framework.refusal.reset();
+    framework.raisedByActivating = RaisedException{"NSException", "no"};
+    EXPECT_EQ(activate(), "VKAssessment1: NSException: no");
+    ASSERT_EQ(framework.made.size(), 3U);
+    EXPECT_TRUE(std::ranges::all_of(framework.made, &std::weak_ptr<PrivateFramework::Object>::expired));
     EXPECT_EQ(mac.framework.activeAssertions(), 0U);
 }
 
