@@ -1,10 +1,15 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/PrivateFramework.h"
+#include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
 
@@ -48,6 +53,33 @@ class ForwardingAccessibility : public Accessibility {
 
  private:
     Accessibility& next_;
+};
+
+/// Passes every call on: a base for decorators that change one.
+class ForwardingWorkspace : public Workspace {
+ public:
+    explicit ForwardingWorkspace(Workspace& next) : next_(next) {}
+
+    [[nodiscard]] std::vector<RunningApplication> runningApplications() const override {
+        return next_.runningApplications();
+    }
+    [[nodiscard]] std::optional<BundleID> bundleID(ProcessID pid) const override {
+        return next_.bundleID(pid);
+    }
+    [[nodiscard]] std::vector<ProcessID> pids(const BundleID& bundleID) const override {
+        return next_.pids(bundleID);
+    }
+    [[nodiscard]] std::optional<std::string> installedName(const BundleID& bundleID) const override {
+        return next_.installedName(bundleID);
+    }
+    [[nodiscard]] Subscription observe(std::function<void(const WorkspaceNotice&)> handler) override {
+        return next_.observe(std::move(handler));
+    }
+    void terminate(const BundleID& bundleID) override { next_.terminate(bundleID); }
+    bool openURL(const std::string& url) override { return next_.openURL(url); }
+
+ private:
+    Workspace& next_;
 };
 
 /// Passes every call on: a base for decorators that change one.

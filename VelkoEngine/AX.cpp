@@ -32,7 +32,7 @@ std::optional<ProcessID> processNamed(const Processes& processes, const std::str
         return std::nullopt;
     }
     const auto found = std::ranges::find_if(
-        *pids, [&](ProcessID candidate) { return candidate > 0 && processes.name(candidate) == name; });
+        *pids, [&](ProcessID candidate) { return isReal(candidate) && processes.name(candidate) == name; });
     return found != pids->end() ? std::optional(*found) : std::nullopt;
 }
 
@@ -136,9 +136,15 @@ std::optional<std::vector<AXElement>> statusItemsIfHeard(const Accessibility& ac
     return value<std::vector<AXElement>>(std::move(items)).value_or(std::vector<AXElement>{});
 }
 
+std::vector<ProcessID> pids(const Platform& platform, const BundleID& bundleID) {
+    auto running = platform.workspace.pids(bundleID);
+    std::erase_if(running, [](ProcessID each) { return !isReal(each); });
+    return running;
+}
+
 std::optional<ProcessID> pid(const Platform& platform, const BundleID& bundleID,
                              const std::string& processName) {
-    const auto running = platform.workspace.pids(bundleID);
+    const auto running = pids(platform, bundleID);
     return running.empty() ? processNamed(platform.processes, processName) : std::optional(running.front());
 }
 

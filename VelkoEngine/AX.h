@@ -60,6 +60,9 @@ namespace velko::AX {
 [[nodiscard]] std::optional<std::vector<AXElement>> statusItemsIfHeard(const Accessibility& accessibility,
                                                                        ProcessID pid);
 
+/// The processes that run an app with that identifier, in the system's order.
+[[nodiscard]] std::vector<ProcessID> pids(const Platform& platform, const BundleID& bundleID);
+
 /// The first process that runs an app with that identifier, else the first with exactly that name.
 [[nodiscard]] std::optional<ProcessID> pid(const Platform& platform, const BundleID& bundleID,
                                            const std::string& processName);

@@ -80,7 +80,7 @@ void ClickHistory::hear(const ClickTapEvent& event) {
 }
 
 void ClickHistory::report(std::optional<ProcessID> pid) const {
-    if (!pid || *pid == platform_.processes.ownPID()) {
+    if (!pid || !isReal(*pid) || *pid == platform_.processes.ownPID()) {
         return;
     }
     const auto bundleID = platform_.workspace.bundleID(*pid);

@@ -108,7 +108,8 @@ std::vector<AppRef> runningApps(const Platform& platform) {
     const ProcessID ownPID = platform.processes.ownPID();
     std::vector<AppRef> apps;
     for (RunningApplication& app : platform.workspace.runningApplications()) {
-        if (app.pid == ownPID || !app.bundlePath || !isAppBundle(*app.bundlePath) || !app.bundleID) {
+        if (app.pid == ownPID || !isReal(app.pid) || !app.bundlePath || !isAppBundle(*app.bundlePath) ||
+            !app.bundleID) {
             continue;
         }
         std::string name = std::move(app.localizedName).value_or(*app.bundleID);

@@ -51,7 +51,7 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
 
     void start() {
         const auto self = shared_from_this();
-        const auto pids = platform_.workspace.pids(request_.bundleID);
+        const auto pids = AX::pids(platform_, request_.bundleID);
         if (pids.empty()) {
             say("app not running");
             end();

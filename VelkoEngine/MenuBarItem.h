@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 
 #include "VelkoCore/BundleID.h"
@@ -20,3 +22,9 @@ struct MenuBarItem {
 };
 
 }  // namespace velko
+
+/// Of all five fields.
+template <>
+struct std::hash<velko::MenuBarItem> {
+    [[nodiscard]] std::size_t operator()(const velko::MenuBarItem& item) const noexcept;
+};

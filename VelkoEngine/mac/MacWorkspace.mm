@@ -25,7 +25,7 @@ WorkspaceNotice portable(NSNotification* notification, WorkspaceNotice::Kind kin
     // An application that has no process any more gives -1, none at all gives 0.
     const ProcessID pid = application.processIdentifier;
     return {.kind = kind,
-            .pid = pid > 0 ? std::optional(pid) : std::nullopt,
+            .pid = isReal(pid) ? std::optional(pid) : std::nullopt,
             .bundleID = portableIfAny(application.bundleIdentifier)};
 }
 

@@ -1,7 +1,9 @@
 #include <chrono>
 #include <gtest/gtest.h>
 #include <limits>
+#include <unordered_set>
 
+#include "Simulator/ForwardingPorts.h"
 #include "Simulator/SimulatedMac.h"
 #include "VelkoEngine/AX.h"
 #include "VelkoEngine/Inventory.h"
@@ -80,6 +82,7 @@ TEST_F(InventoryTest, ReadsIconsFromLeftToRightWithTheFirstTextThatTheyHave) {
     EXPECT_LE(scanTime, 110ms);
     EXPECT_EQ(titles(items), (Strings{"a:", "a:id", "a:help", "a:described"}));
     EXPECT_EQ(items.at(1), (MenuBarItem{"a", "a", pid, "id", {1576, 0, 20, 24}}));
+    EXPECT_EQ(std::unordered_set(items.begin(), items.end()).size(), 4U);
     EXPECT_EQ(Inventory::ownItemFrame(platform), (Rect{1656, 0, 28, 24}));
     mac.revokeTrust();
     EXPECT_TRUE(scan().empty());
@@ -214,6 +217,27 @@ TEST_F(InventoryTest, FindsWhatTheHostShowsDownToTheFourthLevel) {
     EXPECT_TRUE(Inventory::visiblePIDs(platform).empty());
     mac.quit(host);
     EXPECT_TRUE(Inventory::visiblePIDs(platform).empty());
+}
+
+TEST_F(InventoryTest, TakesAnAppThatHasJustEndedForNone) {
+    class Lingering final : public ForwardingWorkspace {
+     public:
+        using ForwardingWorkspace::ForwardingWorkspace;
+        [[nodiscard]] std::vector<RunningApplication> runningApplications() const override {
+            return {{-1, "a", "/Applications/A.app", "A"}};
+        }
+        [[nodiscard]] std::vector<ProcessID> pids(const BundleID& bundleID) const override {
+            auto all = ForwardingWorkspace::pids(bundleID);
+            all.insert(all.begin(), -1);
+            return all;
+        }
+    } workspace{mac.workspace};
+    const Platform lingering{mac.mainThread, mac.accessibility, workspace,     mac.displays, mac.pointer,
+                             mac.processes,  mac.windows,       mac.framework, mac.activity};
+    EXPECT_TRUE(Inventory::runningApps(lingering).empty());
+    EXPECT_EQ(AX::liveActivityHelperPID(lingering), std::nullopt);
+    const auto renderer = launch("com.apple.chrono.WidgetRenderer-Activities", {});
+    EXPECT_EQ(AX::liveActivityHelperPID(lingering), renderer);
 }
 
 TEST_F(InventoryTest, FindsAProcessByItsIdentifierOrElseByItsExactName) {
