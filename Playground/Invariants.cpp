@@ -204,7 +204,7 @@ void Invariants::checkValues(const AppController& velko) {
     require(std::ranges::all_of(inbox,
                                 [&](const BundleID& app) {
                                     return values.layout.section(app) == Section::tucked &&
-                                           !AllowlistPlanner::alwaysAllowed().contains(app);
+                                           !AllowlistPlanner::isAlwaysAllowed(app);
                                 }),
             "who waits for an answer is tucked");
     require(values.layout.popOutOnChange || values.poppedOut.empty(), "none is out while pop-outs are off");
@@ -269,7 +269,7 @@ void Invariants::checkInventory(const AppController& velko) {
     const bool isTidy = velko.values().state == RevealState::collapsed() && mac.framework.inForce();
     for (const SimulatedProcess& process : mac.processes.running()) {
         const BundleID& app = process.app.bundleID;
-        const bool isOthers = app != velko.ownBundleID() && !AllowlistPlanner::alwaysAllowed().contains(app);
+        const bool isOthers = app != velko.ownBundleID() && !AllowlistPlanner::isAlwaysAllowed(app);
         if (!isOthers || app.empty() || mac.iconElement(process.pid, 0) == nullptr) {
             continue;
         }

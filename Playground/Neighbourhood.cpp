@@ -1,11 +1,12 @@
 #include "Playground/Neighbourhood.h"
 
 #include <algorithm>
+#include <array>
 
 namespace velko::playground {
 
-const std::vector<Neighbour>& neighbours() {
-    static const std::vector<Neighbour> apps{
+std::span<const Neighbour> neighbours() {
+    static constexpr auto apps = std::to_array<Neighbour>({
         {"com.tinyspeck.slackmacgap", "Slack", Section::bar, 24},
         {"com.1password.1password", "1Password", Section::bar, 22},
         {"com.getdropbox.dropbox", "Dropbox", Section::tucked, 24},
@@ -36,12 +37,12 @@ const std::vector<Neighbour>& neighbours() {
         {"com.sonos.macController2", "Sonos", Section::buried, 24},
         {"com.grammarly.ProjectLlama", "Grammarly", Section::tucked, 24},
         {"com.todoist.mac.Todoist", "Todoist", Section::tucked, 22},
-    };
+    });
     return apps;
 }
 
 const Neighbour& latecomer() {
-    static const Neighbour app{"com.linear", "Linear", Section::tucked, 22};
+    static constexpr Neighbour app{"com.linear", "Linear", Section::tucked, 22};
     return app;
 }
 

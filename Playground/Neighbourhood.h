@@ -1,9 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "Simulator/SimulatedMac.h"
 #include "VelkoCore/Layout.h"
@@ -19,7 +19,7 @@ struct Neighbour {
 };
 
 /// About thirty apps as a busy menu bar has them, left to right.
-[[nodiscard]] const std::vector<Neighbour>& neighbours();
+[[nodiscard]] std::span<const Neighbour> neighbours();
 
 /// The app that is launched late in the morning.
 [[nodiscard]] const Neighbour& latecomer();

@@ -9,12 +9,17 @@ namespace velko {
 
 namespace {
 
+bool counts(const BundleID& bundleID, const BundleID& ownBundleID) {
+    return bundleID != ownBundleID && !AllowlistPlanner::isAlwaysAllowed(bundleID);
+}
+
 /// The apps that an older build knew without saying so: sorted or waiting ones.
-BundleIDs knownBefore(const Layout& layout) {
+BundleIDs knownBefore(const Layout& layout, const BundleID& ownBundleID) {
     BundleIDs known(layout.inbox.begin(), layout.inbox.end());
     for (const auto& [bundleID, section] : layout.sections) {
         known.insert(bundleID);
     }
+    std::erase_if(known, [&](const BundleID& bundleID) { return !counts(bundleID, ownBundleID); });
     return known;
 }
 
@@ -23,7 +28,7 @@ BundleIDs knownBefore(const Layout& layout) {
 std::vector<BundleID> Layout::admit(const Admission& admission) {
     const bool isUpgrade = !seenApps;
     if (isUpgrade) {
-        seenApps = knownBefore(*this);
+        seenApps = knownBefore(*this, admission.ownBundleID);
         const auto grace = std::chrono::duration<double>(Timing::inboxUpgradeGraceSeconds);
         knownGraceUntil = admission.now + std::chrono::floor<std::chrono::seconds>(grace);
     }
@@ -32,7 +37,7 @@ std::vector<BundleID> Layout::admit(const Admission& admission) {
 
     std::vector<BundleID> newcomers;
     for (const BundleID& bundleID : admission.present) {
-        if (bundleID == admission.ownBundleID || AllowlistPlanner::alwaysAllowed().contains(bundleID)) {
+        if (!counts(bundleID, admission.ownBundleID)) {
             continue;
         }
         const bool isUnseen = seenApps->insert(bundleID).second;

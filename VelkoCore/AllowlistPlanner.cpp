@@ -1,7 +1,7 @@
 #include "VelkoCore/AllowlistPlanner.h"
 
 #include <algorithm>
-#include <functional>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -11,24 +11,16 @@ namespace velko {
 namespace {
 
 /// Identifiers gathered by reference, so that each one is copied once, into the finished plan.
-using References = std::vector<const BundleID*>;
+using References = std::vector<std::string_view>;
 
-void append(References& references, const BundleIDs& bundleIDs) {
-    for (const BundleID& bundleID : bundleIDs) {
-        references.push_back(&bundleID);
-    }
+void append(References& references, const auto& bundleIDs) {
+    references.insert(references.end(), bundleIDs.begin(), bundleIDs.end());
 }
 
 VisibilityPlan planOf(References references) {
-    const auto pointee = [](const BundleID* reference) -> const BundleID& { return *reference; };
-    std::ranges::sort(references, std::ranges::less{}, pointee);
-    const auto repeated = std::ranges::unique(references, std::ranges::equal_to{}, pointee);
-    std::vector<BundleID> bundleIDs;
-    bundleIDs.reserve(static_cast<std::size_t>(repeated.begin() - references.begin()));
-    for (auto reference = references.begin(); reference != repeated.begin(); ++reference) {
-        bundleIDs.push_back(**reference);
-    }
-    return VisibilityPlan::allow(std::move(bundleIDs));
+    std::ranges::sort(references);
+    const auto repeated = std::ranges::unique(references);
+    return VisibilityPlan::allow(std::vector<BundleID>(references.begin(), repeated.begin()));
 }
 
 /// Calls `visit` with every app that is in the menu bar or in the layout, once, and with its section.
@@ -53,15 +45,14 @@ void forEachCandidate(const Layout& layout, const BundleIDs& inventory, Visit vi
 }
 
 VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool showTucked) {
-    const BundleIDs& system = AllowlistPlanner::alwaysAllowed();
     References visible;
     visible.reserve(request.inventory.size() + request.layout.sections.size() + request.poppedOut.size() +
-                    system.size() + 1);
+                    AllowlistPlanner::alwaysAllowed.size() + 1);
     bool hidesNothing = true;
     forEachCandidate(request.layout, request.inventory, [&](const BundleID& bundleID, Section section) {
         if (section == Section::bar || (section == Section::tucked && showTucked)) {
-            visible.push_back(&bundleID);
-        } else if (!system.contains(bundleID)) {
+            visible.push_back(bundleID);
+        } else if (!AllowlistPlanner::isAlwaysAllowed(bundleID)) {
             hidesNothing = false;
         }
     });
@@ -69,16 +60,16 @@ VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool sh
         return VisibilityPlan::showAll();
     }
     append(visible, request.poppedOut);
-    append(visible, system);
-    visible.push_back(&request.ownBundleID);
+    append(visible, AllowlistPlanner::alwaysAllowed);
+    visible.push_back(request.ownBundleID);
     return planOf(std::move(visible));
 }
 
 VisibilityPlan planForSharedScreen(const AllowlistPlanner::Request& request) {
     References visible;
-    append(visible, AllowlistPlanner::alwaysAllowed());
+    append(visible, AllowlistPlanner::alwaysAllowed);
     append(visible, request.shareKeep);
-    visible.push_back(&request.ownBundleID);
+    visible.push_back(request.ownBundleID);
     return planOf(std::move(visible));
 }
 
@@ -97,14 +88,9 @@ VisibilityPlan planWithPeek(const VisibilityPlan& base, const BundleID& bundleID
 
 }  // namespace
 
-const BundleIDs& AllowlistPlanner::alwaysAllowed() {
-    static const BundleIDs systemItems{"com.apple.MenuBarAgent", "com.apple.systemuiserver"};
-    return systemItems;
-}
-
 VisibilityPlan AllowlistPlanner::showMe(const BundleID& bundleID, const BundleID& ownBundleID) {
-    References visible{&bundleID, &ownBundleID};
-    append(visible, alwaysAllowed());
+    References visible{bundleID, ownBundleID};
+    append(visible, alwaysAllowed);
     return planOf(std::move(visible));
 }
 

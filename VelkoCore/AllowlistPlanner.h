@@ -1,5 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 #include "VelkoCore/BundleID.h"
 #include "VelkoCore/Layout.h"
 #include "VelkoCore/RevealState.h"
@@ -9,8 +13,13 @@
 /// Turns the layout, the reveal state and the apps in the menu bar into the plan for the system.
 namespace velko::AllowlistPlanner {
 
-/// The hosts of the system's own items, which are never hidden and never suggested.
-[[nodiscard]] const BundleIDs& alwaysAllowed();
+/// The hosts of the system's own items, which are never hidden and never suggested, in ascending order.
+inline constexpr std::array<std::string_view, 2> alwaysAllowed{"com.apple.MenuBarAgent",
+                                                               "com.apple.systemuiserver"};
+
+[[nodiscard]] constexpr bool isAlwaysAllowed(std::string_view bundleID) noexcept {
+    return std::ranges::find(alwaysAllowed, bundleID) != alwaysAllowed.end();
+}
 
 /// The plan while the user looks for one app's icon: that app, Velko and the system's items.
 [[nodiscard]] VisibilityPlan showMe(const BundleID& bundleID, const BundleID& ownBundleID);

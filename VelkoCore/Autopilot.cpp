@@ -27,7 +27,7 @@ bool isLeftAlone(const Layout& layout, const BundleID& bundleID, Date now) {
     const auto snoozed = layout.autopilot.snoozedUntil.find(bundleID);
     return layout.alwaysKeep.contains(bundleID) ||
            std::ranges::find(layout.inbox, bundleID) != layout.inbox.end() ||
-           AllowlistPlanner::alwaysAllowed().contains(bundleID) ||
+           AllowlistPlanner::isAlwaysAllowed(bundleID) ||
            (snoozed != layout.autopilot.snoozedUntil.end() && snoozed->second > now);
 }
 

@@ -9,13 +9,10 @@ namespace velko {
 
 namespace {
 
-/// Every system item that there may be: they always stay visible.
-const std::vector<int>& allSystemItems() {
-    static const std::vector<int> numbers = [] {
-        const auto all = std::views::iota(0, 64);
-        return std::vector<int>(all.begin(), all.end());
-    }();
-    return numbers;
+/// The numbers of every system item that there may be: they always stay visible.
+std::vector<int> allSystemItems() {
+    const auto all = std::views::iota(0, 64);
+    return {all.begin(), all.end()};
 }
 
 double milliseconds(MainThread::Uptime elapsed) {
@@ -25,7 +22,7 @@ double milliseconds(MainThread::Uptime elapsed) {
 }  // namespace
 
 AssessmentEngine::AssessmentEngine(const Platform& platform)
-    : platform_(platform), self_(std::make_shared<AssessmentEngine*>(this)) {}
+    : platform_(platform), systemItems_(allSystemItems()), self_(std::make_shared<AssessmentEngine*>(this)) {}
 
 AssessmentEngine::~AssessmentEngine() {
     endAssertion();
@@ -66,7 +63,7 @@ void AssessmentEngine::activate(const VisibilityPlan& plan, const std::vector<Bu
                                                                  .plan = plan,
                                                                  .completion = std::move(completion)});
     VKAssessment::activate(
-        platform_, allSystemItems(), allowed,
+        platform_, systemItems_, allowed,
         [platform = platform_, weak = std::weak_ptr(self_), request](VKAssessment::Activation outcome) {
             if (const auto self = weak.lock()) {
                 (*self)->finish(*request, std::move(outcome));

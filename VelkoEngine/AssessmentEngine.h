@@ -45,6 +45,7 @@ class AssessmentEngine final : public MenuBarEngine {
     void endAssertion();
 
     Platform platform_;
+    std::vector<int> systemItems_;  ///< all that stay, whatever the plan
     PrivateFramework::ObjectRef assertion_;
     std::int64_t generation_ = 0;  ///< grows with every request; an answer to an older one is stale
     VisibilityPlan current_ = VisibilityPlan::showAll();

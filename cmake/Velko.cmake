@@ -50,5 +50,8 @@ function(velko_room name)
     add_library(${name} STATIC ${ROOM_SOURCES})
     target_include_directories(${name} PUBLIC ${window})
     target_link_libraries(${name} PUBLIC ${ROOM_DEPENDS} PRIVATE velko_options)
+    # Reads of apps that hang may be under way on other threads when the process ends, and then nothing that
+    # they use may be freed.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wexit-time-destructors>)
     velko_unity(${name})
 endfunction()

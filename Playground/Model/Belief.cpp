@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <set>
+#include <string_view>
 
 namespace velko::playground::model {
 
 namespace {
 
-const std::array<BundleID, 2> systemItems{"com.apple.MenuBarAgent", "com.apple.systemuiserver"};
+constexpr std::array<std::string_view, 2> systemItems{"com.apple.MenuBarAgent", "com.apple.systemuiserver"};
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "Playground/Web/Session.h"
 
 #include <algorithm>
+#include <array>
 #include <system_error>
 #include <utility>
 
@@ -169,15 +170,15 @@ Done Session::startOver() {
     return {};
 }
 
-const std::vector<NamedSurface>& namedSurfaces() {
+std::span<const NamedSurface> namedSurfaces() {
     using Kind = Surfaces::Kind;
-    static const std::vector<NamedSurface> surfaces{
+    static constexpr auto surfaces = std::to_array<NamedSurface>({
         {Kind::note, "note", "Velko\u2019s notes"},
         {Kind::shelf, "shelf", "Tucked icons"},
         {Kind::setup, "setup", "Velko\u2019s setup"},
         {Kind::permissionGuide, "guide", "Where to allow Velko"},
         {Kind::settings, "settings", "Velko\u2019s settings"},
-    };
+    });
     return surfaces;
 }
 

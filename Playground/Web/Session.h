@@ -6,6 +6,7 @@
 #include <expected>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -93,6 +94,6 @@ struct NamedSurface {
     std::string_view name;
     std::string_view spoken;  ///< for screen readers, while it has no title
 };
-[[nodiscard]] const std::vector<NamedSurface>& namedSurfaces();
+[[nodiscard]] std::span<const NamedSurface> namedSurfaces();
 
 }  // namespace velko::web

@@ -19,7 +19,7 @@ std::vector<PresentApp> presentApps(const AppValues& values) {
 }
 
 bool canBePlaced(const AppController& controller, const BundleID& bundleID) {
-    return bundleID != controller.ownBundleID() && !AllowlistPlanner::alwaysAllowed().contains(bundleID);
+    return bundleID != controller.ownBundleID() && !AllowlistPlanner::isAlwaysAllowed(bundleID);
 }
 
 bool isPresent(const AppValues& values, const BundleID& bundleID) {

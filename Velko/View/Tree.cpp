@@ -76,14 +76,13 @@ struct Performer {
 
 }  // namespace
 
-const std::vector<Node>& childrenOf(const Node& node) {
-    static const std::vector<Node> none;
+std::span<const Node> childrenOf(const Node& node) {
     return std::visit(
-        [](const auto& content) -> const std::vector<Node>& {
+        [](const auto& content) -> std::span<const Node> {
             if constexpr (Container<std::remove_cvref_t<decltype(content)>>) {
                 return content.children;
             } else {
-                return none;
+                return {};
             }
         },
         node.content);

@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "Velko/View/Node.h"
 #include "VelkoCore/BundleID.h"
@@ -14,7 +14,7 @@
 namespace velko::view {
 
 /// A node's children; none for what holds none.
-[[nodiscard]] const std::vector<Node>& childrenOf(const Node& node);
+[[nodiscard]] std::span<const Node> childrenOf(const Node& node);
 
 /// The node with that id, at or below `root`; null when there is none.
 [[nodiscard]] const Node* find(const Node& root, std::string_view id);

@@ -117,7 +117,7 @@ std::vector<BundleID> running(const SimulatedMac& mac) {
     std::vector<BundleID> apps;
     for (const SimulatedProcess& process : mac.processes.running()) {
         const bool isOthers = process.app.isApplication && process.pid != mac.processes.ownPID() &&
-                              !AllowlistPlanner::alwaysAllowed().contains(process.app.bundleID);
+                              !AllowlistPlanner::isAlwaysAllowed(process.app.bundleID);
         if (isOthers) {
             apps.push_back(process.app.bundleID);
         }

@@ -66,7 +66,8 @@ TEST(Admission, AsksAboutNobodyWhereNobodyIsToBeAsked) {
 TEST(Admission, TakesEverythingAsKnownInAnOlderBuildsLayout) {
     Layout layout = known();
     layout.seenApps.reset();
-    layout.sections["sorted"] = Section::buried;
+    layout.sections = {
+        {"com.apple.MenuBarAgent", Section::bar}, {"sorted", Section::buried}, {"velko", Section::bar}};
     layout.inbox = {"waiting"};
     layout.firstSeen["present"] = monday - 72h;
     EXPECT_EQ(admit(layout, {"present", "sorted"}), nobody);
