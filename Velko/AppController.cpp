@@ -144,6 +144,7 @@ void AppController::handleSystemEvent(const SystemEvents::Kind& event) {
     const bool isEnvironment = event.scope == SystemEvents::Kind::Scope::environment;
     if (isEnvironment) {
         Calendar::rereadZone();
+        autopilot_.heedClock();
     }
     if (values_.problems.engineUnavailable) {
         return;

@@ -17,6 +17,7 @@ void AppController::loadLayout() {
     const bool isMended = values_.problems.layoutUnreadable && !loaded.failure;
     set(&AppValues::layout, std::move(loaded.layout));
     setHealth(&HealthFacts::layoutUnreadable, std::move(loaded.failure));
+    autopilot_.heedClock();
     if (clickHistory_ && clickHistory_->isRunning()) {
         autopilot_.clicksAreWatched();
     }

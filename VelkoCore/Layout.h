@@ -69,6 +69,10 @@ struct Layout {
     /// Leaves the app out of suggestions for the next 30 local days.
     void snooze(const BundleID& bundleID, Date now, Calendar calendar);
 
+    /// Sets back what a clock that was ahead has dated: of moments past, whatever lies more than a day ahead
+    /// is now, and what lies ahead by rights gets its usual length. Whether there was any.
+    bool setBackDates(Date now, Calendar calendar);
+
     /// Merges an imported layout: its placements and preferences win, what it does not name stays. The
     /// setup counts as done.
     void apply(const LayoutExport& other);

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <string>
 
 #include "Playground/Model/Heard.h"
@@ -112,6 +114,20 @@ void replaced(Heard& heard) {
     layoutCame(heard);
 }
 
+/// No snooze reaches further than a month, and a day for clocks that differ.
+void datesSetBack(Heard& heard) {
+    Scene& scene = heard.scene;
+    if (const AppController* velko = scene.stage.velko()) {
+        for (const auto& [app, until] : velko->values().layout.autopilot.snoozedUntil) {
+            Date& mine = scene.belief.layout.autopilot.snoozedUntil[app];
+            if (mine - scene.date() > std::chrono::days(30)) {
+                mine = std::min(mine, until);
+            }
+            scene.require(mine - scene.date() <= std::chrono::days(31), "no snooze reaches too far", app);
+        }
+    }
+}
+
 constexpr char byImport[] = "import";
 constexpr char bySetup[] = "setup";
 
@@ -129,6 +145,7 @@ constexpr auto layoutLines = std::to_array<LineRow>({
     {"layout", "exported * placements to *", nothingFollows},
     {"layout", "unreadable file kept as *", nothingFollows},
     {"layout", "started afresh", nothingFollows},
+    {"layout", "the clock was ahead: dates set back", datesSetBack},
     {"layout", "* -> *", placed},
     {"settings", "new icons go to *", defaultChanged},
     {"settings", "ask about new icons *", switched<&Layout::askAboutNewIcons>},

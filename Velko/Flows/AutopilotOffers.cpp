@@ -25,7 +25,16 @@ void AutopilotOffers::start() {
     loop_ = platform_.mainThread.every(Timing::autopilotCheckInterval, [this] { check(); });
 }
 
+void AutopilotOffers::heedClock() {
+    Layout layout = host_.values().layout;
+    if (layout.setBackDates(now(), {})) {
+        log_.log("layout", "the clock was ahead: dates set back");
+        host_.edit(Saving::soon, [&](Layout& mine) { mine = std::move(layout); });
+    }
+}
+
 void AutopilotOffers::check() {
+    heedClock();
     if (!host_.values().inventoryLoaded) {
         return;
     }

@@ -26,6 +26,10 @@ class AutopilotOffers final {
     void start();
     void stop() noexcept { loop_.cancel(); }
 
+    /// Sees to it that no clock that was ahead silences us until then. To be called when a layout was loaded
+    /// and when the clock may have jumped; the hourly check does it too.
+    void heedClock();
+
     /// Notes that clicks are watched from now on, unless they have been before.
     void clicksAreWatched();
 

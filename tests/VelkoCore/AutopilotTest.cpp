@@ -101,6 +101,27 @@ TEST(Autopilot, CountsEachLocalDayOnceWhenClocksAndZonesChange) {
     }
 }
 
+TEST(Autopilot, IsNotSilencedByAClockThatWasAhead) {
+    const auto datedBy = [](Date clock) {
+        Layout layout;
+        layout.lastClicked = layout.firstSeen = {{"a", clock}};
+        layout.autopilot.watchingSince = layout.autopilot.lastOffered = clock;
+        layout.knownGraceUntil = clock + 24h;
+        layout.snooze("a", clock, calendar);
+        layout.clickDays["a"] = {calendar.startOfDay(daysAgo(1)), calendar.startOfDay(clock)};
+        return layout;
+    };
+    for (const auto ahead : {-9000h, 0h, 23h}) {
+        Layout layout = datedBy(now + ahead);
+        EXPECT_FALSE(layout.setBackDates(now, calendar)) << ahead.count();
+        EXPECT_EQ(layout, datedBy(now + ahead));
+    }
+    Layout layout = datedBy(now + 9000h);
+    layout.clickDays["a"].push_back(now + 9100h);
+    EXPECT_TRUE(layout.setBackDates(now, calendar));
+    EXPECT_EQ(layout, datedBy(now));
+}
+
 TEST(Autopilot, OffersAtMostOnceAWeekAndLeavesAloneWhatIsToBeLeftAlone) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random{seed};
