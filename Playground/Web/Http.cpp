@@ -70,16 +70,10 @@ class Http::Parts final {
     [[nodiscard]] bool works() const noexcept { return daemon_ != nullptr && wakeup_.works(); }
 
     void run() {
-        auto lastTick = steady_clock::now();
         while (!isStopping_) {
-            const bool isWoken = waitAndServe();
-            const auto now = steady_clock::now();
-            for (const int socket : waiting_.overdue(now)) {
+            waitAndServe();
+            for (const int socket : waiting_.overdue(steady_clock::now())) {
                 ::shutdown(socket, SHUT_RDWR);
-            }
-            if (isWoken || now - lastTick >= tick) {
-                resumeStreams();
-                lastTick = now;
             }
         }
     }
@@ -113,8 +107,8 @@ class Http::Parts final {
         }
     };
 
-    /// Waits for something to do, does it, and says whether somebody has rung.
-    bool waitAndServe() {
+    /// Waits for something to do, and does it.
+    void waitAndServe() {
         std::array<fd_set, 3> sets{};  // to be read, to be written, in trouble
         auto& [reading, writing, troubled] = sets;
         int highest = wakeup_.reader();
@@ -131,8 +125,12 @@ class Http::Parts final {
         if (isWoken) {
             wakeup_.clear();
         }
+        // The library takes note of it with its next turn, and would not end its wait for it.
+        if (const auto now = steady_clock::now(); isWoken || now - lastTick_ >= tick) {
+            resumeStreams();
+            lastTick_ = now;
+        }
         MHD_run_from_select(daemon_, &reading, &writing, &troubled);
-        return isWoken;
     }
 
     void resumeStreams() {
@@ -242,6 +240,7 @@ class Http::Parts final {
     Wakeup wakeup_;
     Waiting waiting_;
     std::map<MHD_Connection*, Visit> visits_;
+    steady_clock::time_point lastTick_{};
     std::atomic<bool> isStopping_ = false;
     MHD_Daemon* daemon_ = nullptr;
 };

@@ -208,6 +208,22 @@ def crowds(play):
     expect_soon(is_followed, "streams are given back")
 
 
+def in_peace(play):
+    """What changes is told at once: sooner than it takes to ask for the next change."""
+    asking, hearing = [], []
+    with play.stream() as link:
+        for number in range(31):
+            started = time.monotonic()
+            play.post("/desk", f'{{"line":"icon badge Slack \\"<{number}>\\""}}'.encode())
+            asked = time.monotonic()
+            heard = b""
+            while f"&lt;{number}&gt;".encode() not in heard:
+                heard += link.recv(1 << 20)
+            asking.append(asked - started)
+            hearing.append(time.monotonic() - asked)
+    expect(sorted(hearing)[15] < sorted(asking)[15], f"asked in {sorted(asking)}, heard after {sorted(hearing)}")
+
+
 def endings(program):
     """Whoever holds a connection can't hold the program."""
     play = Playground(program)
@@ -310,7 +326,7 @@ def main():
     program = sys.argv[1]
     play = Playground(program)
     try:
-        for attack in (refusals, sizes, garbage, crowds):
+        for attack in (in_peace, refusals, sizes, garbage, crowds):
             attack(play)
             expect(play.process.poll() is None, f"the server died of {attack.__name__}")
             expect("Control desk" in play.page(), f"no page after {attack.__name__}")
