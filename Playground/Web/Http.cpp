@@ -1,5 +1,6 @@
 #include "Playground/Web/Http.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -62,7 +63,7 @@ class Http::Parts final {
     Parts& operator=(const Parts&) = delete;
     ~Parts() {
         if (daemon_ != nullptr) {
-            resumeStreams();
+            resumeStreams([](const Visit&) { return true; });
             MHD_stop_daemon(daemon_);
         }
     }
@@ -94,6 +95,7 @@ class Http::Parts final {
         std::string piece{};
         std::size_t sent = 0;  ///< bytes of the piece
         bool isSuspended = false;
+        bool isGone = false;  ///< the client
 
         /// Fills a space with what is to be sent; with nothing, it is to wait.
         std::size_t fill(char* space, std::size_t size) {
@@ -113,6 +115,13 @@ class Http::Parts final {
         auto& [reading, writing, troubled] = sets;
         int highest = wakeup_.reader();
         FD_SET(highest, &reading);
+        // The library does not watch those that it does not serve at the moment.
+        for (const auto& [connection, visit] : visits_) {
+            if (visit.isSuspended) {
+                FD_SET(visit.socket, &reading);
+                highest = std::max(highest, visit.socket);
+            }
+        }
         MHD_get_fdset(daemon_, &reading, &writing, &troubled, &highest);
         MHD_UNSIGNED_LONG_LONG due = 0;
         const bool isDue = MHD_get_timeout(daemon_, &due) == MHD_YES && std::cmp_less(due, tick.count());
@@ -125,17 +134,22 @@ class Http::Parts final {
         if (isWoken) {
             wakeup_.clear();
         }
+        const auto now = steady_clock::now();
+        const bool mayGoOn = isWoken || now - lastTick_ >= tick;
+        lastTick_ = mayGoOn ? now : lastTick_;
         // The library takes note of it with its next turn, and would not end its wait for it.
-        if (const auto now = steady_clock::now(); isWoken || now - lastTick_ >= tick) {
-            resumeStreams();
-            lastTick_ = now;
-        }
+        resumeStreams([&](Visit& visit) {
+            visit.isGone = FD_ISSET(visit.socket, &reading);
+            return mayGoOn || visit.isGone;
+        });
         MHD_run_from_select(daemon_, &reading, &writing, &troubled);
     }
 
-    void resumeStreams() {
+    template <class Predicate>
+    void resumeStreams(Predicate isMeant) {
         for (auto& [connection, visit] : visits_) {
-            if (std::exchange(visit.isSuspended, false)) {
+            if (visit.isSuspended && isMeant(visit)) {
+                visit.isSuspended = false;
                 MHD_resume_connection(connection);
             }
         }
@@ -202,6 +216,9 @@ class Http::Parts final {
     static ssize_t onStream(void* context, std::uint64_t, char* space, std::size_t size) {
         try {
             auto& visit = *static_cast<Visit*>(context);
+            if (visit.isGone) {
+                return MHD_CONTENT_READER_END_WITH_ERROR;
+            }
             const std::size_t count = visit.fill(space, size);
             if (count == 0) {
                 visit.isSuspended = true;

@@ -201,11 +201,8 @@ def crowds(play):
         expect_soon(lambda: not tricklers.links, "those who say little are hung up on")
     for link in streams + crowd:
         link.close()
-
-    def is_followed():
-        with play.stream() as link:
-            return first_line(link) == "HTTP/1.1 200"
-    expect_soon(is_followed, "streams are given back")
+    with play.stream() as next_stream:
+        expect(first_line(next_stream) == "HTTP/1.1 200", "streams are given back")
 
 
 def in_peace(play):
