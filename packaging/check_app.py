@@ -3,7 +3,6 @@
 
 Prints one line per check. Exits 1 when one fails. Needs LLVM's llvm-otool and llvm-nm.
 """
-import hashlib
 import plistlib
 import re
 import shutil
@@ -16,6 +15,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(ROOT / "cross" / "macos"))
+import check_seal  # noqa: E402  (it lies beside this file)
 import make_stubs  # noqa: E402  (found through the path above)
 
 MAX_SIZE = 2_000_000
@@ -80,32 +80,12 @@ def check_symbols(binary):
     expect("every symbol of the list is needed", not unused, ", ".join(unused) or f"{len(listed)} names")
 
 
-def check_signature(binary):
-    data = binary.read_bytes()
-    places = field(tool("llvm-otool", "-l", binary), "LC_CODE_SIGNATURE", "dataoff")
-    if len(places) != 1:
-        expect("signed", False, "no signature")
-        return
-    start = int(places[0])
-    _, _, blobs = struct.unpack_from(">III", data, start)
-    for blob in range(blobs):
-        kind, offset = struct.unpack_from(">II", data, start + 12 + 8 * blob)
-        if kind == 0:
-            check_pages(data, start + offset)
-
-
-def check_pages(data, directory):
-    """Every page of the file has the hash that the signature's code directory says."""
-    flags, hashes, name, _, count, limit = struct.unpack_from(">IIIIII", data, directory + 12)
-    hash_size, hash_type, _, page_bits = struct.unpack_from("BBBB", data, directory + 36)
-    wrong = 0
-    for page in range(count):
-        content = data[page << page_bits:min((page + 1) << page_bits, limit)]
-        at = directory + hashes + page * hash_size
-        wrong += hashlib.sha256(content).digest() != data[at:at + hash_size]
-    identifier = data[directory + name:].split(b"\0", 1)[0].decode()
-    expect("signed ad hoc, and whole", flags & 2 and hash_type == 2 and count > 0 and not wrong,
-           f"{identifier}, {count} pages, {wrong} wrong")
+def check_signature(app):
+    try:
+        identifier, code_hash, files = check_seal.check(app)
+        expect("sealed ad hoc, and whole", True, f"{identifier}, {files} resources, code {code_hash}")
+    except check_seal.Broken as fault:
+        expect("sealed ad hoc, and whole", False, fault)
 
 
 def check_bundle(app, version):
@@ -131,10 +111,10 @@ def check_bundle(app, version):
 
 def check_zip(archive, app):
     with zipfile.ZipFile(archive) as packed:
-        names = {f"{app.name}/{path.relative_to(app)}" for path in app.rglob("*")
-                 if path.is_symlink() or path.is_file()}
+        files = {f"{app.name}/{path.relative_to(app)}": path.read_bytes() for path in app.rglob("*") if path.is_file()}
         mode = packed.getinfo(f"{app.name}/Contents/MacOS/Velko").external_attr >> 16
-        expect("the zip holds the bundle", set(packed.namelist()) == names and packed.testzip() is None and mode & 0o111,
+        held = {name: packed.read(name) for name in packed.namelist()}
+        expect("the zip holds the bundle", held == files and mode & 0o111,
                f"{archive.name}, {archive.stat().st_size:,} bytes")
 
 
@@ -144,7 +124,7 @@ def main(folder):
     version = re.search(r"project\(Velko VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text(encoding="utf-8"))[1]
     check_binary(binary)
     check_symbols(binary)
-    check_signature(binary)
+    check_signature(app)
     check_bundle(app, version)
     check_zip(Path(folder) / f"Velko-{version}.zip", app)
     sys.exit(1 if failures else 0)
