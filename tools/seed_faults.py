@@ -15,6 +15,7 @@ import os
 import re
 import resource
 import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -275,6 +276,7 @@ def main():
             print(f"{options.faults}:{fault.line}: no longer there: {fault.title}")
         sys.exit(1 if gone else 0)
 
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit("stopped"))
     with open(SCRATCH / "lock", "w") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
         copy_sources()
