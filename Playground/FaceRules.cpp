@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -45,6 +46,9 @@ bool mayLag(const AppController& velko) {
 bool hasDot(const view::Drawing& drawing) {
     return drawing.shapes.size() == BroomDrawing::icon({.hasDot = true}).shapes.size();
 }
+
+/// How long the newest look of the broom may wait for its turn to be drawn.
+constexpr auto drawingTime = std::chrono::milliseconds(60);
 
 /// The apps that nodes with such ids are about.
 std::vector<BundleID> appsWith(std::string_view prefix, const view::Node& root) {
@@ -105,7 +109,10 @@ void FaceRules::checkBroom(AppController& velko, bool isCalm) {
         return;
     }
     const bool asks = velko.note().isAnythingToAsk();
-    require(mayLag(velko) || hasDot(*drawing) == asks, "the dot shows whether there is something to ask");
+    const auto now = stage_.mac().mainThread.now();
+    dotWrongSince_ = hasDot(*drawing) == asks ? std::nullopt : std::optional(dotWrongSince_.value_or(now));
+    require(mayLag(velko) || !dotWrongSince_ || now - *dotWrongSince_ <= drawingTime,
+            "the dot shows whether there is something to ask");
     const double tilt = velko.values().state.isRevealed() ? Timing::broomRockDegrees : 0;
     require(!isCalm || mayLag(velko) || *drawing == BroomDrawing::icon({.tilt = tilt, .hasDot = asks}),
             "the broom leans as the icons are");

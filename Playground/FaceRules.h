@@ -31,6 +31,7 @@ class FaceRules final {
     }
 
     Stage& stage_;
+    std::optional<MainThread::Uptime> dotWrongSince_;
     std::optional<std::string> breach_;
 };
 

@@ -41,6 +41,7 @@ constexpr auto events = std::to_array<Event>({
     {4, "crash RUNNING"},
     {4, "hang RUNNING"},
     {12, "unhang RUNNING"},
+    {3, "slow RUNNING DIGIT0 ms"},
     {2, "cpu RUNNING 90"},
     {2, "memory RUNNING 2000"},
     {10, "icon title RUNNING DIGIT"},
