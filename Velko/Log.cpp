@@ -5,7 +5,10 @@
 #include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
+
+#include "VelkoCore/Descriptor.h"
 
 namespace velko {
 
@@ -27,14 +30,21 @@ std::string timestamp(PreciseDate date) {
     return text;
 }
 
+/// Opens a file of the user's own, and makes it where it is missing; -1 where it is none or can't be opened.
 int openForAppending(const std::filesystem::path& file, const FileCalls& calls) {
-    // O_NONBLOCK: a pipe in the file's place must not hold up the program.
-    constexpr int flags = O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC;
-    int descriptor = -1;
-    do {
-        descriptor = calls.open(file.c_str(), flags, S_IRUSR | S_IWUSR);
-    } while (descriptor < 0 && errno == EINTR);
-    if (descriptor >= 0 && ::fchmod(descriptor, S_IRUSR | S_IWUSR) != 0) {
+    const auto target = AtomicFile::followOwnLinks(file, calls);
+    if (!target) {
+        return -1;
+    }
+    // Where no link was, none may have come since. O_NONBLOCK: a pipe in the file's place must not hold up
+    // the program.
+    const int flags = O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC;
+    const int descriptor = uninterrupted([&] {
+        return calls.open(file.c_str(), *target == file ? flags | O_NOFOLLOW : flags, S_IRUSR | S_IWUSR);
+    });
+    struct stat found{};
+    const bool isOwn = descriptor >= 0 && ::fstat(descriptor, &found) == 0 && found.st_uid == ::geteuid();
+    if (descriptor >= 0 && (!isOwn || ::fchmod(descriptor, S_IRUSR | S_IWUSR) != 0)) {
         calls.close(descriptor);
         return -1;
     }

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+struct stat;
+
 namespace velko {
 
 /// Why a file could not be read or replaced: its path, what was tried and the system's reason.
@@ -31,6 +33,10 @@ struct FileCalls {
     std::function<int(const char* path)> unlink;
     std::function<int(const char* path, unsigned mode)> mkdir;
     std::function<std::ptrdiff_t(const char* path, char* target, std::size_t size)> readlink;
+    std::function<int(const char* path, struct stat* found)> lstat;
+    std::function<int(int file, int operation)> flock;
+    std::function<int(int file, long long size)> ftruncate;
+    std::function<int(int process, int signal)> kill;
 };
 
 /// Files that are read and replaced as a whole. Blocks until done; any thread.
@@ -42,11 +48,25 @@ inline constexpr std::size_t largest = 16U << 20U;  ///< bytes that `read` accep
 [[nodiscard]] std::expected<std::optional<std::string>, FileError> read(const std::filesystem::path& path,
                                                                         const FileCalls& calls = {});
 
-/// Replaces a file, or what a symbolic link at its place points to, and makes missing folders. Only the
-/// user may read the result. At every moment, also after a crash, either the old or the new content is
-/// there whole. On an error it is the old one, unless only the last step failed, the flush of the folder.
+/// As `read`, for a file of the user's own: a link in its place that belongs to somebody else is an error.
+[[nodiscard]] std::expected<std::optional<std::string>, FileError> readOwn(const std::filesystem::path& path,
+                                                                           const FileCalls& calls = {});
+
+/// Replaces a file, or what a symbolic link of the user's in its place points to, and makes missing folders.
+/// Only the user may read the result. At every moment, also after a crash, either the old or the new content
+/// is there whole. On an error it is the old one, unless only the last step failed, the flush of the folder.
+/// What earlier processes left in the folder, because they died while they saved, is removed.
 [[nodiscard]] std::expected<void, FileError> replace(const std::filesystem::path& path,
                                                      std::string_view content, const FileCalls& calls = {});
+
+/// Makes a folder for the user alone, and those above that are missing.
+[[nodiscard]] std::expected<void, FileError> makeFolder(const std::filesystem::path& folder,
+                                                        const FileCalls& calls = {});
+
+/// The file that a path means once symbolic links in its last place are followed; there need not be one. An
+/// error when a link belongs to somebody else, who would choose what the user reads or overwrites.
+[[nodiscard]] std::expected<std::filesystem::path, FileError> followOwnLinks(
+    const std::filesystem::path& path, const FileCalls& calls = {});
 
 }  // namespace AtomicFile
 

@@ -18,7 +18,7 @@ const std::filesystem::path& LayoutStore::url() const noexcept {
 }
 
 std::expected<std::optional<Layout>, StoreError> LayoutStore::load() const {
-    const auto content = AtomicFile::read(url_, calls_);
+    const auto content = AtomicFile::readOwn(url_, calls_);
     if (!content) {
         return std::unexpected(StoreError{content.error().description});
     }
@@ -38,6 +38,10 @@ std::expected<void, StoreError> LayoutStore::save(const Layout& layout) const {
         return std::unexpected(StoreError{replaced.error().description});
     }
     return {};
+}
+
+FolderLock LayoutStore::folderLock() const {
+    return FolderLock{url_.has_parent_path() ? url_.parent_path() : std::filesystem::path{"."}, calls_};
 }
 
 }  // namespace velko

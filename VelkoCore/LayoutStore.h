@@ -6,6 +6,7 @@
 #include <string>
 
 #include "VelkoCore/AtomicFile.h"
+#include "VelkoCore/FolderLock.h"
 #include "VelkoCore/Layout.h"
 
 namespace velko {
@@ -33,6 +34,9 @@ class LayoutStore {
     /// Replaces the file as a whole, making its folder where needed. An error leaves the old file,
     /// unless only the last step failed, the flush of the folder.
     [[nodiscard]] std::expected<void, StoreError> save(const Layout& layout) const;
+
+    /// For whoever works on the file over some time: the lock of its folder, not taken yet.
+    [[nodiscard]] FolderLock folderLock() const;
 
  private:
     std::filesystem::path url_;

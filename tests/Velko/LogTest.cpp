@@ -46,6 +46,26 @@ TEST_F(LogTest, KeepsTheNewestTwoThousandLinesInMemory) {
     EXPECT_EQ(std::ranges::count(all, '\n'), 2500);
 }
 
+TEST_F(LogTest, WritesThroughNoLinkOfAnotherUser) {
+    const auto other = folder.path() / "other";
+    std::ofstream(other) << "theirs\n";
+    ::chmod(other.c_str(), 0644);
+    std::filesystem::create_symlink("other", file);
+    FileCalls calls;
+    calls.lstat = [lstat = calls.lstat](const char* path, struct stat* found) {
+        const int result = lstat(path, found);
+        found->st_uid += S_ISLNK(found->st_mode) ? 1 : 0;
+        return result;
+    };
+    Log log(clock, file, calls);
+    log.log("app", "in memory");
+    EXPECT_EQ(log.lines().size(), 1U);
+    EXPECT_EQ(contentOf(other), "theirs\n");
+    EXPECT_EQ(std::filesystem::status(other).permissions(), std::filesystem::perms(0644));
+    Log(clock, file).log("app", "through a link of one's own");
+    EXPECT_TRUE(contentOf(other).ends_with("own\n"));
+}
+
 TEST_F(LogTest, GoesOnInMemoryWithoutAFolder) {
     Log log(clock, folder.path() / "missing" / "Velko.log");
     log.log("app", "first");

@@ -1,8 +1,7 @@
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
-#include <vector>
 
 #include "tests/Velko/VelkoOnMac.h"
 
@@ -63,22 +62,19 @@ TEST_F(StartTest, ShowsEverythingWhenTheFileCannotBeReadAndPutsItAsideBeforeTheF
 }
 
 TEST_F(StartTest, MakesGoodWhenItQuitsWhatCouldNotBeSaved) {
+    bool isFull = true;
+    files.rename = [&isFull, rename = files.rename](const char* from, const char* to) {
+        errno = ENOSPC;
+        return isFull ? -1 : rename(from, to);
+    };
     write("broken");
     startWithFileAsItIs();
-    std::vector<std::filesystem::path> inTheWay;
-    for (int number = 0; number < 100; ++number) {
-        inTheWay.push_back(file().parent_path() /
-                           (".velko-save-" + std::to_string(::getpid()) + "-" + std::to_string(number)));
-        writeFile(inTheWay.back(), "");
-    }
     velko->place("com.example.tucked", Section::buried);
     pass(2s);
     velko->place("com.example.tucked", Section::bar);
     EXPECT_EQ(timesLogged("[layout] save failed: "), 2);
     EXPECT_EQ(timesLogged("[layout] unreadable file kept as "), 1);
-    for (const auto& each : inTheWay) {
-        std::filesystem::remove(each);
-    }
+    isFull = false;
     velko->quit();
     EXPECT_EQ(saved(), values().layout);
 }

@@ -45,7 +45,7 @@ class VelkoOnMac : public testing::Test {
             .platform = mac.platform(),
             .ports = mac.appPorts(),
             .log = log,
-            .store = LayoutStore(file(), mac.fileCalls()),
+            .store = LayoutStore(file(), files),
             .engine = std::make_unique<AssessmentEngine>(mac.platform()),
             .info = {.version = "1.2", .systemVersion = "27.0", .bundlePath = bundlePath}});
         mac.onMenuBarChange = [this] { watchForGap(); };
@@ -97,6 +97,7 @@ class VelkoOnMac : public testing::Test {
 
     TemporaryFolder folder;
     SimulatedMac mac;
+    FileCalls files = mac.fileCalls();
     std::vector<std::string> systemItems = mac.visibleSystemItems();
     Log log{mac.mainThread, folder.path() / "Velko.log", mac.fileCalls()};
     Layout layout;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -42,6 +43,7 @@ FileCalls intercepted(const Interception& intercept) {
     wrap("unlink", calls.unlink);
     wrap("mkdir", calls.mkdir);
     wrap("readlink", calls.readlink);
+    wrap("lstat", calls.lstat);
     return calls;
 }
 
@@ -89,8 +91,16 @@ TEST_F(AtomicFileTest, KeepsTheOldContentWhenAnyCallFails) {
 }
 
 TEST_F(AtomicFileTest, GoesOnAfterInterruptionsAndLeftovers) {
-    const fs::path leftover = folder_.path() / (".velko-save-" + std::to_string(getpid()) + "-0");
-    writeFile(leftover, old_);
+    const auto leftover = [&](int process, int number) {
+        return folder_.path() / (".velko-save-" + std::to_string(process) + "-" + std::to_string(number));
+    };
+    constexpr int gone = 1 << 30;
+    for (int number = 0; number < 100; ++number) {
+        writeFile(leftover(getpid(), number), old_);
+        writeFile(leftover(gone, number), old_);
+    }
+    writeFile(leftover(getppid(), 0), old_);
+    writeFile(folder_.path() / ".velko-save-", old_);
     std::string before;
     const auto calls = intercepted([&](const std::string& name) {
         const bool isSlow = name == "open" || name == "read" || name == "write" || name == "fsync";
@@ -99,7 +109,47 @@ TEST_F(AtomicFileTest, GoesOnAfterInterruptionsAndLeftovers) {
     });
     EXPECT_TRUE(AtomicFile::replace(file_, new_, calls));
     EXPECT_EQ(AtomicFile::read(file_, calls), new_);
-    EXPECT_EQ(contentOf(leftover), old_);
+    EXPECT_EQ(filesIn(folder_.path()), 103) << "those of living processes stay, and what has another name";
+}
+
+TEST_F(AtomicFileTest, AsksTheSystemThreeTimesToTakeData) {
+    for (const auto& [refusals, isWritten] : {std::pair(2, true), {3, false}}) {
+        FileCalls calls;
+        calls.write = [left = refusals, write = calls.write](int file, const void* data,
+                                                             std::size_t size) mutable -> std::ptrdiff_t {
+            return left-- > 0 ? 0 : write(file, data, size);
+        };
+        EXPECT_EQ(AtomicFile::replace(file_, new_, calls).has_value(), isWritten);
+        EXPECT_EQ(filesIn(folder_.path()), 1);
+    }
+}
+
+TEST_F(AtomicFileTest, SavesWhereFoldersCannotBeFlushed) {
+    for (const int error : {EINVAL, ENOTSUP, EOPNOTSUPP, ENOSYS, EIO}) {
+        int flushes = 0;
+        const auto calls = intercepted(
+            [&](const std::string& name) { return name == "fsync" && ++flushes == 2 ? error : 0; });
+        EXPECT_EQ(AtomicFile::replace(file_, new_, calls).has_value(), error != EIO) << error;
+        EXPECT_EQ(flushes, 2);
+    }
+}
+
+TEST_F(AtomicFileTest, FollowsNoLinkOfAnotherUser) {
+    const fs::path other = folder_.path() / "other";
+    writeFile(other, old_);
+    fs::create_symlink("other", file_);
+    FileCalls calls;
+    calls.lstat = [lstat = calls.lstat](const char* file, struct stat* found) {
+        const int result = lstat(file, found);
+        found->st_uid += S_ISLNK(found->st_mode) ? 1 : 0;
+        return result;
+    };
+    const std::string reason = file_.string() + ": cannot be looked up: a link there belongs to another user";
+    EXPECT_EQ(AtomicFile::replace(file_, new_, calls), std::unexpected(FileError{reason}));
+    EXPECT_EQ(AtomicFile::readOwn(file_, calls), std::unexpected(FileError{reason}));
+    EXPECT_EQ(AtomicFile::readOwn(file_), old_) << "one of our own";
+    EXPECT_EQ(AtomicFile::readOwn(other, calls), old_);
+    EXPECT_EQ(AtomicFile::read(file_, calls), old_) << "which the user has chosen";
 }
 
 TEST_F(AtomicFileTest, MakesFoldersAndFilesForTheUserOnly) {
