@@ -41,6 +41,7 @@ AppDelegate::AppDelegate(Parts parts)
       log_(parts.controller.log),
       propertyLists_(parts.propertyLists),
       homeFolder_(std::move(parts.homeFolder)),
+      instance_(platform_, ports_, log_, parts.controller.store, parts.controller.info.bundleID),
       controller_(std::move(parts.controller)),
       faceParts_{.controller = controller_, .platform = platform_, .ports = ports_, .log = log_},
       broomFrame_(faceParts_),
@@ -48,6 +49,11 @@ AppDelegate::AppDelegate(Parts parts)
       setup_(faceParts_) {}
 
 void AppDelegate::didFinishLaunching() {
+    instance_.claim([this] { run(); });
+}
+
+void AppDelegate::run() {
+    isRunning_ = true;
     StatusItemController& statusItem = statusItem_.emplace(faceParts_);
     hover_.emplace(faceParts_, broomFrame_);
     wireSurfaces(statusItem);
@@ -57,6 +63,9 @@ void AppDelegate::didFinishLaunching() {
     applyLoginDefault();
     if (!controller_.values().layout.hasCompletedSetup) {
         setupWait_ = platform_.mainThread.after(Timing::setupDelay, [this] { openFirstSetup(); });
+    }
+    for (const auto& file : instance_.takeFiles()) {
+        openFile(file);
     }
 }
 
@@ -102,16 +111,23 @@ void AppDelegate::applyLoginDefault() {
 
 void AppDelegate::willTerminate() {
     setupWait_.cancel();
-    controller_.quit();
+    if (isRunning_) {
+        controller_.quit();
+    }
+    instance_.release();
 }
 
 void AppDelegate::reopen(bool hasVisibleWindows) {
-    if (!hasVisibleWindows) {
+    if (isRunning_ && !hasVisibleWindows) {
         openSettings();
     }
 }
 
 void AppDelegate::openFile(const std::filesystem::path& file) {
+    if (!isRunning_) {
+        instance_.keep(file);
+        return;
+    }
     ports_.application.activate();
     controller_.transfer().offerToImport(file);
 }

@@ -14,6 +14,7 @@
 #include "Velko/Setup/PermissionGuide.h"
 #include "Velko/Setup/SetupController.h"
 #include "Velko/Shelf/ShelfController.h"
+#include "Velko/SingleInstance.h"
 #include "VelkoCore/Importers.h"
 #include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -38,7 +39,7 @@ class AppDelegate final {
 
     // What the desktop tells the program.
 
-    /// Once, when the program may show something.
+    /// Once, when the program may show something. It does, unless another one works on the layout.
     void didFinishLaunching();
     /// Once, before the process ends: shows every icon again.
     void willTerminate();
@@ -50,6 +51,7 @@ class AppDelegate final {
     [[nodiscard]] AppController& controller() noexcept { return controller_; }
 
  private:
+    void run();
     void wireSurfaces(StatusItemController& statusItem);
     void sync();
     void applyLoginDefault();
@@ -70,6 +72,7 @@ class AppDelegate final {
     Log& log_;
     const PropertyListReader& propertyLists_;
     std::filesystem::path homeFolder_;
+    SingleInstance instance_;
     AppController controller_;
     FaceParts faceParts_;
     BroomFrame broomFrame_;
@@ -79,6 +82,7 @@ class AppDelegate final {
     std::optional<HoverWatcher> hover_;
     std::optional<SettingsController> settings_;
     std::optional<ImportedLayout> lastImport_;
+    bool isRunning_ = false;
     std::optional<PermissionGuide> debugGuide_;  ///< while it helps with what the settings ask for
     Task setupWait_;
     Task guideEnd_;

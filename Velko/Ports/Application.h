@@ -31,7 +31,8 @@ class Application {
     /// Ends the program, by way of its orderly end.
     virtual void terminate() = 0;
 
-    /// Opens a file with an application, or with the one that the system has for it.
+    /// Opens a file with an application, or as a double click does: with the one that the system has for it;
+    /// a file that is an application comes to the front, and is told that it was opened again.
     virtual void openFile(const std::filesystem::path& file,
                           const std::optional<std::filesystem::path>& application) = 0;
 };

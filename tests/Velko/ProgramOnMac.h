@@ -31,7 +31,7 @@ class ProgramOnMac : public testing::Test {
             .controller = {.platform = mac.platform(),
                            .ports = mac.appPorts(),
                            .log = log,
-                           .store = LayoutStore(file()),
+                           .store = LayoutStore(file(), files),
                            .engine = std::make_unique<AssessmentEngine>(mac.platform()),
                            .info = {.version = "1.2", .bundlePath = "/Applications/Velko.app"}},
             .propertyLists = propertyLists,
@@ -56,6 +56,7 @@ class ProgramOnMac : public testing::Test {
     }
 
     TemporaryFolder folder;
+    FileCalls files;
     SimulatedMac mac;
     LibplistReader propertyLists;
     std::filesystem::path home = folder.path();
