@@ -56,7 +56,10 @@ std::optional<Layout> loadKept(const std::filesystem::path& layoutFile, bool may
         return std::nullopt;
     }
     Layout layout = firstLayout();
-    return saveKept(layoutFile, layout) ? std::optional(std::move(layout)) : std::nullopt;
+    FolderLock lock = LayoutStore(layoutFile).folderLock();
+    const auto taken = lock.take();
+    const bool isLeftToOthers = !taken && taken.error().isTaken;
+    return isLeftToOthers || saveKept(layoutFile, layout) ? std::optional(std::move(layout)) : std::nullopt;
 }
 
 bool saveKept(const std::filesystem::path& layoutFile, const Layout& layout) {

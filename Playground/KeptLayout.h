@@ -7,8 +7,8 @@
 
 namespace velko::playground {
 
-/// The layout in a file; where there is no file and `mayCreate`, the first layout is written to it. On a
-/// problem, says so on standard error and gives nothing.
+/// The layout in a file; where there is no file and `mayCreate`, the first layout, which is written to it
+/// unless another program has the folder. On a problem, says so on standard error and gives nothing.
 [[nodiscard]] std::optional<Layout> loadKept(const std::filesystem::path& layoutFile, bool mayCreate);
 
 /// Writes the layout to its file; whether that worked. A failure is told on standard error.

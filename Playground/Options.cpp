@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstdlib>
 #include <iterator>
 #include <limits>
 #include <string_view>
 #include <system_error>
 #include <utility>
+
+#include "Playground/KeptFolder.h"
 
 namespace velko::playground {
 
@@ -161,6 +162,7 @@ std::expected<Options, std::string> parseOptions(const Arguments& arguments) {
 }
 
 std::string helpText() {
+    const auto home = keptFolder();
     return "Runs Velko on a simulated Mac and serves it as a page, on this machine alone.\n"
            "\n"
            "usage: ./run [--home DIR] [--port N] [--no-open]\n"
@@ -186,21 +188,8 @@ std::string helpText() {
            "  --help              show this text\n"
            "\n"
            "The layout that is kept is " +
-           (keptFolder() / "layout.json").string() + ".\n";
-}
-
-std::filesystem::path keptFolder() {
-    const auto fromEnvironment = [](const char* name) {
-        const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): before any thread starts
-        return std::filesystem::path(value == nullptr ? "" : value);
-    };
-    const auto data = fromEnvironment("XDG_DATA_HOME");
-    if (data.is_absolute()) {
-        return data / "velko-playground";
-    }
-    const auto home = fromEnvironment("HOME");
-    return (home.is_absolute() ? home / ".local" / "share" : std::filesystem::temp_directory_path()) /
-           "velko-playground";
+           (home ? (*home / "layout.json").string() : "in the folder that --home names: HOME is not set") +
+           ".\n";
 }
 
 }  // namespace velko::playground

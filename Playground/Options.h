@@ -41,7 +41,4 @@ struct Options {
 /// The text of --help.
 [[nodiscard]] std::string helpText();
 
-/// The folder that is kept between runs, by the desktop's convention for an app's data.
-[[nodiscard]] std::filesystem::path keptFolder();
-
 }  // namespace velko::playground

@@ -30,11 +30,13 @@ std::string shortened(const std::string& line) {
 Show::Show(Stage& stage, std::ostream& screen, Manner manner)
     : stage_(stage), screen_(screen), manner_(manner) {
     stage_.mac().onMenuBarChange = [this] { hasBarChanged_ = true; };
-    if (manner_.speed) {
-        stage_.passTime = [this, speed = *manner_.speed](MainThread::Uptime duration) {
-            passInRealTime(duration, speed);
-        };
-    }
+    stage_.passTime = [this](MainThread::Uptime duration) {
+        if (manner_.speed) {
+            passInRealTime(duration, *manner_.speed);
+        } else {
+            pass(duration);
+        }
+    };
 }
 
 void Show::begin(const script::Step& step) {
@@ -56,9 +58,19 @@ void Show::showOutcome() {
     }
 }
 
+void Show::pass(MainThread::Uptime duration) {
+    constexpr MainThread::Uptime slice = std::chrono::hours(1);
+    for (MainThread::Uptime left = duration;; left -= slice) {
+        stage_.mac().advance(std::min(left, slice));
+        if (left <= slice || isOver()) {
+            return;
+        }
+    }
+}
+
 void Show::passInRealTime(MainThread::Uptime duration, std::int64_t speed) {
     const MainThread::Uptime slice = frame * speed;
-    for (MainThread::Uptime left = duration; left > MainThread::Uptime(0); left -= slice) {
+    for (MainThread::Uptime left = duration; left > MainThread::Uptime(0) && !isOver(); left -= slice) {
         const auto next = std::min(left, slice);
         stage_.mac().advance(next);
         if (hasBarChanged_) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -17,6 +18,7 @@ class Show final {
     struct Manner {
         bool isBold = false;                     ///< whether headings may use the terminal's bold
         std::optional<std::int64_t> speed = {};  ///< how many times as fast as life; left out: at once
+        std::function<bool()> isOver = {};       ///< whether to stop, even while time passes
     };
 
     /// Takes over how the stage's time passes, and its Mac's `onMenuBarChange`.
@@ -35,7 +37,9 @@ class Show final {
     void showSummary();
 
  private:
+    void pass(MainThread::Uptime duration);
     void passInRealTime(MainThread::Uptime duration, std::int64_t speed);
+    [[nodiscard]] bool isOver() const { return manner_.isOver && manner_.isOver(); }
     void showBar();
     void showLog();
 

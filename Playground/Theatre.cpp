@@ -8,6 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "Playground/HeldSignals.h"
 #include "Playground/KeptLayout.h"
 #include "Playground/ScratchFolder.h"
 #include "Playground/Script/Script.h"
@@ -42,16 +43,26 @@ int refuse(int status, const std::string& why) {
     return status;
 }
 
-/// Lets the setup of the next launch begin again.
-bool forgetSetup(const std::filesystem::path& layoutFile) {
+/// The app of the week that nobody has seen before.
+constexpr auto newcomer = "com.example.Skyline";
+
+/// The layout as on the day on which Velko came: with its places and settings, and without what Velko has
+/// learnt and asked since, which the week tells anew.
+bool goBackToTheFirstDay(const std::filesystem::path& layoutFile) {
     const LayoutStore store(layoutFile);
     const auto loaded = store.load();
-    std::optional<Layout> layout = loaded ? *loaded : std::nullopt;
+    const std::optional<Layout> layout = loaded ? *loaded : std::nullopt;
     if (!layout) {
         return false;
     }
-    layout->hasCompletedSetup = false;
-    return store.save(*layout).has_value();
+    Layout first{.sections = layout->sections,
+                 .newIconDefault = layout->newIconDefault,
+                 .reveal = layout->reveal,
+                 .askAboutNewIcons = layout->askAboutNewIcons,
+                 .popOutOnChange = layout->popOutOnChange,
+                 .showLiveActivities = layout->showLiveActivities};
+    first.sections.erase(newcomer);
+    return store.save(first).has_value();
 }
 
 /// Copies a layout file. What is too large is not read by Velko, so an empty file of such a size stands for
@@ -77,6 +88,8 @@ int play(const Piece& piece, std::optional<std::int64_t> speed) {
     if (!scenario) {
         return refuse(2, blamed(piece, scenario.error()));
     }
+    // The folder goes before a signal may end the program.
+    const HeldSignals signals;
     const auto folder = ScratchFolder::create();
     if (!folder) {
         return refuse(1, "There is no room for temporary files.");
@@ -87,11 +100,18 @@ int play(const Piece& piece, std::optional<std::int64_t> speed) {
             return refuse(1, piece.layoutFile->string() + ": " + error.message());
         }
     }
-    if (piece.isFirstRun && !forgetSetup(stage.layoutFile())) {
+    if (piece.isFirstRun && !goBackToTheFirstDay(stage.layoutFile())) {
         return refuse(1, "The layout can't be copied.");
     }
-    Show show(stage, std::cout, {.isBold = ::isatty(STDOUT_FILENO) == 1, .speed = speed});
-    const auto played = script::play(*scenario, stage, [&](const script::Step& step) { show.begin(step); });
+    const auto isOver = [&signals] { return signals.hasCome() || !std::cout; };
+    Show show(stage, std::cout, {.isBold = ::isatty(STDOUT_FILENO) == 1, .speed = speed, .isOver = isOver});
+    const auto played = script::play(*scenario, stage, [&](const script::Step& step) {
+        show.begin(step);
+        return !isOver();
+    });
+    if (isOver()) {
+        return 1;
+    }
     show.showOutcome();
     if (!played) {
         std::cout << std::flush;

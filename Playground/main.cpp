@@ -4,18 +4,32 @@
 #include <string>
 #include <vector>
 
+#include "Playground/KeptFolder.h"
 #include "Playground/KeptLayout.h"
 #include "Playground/Options.h"
 #include "Playground/SortInTerminal.h"
 #include "Playground/Theatre.h"
 #include "Playground/Web/Serve.h"
+#include "VelkoCore/LayoutStore.h"
 
 namespace {
 
 using namespace velko::playground;
 
+bool changesLayout(Options::Command command) {
+    return command == Options::Command::importLayout || command == Options::Command::sort;
+}
+
 int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
+    if (options.command == Options::Command::playWeek) {
+        return playWeek(layoutFile, !options.layout, options.speed);
+    }
+    velko::FolderLock lock = velko::LayoutStore(layoutFile).folderLock();
     auto layout = loadKept(layoutFile, !options.layout);
+    if (layout && changesLayout(options.command)) {
+        // From here on nobody else changes it, but somebody may just have.
+        layout = claim(lock) ? loadKept(layoutFile, false) : std::nullopt;
+    }
     if (!layout) {
         return 1;
     }
@@ -33,6 +47,19 @@ int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
     return 0;
 }
 
+/// What keeps things between runs.
+int inHome(const Options& options) {
+    const auto home = options.home ? options.home : keptFolder();
+    if (!home) {
+        std::cerr << "There is no folder to keep things in: HOME is not set. Name one with --home.\n";
+        return 1;
+    }
+    if (options.command == Options::Command::servePage) {
+        return velko::web::serve({.home = *home, .port = options.port, .mayOpen = options.mayOpen});
+    }
+    return prepareFolder(*home) ? onLayout(options, *home / "layout.json") : 1;
+}
+
 int run(const std::vector<std::string>& arguments) {
     const auto options = parseOptions(arguments);
     if (!options) {
@@ -43,18 +70,13 @@ int run(const std::vector<std::string>& arguments) {
         std::cout << helpText();
         return 0;
     }
-    const std::filesystem::path home = options->home.value_or(keptFolder());
-    if (options->command == Options::Command::servePage) {
-        return velko::web::serve({.home = home, .port = options->port, .mayOpen = options->mayOpen});
-    }
-    const std::filesystem::path layoutFile = options->layout.value_or(home / "layout.json");
-    if (options->command == Options::Command::playWeek) {
-        return playWeek(layoutFile, !options->layout, options->speed);
-    }
     if (options->command == Options::Command::playScript) {
         return playFile(options->path, options->layout, options->speed);
     }
-    return onLayout(*options, layoutFile);
+    if (const auto& layout = options->layout) {
+        return onLayout(*options, *layout);
+    }
+    return inHome(*options);
 }
 
 }  // namespace

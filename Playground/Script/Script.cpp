@@ -25,11 +25,11 @@ std::expected<std::vector<Line>, Mistake> read(std::string_view text) {
 }
 
 std::expected<void, Mistake> play(const std::vector<Line>& scenario, playground::Stage& stage,
-                                  const std::function<void(const Step&)>& before) {
+                                  const std::function<bool(const Step&)>& before) {
     playground::Invariants invariants(stage);
     for (const Line& line : scenario) {
-        if (before) {
-            before(line.step);
+        if (before && !before(line.step)) {
+            break;
         }
         if (auto done = perform(line.step, stage); !done) {
             return std::unexpected(Mistake{.line = line.number, .what = std::move(done).error()});

@@ -32,8 +32,8 @@ struct Mistake {
 [[nodiscard]] std::expected<std::vector<Line>, Mistake> read(std::string_view text);
 
 /// Plays a scenario up to its end, or to the first step that fails or after which something does not hold
-/// that always must. `before` is told of each step.
+/// that always must. `before` is told of each step, and may end it there by answering no.
 [[nodiscard]] std::expected<void, Mistake> play(const std::vector<Line>& scenario, playground::Stage& stage,
-                                                const std::function<void(const Step&)>& before = {});
+                                                const std::function<bool(const Step&)>& before = {});
 
 }  // namespace velko::script

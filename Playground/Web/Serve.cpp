@@ -1,16 +1,15 @@
 #include "Playground/Web/Serve.h"
 
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <spawn.h>
 #include <string>
-#include <system_error>
 #include <thread>
 #include <unistd.h>
 
+#include "Playground/KeptFolder.h"
 #include "Playground/Web/Feed.h"
 #include "Playground/Web/Files.h"
 #include "Playground/Web/Http.h"
@@ -70,14 +69,10 @@ void openPage(const std::string& address) {
     posix_spawn_file_actions_destroy(&quietly);
 }
 
-/// Why nothing can be kept in a folder, which is made where it is missing; empty when it can.
-std::string problemWith(const std::filesystem::path& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (!error && ::access(folder.c_str(), R_OK | W_OK | X_OK) != 0) {
-        error = {errno, std::generic_category()};
-    }
-    return error ? error.message() : "";
+/// A page that goes away amid an answer is no reason to end; nor is a finished `xdg-open` to be kept.
+void ignoreWhatEndsNothing() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGCHLD, SIG_IGN);
 }
 
 }  // namespace
@@ -88,13 +83,11 @@ int serve(const ServeOptions& options) {
         std::cerr << port.error() << '\n';
         return 1;
     }
-    if (const std::string problem = problemWith(options.home); !problem.empty()) {
-        std::cerr << "The folder " << options.home.string() << " can't be used: " << problem << '\n';
+    FolderLock home(options.home);
+    if (!playground::prepareFolder(options.home) || !playground::claim(home)) {
         return 1;
     }
-    // A page that goes away amid an answer is no reason to end; nor is a finished `xdg-open` to be kept.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGCHLD, SIG_IGN);
+    ignoreWhatEndsNothing();
     const std::string address = "http://127.0.0.1:" + std::to_string(port->number());
     const std::string token = makeToken();
     // Others on this machine may read what the browser is started with, so that opens the page only once.
@@ -113,6 +106,7 @@ int serve(const ServeOptions& options) {
     const sigset_t ending = endingSignals();
     pthread_sigmask(SIG_BLOCK, &ending, nullptr);
     live.begin();
+    playground::tellHolder(home, address + withToken(pagePath, token));
     std::thread serving([&http] { http->run(); });
     std::cout << address << withToken(pagePath, token)
               << "\nThe playground is open there, to whoever has this whole address. Ctrl-C ends it.\n"

@@ -8,8 +8,6 @@
 #include "Playground/Script/Script.h"
 #include "Playground/Script/Verbs.h"
 #include "Playground/Theatre.h"
-#include "Playground/Week.h"
-#include "VelkoCore/LayoutStore.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko::script {
@@ -27,16 +25,6 @@ class Scenario : public testing::Test {
     TemporaryFolder folder;
     playground::Stage stage{folder.path()};
 };
-
-TEST_F(Scenario, OfTheWeekHoldsWhatItExpectsOnAnyLayout) {
-    EXPECT_EQ(play(playground::weekScenario()), "");
-    const TemporaryFolder sorted;
-    playground::Stage other(sorted.path());
-    Layout layout = playground::firstLayout();
-    layout.hasCompletedSetup = false;
-    ASSERT_TRUE(LayoutStore(other.layoutFile()).save(layout));
-    EXPECT_TRUE(script::play(*read(playground::weekScenario()), other));
-}
 
 TEST_F(Scenario, StopsAtItsFirstMistake) {
     EXPECT_EQ(play("wait 1 s\n\nwiat 1 s"), "3: There is no verb \"wiat\".");
