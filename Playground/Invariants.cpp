@@ -16,9 +16,9 @@ namespace {
 
 using script::Verb;
 
-/// Long enough for everything that ends by itself: an opening and then its reveal, a pop-out, a show-me; and
-/// for two rounds of scans.
-constexpr auto calm = std::chrono::minutes(2);
+/// Long enough for everything that ends by itself: an opening, then its reveal, then what the pointer holds
+/// out; a pop-out, a show-me; and for two rounds of scans.
+constexpr auto calm = std::chrono::minutes(4);
 
 /// How often a calm Velko wakes the machine: its loops, which look at each app, and now and then something
 /// that moves for a moment. What never stops moving does it thirty times a second.
@@ -245,7 +245,8 @@ void Invariants::checkCalm(const AppController& velko) {
     std::erase_if(hung_, [&](const BundleID& app) { return mac.workspace.pids(app).empty(); });
     require(values.problems.trustMissing != mac.accessibility.isTrusted(), "trust is known");
     require(values.poppedOut.empty() && !values.showingMe, "what was let out for a while is back");
-    if (!values.health().isOk() || !hung_.empty() || mac.windows.menuOwner()) {
+    const bool isInHand = mac.windows.menuOwner() || mac.surfaces.surface(Surfaces::Kind::shelf).isInHand();
+    if (!values.health().isOk() || !hung_.empty() || isInHand) {
         return;
     }
     require(values.state.asPeeking() == nullptr, "an opening ends");

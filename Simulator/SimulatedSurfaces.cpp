@@ -11,6 +11,7 @@ namespace velko {
 void SimulatedSurface::open(Opening opening) {
     close();
     opening_ = std::move(opening);
+    inHand = false;
     ++revision_;
 }
 
@@ -73,6 +74,9 @@ bool SimulatedSurface::press(const view::Shortcut& shortcut) {
     if (!opening_) {
         return false;
     }
+    if (const auto told = opening_->keyPressed) {
+        told();
+    }
     if (view::pressKey(opening_->content, shortcut)) {
         return true;
     }
@@ -95,7 +99,16 @@ SimulatedSurface& SimulatedSurfaces::surface(Kind kind) {
     return *surfaces_.at(static_cast<std::size_t>(kind));
 }
 
+bool SimulatedSurfaces::letGo() {
+    bool wasInHand = false;
+    for (const auto& surface : surfaces_) {
+        wasInHand = std::exchange(surface->inHand, false) || wasInHand;
+    }
+    return wasInHand;
+}
+
 void SimulatedSurfaces::clickOutside() {
+    letGo();
     surface(Kind::note).dismiss(Surface::Dismissal::clickOutside);
     surface(Kind::shelf).dismiss(Surface::Dismissal::clickOutside);
 }

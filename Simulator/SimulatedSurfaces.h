@@ -26,6 +26,7 @@ class SimulatedSurface final : public Surface {
     void raise() override { ++raised_; }
     void close() override;
     [[nodiscard]] bool isOpen() const override { return opening_.has_value(); }
+    [[nodiscard]] bool isInHand() const override { return isOpen() && inHand; }
     /// A panel of `size` that hangs below its anchor, moved as little as its bounds ask.
     [[nodiscard]] std::optional<Rect> frame() const override;
     /// Closes it without a word to anybody: the program that showed it has ended.
@@ -45,6 +46,8 @@ class SimulatedSurface final : public Surface {
     /// The user presses a key that a control listens to; Escape without one asks a popover or panel to go.
     bool press(const view::Shortcut& shortcut);
 
+    /// The user opens a menu of its and leaves it open, or drags a tile; nobody does when it opens.
+    bool inHand = false;
     Size size{.width = 480, .height = 120};  ///< of what is drawn; whoever draws it knows better
 
     /// How often it was brought to the front.
@@ -70,6 +73,8 @@ class SimulatedSurfaces final : public Surfaces {
 
     /// A click that hits none of them.
     void clickOutside();
+    /// Menus of theirs close, and what is being dragged is let go. Whether there was anything.
+    bool letGo();
     /// `SimulatedSurface::forget` for each.
     void forget();
     /// Grows with every change of what shows.

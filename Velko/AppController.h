@@ -97,6 +97,8 @@ class AppController final : private FlowHost {
     void handle(const RevealEvent& event);
     /// The user has dismissed the shelf; clicks beside it mean nothing while an app peeks.
     void closeShelf(ShelfClosing::By by);
+    /// The user does something in the shelf, which goes by itself only a while after the last time.
+    void shelfTouched() { autoTuck_.touched(); }
     /// Opens the menu of an app whose icon is hidden; counts as a click on its icon. Nothing happens while
     /// that app is being opened already.
     void open(const BundleID& bundleID);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstddef>
 #include <string>
@@ -87,7 +86,7 @@ bool AppController::tidyAnyway(const RevealEvent& event) {
 void AppController::setState(RevealState state) {
     set(&AppValues::state, std::move(state));
     set(&AppValues::revealedByPointer, values_.revealedByPointer && values_.state.isRevealed());
-    autoTuck_.rearm(values_.state, std::chrono::seconds(values_.layout.reveal.autoTuckSeconds));
+    autoTuck_.rearm();
 }
 
 // The single road

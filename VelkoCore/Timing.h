@@ -15,6 +15,7 @@ using namespace std::chrono_literals;
 inline constexpr Duration hoverRevealDelay = 300ms;      ///< pointer rest over the broom before revealing
 inline constexpr Duration hoverTuckDelay = 1200ms;       ///< pointer away before tucking again
 inline constexpr Duration autoTuckRetry = 1s;            ///< next try of an auto-tuck that had to wait
+inline constexpr Duration autoTuckHold = 60s;            ///< longest that a pointer at rest puts it off
 inline constexpr Duration shelfCloseClickGrace = 400ms;  ///< a click so soon after closing is the same click
 inline constexpr double shelfSpringResponse = 0.42;
 inline constexpr double shelfSpringDamping = 0.72;

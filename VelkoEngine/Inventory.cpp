@@ -131,6 +131,29 @@ Task itemsAdding(const Platform& platform, Items known, ItemsHandler then) {
     return askThem(platform, std::move(apps), std::move(known), std::move(then));
 }
 
+Task frames(const Platform& platform, const std::set<ProcessID>& pids,
+            std::function<void(std::vector<Rect>)> then) {
+    using Frames = std::vector<Rect>;
+    return gatherReads(
+        platform.mainThread, std::vector<ProcessID>(pids.begin(), pids.end()),
+        [&accessibility = platform.accessibility](ProcessID pid) {
+            Frames frames;
+            for (const AXElement& element : AX::statusItems(accessibility, pid)) {
+                if (const auto frame = AX::frame(accessibility, element)) {
+                    frames.push_back(*frame);
+                }
+            }
+            return frames;
+        },
+        [then = std::move(then)](const std::vector<Frames>& perProcess) {
+            Frames all;
+            for (const Frames& frames : perProcess) {
+                all.insert(all.end(), frames.begin(), frames.end());
+            }
+            then(std::move(all));
+        });
+}
+
 std::optional<Rect> ownItemFrame(const Platform& platform) {
     const auto own = AX::statusItems(platform.accessibility, platform.processes.ownPID());
     return own.empty() ? std::nullopt : AX::frame(platform.accessibility, own.front());

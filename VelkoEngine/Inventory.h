@@ -57,6 +57,10 @@ using ReadingsHandler = std::function<void(Readings)>;
 /// none there. An app that gains or loses an item while it runs is seen by a full read only.
 [[nodiscard]] Task itemsAdding(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
 
+/// Reads where the items of the given processes are now; origin at the top left of the primary screen.
+[[nodiscard]] Task frames(const Platform& platform, const std::set<ProcessID>& pids,
+                          std::function<void(std::vector<Rect>)> then);
+
 /// Reads how the given apps' items look now; one that does not answer is left out.
 [[nodiscard]] Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps,
                             ReadingsHandler then);

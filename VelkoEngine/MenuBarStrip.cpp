@@ -17,13 +17,16 @@ double height(const Display& display, double statusBarThickness) {
         {display.safeAreaTop, display.frame.maxY() - display.visibleFrame.maxY(), statusBarThickness});
 }
 
+bool holds(const std::vector<Display>& displays, double statusBarThickness, Point point) {
+    const Display* const display = displayUnder(displays, point);
+    return display != nullptr && display->frame.maxY() - point.y <= height(*display, statusBarThickness);
+}
+
 bool contains(const std::vector<Display>& displays, double statusBarThickness, Point point) {
     if (displays.empty()) {
         return false;
     }
-    const Point upwards{.x = point.x, .y = displays.front().frame.maxY() - point.y};
-    const Display* const display = displayUnder(displays, upwards);
-    return display != nullptr && display->frame.maxY() - upwards.y <= height(*display, statusBarThickness);
+    return holds(displays, statusBarThickness, {.x = point.x, .y = displays.front().frame.maxY() - point.y});
 }
 
 std::optional<Rect> housing(const Display& display) {

@@ -26,6 +26,9 @@ namespace velko::MenuBarStrip {
 /// of no size stands nowhere.
 [[nodiscard]] bool shows(const std::vector<Display>& displays, double statusBarThickness, const Rect& frame);
 
+/// Whether a point (origin at the bottom left, y grows upwards) lies in the menu bar of its screen.
+[[nodiscard]] bool holds(const std::vector<Display>& displays, double statusBarThickness, Point point);
+
 /// Whether a point (origin at the top left of the primary screen, y grows downwards) lies in the menu bar
 /// of the screen that it is on.
 [[nodiscard]] bool contains(const std::vector<Display>& displays, double statusBarThickness, Point point);

@@ -4,6 +4,7 @@
 
 #include "Playground/Model/Scene.h"
 #include "Velko/Apps/PresentApps.h"
+#include "VelkoEngine/MenuBarStrip.h"
 
 // What should have come about by now, and what should be there to see.
 
@@ -125,6 +126,20 @@ void compareIcons(Scene& scene) {
     }
 }
 
+bool isShelfInHand(const Scene& scene) {
+    return scene.stage.mac().surfaces.surface(Surfaces::Kind::shelf).isInHand();
+}
+
+/// For how long the pointer may hold out what would go.
+std::chrono::seconds heldByPointer(const Scene& scene) {
+    SimulatedMac& mac = scene.stage.mac();
+    const Point pointer = mac.pointer.location();
+    const auto shelf = mac.surfaces.surface(Surfaces::Kind::shelf).frame();
+    const bool isInBar =
+        MenuBarStrip::holds(mac.displays.displays(), mac.displays.statusBarThickness(), pointer);
+    return isInBar || (shelf && shelf->contains(pointer)) ? 60s : 0s;
+}
+
 }  // namespace
 
 void expire(Scene& scene, Scene::Uptime at) {
@@ -152,9 +167,10 @@ void checkDeadlines(Scene& scene, Belief::Uptime touched) {
     }
     const auto seconds = std::chrono::seconds(belief.layout.reveal.autoTuckSeconds);
     const bool tucks = belief.out.isRevealed() && belief.out.opened.empty() && seconds > 0s &&
-                       !scene.stage.mac().windows.menuOwner();
-    scene.require(!tucks || now < std::max(belief.tucksFrom, touched + seconds) + slack,
-                  "revealed icons tuck themselves");
+                       !scene.stage.mac().windows.menuOwner() && !isShelfInHand(scene);
+    scene.require(
+        !tucks || now < std::max(belief.tucksFrom, touched + seconds) + heldByPointer(scene) + slack,
+        "revealed icons tuck themselves");
 }
 
 void compare(Scene& scene) {

@@ -35,7 +35,8 @@ struct Scene {
     }
     /// Whether time passes in the step, so that things may happen by themselves.
     [[nodiscard]] bool takesTime() const {
-        return step.verb == script::Verb::wait || step.verb == script::Verb::pointAt;
+        return step.verb == script::Verb::wait || step.verb == script::Verb::pointAt ||
+               step.verb == script::Verb::pointAtIcon;
     }
 
     /// What the apps cost, as Velko has measured it.

@@ -69,7 +69,9 @@ listen((message) => {
   const staysPinned = isPinned();
   const held = document.activeElement?.closest('.surface');  // has the keyboard, before it may go
   for (const [name, markup] of Object.entries(message.regions ?? {})) showRegion(name, markup);
+  const knewPointer = facts.wantsPointer;
   facts = message.facts ?? facts;
+  if (facts.wantsPointer && !knewPointer) post('pointer', pointer);
   screen.classList.toggle('has-notch', facts.notch);
   screen.dataset.displays = facts.displays;
   document.getElementById('asleep').hidden = facts.velko;
@@ -137,24 +139,32 @@ document.addEventListener('keydown', (event) => {
   event.stopPropagation();
 }, true);
 
-// The pointer, which matters while Velko reveals on hover.
+// The pointer, which matters while Velko reveals on hover, and while icons are out.
 
-let over = '';
+let pointer = { over: 'desktop' };
 let movedAt = 0;
 
-function placeUnder(target) {
-  if (target.closest('#broom')) return 'broom';
-  if (target.closest('.menu-bar')) return 'bar';
-  return target.closest('[data-surface="shelf"]') ? 'shelf' : 'desktop';
+const thousandths = (at, start, length) => Math.round((1000 * (at - start)) / length);
+
+function placeUnder({ target, clientX, clientY }) {
+  if (target.closest('#broom')) return { over: 'broom' };
+  const { pid, index } = target.closest('.status-item')?.dataset ?? {};
+  if (pid) return { over: 'icon', pid: Number(pid), index: Number(index) };
+  if (target.closest('.menu-bar')) return { over: 'bar' };
+  const shelf = target.closest('[data-surface="shelf"]')?.getBoundingClientRect();
+  if (!shelf) return { over: 'desktop' };
+  const { left, top, width, height } = shelf;
+  return { over: 'shelf', x: thousandths(clientX, left, width), y: thousandths(clientY, top, height) };
 }
 
 screen.addEventListener('pointermove', (event) => {
   const now = performance.now();
-  const place = placeUnder(event.target);
-  if (!facts.wantsPointer || (place === over && now - movedAt < 250)) return;
-  over = place;
+  const place = placeUnder(event);
+  const isSame = ['over', 'pid', 'index'].every((key) => place[key] === pointer[key]);
+  pointer = place;
+  if (!facts.wantsPointer || (isSame && now - movedAt < 250)) return;
   movedAt = now;
-  post('pointer', { over: place });
+  post('pointer', place);
 });
 
 // Sheets

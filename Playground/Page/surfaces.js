@@ -131,8 +131,11 @@ let dragged = '';
 
 screen.addEventListener('dragstart', (event) => {
   dragged = event.target.closest?.('.tile')?.dataset.bundle ?? '';
-  if (dragged) event.dataTransfer.setData('text/plain', dragged);
+  if (!dragged) return;
+  event.dataTransfer.setData('text/plain', dragged);
+  hold(event.target, true);
 });
+const hold = (tile, isHeld) => post('drag', { surface: nameOf(tile) ?? 'shelf', held: isHeld });
 const targetOf = (event) => (dragged ? event.target.closest?.('[data-takes-apps]') : null);
 function aim(group) {
   for (const each of screen.querySelectorAll('.is-target')) each.classList.toggle('is-target', each === group);
@@ -149,7 +152,11 @@ screen.addEventListener('drop', (event) => {
   event.preventDefault();
   act(group, dragged);
 });
-screen.addEventListener('dragend', () => { dragged = ''; aim(null); });
+screen.addEventListener('dragend', (event) => {
+  dragged = '';
+  aim(null);
+  hold(event.target, false);
+});
 
 // The keyboard
 
@@ -206,9 +213,20 @@ function ofControl(control, key) {
   return control.matches('.tile') && walked(control, key);
 }
 
+let keyToldAt = 0;
+
+/** The shelf stays while somebody works in it with the keyboard. */
+function tellKey(surface) {
+  const now = performance.now();
+  if (surface.dataset.surface !== 'shelf' || now - keyToldAt < 250) return;
+  keyToldAt = now;
+  post('key', { surface: 'shelf' });
+}
+
 document.addEventListener('keydown', (event) => {
   const surface = surfaceWithKeyboard();
   if (!surface || event.defaultPrevented) return;
+  tellKey(surface);
   if (surfaceOf(document.activeElement) && ofControl(document.activeElement, event.key)) {
     event.preventDefault();
     return;

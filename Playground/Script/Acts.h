@@ -13,6 +13,9 @@ namespace velko::script {
 
 using Done = std::expected<void, std::string>;
 
+/// The identifier of the app that the step names.
+[[nodiscard]] BundleID appOf(const Step& step);
+
 /// What is done to the Mac as a whole.
 struct MacAct {
     Verb verb;

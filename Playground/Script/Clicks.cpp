@@ -55,6 +55,9 @@ void pressEscape(Stage& stage) {
         mac.closeMenu();
         return;
     }
+    if (mac.surfaces.letGo()) {
+        return;
+    }
     const bool isForNote = mac.surfaces.surface(Surfaces::Kind::note).isOpen();
     mac.surfaces.surface(isForNote ? Surfaces::Kind::note : Surfaces::Kind::shelf)
         .press({.key = view::Shortcut::Key::escape});

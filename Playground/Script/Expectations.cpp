@@ -14,10 +14,6 @@ namespace {
 
 using playground::Stage;
 
-BundleID appOf(const Step& step) {
-    return playground::bundleIDOf(step.app).value_or(step.app);
-}
-
 Done holds(bool condition, const std::string& otherwise) {
     return condition ? Done() : std::unexpected(otherwise);
 }

@@ -45,6 +45,7 @@ std::expected<const view::Node*, std::string> reach(const Step& step, Stage& sta
                                step.control + ".");
     }
     mac.closeMenu();
+    mac.surfaces.letGo();
     for (const Kind passing : {Kind::note, Kind::shelf}) {
         if (passing != kindOf(step)) {
             mac.surfaces.surface(passing).dismiss(Surface::Dismissal::clickOutside);
@@ -83,32 +84,15 @@ bool chooseByTitle(const view::Menu& menu, const std::string& title) {
     });
 }
 
-Point middleOf(const Rect& rect) {
-    return {.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
-}
-
-/// Origin at the bottom left of the primary screen.
-std::optional<Point> pointAtPlace(const std::string& place, SimulatedMac& mac) {
-    const auto displays = mac.displays.displays();
-    if (displays.empty()) {
-        return std::nullopt;
+bool hasTile(const Step& step, Stage& stage) {
+    bool isFound = false;
+    if (const view::Node* const content = surfaceOf(step, stage).content()) {
+        view::walk(*content, [&](const view::Node& node) {
+            const auto* const tile = std::get_if<view::Tile>(&node.content);
+            isFound = isFound || (tile != nullptr && tile->bundleID == appOf(step));
+        });
     }
-    const Rect& screen = displays.front().frame;
-    if (place == "shelf") {
-        const auto frame = mac.surfaces.surface(Kind::shelf).frame();
-        return frame ? std::optional(middleOf(*frame)) : std::nullopt;
-    }
-    if (place == "broom") {
-        const auto& slots = mac.menuBar().slots();
-        const auto own = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
-        if (own == slots.end()) {
-            return std::nullopt;
-        }
-        const Point middle = middleOf(own->frame);
-        return Point{.x = middle.x, .y = screen.maxY() - middle.y};
-    }
-    return place == "bar" ? Point{.x = screen.x + screen.width / 3, .y = screen.maxY() - 4}
-                          : middleOf(screen);
+    return isFound;
 }
 
 }  // namespace
@@ -138,6 +122,18 @@ Done chooseIn(const Step& step, Stage& stage) {
                : std::unexpected("The menu of " + step.control + " has no such entry to choose.");
 }
 
+Done openMenuIn(const Step& step, Stage& stage) {
+    const auto node = reach(step, stage);
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    if (view::menuOf(**node, step.control).empty()) {
+        return std::unexpected(step.control + " has no menu.");
+    }
+    surfaceOf(step, stage).inHand = true;
+    return {};
+}
+
 Done press(const Step& step, Stage& stage) {
     const auto node = reach(step, stage);
     if (!node) {
@@ -150,22 +146,33 @@ Done press(const Step& step, Stage& stage) {
                : std::unexpected(step.control + " can't be pressed like that.");
 }
 
-Done drop(const Step& step, Stage& stage) {
-    const auto node = reach(step, stage);
-    if (!node) {
-        return std::unexpected(node.error());
-    }
-    SimulatedSurface& surface = surfaceOf(step, stage);
-    const BundleID app = playground::bundleIDOf(step.app).value_or(step.app);
-    bool hasTile = false;
-    view::walk(*surface.content(), [&](const view::Node& each) {
-        const auto* const tile = std::get_if<view::Tile>(&each.content);
-        hasTile = hasTile || (tile != nullptr && tile->bundleID == app);
-    });
-    if (!hasTile) {
+Done drag(const Step& step, Stage& stage) {
+    if (!hasTile(step, stage)) {
         return std::unexpected("The " + step.word + " has no tile of " + step.app + ".");
     }
-    return surface.perform(step.control, app) ? Done() : std::unexpected(step.control + " takes no apps.");
+    surfaceOf(step, stage).inHand = true;
+    return {};
+}
+
+Done drop(const Step& step, Stage& stage) {
+    if (const auto node = reach(step, stage); !node) {
+        return std::unexpected(node.error());
+    }
+    if (!hasTile(step, stage)) {
+        return std::unexpected("The " + step.word + " has no tile of " + step.app + ".");
+    }
+    return surfaceOf(step, stage).perform(step.control, appOf(step))
+               ? Done()
+               : std::unexpected(step.control + " takes no apps.");
+}
+
+Done pressKey(const Step& step, Stage& stage) {
+    SimulatedSurface& surface = surfaceOf(step, stage);
+    if (!surface.isOpen()) {
+        return std::unexpected("The " + step.word + " is not open.");
+    }
+    surface.press({});
+    return {};
 }
 
 Done close(const Step& step, Stage& stage) {
@@ -179,23 +186,6 @@ Done close(const Step& step, Stage& stage) {
         case Kind::shelf: surface.press({.key = view::Shortcut::Key::escape}); break;
         case Kind::setup:
         case Kind::settings: surface.dismiss(Surface::Dismissal::closeButton); break;
-    }
-    return {};
-}
-
-Done pointAt(const Step& step, Stage& stage) {
-    constexpr int stops = 5;
-    SimulatedMac& mac = stage.mac();
-    const auto goal = pointAtPlace(step.word, mac);
-    if (!goal) {
-        return std::unexpected("There is no " + step.word + " to point at.");
-    }
-    const Point from = mac.pointer.location();
-    for (int stop = 1; stop <= stops; ++stop) {
-        const double part = static_cast<double>(stop) / stops;
-        mac.pointer.moveTo(
-            {.x = from.x + (goal->x - from.x) * part, .y = from.y + (goal->y - from.y) * part});
-        stage.passTime(std::chrono::milliseconds(20));
     }
     return {};
 }

@@ -13,13 +13,17 @@ namespace velko::script {
 [[nodiscard]] Done choose(const Step& step, playground::Stage& stage);
 /// Picks from the menu of a control or a tile.
 [[nodiscard]] Done chooseIn(const Step& step, playground::Stage& stage);
+/// Opens that menu, and leaves it open.
+[[nodiscard]] Done openMenuIn(const Step& step, playground::Stage& stage);
 /// Works a control: a button without a value, the others with one.
 [[nodiscard]] Done press(const Step& step, playground::Stage& stage);
+/// Picks up an app's tile, and holds it.
+[[nodiscard]] Done drag(const Step& step, playground::Stage& stage);
 /// Drags an app's tile onto a group of the same surface.
 [[nodiscard]] Done drop(const Step& step, playground::Stage& stage);
 /// A window's close button; Escape for what has none.
 [[nodiscard]] Done close(const Step& step, playground::Stage& stage);
-/// The pointer travels there, in a tenth of a second.
-[[nodiscard]] Done pointAt(const Step& step, playground::Stage& stage);
+/// A key that means nothing to what stands there.
+[[nodiscard]] Done pressKey(const Step& step, playground::Stage& stage);
 
 }  // namespace velko::script

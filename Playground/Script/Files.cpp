@@ -30,7 +30,7 @@ std::optional<std::filesystem::path> fileOf(const Step& step, const Stage& stage
 }  // namespace
 
 Done placeInFile(const Step& step, Stage& stage) {
-    const auto app = playground::bundleIDOf(step.app).value_or(step.app);
+    const auto app = appOf(step);
     return editFile(
         stage, [&](Layout& layout) { layout.place(app, sectionNamed(step.word).value_or(Section::bar)); });
 }

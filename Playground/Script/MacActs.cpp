@@ -9,6 +9,7 @@
 #include "Playground/Script/Clock.h"
 #include "Playground/Script/Faces.h"
 #include "Playground/Script/Files.h"
+#include "Playground/Script/Pointing.h"
 #include "Playground/Script/Verbs.h"
 
 namespace velko::script {
@@ -144,7 +145,7 @@ Done sleep(const Step& step, Stage& stage) {
 
 /// The icon that the step names, of a process that runs.
 Done clickOn(const Step& step, Stage& stage) {
-    const auto pids = stage.mac().workspace.pids(playground::bundleIDOf(step.app).value_or(step.app));
+    const auto pids = stage.mac().workspace.pids(appOf(step));
     return pids.empty() ? std::unexpected(step.app + " does not run.")
                         : clickIcon(stage, pids.front(), static_cast<std::size_t>(step.icon.value_or(1) - 1));
 }
@@ -166,7 +167,10 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      [](const Step& step, Stage& stage) -> Done { return setClock(stage, -durationOf(step)); }},
     {Verb::launch, launch},
     {Verb::launchNeighbours, launchNeighbours},
-    {Verb::menuClose, does<[](const Step&, Stage& stage) { stage.mac().closeMenu(); }>},
+    {Verb::menuClose, does<[](const Step&, Stage& stage) {
+         stage.mac().closeMenu();
+         stage.mac().surfaces.letGo();
+     }>},
     {Verb::clickIcon, clickOn},
     {Verb::clickBroom,
      [](const Step& step, Stage& stage) -> Done { return clickBroom(stage, {.option = step.flag}); }},
@@ -180,10 +184,14 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      }},
     {Verb::clickOutside, does<[](const Step&, Stage& stage) { clickOutside(stage); }>},
     {Verb::pressEscape, does<[](const Step&, Stage& stage) { pressEscape(stage); }>},
+    {Verb::pressKey, pressKey},
     {Verb::pointAt, pointAt},
+    {Verb::pointAtIcon, pointAtIcon},
     {Verb::choose, choose},
     {Verb::chooseIn, chooseIn},
+    {Verb::openMenuIn, openMenuIn},
     {Verb::press, press},
+    {Verb::drag, drag},
     {Verb::drop, drop},
     {Verb::close, close},
     {Verb::exportLayout, exportLayout},

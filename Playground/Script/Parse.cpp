@@ -172,7 +172,7 @@ std::string noVerb(const std::vector<Token>& tokens) {
     std::string seconds;
     for (const VerbRow& row : verbs()) {
         const auto words = Pattern::of(row.pattern).verb;
-        if (words.size() > 1 && tokens.front().is(words.front())) {
+        if (words.size() > 1 && tokens.front().is(words.front()) && !seconds.contains(words[1])) {
             seconds += (seconds.empty() ? "" : ", ") + std::string(words[1]);
         }
     }

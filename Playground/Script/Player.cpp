@@ -19,7 +19,7 @@ const Act* find(std::span<const Act> acts, Verb verb) {
 }
 
 Done performOnApp(const AppAct& act, const Step& step, SimulatedMac& mac) {
-    const auto pids = mac.workspace.pids(playground::bundleIDOf(step.app).value_or(step.app));
+    const auto pids = mac.workspace.pids(appOf(step));
     if (pids.empty()) {
         return std::unexpected(step.app + " does not run.");
     }
@@ -30,12 +30,15 @@ Done performOnApp(const AppAct& act, const Step& step, SimulatedMac& mac) {
 }
 
 Done performInVelko(const VelkoAct& act, const Step& step, Stage& stage) {
-    return stage.velko() == nullptr
-               ? std::unexpected("Velko does not run.")
-               : act.perform(step, *stage.velko(), playground::bundleIDOf(step.app).value_or(step.app));
+    return stage.velko() == nullptr ? std::unexpected("Velko does not run.")
+                                    : act.perform(step, *stage.velko(), appOf(step));
 }
 
 }  // namespace
+
+BundleID appOf(const Step& step) {
+    return playground::bundleIDOf(step.app).value_or(step.app);
+}
 
 Done perform(const Step& step, Stage& stage) {
     if (const auto* appAct = find(appActs(), step.verb)) {

@@ -46,11 +46,15 @@ enum class Verb {
     controlClickBroom,
     clickOutside,
     pressEscape,
+    pressKey,
     pointAt,
+    pointAtIcon,
     // What Velko shows
     choose,
     chooseIn,
+    openMenuIn,
     press,
+    drag,
     drop,
     close,
     // What the user does in Velko

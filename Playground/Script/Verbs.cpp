@@ -42,11 +42,15 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::controlClickBroom, "control click broom [option]"},
     {Verb::clickOutside, "click outside"},
     {Verb::pressEscape, "press escape"},
+    {Verb::pressKey, "press key SURFACE"},
     {Verb::pointAt, "point at PLACE"},
+    {Verb::pointAtIcon, "point at icon APP [icon ICON]"},
 
     {Verb::choose, "choose TEXT"},
     {Verb::chooseIn, "choose in SURFACE CONTROL TEXT"},
+    {Verb::openMenuIn, "open menu in SURFACE CONTROL"},
     {Verb::press, "press SURFACE CONTROL [VALUE]"},
+    {Verb::drag, "drag APP SURFACE"},
     {Verb::drop, "drop APP SURFACE CONTROL"},
     {Verb::close, "close SURFACE"},
 

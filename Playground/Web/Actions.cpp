@@ -85,6 +85,20 @@ Done dismiss(Session& session, const Fields& fields) {
     return {};
 }
 
+Done holdTile(Session& session, const Fields& fields) {
+    if (auto* surface = surfaceNamed(session, fields)) {
+        surface->inHand = fields.flag("held");
+    }
+    return {};
+}
+
+Done pressKey(Session& session, const Fields& fields) {
+    if (auto* surface = surfaceNamed(session, fields)) {
+        surface->press({});
+    }
+    return {};
+}
+
 /// The app that is to be launched, when it runs: on a Mac it only comes to the front.
 std::optional<ProcessID> alreadyLaunched(const script::Step& step, SimulatedMac& mac) {
     if (step.verb != script::Verb::launch) {
@@ -150,7 +164,9 @@ constexpr std::array actions{
     Action{"click", clickDesktop},
     Action{"desk", playLine},
     Action{"dismiss", dismiss},
+    Action{"drag", holdTile},
     Action{"icon", clickIcon},
+    Action{"key", pressKey},
     Action{"menu", openControlMenu},
     Action{"motion",
            [](Session& session, const Fields& fields) {

@@ -1,7 +1,9 @@
 #include "Playground/Web/Mouse.h"
 
 #include <algorithm>
-#include <string_view>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace velko::web {
@@ -16,25 +18,44 @@ void pressElsewhere(Session& session) {
     session.mac().surfaces.clickOutside();
 }
 
-/// Where the pointer is, from the page's words, with y growing upwards.
-Point pointFor(SimulatedMac& mac, std::string_view over) {
-    const auto displays = mac.displays.displays();
-    const Rect screen = displays.empty() ? Rect{} : displays.front().frame;
-    const auto middleOf = [](const Rect& rect) {
-        return Point{.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
+Point middle(const Rect& rect) {
+    return {.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
+}
+
+/// The point within a rectangle that the page measures in thousandths from its top left corner.
+Point pointWithin(const Rect& rect, const Fields& fields) {
+    constexpr double most = 999;
+    const auto part = [&](const char* key) {
+        return std::clamp(static_cast<double>(fields.number(key).value_or(most / 2)), 0.0, most) / 1000;
     };
-    if (over == "shelf") {
-        return middleOf(mac.surfaces.surface(Surfaces::Kind::shelf).frame().value_or(screen));
-    }
-    if (over == "broom") {
-        const auto& slots = mac.menuBar().slots();
-        const auto own = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
-        if (own != slots.end()) {
-            const Point point = middleOf(own->frame);
-            return {.x = point.x, .y = screen.maxY() - point.y};
+    return {.x = rect.x + rect.width * part("x"), .y = rect.maxY() - rect.height * (part("y") + 0.001)};
+}
+
+/// The middle of an icon that a process has, as the bar measures it.
+std::optional<Point> middleOfIcon(const SimulatedMac& mac, std::int64_t pid, std::int64_t index) {
+    for (const auto& slot : mac.menuBar().slots()) {
+        if (slot.pid == pid && index-- == 0) {
+            return middle(slot.frame);
         }
     }
-    return over == "bar" ? Point{.x = screen.x + screen.width / 3, .y = screen.maxY() - 4} : middleOf(screen);
+    return std::nullopt;
+}
+
+/// Where the pointer is, from the page's words, with y growing upwards.
+Point pointFor(SimulatedMac& mac, const Fields& fields) {
+    const auto displays = mac.displays.displays();
+    const Rect screen = displays.empty() ? Rect{} : displays.front().frame;
+    const std::string over = fields.text("over").value_or("");
+    if (over == "shelf") {
+        return pointWithin(mac.surfaces.surface(Surfaces::Kind::shelf).frame().value_or(screen), fields);
+    }
+    if (over == "broom" || over == "icon") {
+        const std::int64_t pid = over == "broom" ? mac.processes.ownPID() : fields.number("pid").value_or(0);
+        if (const auto icon = middleOfIcon(mac, pid, fields.number("index").value_or(0))) {
+            return {.x = icon->x, .y = screen.maxY() - icon->y};
+        }
+    }
+    return over == "bar" ? Point{.x = screen.x + screen.width / 3, .y = screen.maxY() - 4} : middle(screen);
 }
 
 }  // namespace
@@ -73,14 +94,14 @@ Done clickIcon(Session& session, const Fields& fields) {
 }
 
 Done clickDesktop(Session& session, const Fields&) {
-    constexpr Point middle{.x = 400, .y = 500};
+    constexpr Point desktop{.x = 400, .y = 500};
     pressElsewhere(session);
-    session.mac().click(middle);
+    session.mac().click(desktop);
     return {};
 }
 
 Done movePointer(Session& session, const Fields& fields) {
-    session.mac().pointer.moveTo(pointFor(session.mac(), fields.text("over").value_or("")));
+    session.mac().pointer.moveTo(pointFor(session.mac(), fields));
     return {};
 }
 

@@ -34,6 +34,13 @@ std::string_view engineFact(const SimulatedFramework& framework) {
     return framework.answerDelay > SimulatedFramework::usualDelay ? "slow" : "works";
 }
 
+/// Whether Velko asks where the pointer is, now or soon.
+bool wantsPointer(Session& session) {
+    const AppController* const velko = session.stage().velko();
+    return session.mac().pointer.moveObservers() > 0 ||
+           (velko != nullptr && velko->values().state.isRevealed());
+}
+
 bool hasActivity(const SimulatedMac& mac) {
     return std::ranges::any_of(mac.processes.running(), [](const auto& process) {
         return process.app.name == rendererName && process.cores > 0;
@@ -79,7 +86,7 @@ Json facts(Session& session) {
     facts.emplace("engine", text(engineFact(mac.framework)));
     facts.emplace("savingFails", Json{.value = session.stage().savingFails});
     facts.emplace("velko", Json{.value = session.stage().velko() != nullptr});
-    facts.emplace("wantsPointer", Json{.value = mac.pointer.moveObservers() > 0});
+    facts.emplace("wantsPointer", Json{.value = wantsPointer(session)});
     facts.emplace("surfaces", openSurfaces(mac));
     facts.emplace("raised", raises(mac));
     facts.emplace("menuAnchor", text(menus.empty() ? "" : menus.front().anchor));

@@ -146,8 +146,17 @@ void Session::closeMenus() {
     mac().closeMenu();
 }
 
+void Session::openControlMenu(OpenMenu menu) {
+    closeControlMenu();
+    if (menu.surface) {
+        mac().surfaces.surface(*menu.surface).inHand = true;
+    }
+    controlMenu_ = {std::move(menu)};
+}
+
 void Session::closeControlMenu() {
     if (!controlMenu_.empty()) {
+        mac().surfaces.letGo();
         controlMenu_.clear();
         noteChange();
     }

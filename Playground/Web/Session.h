@@ -60,7 +60,7 @@ class Session final {
 
     /// The menu that is open: a control's, the broom's or an app's.
     [[nodiscard]] std::vector<OpenMenu> menus();
-    void openControlMenu(OpenMenu menu) { controlMenu_ = {std::move(menu)}; }
+    void openControlMenu(OpenMenu menu);
     /// Picks from the open menu; an empty place closes it.
     Done choose(const std::vector<std::size_t>& place);
     void closeMenus();

@@ -105,8 +105,9 @@ void HoverWatcher::reveal() {
 }
 
 void HoverWatcher::tuck() {
+    const Surface& shelf = parts_.ports.surfaces.surface(Surfaces::Kind::shelf);
     if (revealedByHover_ && isRevealed() && !parts_.controller.values().stepsAside() &&
-        !isAnyMenuOpen(parts_.platform)) {
+        !isAnyMenuOpen(parts_.platform) && !shelf.isInHand()) {
         revealedByHover_ = false;
         parts_.controller.toggle();
     }

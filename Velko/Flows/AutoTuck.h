@@ -1,35 +1,51 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
+#include <optional>
 
-#include "VelkoCore/RevealState.h"
+#include "Velko/Flows/FlowHost.h"
+#include "Velko/Ports/Surfaces.h"
+#include "VelkoCore/Geometry.h"
+#include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
-/// Tucks revealed icons away again after a while, but never while another app's menu is open: it would be
-/// pulled away under the pointer. Main thread; owned by the controller.
+/// Tucks revealed icons away again after a while, but never under the hand: not while another app's menu is
+/// open, not while the user does something in the shelf, and for a minute not while the pointer is on what
+/// was brought out. Main thread; owned by the controller.
 class AutoTuck final {
  public:
-    /// `tuck` is called when the time has come.
-    AutoTuck(const Platform& platform, std::function<void()> tuck);
+    /// `tuck` is called when the time has come. What is referred to outlives this.
+    AutoTuck(const FlowHost& host, const Platform& platform, const Surface& shelf,
+             std::function<void()> tuck);
     AutoTuck(const AutoTuck&) = delete;
     AutoTuck& operator=(const AutoTuck&) = delete;
     ~AutoTuck() = default;
 
-    /// Starts the wait anew when `state` shows tucked icons and `delay` is not zero; else calls it off.
-    void rearm(const RevealState& state, std::chrono::seconds delay);
+    /// Starts the wait anew when tucked icons are out and are to go by themselves; else calls it off.
+    void rearm();
+
+    /// The user does something in the shelf: if a wait is under way, its time begins anew.
+    void touched();
 
     void cancel() noexcept { wait_.cancel(); }
 
  private:
-    void tuckOrWait();
+    void look();
+    void lookAtPointer();
+    void lookAgain(MainThread::Uptime delay);
+    [[nodiscard]] bool mayHold(Point pointer, bool isOnShelf);
 
+    const FlowHost& host_;
     Platform platform_;
+    const Surface& shelf_;
     std::function<void()> tuck_;
     Task wait_;
+    MainThread::Uptime touchedAt_{};
+    std::optional<MainThread::Uptime> heldSince_;  ///< by the pointer alone
+    Point pointer_;                                ///< where it was at the last look
 };
 
 }  // namespace velko

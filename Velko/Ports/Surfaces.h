@@ -39,6 +39,8 @@ class Surface {
         view::Node content{};
         /// The user wants it gone: whether it goes. Absent: it always does.
         std::function<bool(Dismissal)> dismiss{};
+        /// A key went down in it, whether or not anything listens to that key.
+        std::function<void()> keyPressed{};
         /// It has gone, whoever closed it. Called once, never within `open` or `close`.
         std::function<void()> closed{};
     };
@@ -63,6 +65,9 @@ class Surface {
 
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
+
+    /// Whether the user is amid something in it: a menu of a control is open, or a tile is being dragged.
+    [[nodiscard]] virtual bool isInHand() const = 0;
 
     /// Where it is on screen: origin at the bottom left of the primary screen; nothing while it is closed.
     [[nodiscard]] virtual std::optional<Rect> frame() const = 0;

@@ -35,7 +35,8 @@ void ShelfController::sync() {
                         .motion = motion(),
                         .takesKeyboard = !parts_.controller.values().revealedByPointer,
                         .content = content(*place),
-                        .dismiss = [this](Surface::Dismissal how) { return dismiss(how); }});
+                        .dismiss = [this](Surface::Dismissal how) { return dismiss(how); },
+                        .keyPressed = [this] { parts_.controller.shelfTouched(); }});
     } else {
         surface().update(content(*place));
         if (*place != place_) {
@@ -57,11 +58,14 @@ Surface::Motion ShelfController::motion() const {
 }
 
 view::Node ShelfController::content(const Surface::Place& place) const {
-    return shelfView(
-        {.controller = parts_.controller,
-         .height = place.bounds.height,
-         .open = [this](const BundleID& bundleID) { onOpen(bundleID); },
-         .move = [this](const BundleID& bundleID, Section section) { onMove(bundleID, section); }});
+    return shelfView({.controller = parts_.controller,
+                      .height = place.bounds.height,
+                      .open = [this](const BundleID& bundleID) { onOpen(bundleID); },
+                      .move =
+                          [this](const BundleID& bundleID, Section section) {
+                              onMove(bundleID, section);
+                              parts_.controller.shelfTouched();
+                          }});
 }
 
 bool ShelfController::dismiss(Surface::Dismissal how) const {

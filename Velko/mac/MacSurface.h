@@ -22,6 +22,7 @@ class MacSurface : public Surface {
     void raise() override;
     void close() final;
     [[nodiscard]] bool isOpen() const final { return opening_.has_value(); }
+    [[nodiscard]] bool isInHand() const final { return tree_.isInHand; }
     [[nodiscard]] std::optional<Rect> frame() const final;
 
  protected:

@@ -98,6 +98,9 @@ bool MacSurface::hear(NSEvent* key) {
     if (!opening_ || key.window == nil || key.window != window()) {
         return false;
     }
+    if (const auto told = opening_->keyPressed) {
+        told();
+    }
     if ([tree_ pressKeyOf:key] || [tree_ walkTilesByKeyOf:key]) {
         return true;
     }

@@ -101,12 +101,14 @@ constexpr CGFloat dragThreshold = 4;  // points
 
 - (void)draggingSession:(NSDraggingSession*)session willBeginAtPoint:(NSPoint)point {
     _dragged = self;
+    [self.treeActions dragging:YES];
 }
 
 - (void)draggingSession:(NSDraggingSession*)session
            endedAtPoint:(NSPoint)point
               operation:(NSDragOperation)operation {
     _dragged = nil;
+    [self.treeActions dragging:NO];
 }
 
 @end

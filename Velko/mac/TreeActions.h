@@ -9,6 +9,8 @@
 - (BOOL)perform:(const velko::view::Input&)input on:(NSView*)view;
 /// The menu that the view opens; nil when it has none.
 - (NSMenu*)menuOf:(NSView*)view;
+/// A tile is picked up, or let go.
+- (void)dragging:(BOOL)isUnderWay;
 
 - (void)pressed:(NSView*)sender;
 - (void)toggled:(NSButton*)sender;

@@ -74,6 +74,8 @@ BOOL usesKeys(NSResponder* responder) {
     NSView* _content;
     NSLayoutConstraint* _ceiling;
     velko::Task _correction;
+    NSInteger _openMenus;
+    BOOL _isDragging;
 }
 
 - (instancetype)initWithMainThread:(velko::MainThread&)mainThread icons:(velko::AppIcons&)icons {
@@ -183,7 +185,28 @@ BOOL usesKeys(NSResponder* responder) {
     const auto tree = _tree;
     const velko::view::Menu menu =
         tree ? velko::view::menuOf(*tree, velko::portable(view.identifier)) : velko::view::Menu();
-    return menu.empty() ? nil : velko::makeMenu(menu, *_icons);
+    if (menu.empty()) {
+        return nil;
+    }
+    NSMenu* shown = velko::makeMenu(menu, *_icons);
+    shown.delegate = self;
+    return shown;
+}
+
+- (void)menuWillOpen:(NSMenu*)menu {
+    ++_openMenus;
+}
+
+- (void)menuDidClose:(NSMenu*)menu {
+    --_openMenus;
+}
+
+- (void)dragging:(BOOL)isUnderWay {
+    _isDragging = isUnderWay;
+}
+
+- (BOOL)isInHand {
+    return _openMenus > 0 || _isDragging;
 }
 
 - (void)pressed:(NSView*)sender {

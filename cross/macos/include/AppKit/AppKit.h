@@ -196,6 +196,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @protocol NSMenuDelegate <NSObject>
 @optional
 - (void)menuWillOpen:(NSMenu*)menu;
+- (void)menuWillOpen:(NSMenu*)menu;
 - (void)menuDidClose:(NSMenu*)menu;
 @end
 
