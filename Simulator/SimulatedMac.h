@@ -112,8 +112,11 @@ class SimulatedMac final {
     /// An app's menu opens in place of any other; its observers hear of both.
     void openMenu(ProcessID pid);
     void closeMenu();
-    /// Another app comes to the front.
+    /// Another app comes to the front, and its own menus stand at the left end of the bar.
     void activate(ProcessID pid);
+    /// Where those menus are, origin at the top left of the primary screen; nothing before an app has come
+    /// to the front, and while it is gone.
+    [[nodiscard]] std::optional<Rect> frontMenus() const;
     /// A click, left or right: on an app's icon it opens its menu, and wherever it is, it closes the menu
     /// that was open. Origin at the top left of the primary screen.
     void click(Point location);
@@ -175,6 +178,7 @@ class SimulatedMac final {
     std::shared_ptr<std::uint64_t> bytesWritten_ = std::make_shared<std::uint64_t>(0);
     SimulatedMenuBar menuBar_;
     SimulatedTrees trees_;
+    ProcessID front_ = 0;
     double barWidth_ = 0;  ///< of the last primary screen that there was
     std::vector<Sight> sight_;
 };

@@ -41,6 +41,15 @@ std::string SimulatedMac::menuBarPicture() const {
     return picture;
 }
 
+std::optional<Rect> SimulatedMac::frontMenus() const {
+    constexpr double appleMenu = 40;  // points
+    constexpr double menus = 300;
+    if (!accessibility.root(front_)) {
+        return std::nullopt;
+    }
+    return Rect{.x = appleMenu, .width = menus, .height = displays.statusBarThickness()};
+}
+
 /// Brings everything that follows from processes, icons, displays and the allowlist up to date.
 void SimulatedMac::refresh() {
     if (const auto screens = displays.displays(); !screens.empty()) {
@@ -55,6 +64,9 @@ void SimulatedMac::refresh() {
             sight.push_back({.pid = slot.pid, .title = slot.icon.title, .frame = slot.frame});
             onScreen.emplace_back(slot.frame, slot.element);
         }
+    }
+    if (const auto menus = frontMenus()) {
+        onScreen.emplace_back(*menus, accessibility.root(front_));
     }
     accessibility.setOnScreen(std::move(onScreen));
     if (std::exchange(sight_, sight) != sight && onMenuBarChange) {

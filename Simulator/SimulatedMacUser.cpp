@@ -42,6 +42,8 @@ void SimulatedMac::closeMenu() {
 }
 
 void SimulatedMac::activate(ProcessID pid) {
+    front_ = pid;
+    refresh();
     tell(WorkspaceNotice::Kind::activated, pid, workspace.bundleID(pid));
 }
 

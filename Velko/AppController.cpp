@@ -86,7 +86,8 @@ void AppController::start() {
     set(&AppValues::activeStyle, chooseRevealStyle(platform_, values_.layout.reveal));
     systemEvents_.emplace(platform_, [this](const SystemEvents::Kind& event) { handleSystemEvent(event); });
     clickHistory_.emplace(
-        platform_, [this](const BundleID& bundleID) { recordClick(bundleID); },
+        platform_, [this] { return values_.items; },
+        [this](const BundleID& bundleID) { recordClick(bundleID); },
         [this](const ClickTapEvent& event) {
             if (onPress) {
                 onPress(event);

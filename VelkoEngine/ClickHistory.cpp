@@ -41,11 +41,32 @@ std::optional<ProcessID> ownerAt(const Platform& platform, Point point) {
     return pid ? std::optional(*pid) : std::nullopt;
 }
 
+/// Whether a point in a menu bar is left of every icon in that bar by more than the width of the leftmost:
+/// that much room is left for one that is not known yet. A bar without icons says nothing.
+bool isLeftOfAll(const std::vector<MenuBarItem>& icons, const std::vector<Display>& displays,
+                 double statusBarThickness, Point point) {
+    const double top = displays.front().frame.maxY();
+    const auto displayOf = [&](Point at) {
+        return MenuBarStrip::displayUnder(displays, {.x = at.x, .y = top - at.y});
+    };
+    std::optional<Rect> leftmost;
+    for (const MenuBarItem& icon : icons) {
+        const Rect& frame = icon.frame;
+        const Point middle{.x = frame.x + frame.width / 2, .y = frame.y + frame.height / 2};
+        if (MenuBarStrip::shows(displays, statusBarThickness, frame) &&
+            displayOf(middle) == displayOf(point) && (!leftmost || frame.x < leftmost->x)) {
+            leftmost = frame;
+        }
+    }
+    return leftmost && point.x < leftmost->x - leftmost->width;
+}
+
 }  // namespace
 
-ClickHistory::ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick,
-                           PressHandler onPress)
+ClickHistory::ClickHistory(const Platform& platform, KnownIcons known,
+                           std::function<void(const BundleID&)> onClick, PressHandler onPress)
     : platform_(platform),
+      known_(std::move(known)),
       onClick_(std::move(onClick)),
       onPress_(std::move(onPress)),
       hitTests_(
@@ -71,12 +92,18 @@ void ClickHistory::hear(const ClickTapEvent& event) {
             if (onPress_) {
                 onPress_(event);
             }
-            if (MenuBarStrip::contains(platform_.displays.displays(), platform_.displays.statusBarThickness(),
-                                       event.location)) {
+            if (mayHitIcon(event.location)) {
                 hitTests_.add(event.location);
             }
             break;
     }
+}
+
+bool ClickHistory::mayHitIcon(Point point) const {
+    const auto displays = platform_.displays.displays();
+    const double thickness = platform_.displays.statusBarThickness();
+    return MenuBarStrip::contains(displays, thickness, point) &&
+           !isLeftOfAll(known_(), displays, thickness, point);
 }
 
 void ClickHistory::report(std::optional<ProcessID> pid) const {

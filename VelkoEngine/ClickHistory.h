@@ -4,9 +4,11 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "VelkoCore/BundleID.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoEngine/MenuBarItem.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Pointer.h"
 #include "VelkoEngine/Ports/ProcessID.h"
@@ -22,10 +24,13 @@ class ClickHistory final {
     static constexpr std::size_t mostWaiting = 32;
 
     using PressHandler = std::function<void(const ClickTapEvent&)>;
+    /// The icons that are known, with where they were last.
+    using KnownIcons = std::function<std::vector<MenuBarItem>()>;
 
-    /// `onClick` receives the clicked app, on the main thread. `onPress` is told of every button that goes
+    /// `onClick` receives the clicked app, on the main thread. A click left of all `known` icons is one on
+    /// the menus of the app in front, and nobody's icon click. `onPress` is told of every button that goes
     /// down, wherever it is, and must return at once: the system waits for it.
-    ClickHistory(const Platform& platform, std::function<void(const BundleID&)> onClick,
+    ClickHistory(const Platform& platform, KnownIcons known, std::function<void(const BundleID&)> onClick,
                  PressHandler onPress = {});
     ClickHistory(const ClickHistory&) = delete;
     ClickHistory& operator=(const ClickHistory&) = delete;
@@ -43,7 +48,10 @@ class ClickHistory final {
     void hear(const ClickTapEvent& event);
     void report(std::optional<ProcessID> pid) const;
 
+    [[nodiscard]] bool mayHitIcon(Point point) const;
+
     Platform platform_;
+    KnownIcons known_;
     std::function<void(const BundleID&)> onClick_;
     PressHandler onPress_;
     ReadsInTurn<Point, std::optional<ProcessID>> hitTests_;

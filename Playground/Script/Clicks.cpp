@@ -40,9 +40,13 @@ Done clickIcon(Stage& stage, ProcessID pid, std::size_t icon) {
     return {};
 }
 
-void clickOutside(Stage& stage) {
-    stage.mac().click(desktop);
+void clickAt(Stage& stage, Point location) {
+    stage.mac().click(location);
     closeWhatIsPassing(stage.mac());
+}
+
+void clickOutside(Stage& stage) {
+    clickAt(stage, desktop);
 }
 
 void pressEscape(Stage& stage) {

@@ -11,6 +11,9 @@ namespace velko::script {
 /// A click on one of an app's icons, counted from 0; it is a click outside as well.
 [[nodiscard]] Done clickIcon(playground::Stage& stage, ProcessID pid, std::size_t icon);
 
+/// A click on what is no icon; origin at the top left of the primary screen.
+void clickAt(playground::Stage& stage, Point location);
+
 /// A click on the desktop closes an open menu, the note and the shelf.
 void clickOutside(playground::Stage& stage);
 

@@ -105,14 +105,38 @@ Done closed(const Step& step, Stage& stage) {
     return holds(!surfaceOf(step, stage).isOpen(), "The " + step.word + " is open.");
 }
 
-Done says(const Step& step, Stage& stage) {
-    bool isSaid = false;
+bool isSaid(const Step& step, Stage& stage) {
+    bool isFound = false;
     if (const view::Node* content = surfaceOf(step, stage).content()) {
         view::walk(*content, [&](const view::Node& node) {
-            isSaid = isSaid || view::spoken(node).contains(step.text.value_or(""));
+            isFound = isFound || view::spoken(node).contains(step.text.value_or(""));
         });
     }
-    return holds(isSaid, "The " + step.word + " does not say that.");
+    return isFound;
+}
+
+Done says(const Step& step, Stage& stage) {
+    return holds(isSaid(step, stage), "The " + step.word + " does not say that.");
+}
+
+Done lacks(const Step& step, Stage& stage) {
+    return holds(surfaceOf(step, stage).isOpen() && !isSaid(step, stage),
+                 "The " + step.word + " says that, or is not open.");
+}
+
+Done toolTip(const Step& step, Stage& stage) {
+    const std::string& text = stage.mac().statusItem.toolTip();
+    return holds(text.contains(step.text.value_or("")), "It says: " + text);
+}
+
+Done clicked(const Step& step, AppController& velko) {
+    return holds(velko.values().layout.lastClicked.contains(appOf(step)),
+                 "No click on " + step.app + " is known.");
+}
+
+Done unclicked(const Step& step, AppController& velko) {
+    return holds(!velko.values().layout.lastClicked.contains(appOf(step)),
+                 "A click on " + step.app + " is known.");
 }
 
 constexpr auto expectVerbs = std::to_array<MacAct>({
@@ -128,6 +152,10 @@ constexpr auto expectVerbs = std::to_array<MacAct>({
     {Verb::expectOpen, open},
     {Verb::expectClosed, closed},
     {Verb::expectSays, says},
+    {Verb::expectLacks, lacks},
+    {Verb::expectToolTip, toolTip},
+    {Verb::expectClicked, inVelko<clicked>},
+    {Verb::expectUnclicked, inVelko<unclicked>},
 });
 
 }  // namespace

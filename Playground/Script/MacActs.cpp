@@ -150,6 +150,15 @@ Done clickOn(const Step& step, Stage& stage) {
                         : clickIcon(stage, pids.front(), static_cast<std::size_t>(step.icon.value_or(1) - 1));
 }
 
+Done clickFrontMenu(const Step&, Stage& stage) {
+    const auto menus = stage.mac().frontMenus();
+    if (!menus) {
+        return std::unexpected("No app has come to the front.");
+    }
+    clickAt(stage, {.x = menus->x + menus->width / 2, .y = menus->y + menus->height / 2});
+    return {};
+}
+
 /// An act that always works.
 template <void (*act)(const Step&, Stage&)>
 Done does(const Step& step, Stage& stage) {
@@ -182,6 +191,7 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      [](const Step& step, Stage& stage) -> Done {
          return clickBroom(stage, {.option = step.flag, .control = true});
      }},
+    {Verb::clickFrontMenu, clickFrontMenu},
     {Verb::clickOutside, does<[](const Step&, Stage& stage) { clickOutside(stage); }>},
     {Verb::pressEscape, does<[](const Step&, Stage& stage) { pressEscape(stage); }>},
     {Verb::pressKey, pressKey},

@@ -44,6 +44,7 @@ enum class Verb {
     clickBroom,
     rightClickBroom,
     controlClickBroom,
+    clickFrontMenu,
     clickOutside,
     pressEscape,
     pressKey,
@@ -115,6 +116,10 @@ enum class Verb {
     expectOpen,
     expectClosed,
     expectSays,
+    expectLacks,
+    expectToolTip,
+    expectClicked,
+    expectUnclicked,
 };
 
 /// One event of a scenario: a verb and what it is about. Which operands a verb takes stands in the table of

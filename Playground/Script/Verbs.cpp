@@ -40,6 +40,7 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::clickBroom, "click broom [option]"},
     {Verb::rightClickBroom, "right click broom [option]"},
     {Verb::controlClickBroom, "control click broom [option]"},
+    {Verb::clickFrontMenu, "click front menu"},
     {Verb::clickOutside, "click outside"},
     {Verb::pressEscape, "press escape"},
     {Verb::pressKey, "press key SURFACE"},
@@ -111,6 +112,10 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::expectOpen, "expect open SURFACE"},
     {Verb::expectClosed, "expect closed SURFACE"},
     {Verb::expectSays, "expect says SURFACE TEXT"},
+    {Verb::expectLacks, "expect lacks SURFACE TEXT"},
+    {Verb::expectToolTip, "expect tooltip TEXT"},
+    {Verb::expectClicked, "expect clicked APP"},
+    {Verb::expectUnclicked, "expect unclicked APP"},
 });
 
 constexpr auto numberOperands = std::to_array<NumberOperand>({

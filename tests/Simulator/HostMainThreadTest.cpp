@@ -118,7 +118,8 @@ class BusyMac : public testing::Test {
     std::vector<ProcessID> pids;
     int turns = 0;
     std::vector<BundleID> clicked;
-    ClickHistory clicks{mac.platform(), [this](const BundleID& app) { clicked.push_back(app); }};
+    ClickHistory clicks{mac.platform(), [] { return std::vector<MenuBarItem>(); },
+                        [this](const BundleID& app) { clicked.push_back(app); }};
 };
 
 using HostMainThreadOnABusyMac = BusyMac;

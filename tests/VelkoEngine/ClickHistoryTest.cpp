@@ -65,8 +65,9 @@ class ClickHistoryTest : public testing::Test {
     }
 
     SimulatedMac mac;
+    std::vector<MenuBarItem> known;
     Apps clicked;
-    std::optional<ClickHistory> history{std::in_place, mac.platform(),
+    std::optional<ClickHistory> history{std::in_place, mac.platform(), [this] { return known; },
                                         [this](const BundleID& app) { clicked.push_back(app); }};
 };
 
@@ -142,8 +143,9 @@ TEST_F(ClickHistoryTest, SurvivesAThousandClicksASecond) {
 TEST_F(ClickHistoryTest, MayBeDestroyedAtAnyMoment) {
     const ProcessID a = launch("a");
     for (const int turns : {0, 1, 2, 3}) {
-        history.emplace(mac.platform(),
-                        [&](const BundleID&) { turns == 3 ? history.reset() : history->stop(); });
+        history.emplace(
+            mac.platform(), [this] { return known; },
+            [&](const BundleID&) { turns == 3 ? history.reset() : history->stop(); });
         history->start();
         mac.clickIcon(a);
         mac.clickIcon(a);
