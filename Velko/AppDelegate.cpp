@@ -200,20 +200,16 @@ void AppDelegate::updateActivationPolicy() {
 
 SortSession AppDelegate::makeSession() {
     const Layout& layout = controller_.values().layout;
-    if (layout.hasCompletedSetup) {
-        return sessionFrom(layout.sections, "your current layout");
+    if (!layout.hasCompletedSetup) {
+        lookForAnotherOrganiser();
     }
-    lookForAnotherOrganiser();
-    return lastImport_ ? sessionFrom(lastImport_->sections, lastImport_->source)
-                       : sessionFrom({}, std::nullopt);
-}
-
-SortSession AppDelegate::sessionFrom(const std::map<BundleID, Section>& current,
-                                     std::optional<std::string> importSource) const {
+    // Before the setup is complete somebody may have sorted in the settings, which counts for more.
+    const bool takesOver = !layout.hasCompletedSetup && lastImport_;
     return SortSession({.apps = appsToSort(controller_),
-                        .lastClicked = controller_.values().layout.lastClicked,
-                        .current = current,
-                        .importSource = std::move(importSource),
+                        .lastClicked = layout.lastClicked,
+                        .current = layout.sections,
+                        .importSource = "your current layout",
+                        .imported = takesOver ? &*lastImport_ : nullptr,
                         .now = floorToSeconds(platform_.mainThread.date()),
                         .calendar = {}});
 }

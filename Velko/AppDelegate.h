@@ -1,9 +1,7 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <optional>
-#include <string>
 
 #include "Velko/AppController.h"
 #include "Velko/Broom/BroomFrame.h"
@@ -63,8 +61,6 @@ class AppDelegate final {
     void updateActivationPolicy();
     [[nodiscard]] SettingsController& settings();
     [[nodiscard]] SortSession makeSession();
-    [[nodiscard]] SortSession sessionFrom(const std::map<BundleID, Section>& current,
-                                          std::optional<std::string> importSource) const;
     void lookForAnotherOrganiser();
 
     Platform platform_;

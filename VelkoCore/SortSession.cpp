@@ -1,10 +1,26 @@
 #include "VelkoCore/SortSession.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "VelkoCore/Importers.h"
 
 namespace velko {
 
 namespace {
+
+/// The section to take over, if there is one.
+std::optional<Suggestion> placedBefore(const BundleID& bundleID, const SortSession::Request& request) {
+    const auto from = [&](const std::map<BundleID, Section>& sections, const std::string& source) {
+        const auto placed = sections.find(bundleID);
+        return placed == sections.end() ? std::nullopt
+                                        : std::optional(Suggestion{.section = placed->second,
+                                                                   .reason = Suggestion::Imported{source}});
+    };
+    auto own = from(request.current, request.importSource.value_or("your current layout"));
+    return own || request.imported == nullptr ? own
+                                              : from(request.imported->sections, request.imported->source);
+}
 
 SortCard cardFor(const SortSession::App& app, const SortSession::Request& request) {
     SortCard card{.bundleID = app.bundleID, .name = app.name, .lastClicked = {}, .suggestion = {}};
@@ -12,10 +28,8 @@ SortCard cardFor(const SortSession::App& app, const SortSession::Request& reques
     if (click != request.lastClicked.end()) {
         card.lastClicked = click->second;
     }
-    const auto placed = request.current.find(app.bundleID);
-    if (placed != request.current.end()) {
-        const std::string source = request.importSource.value_or("your current layout");
-        card.suggestion = {.section = placed->second, .reason = Suggestion::Imported{source}};
+    if (auto placed = placedBefore(app.bundleID, request)) {
+        card.suggestion = *std::move(placed);
     } else {
         card.suggestion = Suggestions::suggest({.bundleID = app.bundleID,
                                                 .lastClicked = card.lastClicked,

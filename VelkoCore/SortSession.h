@@ -14,6 +14,8 @@
 
 namespace velko {
 
+struct ImportedLayout;
+
 /// One app to be sorted.
 struct SortCard {
     BundleID bundleID;
@@ -37,6 +39,8 @@ class SortSession {
         const std::map<BundleID, Date>& lastClicked;
         const std::map<BundleID, Section>& current;  ///< sections to take over, before any other rule
         std::optional<std::string> importSource;  ///< where `current` comes from; absent: the user's layout
+        /// What another organiser left, for apps of which `current` says nothing.
+        const ImportedLayout* imported = nullptr;
         Date now;
         Calendar calendar;
     };

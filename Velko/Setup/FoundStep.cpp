@@ -38,11 +38,12 @@ class MarkedList {
     std::vector<view::Node> lines_;
 };
 
-/// Where the cards propose what was found.
-SectionCounts proposed(const SortSession& session) {
+/// Where the cards propose what was found; what the user has placed already is not from there.
+SectionCounts proposed(const SortSession& session, const ImportedLayout& imported) {
     SectionCounts counts;
     for (const SortCard& card : session.cards()) {
-        if (std::holds_alternative<Suggestion::Imported>(card.suggestion.reason)) {
+        const auto* const from = std::get_if<Suggestion::Imported>(&card.suggestion.reason);
+        if (from != nullptr && from->source == imported.source) {
             counts.add(card.suggestion.section);
         }
     }
@@ -104,7 +105,7 @@ std::vector<view::Node> decisions(const ImportedLayout& imported, const SetupAct
 
 view::Node found(const ImportedLayout& imported, const SortSession& session, std::size_t others,
                  const SetupActions& actions) {
-    const SectionCounts counts = proposed(session);
+    const SectionCounts counts = proposed(session, imported);
     const std::string places = counts.all() > 0 ? "Places are only suggested on your cards. " : "";
     return step("setup:found",
                 {centred("found:title", "You come from " + imported.source, view::Text::Style::title),
