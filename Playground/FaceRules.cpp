@@ -27,6 +27,9 @@ std::string expectedToolTip(AppController& velko) {
     if (!values.health().isOk()) {
         return "Velko needs attention. Right-click for details.";
     }
+    if (values.isRefused) {
+        return "macOS didn't let Velko hide icons, so all of them are out. Try again in Settings.";
+    }
     if (velko.note().isAnythingToAsk() && !values.noteDeferred) {
         return "Velko has something to ask. Click to see.";
     }

@@ -108,6 +108,8 @@ class AppController final : private FlowHost {
     void completeSetup(const std::map<BundleID, Section>& sections);
     /// Shows everything until something else is applied.
     void showAll();
+    /// Asks the system once more for what it has refused.
+    void tryAgain();
     /// Starts the diagnostic watch of all icons, or stops it.
     void toggleIconWatch();
     [[nodiscard]] bool isIconWatchRunning() const noexcept { return iconWatch_ && iconWatch_->isRunning(); }

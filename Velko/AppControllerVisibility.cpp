@@ -122,7 +122,12 @@ void AppController::apply(ApplyRequest request) {
     });
 }
 
+void AppController::tryAgain() {
+    apply({.reason = "try again"});
+}
+
 void AppController::applied(const ApplyRequest& request, const MenuBarEngine::Result& result) {
+    set(&AppValues::isRefused, !result || (values_.isRefused && engine_->current().isShowAll()));
     if (!result) {
         log_.log("engine",
                  "FAILED (" + request.reason + "): " + describe(result.error()) + ". Everything shown.");

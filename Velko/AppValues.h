@@ -32,6 +32,7 @@ struct AppValues {
     bool liveActivityShowing = false;
     bool liveActivityDismissed = false;       ///< the user tidies anyway while this activity lasts
     std::optional<BundleID> showingMe;        ///< the app whose icon the user looks for
+    bool isRefused = false;                   ///< the system has refused to hide, and nothing worked since
     bool noteDeferred = false;                ///< there is something to ask, and the user has put it off
     std::int64_t loginRevision = 0;           ///< grows when launch at login was switched
     std::optional<std::string> loginFailure;  ///< why the last switch of it failed

@@ -34,7 +34,8 @@ bool isReason(const Heard& heard, const std::string& reason) {
         ((reason == "show me stopped" && belief.alone) || reason == "pop out off")) {
         return true;
     }
-    return belief.asked.contains(reason) || reason == "inventory" || reason == "autoTuck" ||
+    return belief.asked.contains(reason) || reason == "inventory" || reason == "try again" ||
+           reason == "autoTuck" ||
            (reason == "peekEnded" && belief.openedAt && heard.at - *belief.openedAt < 65s);
 }
 

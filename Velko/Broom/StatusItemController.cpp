@@ -5,12 +5,16 @@
 #include "Velko/AppController.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/StatusMenus.h"
+#include "Velko/Refusal.h"
 
 namespace velko {
 
 namespace {
 
 std::string toolTipFor(const AppValues& values, bool hasQuestion) {
+    if (values.isRefused) {
+        return std::string(refusalInWords) + " Try again in Settings.";
+    }
     if (hasQuestion && !values.noteDeferred) {
         return "Velko has something to ask. Click to see.";
     }

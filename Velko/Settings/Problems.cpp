@@ -6,6 +6,7 @@
 
 #include "Velko/AppController.h"
 #include "Velko/Broom/MenuActions.h"
+#include "Velko/Refusal.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/Updates.h"
 #include "Velko/View/Build.h"
@@ -19,8 +20,10 @@ view::Node problem(const std::string& id, std::string what, std::string more,
     view::Node mark{
         .id = id + ":mark",
         .content = view::Symbol{.name = "exclamationmark.triangle", .points = 18, .ink = view::Ink::warning}};
-    std::vector<view::Node> words{view::text(id + ":what", std::move(what), view::Text::Style::headline),
-                                  view::explanation(id + ":more", std::move(more))};
+    std::vector<view::Node> words{view::text(id + ":what", std::move(what), view::Text::Style::headline)};
+    if (!more.empty()) {
+        words.push_back(view::explanation(id + ":more", std::move(more)));
+    }
     if (!remedies.empty()) {
         words.push_back(view::row(id + ":remedies", std::move(remedies)));
     }
@@ -64,6 +67,12 @@ view::Node unsaved(AppController& controller, const std::string& reason) {
                                  {.title = "Try Again", .press = [&controller] { controller.saveNow(); }})});
 }
 
+view::Node refused(AppController& controller) {
+    return problem("problem:refusal", refusalInWords, {},
+                   {view::button("problem:refusal:again",
+                                 {.title = "Try Again", .press = [&controller] { controller.tryAgain(); }})});
+}
+
 view::Node untrusted(const Actions& actions) {
     return problem("problem:trust", "Velko needs permission to tidy your menu bar.",
                    "Switch Velko on in the list. It notices by itself.",
@@ -90,6 +99,9 @@ std::vector<view::Node> problems(const FaceParts& parts, const Actions& actions)
     }
     if (facts.trustMissing) {
         result.push_back(untrusted(actions));
+    }
+    if (values.isRefused && values.health().isOk()) {
+        result.push_back(refused(controller));
     }
     if (!controller.info().bundlePath.starts_with("/Applications/")) {
         result.push_back(problem("problem:place", "Move Velko to Applications so its icon stays visible.",

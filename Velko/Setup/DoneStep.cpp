@@ -1,8 +1,11 @@
 #include <string>
+#include <utility>
 
+#include "Velko/Refusal.h"
 #include "Velko/Setup/Intro.h"
 #include "Velko/Setup/SetupFrame.h"
 #include "Velko/Setup/SetupSteps.h"
+#include "Velko/View/Build.h"
 
 namespace velko::SetupSteps {
 
@@ -19,6 +22,9 @@ std::string those(std::size_t count) {
 }
 
 std::string whereTheyAre(const TidyOutcome& outcome) {
+    if (outcome.isRefused) {
+        return refusalInWords;
+    }
     if (outcome.tucked > 0) {
         return icons(outcome.tucked) + "behind the broom. Click it to see " + those(outcome.tucked) + ".";
     }
@@ -40,14 +46,18 @@ std::string whatElse(const TidyOutcome& outcome) {
 }  // namespace
 
 view::Node done(const TidyOutcome& outcome, const SetupActions& actions) {
-    const bool isTidy = outcome.isAllKept || outcome.tucked + outcome.buried > 0;
+    const bool isTidy = !outcome.isRefused && (outcome.isAllKept || outcome.tucked + outcome.buried > 0);
+    Foot foot{.right = {primaryButton("done:close", "Done", actions.close)}};
+    if (outcome.isRefused) {
+        foot.left.push_back(view::button("done:again", {.title = "Try Again", .press = actions.tryAgain}));
+    }
     return step("setup:done",
                 {{.id = "done:broom", .content = view::Picture{.drawing = Intro::still()}},
                  centred("done:title", isTidy ? "Your menu bar is tidy" : "Your icons are sorted",
                          view::Text::Style::largeTitle),
                  centred("done:where", whereTheyAre(outcome)),
                  centred("done:else", whatElse(outcome), view::Text::Style::caption)},
-                {.right = {primaryButton("done:close", "Done", actions.close)}});
+                std::move(foot));
 }
 
 }  // namespace velko::SetupSteps

@@ -83,6 +83,7 @@ SetupActions SetupController::actions() {
         .acceptRest = [this] { change([](SetupFlow& flow) { flow.acceptRest(); }); },
         .startOver = [this] { change([](SetupFlow& flow) { flow.startOver(); }); },
         .apply = [this] { applyAnswers(); },
+        .tryAgain = [this] { parts_.controller.tryAgain(); },
         .close = [this] { window_.close(); }};
 }
 

@@ -21,6 +21,7 @@ struct SetupActions {
     std::function<void()> acceptRest;
     std::function<void()> startOver;
     std::function<void()> apply;
+    std::function<void()> tryAgain;
     std::function<void()> close;
 };
 
