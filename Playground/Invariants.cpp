@@ -208,6 +208,8 @@ void Invariants::checkValues(const AppController& velko) {
                                 }),
             "who waits for an answer is tucked");
     require(values.layout.popOutOnChange || values.poppedOut.empty(), "none is out while pop-outs are off");
+    require(!values.problems.trustMissing || stage_.mac().registered().taps == 0,
+            "without the permission nobody listens for clicks");
     require(stage_.log().lines().size() <= Log::maxLines, "the log in memory stays small");
 }
 

@@ -122,8 +122,17 @@ TEST_F(StartTest, ShowsEverythingWhenItQuitsAndWritesWhatWasPending) {
     start();
     std::filesystem::remove(file());
     velko->scheduleSave();
+    velko->open("com.example.tucked");
+    velko->toggle();
+    velko->toggle();
+    velko->toggleIconWatch();
+    velko->showMe().start("com.example.tucked");
+    velko->transfer().exportLayout();
+    launch("com.example.late");
+    mac.advance(700ms);
     velko->quit();
-    mac.advance(1s);
+    mac.advance(2min);
+    EXPECT_EQ(mac.registered().work, 0U) << "nothing is left to do";
     EXPECT_EQ(saved(), values().layout);
     EXPECT_TRUE(shows("com.example.tucked"));
     EXPECT_TRUE(log.lines().back().ends_with("[app] quitting: everything shown"));
