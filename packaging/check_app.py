@@ -15,11 +15,13 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(ROOT / "cross" / "macos"))
+import check_declarations  # noqa: E402  (found through the path above)
 import check_seal  # noqa: E402  (it lies beside this file)
-import make_stubs  # noqa: E402  (found through the path above)
+import make_stubs  # noqa: E402
 
 MAX_SIZE = 2_000_000
 LISTED = ROOT / "cross" / "macos" / "symbols.txt"
+HEADERS = ROOT / "cross" / "macos" / "include"
 SYSTEM_LIBRARY = re.compile(r"/(usr/lib|System/Library/Frameworks)/\S+$")
 
 failures = 0
@@ -80,6 +82,26 @@ def check_symbols(binary):
     expect("every symbol of the list is needed", not unused, ", ".join(unused) or f"{len(listed)} names")
 
 
+def declared_in(framework):
+    """What our headers for a framework declare: names as symbols.txt writes them."""
+    text = "\n".join(path.read_text(encoding="utf-8") for path in (HEADERS / framework).rglob("*.h"))
+    names = set(re.findall(r"^@interface (\w+)\b(?! \()", text, re.M))  # a category adds to a class of another's
+    return names | {f"_{name}" for name in [*check_declarations.functions(text),
+                                            *re.findall(r"^extern [^;({]*?(\w+);", text, re.M)]}
+
+
+def check_libraries():
+    """A name that its library does not have ends the app when it is launched: each stands under the library
+    whose header declares it. No header of ours declares the runtime's names and those that the compiler uses."""
+    home = {name: framework.name for framework in HEADERS.iterdir() for name in declared_in(framework.name)}
+    listed = {name: library.rsplit("/", 1)[1]
+              for library, names in make_stubs.sections(LISTED.read_text(encoding="utf-8")).items() for name in names}
+    wrong = [f"{name} of {home[name]} under {library}" for name, library in listed.items()
+             if home.get(name, library) != library]
+    expect("every symbol stands under its own library", not wrong,
+           ", ".join(wrong) or f"{len(home.keys() & listed.keys())} names checked")
+
+
 def check_signature(app):
     try:
         identifier, code_hash, files = check_seal.check(app)
@@ -124,6 +146,7 @@ def main(folder):
     version = re.search(r"project\(Velko VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text(encoding="utf-8"))[1]
     check_binary(binary)
     check_symbols(binary)
+    check_libraries()
     check_signature(app)
     check_bundle(app, version)
     check_zip(Path(folder) / f"Velko-{version}.zip", app)

@@ -354,7 +354,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property SEL action;
 @property(getter=isEnabled) BOOL enabled;
 @property(copy) NSString* stringValue;
-@property(strong) NSFont* font;
+@property(copy) NSFont* font;
 @property NSTextAlignment alignment;
 @property NSLineBreakMode lineBreakMode;
 - (NSInteger)sendActionOn:(NSEventMask)mask;
@@ -393,7 +393,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 
 @interface NSImageView : NSControl
 @property(strong) NSImage* image;
-@property(strong) NSImageSymbolConfiguration* symbolConfiguration;
+@property(copy) NSImageSymbolConfiguration* symbolConfiguration;
 @property(copy) NSColor* contentTintColor;
 @end
 
