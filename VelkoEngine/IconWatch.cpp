@@ -77,6 +77,8 @@ void IconWatch::stop() {
     }
     poll_.cancel();
     reading_.cancel();
+    observing_.cancel();
+    unobserved_.clear();
     titles_.clear();
     last_.clear();
     log_("icon watch stopped");
@@ -119,35 +121,67 @@ void IconWatch::compare(std::vector<Sight> sights) {
         } else if (known.mapped().text != sight.text) {
             log_("CHANGED " + bundleID + ": " + sight.text);
         }
-        const bool isSameProcess = known && known.mapped().pid == sight.pid;
-        auto observer = isSameProcess ? std::move(known.mapped().observer) : observe(sight);
-        watched.emplace(
-            bundleID,
-            Watched{.pid = sight.pid, .text = std::move(sight.text), .observer = std::move(observer)});
+        if (known && known.mapped().pid == sight.pid) {
+            known.mapped().text = std::move(sight.text);
+            watched.insert(std::move(known));
+        } else {
+            watched.emplace(
+                bundleID,
+                Watched{.pid = sight.pid, .text = std::move(sight.text), .items = std::move(sight.items)});
+            unobserved_.push_back(bundleID);
+        }
     }
     for (const auto& [bundleID, gone] : last_) {
         log_("gone " + bundleID);
     }
     last_ = std::move(watched);
+    observeNext();
 }
 
-std::unique_ptr<AXObserver> IconWatch::observe(const Sight& sight) {
-    static constexpr std::array notifications{"AXTitleChanged", "AXValueChanged",       "AXResized",
-                                              "AXCreated",      "AXUIElementDestroyed", "AXLayoutChanged"};
+/// One app in each turn of the main thread: every notification is a message, which an app may keep waiting.
+void IconWatch::observeNext() {
+    if (unobserved_.empty() || observing_.isPending()) {
+        return;
+    }
+    observing_ = platform_.mainThread.after({}, [this] {
+        const BundleID next = std::move(unobserved_.front());
+        unobserved_.pop_front();
+        observe(next);
+        observeNext();
+    });
+}
+
+void IconWatch::observe(const BundleID& bundleID) {
+    const auto found = last_.find(bundleID);
+    if (found == last_.end() || found->second.observer) {
+        return;
+    }
+    Watched& app = found->second;
     auto observer = platform_.accessibility.observe(
-        sight.pid, Timing::axMessagingTimeout, [this](const std::string& name, const AXElement& element) {
+        app.pid, Timing::axMessagingTimeout, [this](const std::string& name, const AXElement& element) {
             titles_.add({.name = name, .element = element});
         });
-    if (!observer) {
-        return nullptr;
+    if (observer && registerItems(*observer, app.items)) {
+        app.observer = std::move(observer);
+    } else {
+        log_("no notifications of " + bundleID + ": it does not answer in time");
     }
-    for (const AXElement& item : sight.items) {
+}
+
+/// False as soon as the app lets one of the questions wait for too long: it would do so with all.
+bool IconWatch::registerItems(AXObserver& observer, const std::vector<AXElement>& items) const {
+    static constexpr std::array notifications{"AXTitleChanged", "AXValueChanged",       "AXResized",
+                                              "AXCreated",      "AXUIElementDestroyed", "AXLayoutChanged"};
+    for (const AXElement& item : items) {
         for (const char* const notification : notifications) {
             // An item that does not send one of them is still read at every look.
-            static_cast<void>(observer->add(item, notification));
+            const auto added = observer.add(item, notification);
+            if (!added && added.error() == AXError::cannotComplete) {
+                return false;
+            }
         }
     }
-    return observer;
+    return true;
 }
 
 void IconWatch::logNotified(const Notified& notified) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -44,7 +45,8 @@ class IconWatch final {
     struct Watched {
         ProcessID pid = 0;
         std::string text;
-        std::unique_ptr<AXObserver> observer;
+        std::vector<AXElement> items{};  ///< as they were when its process was first seen
+        std::unique_ptr<AXObserver> observer{};
     };
     struct Notification {
         std::string name;
@@ -60,7 +62,9 @@ class IconWatch final {
     void readApps(const std::set<ProcessID>& visiblePIDs);
     void compare(std::vector<Sight> sights);
     void logNotified(const Notified& notified) const;
-    [[nodiscard]] std::unique_ptr<AXObserver> observe(const Sight& sight);
+    void observeNext();
+    void observe(const BundleID& bundleID);
+    [[nodiscard]] bool registerItems(AXObserver& observer, const std::vector<AXElement>& items) const;
 
     Platform platform_;
     std::function<void(const std::string&)> log_;
@@ -68,6 +72,8 @@ class IconWatch final {
     std::map<BundleID, Watched> last_;
     Task poll_;
     Task reading_;
+    std::deque<BundleID> unobserved_;  ///< whose notifications are still to be asked for
+    Task observing_;
 };
 
 }  // namespace velko

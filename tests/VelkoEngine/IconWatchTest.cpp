@@ -108,6 +108,20 @@ TEST_F(IconWatchTest, TakesAHungAppForGoneAndIsNotHeldUp) {
     EXPECT_LE(mac.registered().work, 5U) << "looks that take longer than a second do not pile up";
 }
 
+TEST_F(IconWatchTest, WaitsForOneSlowIconInATurnAndLeavesItsAppOutThen) {
+    for (int number = 0; number < 10; ++number) {
+        mac.iconElement(launch("a" + std::to_string(number)), 0)->delay = 1s;
+    }
+    MainThread::Uptime longest{0};
+    const Task beat = mac.mainThread.every(10ms, [&, last = mac.mainThread.now()]() mutable {
+        longest = std::max(longest, mac.mainThread.now() - std::exchange(last, mac.mainThread.now()));
+    });
+    watch->start();
+    const Lines told = logged(10s);
+    EXPECT_EQ(std::ranges::count(told, "no notifications of a7: it does not answer in time"), 1);
+    EXPECT_LE(longest, 110ms);
+}
+
 TEST_F(IconWatchTest, LeavesNothingBehindWheneverItIsDestroyed) {
     const ProcessID a = launch("a");
     mac.accessibility.setDelay(a, 50ms);
