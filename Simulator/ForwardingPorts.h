@@ -100,6 +100,9 @@ class ForwardingFramework : public PrivateFramework {
     [[nodiscard]] std::optional<std::string> imagePath(const std::string& className) const override {
         return next_.imagePath(className);
     }
+    [[nodiscard]] std::vector<std::string> loadedLibraries() const override {
+        return next_.loadedLibraries();
+    }
     [[nodiscard]] std::expected<std::map<std::string, std::vector<RuntimeMethod>>, RaisedException> methods(
         const std::string& imagePath) const override {
         return next_.methods(imagePath);

@@ -116,6 +116,7 @@ class SimulatedFramework::Assertion final : public Object {
 
 SimulatedFramework::SimulatedFramework(MachineThread& mainThread, std::function<void()> inForceChanged)
     : path("/System/Library/PrivateFrameworks/MenuBarClientCore.framework/MenuBarClientCore"),
+      image("/System/Library/PrivateFrameworks/MenuBarClientCore.framework/Versions/A/MenuBarClientCore"),
       classes(usualClasses()),
       mainThread_(mainThread),
       ledger_(std::make_shared<Ledger>(mainThread, std::move(inForceChanged))) {}
@@ -141,12 +142,20 @@ bool SimulatedFramework::instancesRespond(const std::string& className, const st
 }
 
 std::optional<std::string> SimulatedFramework::imagePath(const std::string& className) const {
-    return hasClass(className) ? std::optional(path) : std::nullopt;
+    return hasClass(className) ? std::optional(image) : std::nullopt;
+}
+
+std::vector<std::string> SimulatedFramework::loadedLibraries() const {
+    std::vector<std::string> libraries{"/usr/lib/libSystem.B.dylib"};
+    if (loaded_) {
+        libraries.push_back(image);
+    }
+    return libraries;
 }
 
 std::expected<std::map<std::string, std::vector<RuntimeMethod>>, RaisedException> SimulatedFramework::methods(
     const std::string& libraryPath) const {
-    if (!loaded_ || libraryPath != path) {
+    if (!loaded_ || libraryPath != image) {
         return {};
     }
     return classes;

@@ -45,6 +45,7 @@ class SimulatedFramework final : public PrivateFramework {
     [[nodiscard]] bool instancesRespond(const std::string& className,
                                         const std::string& selector) const override;
     [[nodiscard]] std::optional<std::string> imagePath(const std::string& className) const override;
+    [[nodiscard]] std::vector<std::string> loadedLibraries() const override;
     [[nodiscard]] std::expected<std::map<std::string, std::vector<RuntimeMethod>>, RaisedException> methods(
         const std::string& libraryPath) const override;
     [[nodiscard]] std::expected<ObjectRef, RaisedException> makeConfiguration(
@@ -59,7 +60,8 @@ class SimulatedFramework final : public PrivateFramework {
     void systemLog(const std::string& line) override { systemLogLines_.push_back(line); }
 
     // The framework that this machine has. Tests and scenarios change it at will.
-    std::string path;                                           ///< where its library is
+    std::string path;                                           ///< by which its library is opened
+    std::string image;                                          ///< under which the loader knows it then
     bool installed = true;                                      ///< whether it can be loaded
     std::string loadError = "image not found";                  ///< the loader's words if it can't
     std::map<std::string, std::vector<RuntimeMethod>> classes;  ///< take out what a build lacks

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "VelkoEngine/Ports/MainThread.h"
@@ -18,6 +19,8 @@ constexpr auto initialiser = "initWithAllowedSystemItems:allowedBundleIdentifier
 constexpr auto activation = "activateWithConfiguration:completionHandler:";
 constexpr auto invalidation = "invalidate";
 constexpr const char* classPrefix = "MBAssessmentMode";
+constexpr std::string_view frameworkFolder = "/System/Library/PrivateFrameworks/MenuBarClientCore.framework/";
+constexpr std::string_view libraryName = "/MenuBarClientCore";
 
 FrameworkError bridgeError(std::string description) {
     return {.domain = "VKAssessment", .code = 1, .description = std::move(description)};
@@ -123,6 +126,21 @@ std::expected<void, FrameworkError> begin(PrivateFramework& framework, const std
     return sent ? std::expected<void, FrameworkError>() : raised(sent.error());
 }
 
+/// The library that is to be looked into: classes are listed only under the path by which the loader knows
+/// it, which one of them tells, or else the list of what is loaded.
+std::string declaringImage(const PrivateFramework& framework) {
+    for (const char* const className : {configurationClass, assertionClass}) {
+        if (auto image = framework.imagePath(className)) {
+            return *std::move(image);
+        }
+    }
+    const auto libraries = framework.loadedLibraries();
+    const auto found = std::ranges::find_if(libraries, [](const std::string& path) {
+        return path.starts_with(frameworkFolder) && path.ends_with(libraryName);
+    });
+    return found == libraries.end() ? frameworkPath : *found;
+}
+
 }  // namespace
 
 bool isAvailable(const Platform& platform) {
@@ -145,7 +163,7 @@ ProbeReport probeReport(const Platform& platform) {
     report.image = framework.hasClass(configurationClass)
                        ? framework.imagePath(configurationClass).value_or("?")
                        : frameworkPath;
-    if (const auto methods = framework.methods(report.image)) {
+    if (const auto methods = framework.methods(declaringImage(framework))) {
         for (const auto& [className, classMethods] : *methods) {
             if (className.starts_with(classPrefix)) {
                 auto& lines = report.classes[className];

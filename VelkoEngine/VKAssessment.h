@@ -35,7 +35,7 @@ struct ProbeReport {
     bool loaded = false;
     std::optional<std::string>
         loadError;      ///< the loader's words, or those of an exception raised by the look
-    std::string image;  ///< the library that defines the classes; "?" when not known
+    std::string image;  ///< the library that defines the configuration; "?" when not known
     std::map<std::string, std::vector<std::string>> classes;  ///< methods by class, as "-selector (types)"
     std::vector<Check> checks;
 

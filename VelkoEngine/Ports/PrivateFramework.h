@@ -73,7 +73,12 @@ class PrivateFramework {
     /// The library that defines a class; nothing when there is no such class or it has no library.
     [[nodiscard]] virtual std::optional<std::string> imagePath(const std::string& className) const = 0;
 
-    /// Every class that a library defines, with its own class and instance methods, in no set order.
+    /// The libraries in this process, by the paths under which the loader knows them: those of frameworks
+    /// name a version that `open` may have been spared.
+    [[nodiscard]] virtual std::vector<std::string> loadedLibraries() const = 0;
+
+    /// Every class that a library defines, with its own class and instance methods, in no set order; none
+    /// for a path under which the loader does not know it.
     [[nodiscard]] virtual std::expected<std::map<std::string, std::vector<RuntimeMethod>>, RaisedException>
     methods(const std::string& imagePath) const = 0;
 

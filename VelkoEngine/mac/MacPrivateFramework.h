@@ -12,6 +12,7 @@ class MacPrivateFramework final : public PrivateFramework {
     [[nodiscard]] bool instancesRespond(const std::string& className,
                                         const std::string& selector) const override;
     [[nodiscard]] std::optional<std::string> imagePath(const std::string& className) const override;
+    [[nodiscard]] std::vector<std::string> loadedLibraries() const override;
     [[nodiscard]] std::expected<std::map<std::string, std::vector<RuntimeMethod>>, RaisedException> methods(
         const std::string& imagePath) const override;
     [[nodiscard]] std::expected<ObjectRef, RaisedException> makeConfiguration(

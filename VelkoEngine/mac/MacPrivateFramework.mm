@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 #include <dlfcn.h>
+#include <mach-o/dyld.h>
 #import <objc/runtime.h>
 
 #include <cstdlib>
@@ -111,6 +112,16 @@ std::optional<std::string> MacPrivateFramework::imagePath(const std::string& cla
     Class found = objc_lookUpClass(className.c_str());
     const char* const path = found == nil ? nullptr : class_getImageName(found);
     return path == nullptr ? std::nullopt : std::optional<std::string>(path);
+}
+
+std::vector<std::string> MacPrivateFramework::loadedLibraries() const {
+    std::vector<std::string> paths;
+    for (std::uint32_t image = 0; image < _dyld_image_count(); ++image) {
+        if (const char* const path = _dyld_get_image_name(image)) {  // gone since it was counted
+            paths.emplace_back(path);
+        }
+    }
+    return paths;
 }
 
 std::expected<std::map<std::string, std::vector<RuntimeMethod>>, RaisedException>

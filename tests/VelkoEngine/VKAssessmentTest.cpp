@@ -84,10 +84,19 @@ TEST_F(VKAssessmentTest, ProbesWhatTheFrameworkHasAndLacks) {
     mac.framework.classes["MBAssessmentModeAssertion"] = {
         {false, "invalidate", "v"}, {false, "begin", "@?"}, {true, "zone", "v16@0:8"}};
     const auto report = VKAssessment::probeReport(platform);
-    EXPECT_EQ(report.image, mac.framework.path);
+    EXPECT_EQ(report.image, mac.framework.image);
     EXPECT_EQ(report.classes.size(), 2U);
     EXPECT_EQ(report.classes.at("MBAssessmentModeAssertion"),
               (Strings{"+zone (v16@0:8)", "-begin (@?)", "-invalidate (v)"}));
+    auto& classes = mac.framework.classes;
+    const auto all = classes;
+    for (const auto& gone : {"MBAssessmentModeConfiguration", "MBAssessmentModeAssertion"}) {
+        classes.erase(gone);
+        classes[std::string(gone) + "2"];
+        EXPECT_EQ(VKAssessment::probeReport(platform).classes.size(), 2U)
+            << "renamed, and listed all the same";
+    }
+    classes = all;
     framework.raised = RaisedException{"NSRangeException", "too far"};
     EXPECT_EQ(engineProbeReport(platform),
               "loaded: true\n"
