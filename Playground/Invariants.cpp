@@ -131,6 +131,7 @@ std::optional<std::string> Invariants::check(const script::Step& done) {
     } else {
         checkWhileGone();
     }
+    checkManners();
     if (const auto wrong = keptFile_.check(done)) {
         require(false, *wrong);
     }
@@ -144,12 +145,8 @@ void Invariants::remember(const script::Step& done) {
     if (isEvent(done.verb)) {
         calmSince_ = stage_.mac().mainThread.now();
     }
-    if (done.verb == Verb::hang) {
-        hung_.insert(bundleIDOf(done.app).value_or(done.app));
-    } else if (done.verb == Verb::unhang || done.verb == Verb::quit || done.verb == Verb::crash) {
-        hung_.erase(bundleIDOf(done.app).value_or(done.app));
-    } else if (stage_.velko() != nullptr &&
-               (done.verb == Verb::showAll || (done.verb == Verb::choose && done.text == "Show All"))) {
+    if (stage_.velko() != nullptr &&
+        (done.verb == Verb::showAll || (done.verb == Verb::choose && done.text == "Show All"))) {
         shownAllAt_ = stage_.velko()->lastHidingChange();
     }
 }
@@ -213,6 +210,13 @@ void Invariants::checkValues(const AppController& velko) {
     require(stage_.log().lines().size() <= Log::maxLines, "the log in memory stays small");
 }
 
+/// What the system would punish: by a question to the user, or by a crash.
+void Invariants::checkManners() {
+    require(stage_.mac().pointer.inputMonitoringPrompts() == 0, "nobody is asked for Input Monitoring");
+    require(stage_.mac().accessibility.ownAnswersElsewhere() == 0,
+            "Velko's own elements are asked on the main thread only");
+}
+
 bool Invariants::isCalm() const {
     return stage_.mac().mainThread.now() - calmSince_ >= calm;
 }
@@ -244,18 +248,20 @@ void Invariants::checkCalm(const AppController& velko) {
     if (!isCalm() || values.problems.engineUnavailable) {
         return;
     }
-    std::erase_if(hung_, [&](const BundleID& app) { return mac.workspace.pids(app).empty(); });
-    require(values.problems.trustMissing != mac.accessibility.isTrusted(), "trust is known");
+    require(values.problems.trustMissing != mac.accessibility.isPermitted(), "trust is known");
     require(values.poppedOut.empty() && !values.showingMe, "what was let out for a while is back");
+    const bool isAnySilent = std::ranges::any_of(mac.processes.running(), [&](const auto& process) {
+        return !mac.accessibility.answersWithin(process.pid, Timing::axMessagingTimeout);
+    });
     const bool isInHand = mac.windows.menuOwner() || mac.surfaces.surface(Surfaces::Kind::shelf).isInHand();
-    if (!values.health().isOk() || !hung_.empty() || isInHand) {
+    if (!values.health().isOk() || isAnySilent || isInHand) {
         return;
     }
     require(values.state.asPeeking() == nullptr, "an opening ends");
     require(velko.isIconWatchRunning() ||
                 (mac.registered().elementObservers == 0 && mac.registered().work <= mostWork),
             "nothing piles up");
-    require(mac.registered().taps == 1, "clicks are watched");
+    require(mac.pointer.refusesTaps || mac.pointer.listeningTaps() == 1, "clicks are watched");
     require(values.layout.reveal.autoTuckSeconds == 0 || !values.state.isRevealed(), "a reveal ends");
     const bool isAnyBusy = std::ranges::any_of(mac.processes.running(), [](const SimulatedProcess& process) {
         return !process.app.isApplication && process.cores > 0;

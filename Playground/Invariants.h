@@ -51,6 +51,7 @@ class Invariants final {
     void checkWhileGone();
     void checkEngine(const AppController& velko);
     void checkValues(const AppController& velko);
+    void checkManners();
     void checkCalm(const AppController& velko);
     void checkRest(const AppController& velko, const script::Step& done);
     void checkFaces(AppController& velko);
@@ -68,7 +69,6 @@ class Invariants final {
     Subscription notices_;
     bool wasToldThisTurn_ = false;
     std::optional<double> shownAllAt_;  ///< the hiding change that was the user's wish to see everything
-    std::set<BundleID> hung_;
     Uptime calmSince_{0};
     std::uint64_t wakeUps_ = 0;  ///< up to the last check
     std::optional<std::string> breach_;

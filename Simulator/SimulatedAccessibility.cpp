@@ -81,7 +81,10 @@ auto SimulatedAccessibility::ask(const SimulatedAXHandle& handle, Answer answer)
 }
 
 SimulatedAccessibility::SimulatedAccessibility(MachineThread& mainThread, bool trusted)
-    : mainThread_(mainThread), trusted_(trusted), observers_(mainThread, [this](const AXElement& element) {
+    : mainThread_(mainThread),
+      isPermitted_(trusted),
+      saidToBeTrusted_(trusted),
+      observers_(mainThread, [this](const AXElement& element) {
           return ask(SimulatedAXHandle::of(element), [](const SimulatedElementRef& reached) {
               return std::expected<SimulatedElementRef, AXError>(reached);
           });
@@ -128,7 +131,7 @@ std::expected<AXElement, AXError> SimulatedAccessibility::elementAt(Point point,
     std::optional<AXElement> found;
     {
         const auto lock = hold();
-        if (!trusted_) {
+        if (!isPermitted_) {
             return std::unexpected(AXError::apiDisabled);
         }
         const auto under =
@@ -186,7 +189,7 @@ void SimulatedAccessibility::notify(const SimulatedElementRef& element, const st
 /// Gets a message to whoever answers for an element, under the lock. One that comes too late for the
 /// asker's patience has reached its element all the same; one to a hung process has not.
 SimulatedAccessibility::Reached SimulatedAccessibility::reach(const SimulatedAXHandle& handle) const {
-    if (!trusted_) {
+    if (!isPermitted_) {
         return {.element = nullptr, .error = AXError::apiDisabled};
     }
     ++messages_;
@@ -199,10 +202,13 @@ SimulatedAccessibility::Reached SimulatedAccessibility::reach(const SimulatedAXH
     if (!element) {
         return {.element = nullptr, .error = AXError::invalidElement, .wait = messageCost};
     }
+    if (handle.pid() == own_ && !mainThread_.isCurrent()) {
+        ++ownAnswersElsewhere_;
+    }
     if (process->second.hung) {
         return {.element = nullptr, .error = AXError::cannotComplete, .wait = handle.timeout()};
     }
-    const auto wait = messageCost + process->second.delay + element->delay;
+    const auto wait = messageCost + load_ + process->second.delay + element->delay;
     if (wait > handle.timeout()) {
         return {.element = element, .error = AXError::cannotComplete, .wait = handle.timeout()};
     }
@@ -234,9 +240,20 @@ void SimulatedAccessibility::setOnScreen(OnScreen elements) {
     onScreen_ = std::move(elements);
 }
 
-void SimulatedAccessibility::setTrusted(bool trusted) {
+void SimulatedAccessibility::setTrusted(bool trusted, bool isTold) {
     const auto lock = hold();
-    trusted_ = trusted;
+    isPermitted_ = trusted;
+    saidToBeTrusted_ = isTold ? trusted : saidToBeTrusted_;
+}
+
+void SimulatedAccessibility::setOwn(ProcessID pid) {
+    const auto lock = hold();
+    own_ = pid;
+}
+
+std::uint64_t SimulatedAccessibility::ownAnswersElsewhere() const {
+    const auto lock = hold();
+    return ownAnswersElsewhere_;
 }
 
 std::uint64_t SimulatedAccessibility::messages() const {
@@ -257,11 +274,23 @@ bool SimulatedAccessibility::isHung(ProcessID pid) const {
     return found != processes_.end() && found->second.hung;
 }
 
+bool SimulatedAccessibility::answersWithin(ProcessID pid, float seconds) const {
+    const auto lock = hold();
+    const auto found = processes_.find(pid);
+    return found == processes_.end() || (!found->second.hung && messageCost + load_ + found->second.delay <=
+                                                                    std::chrono::duration<double>(seconds));
+}
+
 void SimulatedAccessibility::setDelay(ProcessID pid, MainThread::Uptime delay) {
     const auto lock = hold();
     if (const auto found = processes_.find(pid); found != processes_.end()) {
         found->second.delay = delay;
     }
+}
+
+void SimulatedAccessibility::setLoad(MainThread::Uptime delay) {
+    const auto lock = hold();
+    load_ = delay;
 }
 
 }  // namespace velko

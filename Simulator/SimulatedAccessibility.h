@@ -31,7 +31,7 @@ class SimulatedAccessibility final : public Accessibility {
 
     SimulatedAccessibility(MachineThread& mainThread, bool trusted);
 
-    [[nodiscard]] bool isTrusted() const override { return trusted_; }
+    [[nodiscard]] bool isTrusted() const override { return saidToBeTrusted_; }
     void promptForTrust() override { ++prompts_; }
     /// A time-out of zero leaves the default one, as the system has it.
     [[nodiscard]] AXElement application(ProcessID pid, float messagingTimeout) const override;
@@ -51,13 +51,25 @@ class SimulatedAccessibility final : public Accessibility {
     [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, float messagingTimeout,
                                                       NotificationHandler handler) override;
 
-    void setTrusted(bool trusted);
+    /// Whether the user lets Velko read, which is what the system obeys.
+    [[nodiscard]] bool isPermitted() const {
+        const auto lock = hold();
+        return isPermitted_;
+    }
+    /// The user gives the permission or takes it. `isTold`: the system says so when it is asked; else it
+    /// goes on saying what it said, as it does of an app that was replaced by another build.
+    void setTrusted(bool trusted, bool isTold = true);
 
     /// How often the user was asked for the permission.
     [[nodiscard]] int prompts() const noexcept { return prompts_; }
 
     /// Messages that processes were sent, answered or not.
     [[nodiscard]] std::uint64_t messages() const;
+
+    /// Says which process this program is.
+    void setOwn(ProcessID pid);
+    /// How often this program was made to answer for its own elements on another thread than its main one.
+    [[nodiscard]] std::uint64_t ownAnswersElsewhere() const;
 
     /// Gives a process its application element.
     SimulatedElementRef addApplication(ProcessID pid, const std::string& name);
@@ -79,8 +91,12 @@ class SimulatedAccessibility final : public Accessibility {
     /// A hung process answers no message: each costs its handle's whole time-out.
     void setHung(ProcessID pid, bool hung);
     [[nodiscard]] bool isHung(ProcessID pid) const;
+    /// Whether a process answers somebody who waits so many seconds. One without elements holds up nobody.
+    [[nodiscard]] bool answersWithin(ProcessID pid, float seconds) const;
     /// How much longer than usual a process takes over every answer.
     void setDelay(ProcessID pid, MainThread::Uptime delay);
+    /// How much longer every process takes, besides.
+    void setLoad(MainThread::Uptime delay);
 
  private:
     struct Process {
@@ -102,11 +118,15 @@ class SimulatedAccessibility final : public Accessibility {
 
     MachineThread& mainThread_;
     mutable std::mutex mutex_;
-    bool trusted_;
+    bool isPermitted_;
+    bool saidToBeTrusted_;
     int prompts_ = 0;
     std::map<ProcessID, Process> processes_;
     OnScreen onScreen_;
+    ProcessID own_ = 0;
+    MainThread::Uptime load_{0};
     mutable std::uint64_t messages_ = 0;
+    mutable std::uint64_t ownAnswersElsewhere_ = 0;
     SimulatedAXObservers observers_;
 };
 

@@ -29,6 +29,7 @@ struct SimulatedApp {
     std::string processName{};                ///< empty: the same as `name`
     bool isForeign = false;                   ///< another user's: the kernel says little of it
     bool isApplication = true;                ///< false: a process that the workspace does not list
+    bool isRegular = false;  ///< its launch and its end are announced; of an agent only the list tells
 };
 
 }  // namespace velko

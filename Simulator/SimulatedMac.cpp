@@ -10,6 +10,7 @@ namespace {
 
 constexpr auto hostProcess = "MenuBarAgent";
 constexpr auto quittingTime = std::chrono::milliseconds(200);  ///< an app's last words
+constexpr auto announcing = std::chrono::milliseconds(50);     ///< how much later than the list a notice is
 
 SimulatedIcon systemItem(int number, std::string title, double width) {
     return {.title = std::move(title),
@@ -65,6 +66,7 @@ SimulatedMac::SimulatedMac(SimulatedMacOptions options)
     launch(menuBarAgent());
     launch(systemUIServer());
     processes.setOwn(launch(velkoItself()));
+    accessibility.setOwn(processes.ownPID());
     workspace.onTerminate = [this](ProcessID pid) {
         thread_.happen(quittingTime, [this, pid] { quit(pid); });
     };
@@ -147,9 +149,7 @@ ProcessID SimulatedMac::launch(SimulatedApp app) {
         put(process, icon, std::nullopt);
     }
     refresh();
-    if (process.app.isApplication) {
-        tell(WorkspaceNotice::Kind::launched, pid, identifierOf(process.app));
-    }
+    announce(WorkspaceNotice::Kind::launched, process.app, pid, identifierOf(process.app));
     return pid;
 }
 
@@ -168,7 +168,7 @@ void SimulatedMac::end(ProcessID pid, std::optional<BundleID> bundleID) {
     if (process == nullptr) {
         return;
     }
-    const bool isTold = process->app.isApplication;
+    const SimulatedApp app = process->app;
     processes.end(pid);
     accessibility.removeApplication(pid);
     menuBar_.removeAll(pid);
@@ -176,9 +176,19 @@ void SimulatedMac::end(ProcessID pid, std::optional<BundleID> bundleID) {
         windows.closeMenu();
     }
     refresh();
-    if (isTold) {
-        const auto told = bundleID ? std::optional(pid) : std::nullopt;
-        tell(WorkspaceNotice::Kind::terminated, told, std::move(bundleID));
+    const auto told = bundleID ? std::optional(pid) : std::nullopt;
+    announce(WorkspaceNotice::Kind::terminated, app, told, std::move(bundleID));
+}
+
+void SimulatedMac::announce(WorkspaceNotice::Kind kind, const SimulatedApp& app, std::optional<ProcessID> pid,
+                            std::optional<BundleID> bundleID) {
+    if (!app.isApplication) {
+        return;
+    }
+    tell(WorkspaceNotice::Kind::listChanged);
+    if (app.isRegular) {
+        thread_.happen(announcing,
+                       [this, kind, pid, bundleID = std::move(bundleID)] { tell(kind, pid, bundleID); });
     }
 }
 

@@ -84,7 +84,8 @@ class SimulatedMac final {
     [[nodiscard]] Cost cost() const;
     [[nodiscard]] Registered registered() const;
 
-    // Programs. Each is told to the workspace's observers.
+    // Programs. The workspace's observers hear that the list of applications has changed, and a moment
+    // later of a regular app by name.
     ProcessID launch(SimulatedApp app);
     void quit(ProcessID pid);
     /// The process is gone, and with it what the notice could say of it.
@@ -103,8 +104,14 @@ class SimulatedMac final {
     [[nodiscard]] SimulatedElement* iconElement(ProcessID pid, std::size_t index);
 
     // The user and the session.
-    void grantTrust() { accessibility.setTrusted(true); }
-    void revokeTrust() { accessibility.setTrusted(false); }
+    /// `isTold`: the system notices; else it goes on saying what it said before.
+    void grantTrust(bool isTold = true) { accessibility.setTrusted(true, isTold); }
+    void revokeTrust(bool isTold = true);
+    /// Whose element lies at a point of the menu bar that an app's icon takes: the bar's host's, or the
+    /// app's.
+    void setHitsEndAtHost(bool host);
+    /// For so long no app answers anything.
+    void stall(std::chrono::milliseconds duration);
     void sleepAndWake(std::chrono::milliseconds duration);
     void changeSpace();
     void returnToSession();
@@ -163,6 +170,10 @@ class SimulatedMac final {
     void end(ProcessID pid, std::optional<BundleID> bundleID);
     void tell(WorkspaceNotice::Kind kind, std::optional<ProcessID> pid = std::nullopt,
               std::optional<BundleID> bundleID = std::nullopt);
+    void announce(WorkspaceNotice::Kind kind, const SimulatedApp& app, std::optional<ProcessID> pid,
+                  std::optional<BundleID> bundleID);
+    /// Everybody has much to do for a moment, and answers late.
+    void keepAppsBusy(MainThread::Uptime delay, MainThread::Uptime duration);
     void put(const SimulatedProcess& owner, SimulatedIcon icon, std::optional<std::size_t> place);
     void refresh();
 
@@ -179,7 +190,10 @@ class SimulatedMac final {
     SimulatedMenuBar menuBar_;
     SimulatedTrees trees_;
     ProcessID front_ = 0;
-    double barWidth_ = 0;  ///< of the last primary screen that there was
+    bool hitsEndAtHost_ = true;
+    MainThread::Uptime busyUntil_{0};
+    MainThread::Uptime busyBy_{0};  ///< how late apps answer until then
+    double barWidth_ = 0;           ///< of the last primary screen that there was
     std::vector<Sight> sight_;
 };
 

@@ -62,7 +62,8 @@ void SimulatedMac::refresh() {
     for (const auto& slot : menuBar_.slots()) {
         if (slot.isVisible) {
             sight.push_back({.pid = slot.pid, .title = slot.icon.title, .frame = slot.frame});
-            onScreen.emplace_back(slot.frame, slot.element);
+            const auto host = hitsEndAtHost_ ? trees_.hostWindow() : nullptr;
+            onScreen.emplace_back(slot.frame, host ? host : slot.element);
         }
     }
     if (const auto menus = frontMenus()) {

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "Simulator/SimulatedAccessibility.h"
 #include "Simulator/SimulatedObservers.h"
-#include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Pointer.h"
 
@@ -17,7 +17,7 @@ namespace velko {
 class SimulatedPointer final : public Pointer {
  public:
     /// `accessibility` knows whether the user allows taps.
-    SimulatedPointer(MainThread& mainThread, const Accessibility& accessibility)
+    SimulatedPointer(MainThread& mainThread, const SimulatedAccessibility& accessibility)
         : mainThread_(mainThread), accessibility_(accessibility), moves_(mainThread) {}
 
     [[nodiscard]] std::unique_ptr<ClickTap> tapClicks(
@@ -37,11 +37,20 @@ class SimulatedPointer final : public Pointer {
     void press(Point location, bool isRight = false, bool option = false);
     /// All buttons are up.
     void release() { pressed_ = 0; }
-    /// The system switches every tap off, as it does when one is slow, and tells them.
-    void disableTaps();
+    /// The system switches every tap off, as it does when one is slow, and tells them. `forGood`: switching
+    /// them on again is in vain.
+    void disableTaps(bool forGood = false);
+    /// Every tap goes dead without a word: the permission has been taken.
+    void killTaps();
+
+    bool refusesTaps = false;  ///< though the user allows them
 
     /// The taps that are installed.
     [[nodiscard]] std::size_t taps() const;
+    /// Those of them that hear clicks.
+    [[nodiscard]] std::size_t listeningTaps() const;
+    /// How often the user was asked for Input Monitoring, because a tap was wanted without the permission.
+    [[nodiscard]] int inputMonitoringPrompts() const noexcept { return inputMonitoringPrompts_; }
     /// Those who hear of moves.
     [[nodiscard]] std::size_t moveObservers() const { return moves_.count(); }
 
@@ -51,16 +60,18 @@ class SimulatedPointer final : public Pointer {
     struct Tap {
         std::function<void(const ClickTapEvent&)> handler;
         bool isEnabled = true;
+        bool isDead = false;
     };
 
     void tell(const ClickTapEvent& event);
 
     MainThread& mainThread_;
-    const Accessibility& accessibility_;
+    const SimulatedAccessibility& accessibility_;
     std::vector<std::weak_ptr<Tap>> taps_;
     SimulatedObservers<Moved> moves_;
     Point location_;
     unsigned pressed_ = 0;
+    int inputMonitoringPrompts_ = 0;
 };
 
 }  // namespace velko

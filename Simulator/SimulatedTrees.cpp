@@ -84,6 +84,7 @@ void SimulatedTrees::writeApp(const SimulatedMenuBar& menuBar, ProcessID pid) {
 void SimulatedTrees::writeHost(const SimulatedMenuBar& menuBar, ProcessID host) {
     const auto root = accessibility_.root(host);
     if (!root) {
+        hostWindow_.reset();
         return;
     }
     std::vector<SimulatedElementRef> apps;

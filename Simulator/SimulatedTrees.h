@@ -19,6 +19,9 @@ class SimulatedTrees final {
     /// Brings all trees up to date. `host` is the process that presents the bar, 0 without one.
     void write(const SimulatedProcesses& processes, const SimulatedMenuBar& menuBar, ProcessID host);
 
+    /// The window of the bar's host; null without one.
+    [[nodiscard]] const SimulatedElementRef& hostWindow() const noexcept { return hostWindow_; }
+
  private:
     void writeApp(const SimulatedMenuBar& menuBar, ProcessID pid);
     void writeHost(const SimulatedMenuBar& menuBar, ProcessID host);

@@ -86,8 +86,7 @@ void AppController::start() {
     set(&AppValues::activeStyle, chooseRevealStyle(platform_, values_.layout.reveal));
     systemEvents_.emplace(platform_, [this](const SystemEvents::Kind& event) { handleSystemEvent(event); });
     clickHistory_.emplace(
-        platform_, [this] { return values_.items; },
-        [this](const BundleID& bundleID) { recordClick(bundleID); },
+        platform_, [this] { return knownBar(); }, [this](const BundleID& bundleID) { recordClick(bundleID); },
         [this](const ClickTapEvent& event) {
             if (onPress) {
                 onPress(event);
@@ -100,9 +99,9 @@ void AppController::start() {
         return;
     }
     startBackgroundLoops();
-    if (AX::isTrusted(platform_)) {
+    if (trustWatch_.holds()) {
         requestScan(Depth::full);
-        startClickHistory();
+        watchClicks();
         return;
     }
     setHealth(&HealthFacts::trustMissing, true);
@@ -157,6 +156,9 @@ void AppController::handleSystemEvent(const SystemEvents::Kind& event) {
     if (!trustWatch_.check()) {
         return;
     }
+    if (isEnvironment) {
+        watchClicks();
+    }
     requestScan(isEnvironment ? Depth::full : Depth::light);
     if (event.reason.contains("launched")) {
         scan_.followLaunch();
@@ -168,7 +170,7 @@ void AppController::trustChanged(bool trusted) {
     if (trusted) {
         log_.log("app", "Accessibility granted");
         requestScan(Depth::full);
-        startClickHistory();
+        watchClicks();
         apply({.reason = "Accessibility granted"});
     } else {
         log_.log("app", "Accessibility taken away. Hiding nothing until it is granted again.");
@@ -180,14 +182,28 @@ void AppController::trustChanged(bool trusted) {
     }
 }
 
-void AppController::startClickHistory() {
-    if (!clickHistory_) {
+/// Listens for clicks, if nobody does. The system is only asked once the permission is certain: without it,
+/// it asks the user for another one.
+void AppController::watchClicks() {
+    if (!clickHistory_ || clickHistory_->isRunning()) {
         return;
     }
-    clickHistory_->start();
-    if (clickHistory_->isRunning()) {
-        autopilot_.clicksAreWatched();
+    trustWatch_.prove([this] {
+        clickHistory_->start();
+        if (clickHistory_->isRunning()) {
+            autopilot_.clicksAreWatched();
+        }
+    });
+}
+
+/// What is known of the menu bar by the last scan.
+KnownBar AppController::knownBar() const {
+    KnownBar bar{.broom = broomFrame ? broomFrame() : std::nullopt};
+    for (const MenuBarItem& item : values_.items) {
+        bar.icons.push_back(
+            {.pid = item.pid, .frame = item.frame, .shows = !engine_->current().hides(item.bundleID)});
     }
+    return bar;
 }
 
 void AppController::recordClick(const BundleID& bundleID) {
@@ -201,9 +217,7 @@ void AppController::rescanIfQuiet() {
     if (!trustWatch_.check()) {
         return;
     }
-    if (clickHistory_ && !clickHistory_->isRunning()) {
-        startClickHistory();  // the system may grant the tap later than the permission
-    }
+    watchClicks();  // the system may grant the tap later than the permission, or have made it deaf
     if (scan_.isQuiet()) {
         requestScan(Depth::light);
     }

@@ -73,6 +73,8 @@ class AppController final : private FlowHost {
     [[nodiscard]] const AppValues& values() const noexcept override { return values_; }
     /// `handler` is called once per turn of the main thread in which a value changed.
     [[nodiscard]] Subscription observe(std::function<void()> handler);
+    /// Where Velko's own icon stands, as last read; origin at the top left of the primary screen.
+    std::function<std::optional<Rect>()> broomFrame;
     /// Called after every answer of the engine, skipped applies included, and after every accepted scan.
     std::function<void()> onChange;
     /// Called for every mouse button that goes down anywhere, while clicks can be listened for. It must
@@ -150,7 +152,8 @@ class AppController final : private FlowHost {
     void startBackgroundLoops();
     void handleSystemEvent(const SystemEvents::Kind& event);
     void trustChanged(bool trusted);
-    void startClickHistory();
+    void watchClicks();
+    [[nodiscard]] KnownBar knownBar() const;
     void recordClick(const BundleID& bundleID);
     void rescanIfQuiet();
     void accept(std::vector<MenuBarItem> items, InventoryScan::Depth depth);

@@ -84,6 +84,7 @@ void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     };
     shelf_.onDismiss = [this](ShelfClosing::By by) { controller_.closeShelf(by); };
     changes_ = controller_.observe([this] { sync(); });
+    controller_.broomFrame = [this] { return broomFrame_.chevronFrame(); };
     controller_.onChange = [this] {
         broomFrame_.refresh();
         setup_.sync();

@@ -8,13 +8,19 @@
 
 #include "VelkoCore/BundleID.h"
 #include "VelkoCore/Geometry.h"
-#include "VelkoEngine/MenuBarItem.h"
+#include "VelkoEngine/ClickOwner.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Pointer.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/ReadsInTurn.h"
 
 namespace velko {
+
+/// What is known of the menu bar when a click is heard; origin at the top left of the primary screen.
+struct KnownBar {
+    std::optional<Rect> broom{};     ///< Velko's own icon, as last read
+    std::vector<KnownIcon> icons{};  ///< the other apps' icons, as last read
+};
 
 /// Notices clicks on menu-bar icons and reports whose they were. Only listens: no click is changed or held
 /// up, because asking for the owner happens off the main thread, one click at a time. Main thread.
@@ -24,37 +30,37 @@ class ClickHistory final {
     static constexpr std::size_t mostWaiting = 32;
 
     using PressHandler = std::function<void(const ClickTapEvent&)>;
-    /// The icons that are known, with where they were last.
-    using KnownIcons = std::function<std::vector<MenuBarItem>()>;
 
-    /// `onClick` receives the clicked app, on the main thread. A click left of all `known` icons is one on
-    /// the menus of the app in front, and nobody's icon click. `onPress` is told of every button that goes
-    /// down, wherever it is, and must return at once: the system waits for it.
-    ClickHistory(const Platform& platform, KnownIcons known, std::function<void(const BundleID&)> onClick,
-                 PressHandler onPress = {});
+    /// `look` is called amid a click, and quick; `onClick` receives the clicked app. A click left of all
+    /// known icons is one on the menus of the app in front, and nobody's icon click. `onPress` is told of
+    /// every button that goes down, wherever it is, and must return at once: the system waits for it. All of
+    /// them on the main thread.
+    ClickHistory(const Platform& platform, std::function<KnownBar()> look,
+                 std::function<void(const BundleID&)> onClick, PressHandler onPress = {});
     ClickHistory(const ClickHistory&) = delete;
     ClickHistory& operator=(const ClickHistory&) = delete;
     ~ClickHistory() = default;
 
-    /// Begins to listen, if it does not yet; without the permission, nothing happens.
+    /// Begins to listen, unless it does; again, if the system has made it deaf. Only with the permission,
+    /// or the user may be asked for one that Velko has no use for. The system may refuse all the same.
     void start();
 
-    [[nodiscard]] bool isRunning() const noexcept { return tap_ != nullptr; }
+    /// Whether clicks are heard.
+    [[nodiscard]] bool isRunning() const { return tap_ != nullptr && tap_->isEnabled(); }
 
     /// Stops listening and forgets the clicks that wait.
     void stop();
 
  private:
     void hear(const ClickTapEvent& event);
+    void press(Point at);
     void report(std::optional<ProcessID> pid) const;
 
-    [[nodiscard]] bool mayHitIcon(Point point) const;
-
     Platform platform_;
-    KnownIcons known_;
+    std::function<KnownBar()> look_;
     std::function<void(const BundleID&)> onClick_;
     PressHandler onPress_;
-    ReadsInTurn<Point, std::optional<ProcessID>> hitTests_;
+    ReadsInTurn<MenuBarClick, std::optional<ProcessID>> hitTests_;
     std::unique_ptr<ClickTap> tap_;
 };
 

@@ -104,16 +104,19 @@ void forgetEnded(Items& known, const std::vector<AppRef>& running) {
 
 }  // namespace
 
+bool mayHaveItems(const RunningApplication& app) {
+    return isReal(app.pid) && app.bundlePath && isAppBundle(*app.bundlePath) && app.bundleID;
+}
+
 std::vector<AppRef> runningApps(const Platform& platform) {
     const ProcessID ownPID = platform.processes.ownPID();
     std::vector<AppRef> apps;
     for (RunningApplication& app : platform.workspace.runningApplications()) {
-        if (app.pid == ownPID || !isReal(app.pid) || !app.bundlePath || !isAppBundle(*app.bundlePath) ||
-            !app.bundleID) {
-            continue;
+        if (app.pid != ownPID && mayHaveItems(app)) {
+            BundleID bundleID = std::move(app.bundleID).value_or(BundleID());
+            std::string name = std::move(app.localizedName).value_or(bundleID);
+            apps.push_back({.pid = app.pid, .bundleID = std::move(bundleID), .name = std::move(name)});
         }
-        std::string name = std::move(app.localizedName).value_or(*app.bundleID);
-        apps.push_back({.pid = app.pid, .bundleID = *std::move(app.bundleID), .name = std::move(name)});
     }
     return apps;
 }

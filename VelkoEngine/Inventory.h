@@ -14,6 +14,7 @@
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Task.h"
+#include "VelkoEngine/Ports/Workspace.h"
 
 /// What the menu bar holds, read at every call. Main thread unless said otherwise.
 namespace velko::Inventory {
@@ -44,6 +45,10 @@ struct Found {
 using ItemsHandler = std::function<void(Found)>;
 using Readings = std::map<BundleID, AppReading>;
 using ReadingsHandler = std::function<void(Readings)>;
+
+/// Whether an application is of the kind that may own items: a bundle that ends in ".app", with an
+/// identifier.
+[[nodiscard]] bool mayHaveItems(const RunningApplication& app);
 
 /// All regular running apps but this one, in the workspace's order.
 [[nodiscard]] std::vector<AppRef> runningApps(const Platform& platform);

@@ -5,6 +5,7 @@
 #include "VelkoEngine/Inventory.h"
 #include "VelkoEngine/MenuBarHost.h"
 #include "VelkoEngine/NumberText.h"
+#include "VelkoEngine/OthersWalk.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 
 namespace velko::Inventory {
@@ -18,11 +19,14 @@ std::string roleOf(const Accessibility& accessibility, const AXElement& element)
     return AX::string(accessibility, element, "AXRole").value_or("?");
 }
 
+std::string indentation(int depth) {
+    return std::string(static_cast<std::size_t>(depth) * 2, ' ');
+}
+
 /// One element as a line, without its end.
 std::string elementLine(const Accessibility& accessibility, const AXElement& element, const std::string& role,
                         int depth) {
-    std::string line(static_cast<std::size_t>(depth) * 2, ' ');
-    line += role;
+    std::string line = indentation(depth) + role;
     if (const auto subrole = AX::string(accessibility, element, "AXSubrole")) {
         line += "/" + *subrole;
     }
@@ -77,20 +81,17 @@ class AppDump final {
     std::string text_;
 };
 
-void appendHostTree(std::string& text, const Accessibility& accessibility, const AXElement& element,
-                    ProcessID hostPID, int depth) {
-    const std::string role = roleOf(accessibility, element);
-    text += elementLine(accessibility, element, role, depth);
-    if (const auto pid = accessibility.pid(element); pid && *pid != hostPID) {
-        text += " pid=" + std::to_string(*pid);
+/// An element of the host's tree as a line; whether its children belong below it.
+bool appendHostElement(std::string& text, const Accessibility& accessibility, const Walked& walked,
+                       ProcessID hostPID) {
+    const auto role = walked.element != nullptr ? roleOf(accessibility, *walked.element) : "?";
+    text += walked.element != nullptr ? elementLine(accessibility, *walked.element, role, walked.depth)
+                                      : indentation(walked.depth) + role + " \"\"";
+    if (walked.pid && *walked.pid != hostPID) {
+        text += " pid=" + std::to_string(*walked.pid);
     }
     text += "\n";
-    const bool expands = role == "AXApplication" ? depth == 0 : depth <= deepestHostExpansion;
-    if (expands) {
-        for (const AXElement& child : AX::children(accessibility, element)) {
-            appendHostTree(text, accessibility, child, hostPID, depth + 1);
-        }
-    }
+    return role == "AXApplication" ? walked.depth == 0 : walked.depth <= deepestHostExpansion;
 }
 
 }  // namespace
@@ -109,8 +110,9 @@ std::string menuBarAgentDump(const Platform& platform) {
         return "MenuBarAgent process not found";
     }
     std::string text = "MenuBarAgent pid " + std::to_string(*hostPID) + "\n";
-    appendHostTree(text, platform.accessibility, AX::application(platform.accessibility, *hostPID), *hostPID,
-                   0);
+    walkOthers(platform, AX::application(platform.accessibility, *hostPID), 0, [&](const Walked& walked) {
+        return appendHostElement(text, platform.accessibility, walked, *hostPID);
+    });
     return text;
 }
 

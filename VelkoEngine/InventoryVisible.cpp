@@ -1,10 +1,8 @@
-#include <algorithm>
-
 #include "VelkoEngine/AX.h"
 #include "VelkoEngine/Inventory.h"
 #include "VelkoEngine/MenuBarHost.h"
+#include "VelkoEngine/OthersWalk.h"
 #include "VelkoEngine/Ports/Accessibility.h"
-#include "VelkoEngine/Ports/Processes.h"
 
 namespace velko::Inventory {
 
@@ -13,45 +11,18 @@ namespace {
 /// Elements at this depth are still looked at, those below are not: the host's windows can be large.
 constexpr int deepestWalk = 4;
 
-/// Collects the processes behind the items in the host's menu-bar window.
-class HostWalk final {
- public:
-    HostWalk(const Platform& platform, ProcessID hostPID)
-        : accessibility_(platform.accessibility), ownPID_(platform.processes.ownPID()), hostPID_(hostPID) {}
-
-    void visit(const AXElement& element, int depth) {
-        if (accessibility_.pid(element) == ownPID_) {
-            // Whatever is asked of our own elements is answered on this thread, and they belong to another.
-            found_.insert(ownPID_);
-            return;
-        }
-        const auto role = AX::string(accessibility_, element, "AXRole");
-        if (role == "AXApplication" || role == "AXMenuBarItem") {
-            found_.insert(accessibility_.pid(element).value_or(hostPID_));
-            return;
-        }
-        if (role == "AXButton") {
-            const auto pid = accessibility_.pid(element);
-            if (pid && *pid != hostPID_) {
-                found_.insert(*pid);
-                return;
-            }
-        }
-        if (depth < deepestWalk) {
-            for (const AXElement& child : AX::children(accessibility_, element)) {
-                visit(child, depth + 1);
-            }
-        }
+/// Whether an element of the host's menu-bar window stands for an item, and then whose.
+std::optional<ProcessID> ownerOfItem(const Accessibility& accessibility, const Walked& walked,
+                                     ProcessID hostPID) {
+    if (walked.element == nullptr) {
+        return walked.pid;
     }
-
-    [[nodiscard]] const std::set<ProcessID>& found() const noexcept { return found_; }
-
- private:
-    const Accessibility& accessibility_;
-    ProcessID ownPID_;
-    ProcessID hostPID_;
-    std::set<ProcessID> found_;
-};
+    const auto role = AX::string(accessibility, *walked.element, "AXRole");
+    if (role == "AXApplication" || role == "AXMenuBarItem") {
+        return walked.pid.value_or(hostPID);
+    }
+    return role == "AXButton" && walked.pid != hostPID ? walked.pid : std::nullopt;
+}
 
 }  // namespace
 
@@ -61,16 +32,25 @@ std::set<ProcessID> visiblePIDs(const Platform& platform) {
         return {};
     }
     const Accessibility& accessibility = platform.accessibility;
-    const auto children = AX::children(accessibility, AX::application(accessibility, *hostPID));
-    const auto window = std::ranges::find_if(children, [&](const AXElement& child) {
-        return AX::string(accessibility, child, "AXRole") == "AXWindow";
+    std::set<ProcessID> found;
+    bool hasWindow = false;
+    walkOthers(platform, AX::application(accessibility, *hostPID), 0, [&](const Walked& walked) {
+        if (walked.depth == 0) {
+            return true;
+        }
+        if (walked.depth == 1) {
+            const bool isWindow = !hasWindow && walked.element != nullptr &&
+                                  AX::string(accessibility, *walked.element, "AXRole") == "AXWindow";
+            hasWindow = hasWindow || isWindow;
+            return isWindow;
+        }
+        const auto owner = ownerOfItem(accessibility, walked, *hostPID);
+        if (owner) {
+            found.insert(*owner);
+        }
+        return !owner && walked.depth < deepestWalk;
     });
-    if (window == children.end()) {
-        return {};
-    }
-    HostWalk walk(platform, *hostPID);
-    walk.visit(*window, 1);
-    return walk.found();
+    return found;
 }
 
 }  // namespace velko::Inventory

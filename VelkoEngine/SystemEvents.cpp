@@ -10,7 +10,10 @@
 namespace velko {
 
 SystemEvents::SystemEvents(const Platform& platform, Handler handler)
-    : mainThread_(platform.mainThread), handler_(std::move(handler)) {
+    : mainThread_(platform.mainThread),
+      workspace_(platform.workspace),
+      roll_(platform.workspace.runningApplications()),
+      handler_(std::move(handler)) {
     observers_.push_back(platform.displays.observeChanges([this] { note("displays changed", true); }));
     observers_.push_back(platform.workspace.observe([this](const WorkspaceNotice& notice) { hear(notice); }));
 }
@@ -27,9 +30,19 @@ void SystemEvents::hear(const WorkspaceNotice& notice) {
         case screensDidWake: note("screens woke", true); break;
         case activeSpaceChanged: note("Space changed", true); break;
         case sessionBecameActive: note("session active", true); break;
-        case launched: note("launched " + notice.bundleID.value_or("?"), false); break;
-        case terminated: note("quit " + notice.bundleID.value_or("?"), false); break;
+        case launched:
+        case terminated:
+            note(roll_.compare(workspace_.runningApplications()));
+            note(roll_.hear(notice));
+            break;
+        case listChanged: note(roll_.compare(workspace_.runningApplications())); break;
         case activated: break;
+    }
+}
+
+void SystemEvents::note(const ProcessRoll::Events& events) {
+    for (const ProcessRoll::Event& event : events) {
+        note((event.isLaunch ? "launched " : "quit ") + event.app, false);
     }
 }
 
@@ -47,6 +60,7 @@ void SystemEvents::deliver() {
         separator = ", ";
     }
     pendingEnvironment_ = false;
+    roll_.beginBurst();
     handler_(kind);
 }
 

@@ -8,6 +8,7 @@
 #include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
 #include "VelkoEngine/Ports/Workspace.h"
+#include "VelkoEngine/ProcessRoll.h"
 
 namespace velko {
 
@@ -33,11 +34,14 @@ class SystemEvents final {
 
  private:
     void hear(const WorkspaceNotice& notice);
+    void note(const ProcessRoll::Events& events);
     /// Adds a reason to the burst and starts its wait anew.
     void note(std::string reason, bool environment);
     void deliver();
 
     MainThread& mainThread_;
+    Workspace& workspace_;
+    ProcessRoll roll_;
     Handler handler_;
     std::vector<std::string> pendingReasons_;
     bool pendingEnvironment_ = false;

@@ -41,7 +41,8 @@ Done launch(const Step& step, Stage& stage) {
     const ProcessID pid =
         stage.mac().launch({.bundleID = *bundleID,
                             .name = name,
-                            .icons = std::vector(static_cast<std::size_t>(step.icons.value_or(1)), icon)});
+                            .icons = std::vector(static_cast<std::size_t>(step.icons.value_or(1)), icon),
+                            .isRegular = step.verb == Verb::launchRegular});
     if (step.flag) {
         makeHeavy(stage.mac(), pid);
     }
@@ -81,14 +82,26 @@ Done endActivity(const Step&, Stage& stage) {
     return {};
 }
 
+Display displayNamed(std::string_view name, Point origin) {
+    if (name == "desk") {
+        return SimulatedDisplays::plain(origin);
+    }
+    Display laptop = SimulatedDisplays::notched(origin);
+    laptop.safeAreaTop = name == "laptop-room" ? 0 : laptop.safeAreaTop;
+    if (name == "laptop-inset") {
+        laptop.auxiliaryTopLeft = {};
+        laptop.auxiliaryTopRight = {};
+    }
+    return laptop;
+}
+
 Done arrangeDisplays(const Step& step, Stage& stage) {
     std::vector<Display> displays;
     std::string_view rest = step.word == "none" ? "" : std::string_view(step.word);
     while (!rest.empty()) {
         const auto end = std::min(rest.find('+'), rest.size());
         const Point origin{.x = displays.empty() ? 0 : displays.front().frame.maxX(), .y = 0};
-        displays.push_back(rest.substr(0, end) == "laptop" ? SimulatedDisplays::notched(origin)
-                                                           : SimulatedDisplays::plain(origin));
+        displays.push_back(displayNamed(rest.substr(0, end), origin));
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     stage.mac().setDisplays(std::move(displays));
@@ -176,6 +189,8 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      [](const Step& step, Stage& stage) -> Done { return setClock(stage, -durationOf(step)); }},
     {Verb::launch, launch},
     {Verb::launchNeighbours, launchNeighbours},
+    {Verb::launchRegular, launch},
+    {Verb::stall, does<[](const Step& step, Stage& stage) { stage.mac().stall(durationOf(step)); }>},
     {Verb::menuClose, does<[](const Step&, Stage& stage) {
          stage.mac().closeMenu();
          stage.mac().surfaces.letGo();
@@ -209,8 +224,14 @@ constexpr auto macVerbs = std::to_array<MacAct>({
     {Verb::activityStart, startActivity},
     {Verb::activityEnd, endActivity},
     {Verb::displays, arrangeDisplays},
-    {Verb::trustGrant, does<[](const Step&, Stage& stage) { stage.mac().grantTrust(); }>},
-    {Verb::trustRevoke, does<[](const Step&, Stage& stage) { stage.mac().revokeTrust(); }>},
+    {Verb::trustGrant, does<[](const Step& step, Stage& stage) { stage.mac().grantTrust(!step.flag); }>},
+    {Verb::trustRevoke, does<[](const Step& step, Stage& stage) { stage.mac().revokeTrust(!step.flag); }>},
+    {Verb::tapDisable, does<[](const Step&, Stage& stage) { stage.mac().pointer.disableTaps(); }>},
+    {Verb::tapDie, does<[](const Step&, Stage& stage) { stage.mac().pointer.disableTaps(true); }>},
+    {Verb::tapRefuse, does<[](const Step&, Stage& stage) { stage.mac().pointer.refusesTaps = true; }>},
+    {Verb::tapAllow, does<[](const Step&, Stage& stage) { stage.mac().pointer.refusesTaps = false; }>},
+    {Verb::hitsEndAt,
+     does<[](const Step& step, Stage& stage) { stage.mac().setHitsEndAtHost(step.word == "host"); }>},
     {Verb::engineRefuse, refuse},
     {Verb::engineRaise, does<[](const Step&, Stage& stage) {
          stage.mac().framework.exception = RaisedException{.name = "SimulatedException", .reason = refusal};

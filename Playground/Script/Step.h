@@ -21,11 +21,13 @@ enum class Verb {
     // Apps
     launch,
     launchNeighbours,
+    launchRegular,
     quit,
     crash,
     hang,
     unhang,
     slow,
+    stall,
     activate,
     cpu,
     memory,
@@ -86,6 +88,11 @@ enum class Verb {
     displays,
     trustGrant,
     trustRevoke,
+    tapDisable,
+    tapDie,
+    tapRefuse,
+    tapAllow,
+    hitsEndAt,
     engineRefuse,
     engineRaise,
     engineSlow,
@@ -136,7 +143,7 @@ struct Step {
     std::optional<std::int64_t> icons{};                  ///< how many icons an app has
     std::optional<std::int64_t> icon{};                   ///< which of an app's icons, from 1
     std::optional<std::int64_t> width{};                  ///< points
-    bool flag = false;                                    ///< with the option key; a heavy app
+    bool flag = false;                                    ///< with the option key; heavy; unnoticed
 
     bool operator==(const Step&) const = default;
 };

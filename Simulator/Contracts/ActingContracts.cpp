@@ -97,19 +97,29 @@ void checkNotices(const Platform& platform, const Stagehand& stagehand, Checks& 
         heardOnce += "!";
     });
     auto screens = platform.displays.observeChanges([&] { heard += "screens "; });
-    const ProcessID pid = stagehand.launch("com.example.app");
+    const ProcessID agent = stagehand.launch("com.example.agent");
     expect(checks, "no notice comes inside the act", heard.empty(), heard);
+    stagehand.pass(1s);
+    stagehand.quit(agent);
+    stagehand.pass(1s);
+    expect(checks, "of an agent only the list of applications tells", heard == "7- 7- ", heard);
+    heard.clear();
+    const ProcessID pid = stagehand.launchRegular("com.example.app");
     stagehand.pass(1s);
     stagehand.quit(pid);
     stagehand.pass(1s);
+    std::erase(heard, '7');  // the list tells of this one as well, before or after
+    std::erase(heard, '-');
+    expect(checks, "a regular app is announced by name", heard == " 4com.example.app  5com.example.app ",
+           heard);
+    heard.clear();
     stagehand.changeDisplays();
     stagehand.pass(1s);
     screens.end();
     stagehand.changeDisplays();
     stagehand.wake();
     stagehand.pass(1s);
-    expect(checks, "notices say what happened, in order",
-           heard == "4com.example.app 5com.example.app screens 0- 1- ", heard);
+    expect(checks, "notices say what happened, in order", heard == "screens 0- 1- ", heard);
     expect(checks, "an observer may end its own subscription", heardOnce == "!", heardOnce);
 }
 
@@ -163,6 +173,13 @@ void checkAssertions(const Platform& platform, const Stagehand& stagehand, Check
     expect(checks, "invalidating raises nothing, again", framework.invalidate(nobody).has_value());
     stagehand.pass(1s);
     expectSeen("invalidating the last assertion shows everything", "ab");
+    const auto again = framework.makeConfiguration("MBAssessmentModeConfiguration", {}, {}).value_or(nullptr);
+    std::string answers;
+    static_cast<void>(framework.activate(
+        nobody, again, [&](const auto& error) { answers += error ? "refused " : "agreed "; }));
+    stagehand.pass(1s);
+    expectSeen("an assertion that was invalidated hides nothing ever again", "ab");
+    expect(checks, "and is told so", answers == "refused ", answers);
 }
 
 }  // namespace velko::Contracts

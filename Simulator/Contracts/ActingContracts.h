@@ -13,7 +13,8 @@ namespace velko::Contracts {
 /// Makes things happen on a machine that belongs to the test.
 struct Stagehand {
     Pass pass;
-    std::function<ProcessID(const BundleID&)> launch;  ///< an app with one icon, and its identifier as name
+    std::function<ProcessID(const BundleID&)> launch;  ///< an agent with one icon, and its identifier as name
+    std::function<ProcessID(const BundleID&)> launchRegular;  ///< an app for the Dock, likewise
     std::function<void(ProcessID)> quit;
     std::function<void(ProcessID)> hang;
     std::function<void(bool)> setTrusted;
@@ -24,6 +25,7 @@ struct Stagehand {
     std::function<void(ProcessID)> activate;
     std::function<void(ProcessID)> click;  ///< on the middle of an app's icon
     std::function<void()> disableTaps;
+    std::function<void(bool)> refuseTaps;        ///< though there is the permission
     std::function<void(ProcessID)> work;         ///< from now on the process keeps one core busy
     std::function<bool(const BundleID&)> shows;  ///< whether a person sees an app's icon
 };

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Simulator/Contracts/ActingContracts.h"
+#include "VelkoEngine/MenuBarHost.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Pointer.h"
 #include "VelkoEngine/Ports/Processes.h"
@@ -39,6 +40,26 @@ std::optional<Point> middleOf(const Platform& platform, const AXElement& element
         return std::nullopt;
     }
     return Point{.x = corner->x + extent->width / 2, .y = corner->y + extent->height / 2};
+}
+
+/// What becomes of taps that the system does not want.
+void checkRefusedTaps(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    int heard = 0;
+    const auto tapped = [&] { return platform.pointer.tapClicks([&](const ClickTapEvent&) { ++heard; }); };
+    stagehand.refuseTaps(true);
+    const bool isRefused = tapped() == nullptr;
+    stagehand.refuseTaps(false);
+    expect(checks, "a tap may be refused with the permission", isRefused);
+    const auto tap = tapped();
+    stagehand.setTrusted(false);
+    stagehand.click(stagehand.launch("com.example.clicked"));
+    stagehand.pass(1s);
+    expect(checks, "a tap is deaf once the permission is taken", tap && !tap->isEnabled() && heard == 0);
+    stagehand.setTrusted(true);
+    if (tap) {
+        tap->enable();
+    }
+    expect(checks, "and stays so when it is back", tap && !tap->isEnabled());
 }
 
 }  // namespace
@@ -96,25 +117,28 @@ void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& c
     const bool isAtIcon = heard.size() == 1 && heard.front().location == middle;
     expect(checks, "a tap hears of a click, and where it was", isAtIcon);
     const auto under = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
-    expect(checks, "the element under a point tells whose it is",
-           under && platform.accessibility.pid(*under) == std::expected<ProcessID, AXError>(pid));
+    const ProcessID named = under ? platform.accessibility.pid(*under).value_or(0) : 0;
+    expect(checks, "the element under a point is the app's, or the menu bar's host's",
+           named == pid || named == menuBarHostPID(platform), std::to_string(named));
     heard.clear();
     stagehand.disableTaps();
     stagehand.click(pid);
     stagehand.pass(1s);
     expect(checks, "a tap that is switched off hears of that and of nothing more",
-           heard == std::vector{ClickTapEvent{.kind = ClickTapEvent::Kind::disabled, .location = {}}});
+           heard == std::vector{ClickTapEvent{.kind = ClickTapEvent::Kind::disabled, .location = {}}} &&
+               tap && !tap->isEnabled());
     if (tap) {
         tap->enable();
     }
     stagehand.click(pid);
     stagehand.pass(1s);
-    expect(checks, "it can be switched on again", heard.size() == 2);
+    expect(checks, "it can be switched on again", heard.size() == 2 && tap && tap->isEnabled());
     stagehand.click(pid);
     tap.reset();
     stagehand.pass(1s);
     expect(checks, "a tap that has ended hears nothing", heard.size() == 2);
-    stagehand.hang(pid);
+    checkRefusedTaps(platform, stagehand, checks);
+    stagehand.hang(named);
     const auto start = platform.mainThread.now();
     const auto hung = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
     const double cost = secondsOf(platform.mainThread.now() - start);

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "VelkoCore/Timing.h"
-#include "VelkoEngine/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
@@ -26,7 +25,7 @@ void ChangeWatch::look() {
     if (reading_.isPending()) {
         return;  // an app that hangs makes a look last longer than the time between two
     }
-    auto apps = AX::isTrusted(platform_) ? watchedApps() : std::map<BundleID, ProcessID>{};
+    auto apps = host_.values().problems.trustMissing ? std::map<BundleID, ProcessID>{} : watchedApps();
     if (apps.empty()) {
         compare({});  // what is seen next is a new beginning
         return;

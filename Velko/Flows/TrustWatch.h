@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoEngine/Ports/Platform.h"
@@ -8,8 +9,9 @@
 
 namespace velko {
 
-/// Notices that the user has given or taken the Accessibility permission, which the system tells nobody.
-/// Main thread; owned by the controller.
+/// Notices that the user has given or taken the Accessibility permission, which the system tells nobody and
+/// may report wrongly. So other apps are asked as well; of what the system says and what they show, the newer
+/// holds. Main thread; owned by the controller.
 class TrustWatch final {
  public:
     /// `changed` is told what holds now, whenever it is not what the health says.
@@ -19,15 +21,31 @@ class TrustWatch final {
     ~TrustWatch() = default;
 
     void start();
-    void stop() noexcept { loop_.cancel(); }
+    void stop() noexcept;
+
+    /// Whether the permission is there, as far as is known. Tells nobody.
+    [[nodiscard]] bool holds();
 
     /// Looks now. Whether the permission is there.
     bool check();
 
+    /// Asks another app, and calls `then` once one has let itself be read. Only the last such call counts;
+    /// without the permission it is dropped.
+    void prove(std::function<void()> then);
+
  private:
+    void look();
+    void ask();
+    void hear(bool evidence);
+
     FlowHost& host_;
     Platform platform_;
     std::function<void(bool)> changed_;
+    std::optional<bool> systemSays_;
+    bool holds_ = false;
+    int looksUntilAsking_ = 0;
+    std::function<void()> whenProven_;
+    Task asking_;
     Task loop_;
 };
 

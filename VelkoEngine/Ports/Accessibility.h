@@ -107,8 +107,9 @@ class Accessibility {
     /// The process that owns an element.
     [[nodiscard]] virtual std::expected<ProcessID, AXError> pid(const AXElement& element) const = 0;
 
-    /// The element under a point, whichever app it belongs to; origin at the top left of the primary
-    /// screen. The time-out holds for the question and for the element that is found.
+    /// The element under a point, whichever app it belongs to, or of whoever shows that part of the screen
+    /// for it; origin at the top left of the primary screen. The question takes at most the time-out that
+    /// the process has for all; the one given holds for the element that is found.
     [[nodiscard]] virtual std::expected<AXElement, AXError> elementAt(Point point,
                                                                       float messagingTimeout) const = 0;
 

@@ -31,8 +31,11 @@ class ClickTap {
     ClickTap& operator=(const ClickTap&) = delete;
     virtual ~ClickTap() = default;
 
-    /// Switches the tap on again after the system has switched it off.
+    /// Switches the tap on again after the system has switched it off, which now and then is in vain.
     virtual void enable() = 0;
+
+    /// Whether the system lets it hear of clicks. One that is dead stays so; it is to be replaced.
+    [[nodiscard]] virtual bool isEnabled() const = 0;
 };
 
 /// The mouse. Main thread.
@@ -43,8 +46,9 @@ class Pointer {
     Pointer& operator=(const Pointer&) = delete;
     virtual ~Pointer() = default;
 
-    /// Installs a tap that listens for buttons going down and alters nothing; null when the user has not
-    /// allowed it. `handler` must return at once: the system switches off a slow tap.
+    /// Installs a tap that listens for buttons going down and alters nothing; null when the system refuses.
+    /// Without the Accessibility permission it may ask the user for another one, so only call it with that.
+    /// `handler` must return at once: the system switches off a slow tap.
     [[nodiscard]] virtual std::unique_ptr<ClickTap> tapClicks(
         std::function<void(const ClickTapEvent&)> handler) = 0;
 

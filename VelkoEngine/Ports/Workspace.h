@@ -29,9 +29,10 @@ struct WorkspaceNotice {
         screensDidWake,
         activeSpaceChanged,
         sessionBecameActive,
-        launched,
-        terminated,
-        activated
+        launched,    ///< only of regular apps, which few apps of the menu bar are
+        terminated,  ///< likewise
+        activated,
+        listChanged,  ///< the running applications are others than before, whatever kind they are
     };
 
     Kind kind = Kind::didWake;
@@ -63,7 +64,8 @@ class Workspace {
     /// ".app"; nothing when there is none. Main thread.
     [[nodiscard]] virtual std::optional<std::string> installedName(const BundleID& bundleID) const = 0;
 
-    /// Calls `handler` on the main thread for every notice until the subscription ends.
+    /// Calls `handler` on the main thread for every notice until the subscription ends. What comes first of a
+    /// regular app, its own notice or that of the list, is open.
     [[nodiscard]] virtual Subscription observe(std::function<void(const WorkspaceNotice&)> handler) = 0;
 
     /// Asks every process that runs an app with that identifier to quit; each may take its time or decline.

@@ -26,8 +26,10 @@ struct Listener : std::enable_shared_from_this<Listener> {
 void hear(AXObserverRef /*observer*/, AXUIElementRef element, CFStringRef notification, void* context) {
     const auto listener = static_cast<Listener*>(context)->shared_from_this();
     if (const auto handler = listener->handler) {
-        handler(portable((__bridge NSString*)notification),
-                MacElement::make(CFRef<AXUIElementRef>::retain(element), listener->timeout));
+        @autoreleasepool {  // the run loop calls this beside AppKit's events, and drains nothing by itself
+            handler(portable((__bridge NSString*)notification),
+                    MacElement::make(CFRef<AXUIElementRef>::retain(element), listener->timeout));
+        }
     }
 }
 

@@ -7,6 +7,9 @@ namespace velko {
 /// The system's Accessibility interface.
 class MacAccessibility final : public Accessibility {
  public:
+    /// `messagingTimeout`, in seconds, holds wherever an element has none of its own.
+    explicit MacAccessibility(float messagingTimeout);
+
     [[nodiscard]] bool isTrusted() const override;
     void promptForTrust() override;
     [[nodiscard]] AXElement application(ProcessID pid, float messagingTimeout) const override;

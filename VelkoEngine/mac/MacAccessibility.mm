@@ -90,6 +90,12 @@ AXAnswer answerOf(CFTypeRef object, float timeout) {
 
 }  // namespace
 
+MacAccessibility::MacAccessibility(float messagingTimeout) {
+    // For this one element the system takes it as the default of the whole process.
+    const auto everything = CFRef<AXUIElementRef>::adopt(AXUIElementCreateSystemWide());
+    AXUIElementSetMessagingTimeout(everything.get(), messagingTimeout);
+}
+
 bool MacAccessibility::isTrusted() const {
     return AXIsProcessTrusted() != 0;
 }
@@ -165,9 +171,6 @@ std::expected<ProcessID, AXError> MacAccessibility::pid(const AXElement& element
 
 std::expected<AXElement, AXError> MacAccessibility::elementAt(Point point, float messagingTimeout) const {
     const auto everything = CFRef<AXUIElementRef>::adopt(AXUIElementCreateSystemWide());
-    // For this one element the system takes it as the default of the whole process; all others have their
-    // own.
-    AXUIElementSetMessagingTimeout(everything.get(), messagingTimeout);
     CFRef<AXUIElementRef> found;
     const ::AXError error = AXUIElementCopyElementAtPosition(everything.get(), static_cast<float>(point.x),
                                                              static_cast<float>(point.y), found.out());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VelkoCore/Timing.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/mac/MacAccessibility.h"
 #include "VelkoEngine/mac/MacActivity.h"
@@ -36,7 +37,7 @@ class MacPlatform final {
 
  private:
     MacMainThread mainThread_;
-    MacAccessibility accessibility_;
+    MacAccessibility accessibility_{Timing::axMessagingTimeout};
     MacWorkspace workspace_;
     MacDisplays displays_;
     MacPointer pointer_;

@@ -24,13 +24,15 @@ struct Listener : std::enable_shared_from_this<Listener> {
 
 CGEventRef hear(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* context) {
     const auto listener = static_cast<Listener*>(context)->shared_from_this();
-    if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
-        listener->handler({.kind = ClickTapEvent::Kind::disabled});
-    } else {
-        listener->handler({.kind = ClickTapEvent::Kind::mouseDown,
-                           .location = portable(CGEventGetLocation(event)),
-                           .isRight = type == kCGEventRightMouseDown,
-                           .option = (CGEventGetFlags(event) & kCGEventFlagMaskAlternate) != 0});
+    @autoreleasepool {  // the run loop calls this beside AppKit's events, and drains nothing by itself
+        if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
+            listener->handler({.kind = ClickTapEvent::Kind::disabled});
+        } else {
+            listener->handler({.kind = ClickTapEvent::Kind::mouseDown,
+                               .location = portable(CGEventGetLocation(event)),
+                               .isRight = type == kCGEventRightMouseDown,
+                               .option = (CGEventGetFlags(event) & kCGEventFlagMaskAlternate) != 0});
+        }
     }
     return event;
 }
@@ -54,6 +56,8 @@ class MacClickTap final : public ClickTap {
     }
 
     void enable() override { CGEventTapEnable(tap_.get(), true); }
+
+    [[nodiscard]] bool isEnabled() const override { return CGEventTapIsEnabled(tap_.get()); }
 
  private:
     std::shared_ptr<Listener> listener_;

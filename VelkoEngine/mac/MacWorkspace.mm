@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "VelkoEngine/mac/Conversions.h"
+#import "VelkoEngine/mac/KeyObserver.h"
 #include "VelkoEngine/mac/NotificationObserver.h"
 
 namespace velko {
@@ -79,6 +80,9 @@ Subscription MacWorkspace::observe(std::function<void(const WorkspaceNotice&)> h
             [NSWorkspace sharedWorkspace].notificationCenter, name,
             [shared, kind](NSNotification* notification) { (*shared)(portable(notification, kind)); }));
     }
+    observers->push_back(observeKey([NSWorkspace sharedWorkspace], @"runningApplications", [shared] {
+        (*shared)({.kind = Kind::listChanged, .pid = {}, .bundleID = {}});
+    }));
     return Subscription([observers] { observers->clear(); });
 }
 

@@ -118,7 +118,7 @@ class BusyMac : public testing::Test {
     std::vector<ProcessID> pids;
     int turns = 0;
     std::vector<BundleID> clicked;
-    ClickHistory clicks{mac.platform(), [] { return std::vector<MenuBarItem>(); },
+    ClickHistory clicks{mac.platform(), [this] { return KnownBar{.icons = {{pids[5], {}}, {pids[7], {}}}}; },
                         [this](const BundleID& app) { clicked.push_back(app); }};
 };
 

@@ -20,6 +20,10 @@ Contracts::Stagehand stagehandOf(SimulatedMac& mac) {
                 [&mac](const BundleID& bundleID) {
                     return mac.launch({.bundleID = bundleID, .name = bundleID, .icons = {{}}});
                 },
+            .launchRegular =
+                [&mac](const BundleID& bundleID) {
+                    return mac.launch({.bundleID = bundleID, .name = bundleID, .isRegular = true});
+                },
             .quit = [&mac](ProcessID pid) { mac.quit(pid); },
             .hang = [&mac](ProcessID pid) { mac.hang(pid, true); },
             .setTrusted = [&mac](bool trusted) { trusted ? mac.grantTrust() : mac.revokeTrust(); },
@@ -30,6 +34,7 @@ Contracts::Stagehand stagehandOf(SimulatedMac& mac) {
             .activate = [&mac](ProcessID pid) { mac.activate(pid); },
             .click = [&mac](ProcessID pid) { mac.clickIcon(pid); },
             .disableTaps = [&mac] { mac.pointer.disableTaps(); },
+            .refuseTaps = [&mac](bool refuse) { mac.pointer.refusesTaps = refuse; },
             .work = [&mac](ProcessID pid) { mac.processes.work(pid, 1); },
             .shows =
                 [&mac](const BundleID& bundleID) {
@@ -93,10 +98,13 @@ TEST(PortContract, TheSimulatedPortsKeepThePartThatActs) {
     for (const Suite suite :
          {Contracts::checkApps, Contracts::checkNotices, Contracts::checkOtherAppsElements,
           Contracts::checkMenus, Contracts::checkClicks, Contracts::checkWork, Contracts::checkAssertions}) {
-        SimulatedMac mac;
-        Checks checks;
-        suite(mac.platform(), stagehandOf(mac), checks);
-        expectAllKept(checks);
+        for (const bool hitsEndAtHost : {true, false}) {
+            SimulatedMac mac;
+            mac.setHitsEndAtHost(hitsEndAtHost);
+            Checks checks;
+            suite(mac.platform(), stagehandOf(mac), checks);
+            expectAllKept(checks);
+        }
     }
 }
 

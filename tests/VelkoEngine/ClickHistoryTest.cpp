@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <optional>
@@ -49,6 +50,7 @@ TEST(MenuBarStrip, LiesAtTheTopOfWhateverScreenAClickIsOn) {
 
 class ClickHistoryTest : public testing::Test {
  protected:
+    ClickHistoryTest() { mac.setHitsEndAtHost(false); }
     ~ClickHistoryTest() override {
         history.reset();
         mac.advance(1s);
@@ -59,14 +61,18 @@ class ClickHistoryTest : public testing::Test {
         return mac.launch({.bundleID = bundleID, .name = "App", .icons = {{}}});
     }
 
+    Rect frameOf(ProcessID pid) const {
+        return std::ranges::find(mac.menuBar().slots(), pid, &SimulatedMenuBar::Slot::pid)->frame;
+    }
+
     Apps clickedAfter(MainThread::Uptime duration) {
         mac.advance(duration);
         return std::exchange(clicked, {});
     }
 
     SimulatedMac mac;
-    std::vector<MenuBarItem> known;
     Apps clicked;
+    KnownBar known;
     std::optional<ClickHistory> history{std::in_place, mac.platform(), [this] { return known; },
                                         [this](const BundleID& app) { clicked.push_back(app); }};
 };
@@ -100,12 +106,32 @@ TEST_F(ClickHistoryTest, ReportsWhoseIconWasClicked) {
     EXPECT_EQ(clickedAfter(1s), Apps{"c"});
 }
 
+TEST_F(ClickHistoryTest, FindsTheOwnerWhereTheBarsHostAnswersForAllIcons) {
+    mac.setHitsEndAtHost(true);
+    const ProcessID a = launch("a");
+    const ProcessID b = launch("b");
+    history->start();
+    mac.clickIcon(a);
+    EXPECT_EQ(clickedAfter(1s), Apps{}) << "no icon is known yet";
+    known.icons = {{a, {.x = 100, .width = 30}}, {b, frameOf(a)}};  // before icons moved
+    mac.clickIcon(a);
+    mac.clickIcon(b);
+    mac.clickIcon(mac.menuBarHost());
+    EXPECT_EQ(clickedAfter(1s), (Apps{"a", "b"})) << "by where the icons stand now";
+    mac.setHitsEndAtHost(false);
+    known.broom = frameOf(mac.processes.ownPID());
+    mac.clickIcon(mac.processes.ownPID());
+    EXPECT_EQ(clickedAfter(1s), Apps{});
+    EXPECT_EQ(mac.accessibility.ownAnswersElsewhere(), 0U)
+        << "the window list does not name the broom's owner";
+}
+
 TEST_F(ClickHistoryTest, ListensWithThePermissionUntilStoppedWhoeverElseSwitchesItsTapOff) {
     const ProcessID a = launch("a");
-    mac.revokeTrust();
+    mac.pointer.refusesTaps = true;
     history->start();
     EXPECT_FALSE(history->isRunning());
-    mac.grantTrust();
+    mac.pointer.refusesTaps = false;
     history->start();
     EXPECT_TRUE(history->isRunning());
     mac.clickIcon(a);
@@ -121,6 +147,12 @@ TEST_F(ClickHistoryTest, ListensWithThePermissionUntilStoppedWhoeverElseSwitches
     EXPECT_EQ(clickedAfter(1s), Apps{});
     mac.clickIcon(a);
     EXPECT_EQ(clickedAfter(1s), Apps{"a"}) << "the system's own switching off is undone";
+    mac.pointer.disableTaps(true);
+    mac.advance(1s);
+    EXPECT_FALSE(history->isRunning()) << "this one was in vain";
+    history->start();
+    mac.clickIcon(a);
+    EXPECT_EQ(clickedAfter(1s), Apps{"a"});
 }
 
 TEST_F(ClickHistoryTest, SurvivesAThousandClicksASecond) {
@@ -144,7 +176,7 @@ TEST_F(ClickHistoryTest, MayBeDestroyedAtAnyMoment) {
     const ProcessID a = launch("a");
     for (const int turns : {0, 1, 2, 3}) {
         history.emplace(
-            mac.platform(), [this] { return known; },
+            mac.platform(), [] { return KnownBar(); },
             [&](const BundleID&) { turns == 3 ? history.reset() : history->stop(); });
         history->start();
         mac.clickIcon(a);

@@ -46,17 +46,25 @@ TEST(InventoryDump, WritesTheHostsTreeWithTheProcessesBehindIt) {
     const auto host = mac.menuBarHost();
     const auto other = mac.launch({.bundleID = "a", .name = "Other"});
     mac.accessibility.root(host)->overrides["AXChildren"] =
-        Elements{nest(host, "AXGroup", 6), nest(other, "AXApplication", 2)};
-    EXPECT_EQ(Inventory::menuBarAgentDump(mac.platform()), "MenuBarAgent pid " + std::to_string(host) +
-                                                               "\n"
-                                                               "AXApplication \"MenuBarAgent\"\n"
-                                                               "  AXGroup \"1\"\n"
-                                                               "    AXGroup \"2\"\n"
-                                                               "      AXGroup \"3\"\n"
-                                                               "        AXGroup \"4\"\n"
-                                                               "          AXGroup \"5\"\n"
-                                                               "  AXApplication \"1\" pid=" +
-                                                               std::to_string(other) + "\n");
+        Elements{nest(host, "AXGroup", 6), nest(other, "AXApplication", 2),
+                 nest(mac.processes.ownPID(), "AXApplication", 2)};
+    std::string tree;
+    const Task reading = mac.mainThread.background(
+        [platform = mac.platform()] { return Inventory::menuBarAgentDump(platform); },
+        [&](std::string dump) { tree = std::move(dump); });
+    mac.advance(std::chrono::seconds(1));
+    EXPECT_EQ(mac.accessibility.ownAnswersElsewhere(), 0U);
+    EXPECT_EQ(tree, "MenuBarAgent pid " + std::to_string(host) +
+                        "\n"
+                        "AXApplication \"MenuBarAgent\"\n"
+                        "  AXGroup \"1\"\n"
+                        "    AXGroup \"2\"\n"
+                        "      AXGroup \"3\"\n"
+                        "        AXGroup \"4\"\n"
+                        "          AXGroup \"5\"\n"
+                        "  AXApplication \"1\" pid=" +
+                        std::to_string(other) + "\n  ? \"\" pid=" + std::to_string(mac.processes.ownPID()) +
+                        "\n");
     mac.quit(host);
     EXPECT_EQ(Inventory::menuBarAgentDump(mac.platform()), "MenuBarAgent process not found");
 }

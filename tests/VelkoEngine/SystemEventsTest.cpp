@@ -32,7 +32,7 @@ class SystemEventsTest : public testing::Test {
 TEST_F(SystemEventsTest, DeliverABurstOnceHalfASecondAfterItsLastNote) {
     mac.launch({.bundleID = "a", .name = "A"});
     EXPECT_EQ(deliveries(400ms), Strings{});
-    mac.launch({.name = "Without identifier"});
+    mac.launch({.name = "Without identifier", .isRegular = true});
     EXPECT_EQ(deliveries(400ms), Strings{});
     const auto last = mac.launch({.bundleID = "c", .name = "C"});
     EXPECT_EQ(deliveries(499ms), Strings{});
@@ -57,6 +57,53 @@ TEST_F(SystemEventsTest, LookAgainTwoSecondsAfterWakingUnlessTheyAreGone) {
     mac.changeSpace();
     events.reset();
     EXPECT_EQ(deliveries(10s), Strings{});
+}
+
+TEST(ProcessRoll, CountsEachLaunchAndEndOnceWhicheverSourceTellsItFirst) {
+    const struct {
+        const char*
+            story;  // + and - change the list, c compares it, L and E are notices, ? one that says nothing
+        const char* events;
+    } cases[] = {
+        {"+c", "launched"},
+        {"+cL", "launched"},
+        {"L+c", "launched"},
+        {"Lc+c", "launched"},
+        {"LcE", "launched quit"},
+        {"+c-c", "launched quit"},
+        {"+cL-cE", "launched quit"},
+        {"+cLEc-c", "launched quit"},
+        {"+c-c?", "launched quit"},
+        {"+c?-c", "launched quit quit"},
+        {"+c-cb+c", "launched quit launched"},
+        {"+c-cbE", "launched quit quit"},
+    };
+    using Kind = WorkspaceNotice::Kind;
+    for (const auto& [story, expected] : cases) {
+        ProcessRoll roll({});
+        std::vector<RunningApplication> list;
+        ProcessRoll::Events events;
+        for (const char* act = story; *act != '\0'; ++act) {
+            ProcessRoll::Events heard;
+            switch (*act) {
+                case '+': list = {{7, "a", "/A.app", {}}}; break;
+                case '-': list.clear(); break;
+                case 'c': heard = roll.compare(list); break;
+                case 'L': heard = roll.hear({.kind = Kind::launched, .pid = 7, .bundleID = "a"}); break;
+                case 'E': heard = roll.hear({.kind = Kind::terminated, .pid = 7, .bundleID = "a"}); break;
+                case '?': heard = roll.hear({.kind = Kind::terminated}); break;
+                default: roll.beginBurst();
+            }
+            events.insert(events.end(), heard.begin(), heard.end());
+        }
+        std::string text;
+        for (const auto& event : events) {
+            text += std::string(text.empty() ? "" : " ") + (event.isLaunch ? "launched" : "quit");
+        }
+        EXPECT_EQ(text, expected) << story;
+    }
+    const std::vector<RunningApplication> helpers{{8, "b", "/B.xpc", {}}, {9, {}, {}, {}}};
+    EXPECT_TRUE(ProcessRoll({}).compare(helpers).empty()) << "they have no icons";
 }
 
 TEST(OpenMenus, CountOnlyAtTheMenuLevelAndFromOtherProcesses) {

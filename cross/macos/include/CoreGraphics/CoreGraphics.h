@@ -33,6 +33,7 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation location, CGEventTapPlacement 
                                CGEventTapOptions options, CGEventMask events, CGEventTapCallBack callback,
                                void* context);
 void CGEventTapEnable(CFMachPortRef tap, bool enable);
+bool CGEventTapIsEnabled(CFMachPortRef tap);
 CGPoint CGEventGetLocation(CGEventRef event);
 CGEventFlags CGEventGetFlags(CGEventRef event);
 

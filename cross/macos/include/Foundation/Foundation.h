@@ -38,6 +38,23 @@ typedef struct {
 @protocol NSCopying
 @end
 
+typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptions;
+
+@interface NSObject (NSKeyValueObserving)
+- (void)observeValueForKeyPath:(NSString*)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary*)change
+                       context:(void*)context;
+@end
+
+@interface NSObject (NSKeyValueObserverRegistration)
+- (void)addObserver:(NSObject*)observer
+         forKeyPath:(NSString*)keyPath
+            options:(NSKeyValueObservingOptions)options
+            context:(void*)context;
+- (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(void*)context;
+@end
+
 @interface NSString : NSObject <NSCopying>
 @property(readonly) NSUInteger length;
 - (unichar)characterAtIndex:(NSUInteger)index;
