@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -11,6 +12,7 @@
 #include "Simulator/TreeFaults.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/BroomDrawing.h"
+#include "Velko/Ports/PanelPlacement.h"
 #include "Velko/View/Tree.h"
 #include "VelkoCore/Timing.h"
 
@@ -19,6 +21,9 @@ namespace velko::playground {
 namespace {
 
 using Kind = Surfaces::Kind;
+
+/// Twenty while it rocks, and what its dot and a problem may add.
+constexpr std::size_t mostImagesInASecond = 23;
 
 constexpr std::array allKinds{Kind::note, Kind::shelf, Kind::setup, Kind::permissionGuide, Kind::settings};
 
@@ -82,7 +87,7 @@ std::optional<std::string> FaceRules::check(AppController& velko, bool isCalm) {
     checkTrees();
     checkBroom(velko, isCalm);
     checkSurfaces(velko, isCalm);
-    checkNote(velko);
+    checkNote(velko, isCalm);
     checkShelf(velko, isCalm);
     checkSettings(velko);
     return std::exchange(breach_, std::nullopt);
@@ -91,6 +96,8 @@ std::optional<std::string> FaceRules::check(AppController& velko, bool isCalm) {
 void FaceRules::checkTrees() {
     for (const Kind kind : allKinds) {
         if (const view::Node* root = content(kind)) {
+            const auto* const opening = stage_.mac().surfaces.surface(kind).opening();
+            require(!opening->title.empty(), "every surface has a title");
             const auto fault = faultIn(*root);
             require(!fault, "everything shown is well-formed", fault.value_or(""));
         }
@@ -103,6 +110,8 @@ void FaceRules::checkTrees() {
 
 void FaceRules::checkBroom(AppController& velko, bool isCalm) {
     const SimulatedStatusItem& item = stage_.mac().statusItem;
+    require(item.mostImagesInASecond() <= mostImagesInASecond && item.imagesInVain() == 0,
+            "the broom is drawn no more than it has to be");
     require(mayLag(velko) || item.toolTip() == expectedToolTip(velko), "the broom's tooltip is true",
             item.toolTip() + " instead of " + expectedToolTip(velko));
     const auto* const drawing = std::get_if<view::Drawing>(&item.image());
@@ -135,7 +144,7 @@ void FaceRules::checkSurfaces(const AppController& velko, bool isCalm) {
             "the pointer is watched only for hovering");
 }
 
-void FaceRules::checkNote(const AppController& velko) {
+void FaceRules::checkNote(const AppController& velko, bool isCalm) {
     const view::Node* const note = content(Kind::note);
     if (note == nullptr) {
         return;
@@ -143,8 +152,26 @@ void FaceRules::checkNote(const AppController& velko) {
     auto waiting = velko.values().layout.inbox;
     std::ranges::sort(waiting);
     require(appsWith("keep:", *note) == waiting, "the note asks about those who wait");
+    checkArrow(isCalm);
     const bool asks = !appsWith("row:", *note).empty();
     require(asks == (view::find(*note, "spotless") == nullptr), "the note is spotless when all is answered");
+}
+
+void FaceRules::checkArrow(bool isCalm) {
+    SimulatedMac& mac = stage_.mac();
+    const SimulatedSurface& note = mac.surfaces.surface(Kind::note);
+    const auto place = note.opening()->place;
+    require(place.has_value(), "the note hangs from the menu bar");
+    const auto& slots = mac.menuBar().slots();
+    const auto broom = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
+    if (!place || !isCalm || mac.broomSpot() != SimulatedMac::BroomSpot::bar || broom == slots.end()) {
+        return;
+    }
+    const Rect frame = *note.frame();
+    const double middle = broom->frame.x + broom->frame.width / 2;
+    const bool isInReach = std::abs(middle - (frame.x + frame.width / 2)) <= panelArrowReach(frame.width);
+    const double tip = frame.x + panelArrowTip(*place, frame);
+    require(!isInReach || std::abs(tip - middle) < 1, "the note's arrow points at the broom");
 }
 
 void FaceRules::checkShelf(const AppController& velko, bool isCalm) {

@@ -22,7 +22,8 @@ class FaceRules final {
     void checkTrees();
     void checkBroom(AppController& velko, bool isCalm);
     void checkSurfaces(const AppController& velko, bool isCalm);
-    void checkNote(const AppController& velko);
+    void checkNote(const AppController& velko, bool isCalm);
+    void checkArrow(bool isCalm);
     void checkShelf(const AppController& velko, bool isCalm);
     void checkSettings(const AppController& velko);
     [[nodiscard]] bool isOpen(Surfaces::Kind kind) { return content(kind) != nullptr; }

@@ -73,6 +73,15 @@ void Stage::startVelko() {
     velko_->didFinishLaunching();
 }
 
+bool Stage::reopenVelko() {
+    if (velko_) {
+        const bool hasWindow = mac_.surfaces.surface(Surfaces::Kind::setup).isOpen() ||
+                               mac_.surfaces.surface(Surfaces::Kind::settings).isOpen();
+        velko_->reopen(hasWindow);
+    }
+    return velko_ != nullptr;
+}
+
 void Stage::quitVelko() {
     if (velko_) {
         velko_->willTerminate();

@@ -37,6 +37,8 @@ class Stage final {
 
     /// Starts Velko, unless it runs.
     void startVelko();
+    /// The user opens Velko though it runs; whether it does.
+    bool reopenVelko();
     /// Quits Velko, if it runs: it writes what was to be saved and is gone.
     void quitVelko();
     /// Ends Velko, if it runs, without a chance to do anything.

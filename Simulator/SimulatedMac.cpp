@@ -9,6 +9,7 @@ namespace velko {
 namespace {
 
 constexpr auto hostProcess = "MenuBarAgent";
+constexpr auto placingTime = std::chrono::milliseconds(150);   ///< of a new icon
 constexpr auto quittingTime = std::chrono::milliseconds(200);  ///< an app's last words
 constexpr auto announcing = std::chrono::milliseconds(50);     ///< how much later than the list a notice is
 
@@ -70,6 +71,8 @@ SimulatedMac::SimulatedMac(SimulatedMacOptions options)
     workspace.onTerminate = [this](ProcessID pid) {
         thread_.happen(quittingTime, [this, pid] { quit(pid); });
     };
+    mainThread.isNapping = [this] { return isNapping(); };
+    activity.onBegin = [this] { mainThread.wakeFromNap(); };
     windows.others = {{.layer = 24, .ownerPID = menuBarHost(), .frame = Rect{.width = 1920, .height = 24}},
                       {.layer = 0, .ownerPID = std::nullopt}};
 }
@@ -235,6 +238,10 @@ void SimulatedMac::changeIcon(ProcessID pid, std::size_t index,
 void SimulatedMac::addIcon(ProcessID pid, SimulatedIcon icon, std::optional<std::size_t> place) {
     if (const auto* process = processes.find(pid)) {
         put(*process, std::move(icon), place);
+        if (pid == processes.ownPID()) {
+            settleBroom(BroomSpot::nowhere, placingTime);
+            lookedAt();
+        }
         refresh();
     }
 }

@@ -129,6 +129,23 @@ class SimulatedMac final {
     void click(Point location);
     /// Clicks on the middle of an icon; whether there is one to click on.
     bool clickIcon(ProcessID pid, std::size_t index = 0);
+    /// A whole click on the broom. Who listens for presses elsewhere hears of this one first; the broom's
+    /// action runs a moment after the button is up again, by way of the menu bar's host. Whether it can be
+    /// clicked on.
+    bool clickBroom(const SimulatedClick& click = {});
+    static constexpr std::chrono::milliseconds clickTime{90};  ///< from the press to the action
+    /// Where the system puts the broom, or says that it is.
+    enum class BroomSpot {
+        bar,      ///< where its icon shows
+        notch,    ///< under the camera housing of the first display that has one
+        nowhere,  ///< it has not been placed, or is not allowed
+        stub,     ///< it shows, and the system gives a frame of no size
+    };
+    void putBroom(BroomSpot spot);
+    [[nodiscard]] BroomSpot broomSpot() const noexcept { return settling_.value_or(broomSpot_); }
+    /// The system begins to stretch Velko's timers, which it otherwise does after minutes in which nobody has
+    /// looked at it; until somebody does.
+    void nap();
 
     // What a person sees.
     /// The owners of the apps' icons that show, left to right, the broom among them; once per icon.
@@ -176,6 +193,11 @@ class SimulatedMac final {
     void keepAppsBusy(MainThread::Uptime delay, MainThread::Uptime duration);
     void put(const SimulatedProcess& owner, SimulatedIcon icon, std::optional<std::size_t> place);
     void refresh();
+    [[nodiscard]] bool isBroomInSight() const;
+    void tellWhereBroomIs();
+    void settleBroom(BroomSpot meanwhile, std::chrono::milliseconds duration);
+    [[nodiscard]] bool isNapping() const;
+    void lookedAt();
 
     /// What a person sees of one icon.
     struct Sight {
@@ -195,6 +217,11 @@ class SimulatedMac final {
     MainThread::Uptime busyBy_{0};  ///< how late apps answer until then
     double barWidth_ = 0;           ///< of the last primary screen that there was
     std::vector<Sight> sight_;
+    BroomSpot broomSpot_ = BroomSpot::bar;
+    std::optional<BroomSpot> settling_;  ///< what the system says until the broom has its place
+    MainThread::Uptime settledAt_{};
+    MainThread::Uptime lookedAtAt_{};
+    bool mustNap_ = false;
 };
 
 }  // namespace velko

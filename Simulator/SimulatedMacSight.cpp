@@ -57,10 +57,11 @@ void SimulatedMac::refresh() {
     }
     menuBar_.layOut(framework.inForce(), barWidth_, displays.statusBarThickness());
     trees_.write(processes, menuBar_, menuBarHost());
+    tellWhereBroomIs();
     std::vector<Sight> sight;
     SimulatedAccessibility::OnScreen onScreen;
     for (const auto& slot : menuBar_.slots()) {
-        if (slot.isVisible) {
+        if (slot.isVisible && (slot.pid != processes.ownPID() || isBroomInSight())) {
             sight.push_back({.pid = slot.pid, .title = slot.icon.title, .frame = slot.frame});
             const auto host = hitsEndAtHost_ ? trees_.hostWindow() : nullptr;
             onScreen.emplace_back(slot.frame, host ? host : slot.element);

@@ -64,6 +64,7 @@ void SimulatedMac::returnToSession() {
 void SimulatedMac::setDisplays(std::vector<Display> arrangement) {
     keepAppsBusy(whenMuchChanges, aMoment);
     displays.set(std::move(arrangement));
+    settleBroom(BroomSpot::stub, std::chrono::milliseconds(200));
     refresh();
 }
 
@@ -91,6 +92,7 @@ void SimulatedMac::activate(ProcessID pid) {
 
 void SimulatedMac::click(Point location) {
     pointer.press(location);
+    pointer.release();
     const auto owner = windows.menuOwner();
     closeMenu();
     const auto* slot = menuBar_.under(location);

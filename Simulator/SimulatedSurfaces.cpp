@@ -1,5 +1,6 @@
 #include "Simulator/SimulatedSurfaces.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -70,6 +71,14 @@ void SimulatedSurface::dismiss(Dismissal how) {
     }
 }
 
+void SimulatedSurface::pressAt(Point point) {
+    const auto own = frame();
+    const bool isOutside = own && !own->contains(point);
+    if (isTransient_ && isOutside && !(opening_->ignoresPress && opening_->ignoresPress(point))) {
+        dismiss(Dismissal::clickOutside);
+    }
+}
+
 bool SimulatedSurface::press(const view::Shortcut& shortcut) {
     if (!opening_) {
         return false;
@@ -107,10 +116,15 @@ bool SimulatedSurfaces::letGo() {
     return wasInHand;
 }
 
-void SimulatedSurfaces::clickOutside() {
+void SimulatedSurfaces::clickOutside(Point point) {
     letGo();
-    surface(Kind::note).dismiss(Surface::Dismissal::clickOutside);
-    surface(Kind::shelf).dismiss(Surface::Dismissal::clickOutside);
+    for (const auto& surface : surfaces_) {
+        surface->pressAt(point);
+    }
+}
+
+bool SimulatedSurfaces::isAnyOpen() const {
+    return std::ranges::any_of(surfaces_, [](const auto& surface) { return surface->isOpen(); });
 }
 
 void SimulatedSurfaces::forget() {

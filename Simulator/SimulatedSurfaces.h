@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/View/Tree.h"
@@ -16,7 +18,7 @@ namespace velko {
 /// A surface whose tree is there to be read, and whose controls a simulated user works.
 class SimulatedSurface final : public Surface {
  public:
-    /// `isTransient`: a click outside and Escape close it, as a popover.
+    /// `isTransient`: a click outside and Escape close it, as a menu.
     SimulatedSurface(MainThread& mainThread, bool isTransient)
         : mainThread_(mainThread), isTransient_(isTransient) {}
 
@@ -43,7 +45,9 @@ class SimulatedSurface final : public Surface {
     bool perform(std::string_view id, const view::Input& input = {});
     /// The user asks for it to go.
     void dismiss(Dismissal how);
-    /// The user presses a key that a control listens to; Escape without one asks a popover or panel to go.
+    /// A button goes down, outside of everything or here. Origin at the bottom left of the primary screen.
+    void pressAt(Point point);
+    /// The user presses a key that a control listens to; Escape without one asks a panel to go.
     bool press(const view::Shortcut& shortcut);
 
     /// The user opens a menu of its and leaves it open, or drags a tile; nobody does when it opens.
@@ -71,8 +75,14 @@ class SimulatedSurfaces final : public Surfaces {
     [[nodiscard]] SimulatedSurface& surface(Kind kind) override;
     [[nodiscard]] bool reducesMotion() const override { return reducedMotion; }
 
-    /// A click that hits none of them.
-    void clickOutside();
+    void announce(const std::string& words) override { announcements_.push_back(words); }
+
+    /// A button goes down somewhere, and whatever listens for presses outside of it hears of that. Origin at
+    /// the bottom left of the primary screen; left out, on the desktop.
+    void clickOutside(Point point = {.x = 300, .y = 500});
+    [[nodiscard]] bool isAnyOpen() const;
+    /// What a screen reader was told, oldest first.
+    [[nodiscard]] const std::vector<std::string>& announcements() const noexcept { return announcements_; }
     /// Menus of theirs close, and what is being dragged is let go. Whether there was anything.
     bool letGo();
     /// `SimulatedSurface::forget` for each.
@@ -86,6 +96,7 @@ class SimulatedSurfaces final : public Surfaces {
     static constexpr std::size_t count = 5;
 
     std::array<std::unique_ptr<SimulatedSurface>, count> surfaces_;
+    std::vector<std::string> announcements_;
 };
 
 }  // namespace velko

@@ -11,6 +11,7 @@
 #include "Velko/Joined.h"
 #include "Velko/Log.h"
 #include "Velko/Ports/LoginItem.h"
+#include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Calendar.h"
 #include "VelkoEngine/AX.h"
 #include "VelkoEngine/EngineProbe.h"
@@ -169,11 +170,13 @@ void AppController::trustChanged(bool trusted) {
     setHealth(&HealthFacts::trustMissing, !trusted);
     if (trusted) {
         log_.log("app", "Accessibility granted");
+        ports_.surfaces.announce("Velko has its permission.");
         requestScan(Depth::full);
         watchClicks();
         apply({.reason = "Accessibility granted"});
     } else {
         log_.log("app", "Accessibility taken away. Hiding nothing until it is granted again.");
+        ports_.surfaces.announce("Velko needs permission to tidy your menu bar.");
         scan_.cancel();
         if (clickHistory_) {
             clickHistory_->stop();

@@ -54,10 +54,11 @@ void AppDelegate::didFinishLaunching() {
 
 void AppDelegate::run() {
     isRunning_ = true;
-    StatusItemController& statusItem = statusItem_.emplace(faceParts_);
+    StatusItemController& statusItem = statusItem_.emplace(faceParts_, broomFrame_);
     hover_.emplace(faceParts_, broomFrame_);
     wireSurfaces(statusItem);
     statusItem.start();
+    broomFrame_.start();
     controller_.start();
     sync();
     applyLoginDefault();
@@ -85,6 +86,7 @@ void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     shelf_.onDismiss = [this](ShelfClosing::By by) { controller_.closeShelf(by); };
     changes_ = controller_.observe([this] { sync(); });
     controller_.broomFrame = [this] { return broomFrame_.chevronFrame(); };
+    controller_.onPress = [&statusItem](const ClickTapEvent& press) { statusItem.pressed(press); };
     controller_.onChange = [this] {
         broomFrame_.refresh();
         setup_.sync();
@@ -153,7 +155,7 @@ void AppDelegate::openFirstSetup() {
 
 SettingsController& AppDelegate::settings() {
     if (!settings_) {
-        settings_.emplace(faceParts_);
+        settings_.emplace(faceParts_, broomFrame_);
         settings_->onVisibilityChange = [this] { windowsChanged(); };
         settings_->onResort = [this] { openSetup(); };
         settings_->onPermission = [this] { openPermission(); };

@@ -54,6 +54,7 @@ inline constexpr Duration permissionGuideFollowInterval = 300ms;
 inline constexpr Duration permissionGuideDoneHold = 1200ms;
 inline constexpr double inboxUpgradeGraceSeconds = 86400;
 inline constexpr Duration noteSpotlessHold = 1400ms;
+inline constexpr double noteFade = 0.12;  ///< seconds
 
 // Saving
 inline constexpr Duration saveDelay = 5s;  ///< a burst of edits is written once, this long after the last

@@ -44,10 +44,10 @@ bool shows(const std::vector<Display>& displays, double statusBarThickness, cons
         return false;
     }
     const Point upwards{.x = middle.x, .y = displays.front().frame.maxY() - middle.y};
-    return std::ranges::none_of(displays, [&](const Display& display) {
-        const auto hidden = housing(display);
-        return hidden && hidden->contains(upwards);
-    });
+    const Display& display = *displayUnder(displays, upwards);
+    const auto hidden = housing(display);
+    return frame.x >= display.frame.x && frame.maxX() <= display.frame.maxX() &&
+           !(hidden && upwards.x >= hidden->x && upwards.x < hidden->maxX());
 }
 
 }  // namespace velko::MenuBarStrip

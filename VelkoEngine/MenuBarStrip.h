@@ -22,8 +22,8 @@ namespace velko::MenuBarStrip {
 [[nodiscard]] std::optional<Rect> housing(const Display& display);
 
 /// Whether something with that frame (origin at the top left of the primary screen, y grows downwards) stands
-/// in a menu bar, where a person can see it: its middle lies in one, and not under a camera housing. What is
-/// of no size stands nowhere.
+/// in a menu bar, where a person can see it: both its ends are on one screen, and its middle lies in the bar
+/// and not under a camera housing. What is of no size stands nowhere.
 [[nodiscard]] bool shows(const std::vector<Display>& displays, double statusBarThickness, const Rect& frame);
 
 /// Whether a point (origin at the bottom left, y grows upwards) lies in the menu bar of its screen.

@@ -43,7 +43,7 @@ RevealStyle styleNow(const Scene& scene) {
 }
 
 bool mayToggle(const Scene& scene) {
-    if (scene.step.verb == Verb::clickBroom) {
+    if (isBroomClick(scene.step)) {
         return meaningOfClick(scene) == ClickMeaning::toggles;
     }
     return scene.belief.layout.reveal.hover && scene.takesTime();

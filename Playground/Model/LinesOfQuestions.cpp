@@ -62,7 +62,7 @@ void noteShown(Heard& heard) {
                   "the note asks about all new icons", heard.text);
     scene.require(scene.takesTime() || heard.parts[1] == std::to_string(scene.suggestions().size()),
                   "the note holds all suggestions", heard.text);
-    scene.require(scene.step.verb != Verb::clickBroom || meaningOfClick(scene) == ClickMeaning::opensNote,
+    scene.require(!isBroomClick(scene.step) || meaningOfClick(scene) == ClickMeaning::opensNote,
                   "a click opens the note while there is something to ask");
 }
 

@@ -71,6 +71,9 @@ void checkDeadlines(Scene& scene, Belief::Uptime touched);
 /// Whether what a person sees, and what Velko holds, is what should be.
 void compare(Scene& scene);
 
+/// Whether a step is a left click on the broom, or as good as one, that reaches Velko.
+[[nodiscard]] bool isBroomClick(const script::Step& step);
+
 /// What a left click on the broom should come to, as things stand.
 enum class ClickMeaning { menu, nothing, opensNote, toggles };
 [[nodiscard]] ClickMeaning meaningOfClick(const Scene& scene);

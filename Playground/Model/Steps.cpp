@@ -138,6 +138,11 @@ void endShowMe(Scene& scene) {
 
 }  // namespace
 
+bool isBroomClick(const script::Step& step) {
+    return (step.verb == Verb::clickBroom && step.word != "lost") || step.verb == Verb::holdBroom ||
+           step.verb == Verb::voiceOverPressBroom;
+}
+
 ClickMeaning meaningOfClick(const Scene& scene) {
     const Belief& belief = scene.belief;
     if (belief.isMenuOpen) {
@@ -167,8 +172,13 @@ void checkStep(Scene& scene, const std::vector<Happening>& happened) {
         scene.require(wasLogged(happened, promise->first, promise->second), "the log says what the user did",
                       "[" + promise->first + "] " + promise->second);
     }
+    if (!isBroomClick(scene.step) && scene.step.verb == Verb::clickBroom) {
+        return;
+    }
     switch (scene.step.verb) {
         case Verb::clickBroom:
+        case Verb::holdBroom:
+        case Verb::voiceOverPressBroom:
             checkQuietClick(scene, happened);
             if (!scene.belief.isMenuOpen && scene.belief.isWell()) {
                 if (!isRecent(scene.belief.shelfClickedAt, scene.now())) {

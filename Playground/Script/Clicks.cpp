@@ -18,17 +18,14 @@ void closeWhatIsPassing(SimulatedMac& mac) {
 
 }  // namespace
 
-Done clickBroom(Stage& stage, const StatusItem::Click& click) {
+Done clickBroom(Stage& stage, const SimulatedClick& click) {
     if (stage.velko() == nullptr) {
         return std::unexpected("Velko does not run.");
     }
-    SimulatedMac& mac = stage.mac();
-    if (!mac.clickIcon(mac.processes.ownPID())) {
+    if (!stage.mac().clickBroom(click)) {
         return std::unexpected("The broom does not show.");
     }
-    mac.surfaces.clickOutside();
-    mac.advance({});  // the program hears of the button going down before it goes up
-    mac.statusItem.click(click);
+    stage.passTime(SimulatedMac::clickTime + click.held);
     return {};
 }
 

@@ -4,9 +4,8 @@
 
 namespace velko::script {
 
-/// A click on the broom. Going down, the button closes what a click outside closes; an open menu takes the
-/// click.
-[[nodiscard]] Done clickBroom(playground::Stage& stage, const StatusItem::Click& click);
+/// A whole click on the broom, with the time that it takes; an open menu takes it.
+[[nodiscard]] Done clickBroom(playground::Stage& stage, const SimulatedClick& click);
 
 /// A click on one of an app's icons, counted from 0; it is a click outside as well.
 [[nodiscard]] Done clickIcon(playground::Stage& stage, ProcessID pid, std::size_t icon);

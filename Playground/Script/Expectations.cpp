@@ -139,6 +139,30 @@ Done unclicked(const Step& step, AppController& velko) {
                  "A click on " + step.app + " is known.");
 }
 
+/// Whether a menu, or one within it, has an entry of that title.
+bool holdsEntry(const view::Menu& menu, const std::string& title) {
+    return std::ranges::any_of(menu, [&](const view::MenuItem& item) {
+        return item.title == title || holdsEntry(item.submenu, title);
+    });
+}
+
+Done choice(const Step& step, Stage& stage) {
+    const auto* const menu = stage.mac().statusItem.menu();
+    return holds(menu != nullptr && holdsEntry(*menu, step.text.value_or("")),
+                 menu == nullptr ? "The broom's menu is not open." : "The broom's menu has no such entry.");
+}
+
+Done noChoice(const Step&, Stage& stage) {
+    return holds(stage.mac().statusItem.menu() == nullptr, "The broom's menu is open.");
+}
+
+Done announced(const Step& step, Stage& stage) {
+    return holds(
+        std::ranges::any_of(stage.mac().surfaces.announcements(),
+                            [&](const std::string& words) { return words.contains(step.text.value_or("")); }),
+        "A screen reader was not told that.");
+}
+
 constexpr auto expectVerbs = std::to_array<MacAct>({
     {Verb::expectVisible, visible},
     {Verb::expectHidden, hidden},
@@ -156,6 +180,9 @@ constexpr auto expectVerbs = std::to_array<MacAct>({
     {Verb::expectToolTip, toolTip},
     {Verb::expectClicked, inVelko<clicked>},
     {Verb::expectUnclicked, inVelko<unclicked>},
+    {Verb::expectChoice, choice},
+    {Verb::expectNoChoice, noChoice},
+    {Verb::expectAnnounced, announced},
 });
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "Playground/Neighbourhood.h"
@@ -156,6 +157,40 @@ Done sleep(const Step& step, Stage& stage) {
     return done;
 }
 
+/// The value that a word stands for; all of them are in the table of verbs.
+template <class Rows>
+auto meantBy(const Rows& rows, std::string_view word) {
+    const auto row = std::ranges::find(rows, word, [](const auto& each) { return each.first; });
+    return row == rows.end() ? rows.front().second : row->second;
+}
+
+using Telling = SimulatedClick::Telling;
+constexpr auto tellings = std::to_array<std::pair<std::string_view, Telling>>({{"usual", Telling::usual},
+                                                                               {"mouse", Telling::mouse},
+                                                                               {"system", Telling::system},
+                                                                               {"other", Telling::other},
+                                                                               {"stale", Telling::stale},
+                                                                               {"doubled", Telling::doubled},
+                                                                               {"lost", Telling::lost}});
+
+using Spot = SimulatedMac::BroomSpot;
+constexpr auto broomSpots = std::to_array<std::pair<std::string_view, Spot>>(
+    {{"bar", Spot::bar}, {"notch", Spot::notch}, {"nowhere", Spot::nowhere}, {"stub", Spot::stub}});
+
+SimulatedClick asTold(const Step& step, SimulatedClick click) {
+    click.option = step.flag;
+    click.telling = meantBy(tellings, step.word);
+    return click;
+}
+
+Done pressByVoiceOver(const Step&, Stage& stage) {
+    if (stage.velko() == nullptr) {
+        return std::unexpected("Velko does not run.");
+    }
+    stage.mac().statusItem.pressByVoiceOver();
+    return {};
+}
+
 /// The icon that the step names, of a process that runs.
 Done clickOn(const Step& step, Stage& stage) {
     const auto pids = stage.mac().workspace.pids(appOf(step));
@@ -197,16 +232,24 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      }>},
     {Verb::clickIcon, clickOn},
     {Verb::clickBroom,
-     [](const Step& step, Stage& stage) -> Done { return clickBroom(stage, {.option = step.flag}); }},
+     [](const Step& step, Stage& stage) -> Done { return clickBroom(stage, asTold(step, {})); }},
     {Verb::rightClickBroom,
      [](const Step& step, Stage& stage) -> Done {
-         return clickBroom(stage, {.isRight = true, .option = step.flag});
+         return clickBroom(stage, asTold(step, {.isRight = true}));
      }},
     {Verb::controlClickBroom,
      [](const Step& step, Stage& stage) -> Done {
-         return clickBroom(stage, {.option = step.flag, .control = true});
+         return clickBroom(stage, asTold(step, {.control = true}));
      }},
     {Verb::clickFrontMenu, clickFrontMenu},
+    {Verb::holdBroom,
+     [](const Step& step, Stage& stage) -> Done { return clickBroom(stage, {.held = durationOf(step)}); }},
+    {Verb::voiceOverPressBroom, pressByVoiceOver},
+    {Verb::broomLies,
+     does<[](const Step& step, Stage& stage) { stage.mac().putBroom(meantBy(broomSpots, step.word)); }>},
+    {Verb::imagesCost,
+     does<[](const Step& step, Stage& stage) { stage.mac().statusItem.imageCost = durationOf(step); }>},
+    {Verb::nap, does<[](const Step&, Stage& stage) { stage.mac().nap(); }>},
     {Verb::clickOutside, does<[](const Step&, Stage& stage) { clickOutside(stage); }>},
     {Verb::pressEscape, does<[](const Step&, Stage& stage) { pressEscape(stage); }>},
     {Verb::pressKey, pressKey},
@@ -247,6 +290,9 @@ constexpr auto macVerbs = std::to_array<MacAct>({
     {Verb::savingFail, does<[](const Step&, Stage& stage) { stage.savingFails = true; }>},
     {Verb::savingRecover, does<[](const Step&, Stage& stage) { stage.savingFails = false; }>},
     {Verb::velkoStart, does<[](const Step&, Stage& stage) { stage.startVelko(); }>},
+    {Verb::velkoReopen,
+     [](const Step&, Stage& stage)
+         -> Done { return stage.reopenVelko() ? Done() : std::unexpected("Velko does not run."); }},
     {Verb::velkoQuit, does<[](const Step&, Stage& stage) { stage.quitVelko(); }>},
     {Verb::velkoCrash, does<[](const Step&, Stage& stage) { stage.crashVelko(); }>},
 });

@@ -36,7 +36,7 @@ std::optional<std::string> operandText(const Step& step, std::string_view name) 
         return value ? std::optional(std::to_string(*value)) : std::nullopt;
     }
     if (wordOperand(name) != nullptr) {
-        return step.word;
+        return step.word.empty() ? std::nullopt : std::optional(step.word);
     }
     if (name == "APP") {
         return plainly(step.app);

@@ -47,6 +47,8 @@ enum class Verb {
     rightClickBroom,
     controlClickBroom,
     clickFrontMenu,
+    holdBroom,
+    voiceOverPressBroom,
     clickOutside,
     pressEscape,
     pressKey,
@@ -98,6 +100,9 @@ enum class Verb {
     engineSlow,
     engineMissing,
     engineRecover,
+    broomLies,
+    imagesCost,
+    nap,
     switchSpace,
     returnToSession,
     // Files
@@ -108,6 +113,7 @@ enum class Verb {
     savingRecover,
     // Velko itself
     velkoStart,
+    velkoReopen,
     velkoQuit,
     velkoCrash,
     // What must hold
@@ -127,6 +133,9 @@ enum class Verb {
     expectToolTip,
     expectClicked,
     expectUnclicked,
+    expectChoice,
+    expectNoChoice,
+    expectAnnounced,
 };
 
 /// One event of a scenario: a verb and what it is about. Which operands a verb takes stands in the table of

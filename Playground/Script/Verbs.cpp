@@ -39,9 +39,11 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::menuClose, "menu close"},
 
     {Verb::clickIcon, "click icon APP [icon ICON]"},
-    {Verb::clickBroom, "click broom [option]"},
-    {Verb::rightClickBroom, "right click broom [option]"},
-    {Verb::controlClickBroom, "control click broom [option]"},
+    {Verb::clickBroom, "click broom [option] [told WAY]"},
+    {Verb::rightClickBroom, "right click broom [option] [told WAY]"},
+    {Verb::controlClickBroom, "control click broom [option] [told WAY]"},
+    {Verb::holdBroom, "hold broom DURATION"},
+    {Verb::voiceOverPressBroom, "voiceover press broom"},
     {Verb::clickFrontMenu, "click front menu"},
     {Verb::clickOutside, "click outside"},
     {Verb::pressEscape, "press escape"},
@@ -94,6 +96,9 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::engineSlow, "engine slow DURATION"},
     {Verb::engineMissing, "engine missing"},
     {Verb::engineRecover, "engine recover"},
+    {Verb::broomLies, "broom lies SPOT"},
+    {Verb::imagesCost, "images cost DURATION"},
+    {Verb::nap, "nap"},
     {Verb::switchSpace, "switch space"},
     {Verb::returnToSession, "return to session"},
 
@@ -104,6 +109,7 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::savingRecover, "saving recover"},
 
     {Verb::velkoStart, "velko start"},
+    {Verb::velkoReopen, "velko reopen"},
     {Verb::velkoQuit, "velko quit"},
     {Verb::velkoCrash, "velko crash"},
 
@@ -123,6 +129,9 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::expectToolTip, "expect tooltip TEXT"},
     {Verb::expectClicked, "expect clicked APP"},
     {Verb::expectUnclicked, "expect unclicked APP"},
+    {Verb::expectChoice, "expect choice TEXT"},
+    {Verb::expectNoChoice, "expect no choice"},
+    {Verb::expectAnnounced, "expect announced TEXT"},
 });
 
 constexpr auto numberOperands = std::to_array<NumberOperand>({
@@ -143,10 +152,12 @@ constexpr auto wordOperands = std::to_array<WordOperand>({
     {"OWNER", "host app"},
     {"PLACE", "broom bar shelf desktop"},
     {"SECTION", "bar tucked buried"},
+    {"SPOT", "bar notch nowhere stub"},
     {"STATE", "collapsed revealed buried opening"},
     {"STYLE", "inline shelf"},
     {"SURFACE", "note shelf setup guide settings"},
     {"SWITCH", "on off"},
+    {"WAY", "usual mouse system other stale doubled lost"},
 });
 
 constexpr auto allUnits =

@@ -63,18 +63,14 @@ Point pointFor(SimulatedMac& mac, const Fields& fields) {
 Done clickBroom(Session& session, const Fields& fields) {
     SimulatedMac& mac = session.mac();
     session.closeControlMenu();
-    const bool menuWasOpen = mac.statusItem.menu() != nullptr;
-    mac.clickIcon(mac.processes.ownPID());
-    mac.surfaces.clickOutside();
-    session.settle();
+    const bool menuWasOpen = mac.statusItem.isMenuOpen();
+    const bool isDone = mac.clickBroom({.isRight = fields.flag("right"),
+                                        .option = fields.flag("option"),
+                                        .control = fields.flag("control")});
     if (menuWasOpen) {
         session.closeMenus();
-        return {};
     }
-    mac.statusItem.click({.isRight = fields.flag("right"),
-                          .option = fields.flag("option"),
-                          .control = fields.flag("control")});
-    return {};
+    return isDone ? Done() : std::unexpected("The broom does not show.");
 }
 
 Done clickIcon(Session& session, const Fields& fields) {

@@ -7,34 +7,60 @@
 #include "Velko/FaceParts.h"
 #include "VelkoCore/Geometry.h"
 #include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 /// Where Velko's own icon stands. Its place is read anew whenever the controller's values or the displays
-/// have changed, and whenever somebody asks for it. Main thread.
+/// have changed, and whenever somebody asks for it; only one in a menu bar counts, where a person can see
+/// it. Main thread.
 class BroomFrame final {
  public:
+    /// How long the icon may be out of sight after the start or after a change of displays.
+    static constexpr std::chrono::seconds settling{10};
+
     explicit BroomFrame(const FaceParts& parts);
     BroomFrame(const BroomFrame&) = delete;
     BroomFrame& operator=(const BroomFrame&) = delete;
     ~BroomFrame() = default;
 
+    /// The icon is in the menu bar from now on. Once.
+    void start() { waitForSight(); }
+
     /// The icon's frame as last read: origin at the top left of the primary screen, y grows downwards.
-    /// Nothing before the first answer.
+    /// Nothing before the first answer that counts.
     [[nodiscard]] std::optional<Rect> chevronFrame() const noexcept { return chevronFrame_; }
+
+    /// Whether a press there is one on the icon, which reaches from the screen's edge to its frame's. Origin
+    /// at the top left of the primary screen.
+    [[nodiscard]] bool holds(Point point) const;
+    /// The same with the origin at the bottom left.
+    [[nodiscard]] bool holdsUpwards(Point point) const;
+
+    /// Whether the icon is there, but has not come into sight in time.
+    [[nodiscard]] bool isOutOfSight() const noexcept { return isOutOfSight_; }
 
     /// Reads it now.
     void refresh();
 
-    /// Calls `handler` after the frame has changed, until the subscription ends.
+    /// Calls `handler` after the frame has changed or the icon has got out of sight or into it, until the
+    /// subscription ends.
     [[nodiscard]] Subscription observe(std::function<void()> handler) {
         return notices_.observe(std::move(handler));
     }
 
  private:
+    [[nodiscard]] bool counts(const Rect& frame) const;
+    void displaysChanged();
+    void waitForSight();
+    void judge();
+
     Platform platform_;
+    Log& log_;
     std::optional<Rect> chevronFrame_;
+    bool isOutOfSight_ = false;
     ChangeNotices notices_;
+    Task settling_;
     Subscription values_;
     Subscription displays_;
 };

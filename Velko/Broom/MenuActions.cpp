@@ -16,6 +16,7 @@
 #include "VelkoEngine/Inventory.h"
 #include "VelkoEngine/NumberText.h"
 #include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
 
@@ -52,6 +53,10 @@ void MenuActions::openApp(const BundleID& bundleID) {
 
 void MenuActions::openAccessibility() const {
     AX::openAccessibilitySettings(parts_.platform);
+}
+
+void MenuActions::openMenuBarSettings() const {
+    parts_.platform.workspace.openURL("x-apple.systempreferences:com.apple.MenuBarSettings");
 }
 
 void MenuActions::showNoteFromMenu() const {

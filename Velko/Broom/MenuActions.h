@@ -31,6 +31,9 @@ class MenuActions final {
     // Both
     void editLayout();
 
+    /// The system's settings of the menu bar, where icons are allowed.
+    void openMenuBarSettings() const;
+
     // The debug menu
     void reloadLayout();
     void showAll();

@@ -4,6 +4,7 @@
 
 #include "Velko/AppController.h"
 #include "Velko/Apps/HiddenApps.h"
+#include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/StatusMenus.h"
 #include "Velko/Refusal.h"
 
@@ -29,8 +30,12 @@ std::string toolTipFor(const AppValues& values, bool hasQuestion) {
 
 }  // namespace
 
-StatusItemController::StatusItemController(const FaceParts& parts)
-    : parts_(parts), actions_(std::make_shared<MenuActions>(parts)) {
+StatusItemController::StatusItemController(const FaceParts& parts, BroomFrame& frame)
+    : parts_(parts),
+      frame_(frame),
+      clicks_(parts.platform, parts.ports.statusItem, frame,
+              [this](const BroomClick& click) { clicked(click); }),
+      actions_(std::make_shared<MenuActions>(parts)) {
     actions_->onNote = [this] { note().show(); };
     actions_->onSettings = [this] {
         if (onSettings) {
@@ -43,7 +48,7 @@ void StatusItemController::start() {
     parts_.ports.statusItem.install("VelkoChevron", "Velko",
                                     [this, alive = std::weak_ptr(actions_)](const StatusItem::Click& click) {
                                         if (!alive.expired()) {
-                                            clicked(click);
+                                            clicks_.acted(click);
                                         }
                                     });
     update();
@@ -51,7 +56,7 @@ void StatusItemController::start() {
 
 NoteController& StatusItemController::note() {
     if (!note_) {
-        note_.emplace(parts_);
+        note_.emplace(parts_, frame_);
     }
     return *note_;
 }
@@ -99,7 +104,8 @@ void StatusItemController::showToolTip(const std::string& text) {
 
 // Clicks
 
-void StatusItemController::clicked(const StatusItem::Click& click) {
+void StatusItemController::clicked(const BroomClick& click) {
+    frame_.refresh();
     if (onClick) {
         onClick();
     }
@@ -139,7 +145,11 @@ void StatusItemController::openMenu(view::Menu menu) {
     if (note_ && note_->isShowing()) {
         note_->close();
     }
-    parts_.ports.statusItem.openMenu(std::move(menu));
+    parts_.ports.statusItem.openMenu(std::move(menu), [this, alive = std::weak_ptr(actions_)] {
+        if (!alive.expired()) {
+            clicks_.menuClosed();
+        }
+    });
 }
 
 }  // namespace velko

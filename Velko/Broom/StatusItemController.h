@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "Velko/Broom/BroomClicks.h"
 #include "Velko/Broom/BroomIcon.h"
 #include "Velko/Broom/MenuActions.h"
 #include "Velko/FaceParts.h"
@@ -18,7 +19,8 @@ namespace velko {
 /// menus. It holds nothing of the hiding itself. Main thread; one for the program's life.
 class StatusItemController final {
  public:
-    explicit StatusItemController(const FaceParts& parts);
+    /// `frame` outlives this.
+    StatusItemController(const FaceParts& parts, BroomFrame& frame);
     StatusItemController(const StatusItemController&) = delete;
     StatusItemController& operator=(const StatusItemController&) = delete;
     ~StatusItemController() = default;
@@ -28,6 +30,9 @@ class StatusItemController final {
     /// Shows what the app controller's values say now. To be called whenever they change.
     void update();
 
+    /// A button has gone down somewhere. Returns at once.
+    void pressed(const ClickTapEvent& press) { clicks_.pressed(press); }
+
     /// The note below the icon, made when it is first wanted.
     [[nodiscard]] NoteController& note();
 
@@ -35,7 +40,7 @@ class StatusItemController final {
     std::function<void()> onClick;     ///< hears of every click, before anything else comes of it
 
  private:
-    void clicked(const StatusItem::Click& click);
+    void clicked(const BroomClick& click);
     /// Whether a click belongs to the note: it closes it, or has just closed it on its way here.
     bool closesNote();
     void openMenu(view::Menu menu);
@@ -44,6 +49,8 @@ class StatusItemController final {
     void showToolTip(const std::string& text);
 
     FaceParts parts_;
+    BroomFrame& frame_;
+    BroomClicks clicks_;
     std::shared_ptr<MenuActions> actions_;  ///< gone with this, while the icon may still be clicked
     std::optional<BroomIcon> broom_;
     std::optional<bool> shownRevealed_;  ///< as the broom leans; unknown while it is not drawn

@@ -1,16 +1,32 @@
 #include "Velko/Note/NoteController.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "Velko/AppController.h"
+#include "Velko/Broom/BelowBroom.h"
+#include "Velko/Broom/BroomFrame.h"
 #include "Velko/Log.h"
 #include "Velko/Note/NoteView.h"
-#include "Velko/Ports/Surfaces.h"
+#include "Velko/Ports/PanelPlacement.h"
 #include "VelkoCore/Timing.h"
 #include "VelkoEngine/Awaited.h"
+#include "VelkoEngine/Ports/Displays.h"
 
 namespace velko {
+
+namespace {
+
+constexpr double gapBelowBar = 0;  // its arrow reaches up to the broom
+
+}  // namespace
+
+NoteController::NoteController(const FaceParts& parts, BroomFrame& broom)
+    : parts_(parts),
+      broom_(broom),
+      broomMoves_(broom_.observe([this] { follow(); })),
+      displayChanges_(parts_.platform.displays.observeChanges([this] { follow(); })) {}
 
 NoteController::~NoteController() {
     if (std::exchange(showing_, nullptr)) {
@@ -20,18 +36,27 @@ NoteController::~NoteController() {
 
 void NoteController::show() {
     close();
+    const auto wanted = place();
+    if (!wanted) {
+        return;
+    }
+    place_ = *wanted;
     const NoteQuestions questions = noteQuestions(parts_.controller, parts_.platform.workspace);
     showing_ = std::make_shared<Showing>();
     showing_->hasAsked = !questions.areAnswered();
     showing_->changes = parts_.controller.observe([this] { refresh(); });
-    surface().open({.isAnimated = !parts_.ports.surfaces.reducesMotion(),
+    surface().open({.title = "A note from Velko",
+                    .place = place_,
+                    .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0 : Timing::noteFade},
                     .content = noteView(parts_.controller, questions, [this] { close(); }),
-                    .closed = [this, weak = std::weak_ptr(showing_)] {
-                        // Another note may have taken the place of the one that has closed.
-                        if (!weak.expired()) {
-                            didClose();
-                        }
-                    }});
+                    .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
+                    .closed =
+                        [this, weak = std::weak_ptr(showing_)] {
+                            // Another note may have taken the place of the one that has closed.
+                            if (!weak.expired()) {
+                                didClose();
+                            }
+                        }});
     parts_.log.log("note", "shown: " + std::to_string(questions.newIcons.size()) + " new, " +
                                std::to_string(questions.suggestions.size()) + " suggestions");
 }
@@ -52,6 +77,29 @@ Surface& NoteController::surface() const {
     return parts_.ports.surfaces.surface(Surfaces::Kind::note);
 }
 
+std::optional<Surface::Place> NoteController::place() const {
+    return placeBelowBroom(broom_.chevronFrame(), parts_.platform.displays.displays(),
+                           parts_.platform.displays.statusBarThickness(), gapBelowBar);
+}
+
+/// Stays where it is under the hand, as long as its arrow reaches the broom from there.
+void NoteController::follow() {
+    auto wanted = place();
+    const auto frame = surface().frame();
+    if (!showing_ || !wanted || !frame) {
+        return;
+    }
+    if (wanted->bounds == place_.bounds) {
+        const double reach = panelArrowReach(frame->width);
+        const double middle = wanted->anchor.x + wanted->anchor.width / 2;
+        wanted->shift = std::clamp(frame->x + frame->width / 2 - middle, -reach, reach);
+    }
+    if (*wanted != place_) {
+        place_ = *wanted;
+        surface().move(place_);
+    }
+}
+
 void NoteController::refresh() {
     const NoteQuestions questions = noteQuestions(parts_.controller, parts_.platform.workspace);
     surface().update(noteView(parts_.controller, questions, [this] { close(); }));
@@ -59,6 +107,7 @@ void NoteController::refresh() {
         showing_->hasAsked = true;
         showing_->spotlessClose.cancel();
     } else if (showing_->hasAsked && !showing_->spotlessClose.isPending()) {
+        parts_.ports.surfaces.announce(spotlessWords);
         showing_->spotlessClose =
             Awaited::after(parts_.platform, "the note", Timing::noteSpotlessHold, [this] { close(); });
     }

@@ -4,23 +4,25 @@
 #include <optional>
 
 #include "Velko/FaceParts.h"
+#include "Velko/Ports/Surfaces.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
-class Surface;
+class BroomFrame;
 
 /// The note that drops from the broom when Velko has something to ask. Main thread.
 class NoteController final {
  public:
-    explicit NoteController(const FaceParts& parts) : parts_(parts) {}
+    /// `broom` outlives the note.
+    NoteController(const FaceParts& parts, BroomFrame& broom);
     NoteController(const NoteController&) = delete;
     NoteController& operator=(const NoteController&) = delete;
     ~NoteController();
 
-    /// Opens it, in place of one that is open.
+    /// Opens it, in place of one that is open; without a display, nothing happens.
     void show();
     void close();
     [[nodiscard]] bool isShowing() const;
@@ -37,10 +39,16 @@ class NoteController final {
     };
 
     [[nodiscard]] Surface& surface() const;
+    [[nodiscard]] std::optional<Surface::Place> place() const;
     void refresh();
+    void follow();
     void didClose();
 
     FaceParts parts_;
+    BroomFrame& broom_;
+    Surface::Place place_;  ///< of the open note
+    Subscription broomMoves_;
+    Subscription displayChanges_;
     std::shared_ptr<Showing> showing_;
     std::optional<MainThread::Uptime> closedAt_;
 };

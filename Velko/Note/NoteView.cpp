@@ -126,9 +126,8 @@ void addSuggestions(std::vector<Node>& list, AppController& controller,
     Node sparkles{
         .id = "sparkles",
         .content = view::Symbol{.name = "sparkles", .points = sparklesWidth, .ink = view::Ink::sparkle}};
-    return view::row("spotless",
-                     {std::move(sparkles),
-                      view::text("spotless-line", "Spotless. Nothing to sort.", Text::Style::headline)});
+    return view::row(
+        "spotless", {std::move(sparkles), view::text("spotless-line", spotlessWords, Text::Style::headline)});
 }
 
 [[nodiscard]] Node questionList(AppController& controller, const NoteQuestions& questions) {

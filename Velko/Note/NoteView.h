@@ -20,6 +20,9 @@ struct NoteQuestions {
     [[nodiscard]] bool areAnswered() const noexcept { return newIcons.empty() && suggestions.empty(); }
 };
 
+/// What the note says when there is nothing left to ask.
+inline constexpr auto spotlessWords = "Spotless. Nothing to sort.";
+
 [[nodiscard]] NoteQuestions noteQuestions(AppController& controller, const Workspace& workspace);
 
 /// The note: a row for each question, with a button for each answer. The controller outlives the tree.

@@ -1,22 +1,45 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <variant>
 
 #include "Velko/View/Drawing.h"
 #include "Velko/View/Menu.h"
+#include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
 
 /// Velko's own icon in the menu bar. There is one, from the first call on. Main thread.
 class StatusItem {
  public:
-    /// A button went up over the icon.
-    struct Click {
-        bool isRight = false;
-        bool option = false;  ///< the key was down, in the event or on the keyboard
+    /// The event that the program has last taken when the icon's action runs. It need not be the click's own:
+    /// since macOS 27 clicks come by way of the menu bar's host.
+    struct Event {
+        enum class Type { leftMouse, rightMouse, systemDefined, other };
+
+        /// The subtype of an event about buttons of the mouse.
+        static constexpr int mouseButtons = 7;
+
+        Type type = Type::leftMouse;
+        int subtype = 0;        ///< of a system-defined one
+        std::int64_t data = 0;  ///< of one with `mouseButtons`: a bit for each button, the left one's first
+        MainThread::Uptime age{};  ///< how long ago it arose
+        bool option = false;       ///< the key was down
         bool control = false;
+
+        bool operator==(const Event&) const = default;
+    };
+    /// The icon's action has run: a button went up over it, or a program for people with disabilities has
+    /// pressed it.
+    struct Click {
+        std::optional<Event> event{};  ///< nothing when there is none
+        unsigned pressedButtons = 0;   ///< down now, as in `Pointer`
+        bool option = false;           ///< down on the keyboard now
+        bool control = false;
+        bool isVoiceOverOn = false;  ///< its own keys are Control and Option together
 
         bool operator==(const Click&) const = default;
     };
@@ -43,8 +66,10 @@ class StatusItem {
     virtual void setImage(const Image& image) = 0;
     virtual void setToolTip(const std::string& text) = 0;
 
-    /// Opens a menu below the icon; the next click is a click again. May return only after it has closed.
-    virtual void openMenu(view::Menu menu) = 0;
+    /// Opens a menu below the icon, when no other is up; the next click is a click again. May return only
+    /// after it has closed. `closed` is called once it has, also within this call.
+    virtual void openMenu(view::Menu menu, std::function<void()> closed) = 0;
+    [[nodiscard]] virtual bool isMenuOpen() const = 0;
 };
 
 }  // namespace velko

@@ -9,7 +9,7 @@
 
 namespace velko {
 
-/// One of the places in which Velko shows a tree: a popover, a panel or a window. Main thread.
+/// One of the places in which Velko shows a tree: a panel or a window. Main thread.
 class Surface {
  public:
     /// How the user asks for it to go.
@@ -17,8 +17,9 @@ class Surface {
 
     /// Where a panel stands. Rectangles have their origin at the bottom left of the primary screen.
     struct Place {
-        Rect anchor{};  ///< it hangs below the middle of this
-        Rect bounds{};  ///< and stays within this
+        Rect anchor{};     ///< it hangs below the middle of this
+        Rect bounds{};     ///< and stays within this
+        double shift = 0;  ///< of its middle, from that of the anchor to the right
 
         bool operator==(const Place&) const = default;
     };
@@ -31,12 +32,14 @@ class Surface {
         bool operator==(const Motion&) const = default;
     };
     struct Opening {
-        std::string title{};           ///< of a window
+        std::string title{};           ///< in a window's title bar; a panel's is spoken only
         std::optional<Place> place{};  ///< of a panel; a window stands in the middle of its screen
         Motion motion{};
-        bool isAnimated = true;     ///< of a popover
-        bool takesKeyboard = true;  ///< of the shelf: at once, and not only once it is clicked
+        bool takesKeyboard = true;  ///< of the note and the shelf: at once, and not only once it is clicked
         view::Node content{};
+        /// Whether a press outside of it is no click outside: it means something else. The point's origin is
+        /// at the bottom left of the primary screen. Absent: each is one.
+        std::function<bool(Point)> ignoresPress{};
         /// The user wants it gone: whether it goes. Absent: it always does.
         std::function<bool(Dismissal)> dismiss{};
         /// A key went down in it, whether or not anything listens to that key.
@@ -77,8 +80,9 @@ class Surface {
 class Surfaces {
  public:
     enum class Kind {
-        note,             ///< a popover below the status item's icon; a click outside closes it
-        shelf,            ///< a floating panel without a title, below menus, that takes the keyboard
+        note,             ///< a panel as the shelf is, with an arrow at its top that points at its anchor
+        shelf,            ///< a floating panel on every Space, below menus, that takes the keyboard without
+                          ///< bringing Velko forward; a click outside closes it
         setup,            ///< a window
         permissionGuide,  ///< a floating panel that never takes the keyboard
         settings,         ///< a window
@@ -93,6 +97,10 @@ class Surfaces {
 
     /// Whether the user has asked the system for less motion.
     [[nodiscard]] virtual bool reducesMotion() const = 0;
+
+    /// Has a screen reader say something that has changed where it does not look; nothing happens without
+    /// one.
+    virtual void announce(const std::string& words) = 0;
 };
 
 }  // namespace velko

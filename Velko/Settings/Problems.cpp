@@ -83,6 +83,14 @@ view::Node untrusted(const Actions& actions) {
 
 }  // namespace
 
+view::Node iconOutOfSight(const Actions& actions) {
+    return problem("problem:icon", "Velko's icon doesn't show in your menu bar.",
+                   "There may be no room for it, or it may be switched off in the system's settings.",
+                   {view::button("problem:icon:open",
+                                 {.title = "Open Menu Bar Settings…",
+                                  .press = [&menu = actions.menu] { menu.openMenuBarSettings(); }})});
+}
+
 std::vector<view::Node> problems(const FaceParts& parts, const Actions& actions) {
     AppController& controller = parts.controller;
     const AppValues& values = controller.values();

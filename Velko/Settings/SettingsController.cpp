@@ -4,11 +4,16 @@
 #include <vector>
 
 #include "Velko/AppController.h"
+#include "Velko/Broom/BroomFrame.h"
 
 namespace velko {
 
-SettingsController::SettingsController(const FaceParts& parts)
-    : parts_(parts), window_(parts.ports.surfaces.surface(Surfaces::Kind::settings)), menu_(parts) {}
+SettingsController::SettingsController(const FaceParts& parts, BroomFrame& broom)
+    : parts_(parts),
+      broom_(broom),
+      window_(parts.ports.surfaces.surface(Surfaces::Kind::settings)),
+      menu_(parts),
+      broomMoves_(broom_.observe([this] { update(); })) {}
 
 SettingsController::~SettingsController() {
     changes_.reset();
@@ -34,16 +39,23 @@ void SettingsController::show() {
 
 void SettingsController::closed() {
     changes_.reset();
+    hasSaidOutOfSight_ = std::exchange(saysOutOfSight_, false) || hasSaidOutOfSight_;
     onVisibilityChange();
 }
 
 void SettingsController::update() {
-    window_.update(tree());
+    if (isShown()) {
+        window_.update(tree());
+    }
 }
 
 view::Node SettingsController::tree() {
     constexpr double width = 640;
     std::vector<view::Node> children = SettingsPages::problems(parts_, actions());
+    if (broom_.isOutOfSight() && !hasSaidOutOfSight_) {
+        saysOutOfSight_ = true;
+        children.push_back(SettingsPages::iconOutOfSight(actions()));
+    }
     children.push_back({.id = "pages",
                         .label = "Pages",
                         .content = view::Pages{.tabs = {{.title = "Menu Bar", .symbol = "menubar.rectangle"},

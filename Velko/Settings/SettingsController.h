@@ -14,10 +14,13 @@
 
 namespace velko {
 
+class BroomFrame;
+
 /// The settings' window. Every control acts at once, and the window shows what holds. Main thread.
 class SettingsController final {
  public:
-    explicit SettingsController(const FaceParts& parts);
+    /// `broom` outlives the settings.
+    SettingsController(const FaceParts& parts, BroomFrame& broom);
     SettingsController(const SettingsController&) = delete;
     SettingsController& operator=(const SettingsController&) = delete;
     ~SettingsController();
@@ -42,11 +45,15 @@ class SettingsController final {
     [[nodiscard]] SettingsPages::Actions actions();
 
     FaceParts parts_;
+    BroomFrame& broom_;
     Surface& window_;
     MenuActions menu_;
     std::size_t page_ = 0;
     std::optional<Section> listed_;          ///< which apps the list shows; absent: all
     std::shared_ptr<Subscription> changes_;  ///< from the opening until it is known to have closed
+    Subscription broomMoves_;
+    bool saysOutOfSight_ = false;     ///< in the window that is open
+    bool hasSaidOutOfSight_ = false;  ///< in one that has closed: once is enough
 };
 
 }  // namespace velko

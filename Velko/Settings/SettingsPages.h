@@ -43,6 +43,9 @@ struct Filter {
 /// What keeps Velko from its work, each with its remedy; empty when nothing does.
 [[nodiscard]] std::vector<view::Node> problems(const FaceParts& parts, const Actions& actions);
 
+/// Velko's icon does not show in the menu bar, with the way to where that can be changed.
+[[nodiscard]] view::Node iconOutOfSight(const Actions& actions);
+
 }  // namespace SettingsPages
 
 }  // namespace velko

@@ -19,6 +19,8 @@ constexpr const char* settingsApp = "com.apple.systempreferences";
 constexpr double sidebarWidth = 215;  // of the settings window on macOS 27; the list is beside it
 constexpr double usualHeight = 64;    // of the panel, until it is on screen and can be asked
 
+constexpr auto pointing = "Switch Velko on in this list.";
+
 view::Node tree(const char* symbol, const char* words) {
     view::Node icon{.id = "guide:symbol",
                     .content = view::Symbol{.name = symbol, .points = 22, .ink = view::Ink::accent}};
@@ -64,9 +66,11 @@ void PermissionGuide::show(const Surface::Place& place) {
     if (!panel_.isOpen()) {
         place_ = place;
         panel_.open(
-            {.place = place,
+            {.title = "Velko's guide",
+             .place = place,
              .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0.0 : Timing::reducedMotionFade},
-             .content = tree("arrow.up", "Switch Velko on in this list.")});
+             .content = tree("arrow.up", pointing)});
+        parts_.ports.surfaces.announce(pointing);
     } else if (place != place_) {
         place_ = place;
         panel_.move(place);

@@ -176,6 +176,17 @@ void SetupController::beginIfKnown() {
 
 void SetupController::update() {
     window_.update(tree());
+    announceCard();
+}
+
+/// The keyboard stays where it is while the cards go by under it.
+void SetupController::announceCard() {
+    const auto& session = flow_.session();
+    const SortCard* const card = flow_.step() == Step::sort && session ? session->current() : nullptr;
+    const BundleID shown = card == nullptr ? BundleID() : card->bundleID;
+    if (std::exchange(announced_, shown) != shown && card != nullptr) {
+        parts_.ports.surfaces.announce(SetupSteps::spokenCard(*session, flow_));
+    }
 }
 
 view::Node SetupController::tree() {

@@ -60,6 +60,7 @@ class SetupController final {
     void permissionDone();
     void applyAnswers();
     void update();
+    void announceCard();
     void beginIfKnown();
     [[nodiscard]] bool isNoLongerWanted() const;
     void closed();
@@ -74,6 +75,7 @@ class SetupController final {
     SetupFlow flow_{SetupFlow::Kind::first};
     PermissionGuide guide_;
     IntroPlayer intro_;
+    BundleID announced_;                     ///< whose card has been spoken of last
     std::shared_ptr<Subscription> changes_;  ///< from the opening until it is known to have closed
 };
 

@@ -36,6 +36,8 @@ namespace SetupSteps {
                                const SetupActions& actions);
 /// The session's current card.
 [[nodiscard]] view::Node card(const SortSession& session, const SetupFlow& flow, const SetupActions& actions);
+/// What a screen reader says of it when it comes up.
+[[nodiscard]] std::string spokenCard(const SortSession& session, const SetupFlow& flow);
 
 /// Why there are no cards.
 struct NoCards {

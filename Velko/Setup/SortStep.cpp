@@ -75,6 +75,10 @@ view::Node choiceColumns(const SortCard& card, Section proposed, const SetupActi
     return row;
 }
 
+std::string placeOf(const SortSession& session) {
+    return std::to_string(session.index() + 1) + " of " + std::to_string(session.cards().size());
+}
+
 std::string reason(const SortCard& card, const SetupFlow& flow) {
     return flow.proposed() == card.suggestion.section ? describe(card.suggestion.reason)
                                                       : "Your choice before";
@@ -90,16 +94,20 @@ view::Node takeButton(Section proposed, const SetupActions& actions) {
 
 }  // namespace
 
+std::string spokenCard(const SortSession& session, const SetupFlow& flow) {
+    const SortCard& card = *session.current();
+    const auto* const choice = std::ranges::find(choices, flow.proposed(), &Choice::section);
+    return placeOf(session) + ": " + card.name + ". Proposed: " + choice->title + ". " + reason(card, flow);
+}
+
 view::Node card(const SortSession& session, const SetupFlow& flow, const SetupActions& actions) {
     const SortCard& card = *session.current();
-    const std::string place =
-        std::to_string(session.index() + 1) + " of " + std::to_string(session.cards().size());
     view::Node rest =
         view::button("sort:rest", {.title = "Accept the Rest",
                                    .shortcut = {.key = view::Shortcut::Key::character, .character = 'r'},
                                    .press = actions.acceptRest});
     return step("setup:sort",
-                {centred("sort:place", place, view::Text::Style::caption),
+                {centred("sort:place", placeOf(session), view::Text::Style::caption),
                  {.id = "sort:icon", .content = view::AppIcon{.bundleID = card.bundleID, .points = 72}},
                  centred("sort:name", card.name, view::Text::Style::title),
                  centred("sort:reason", reason(card, flow), view::Text::Style::caption),

@@ -1,13 +1,19 @@
 #include "Velko/Shelf/ShelfController.h"
 
 #include "Velko/AppController.h"
+#include "Velko/Broom/BelowBroom.h"
 #include "Velko/Broom/BroomFrame.h"
-#include "Velko/Shelf/ShelfPlace.h"
 #include "Velko/Shelf/ShelfView.h"
 #include "VelkoCore/Timing.h"
 #include "VelkoEngine/Ports/Displays.h"
 
 namespace velko {
+
+namespace {
+
+constexpr double gapBelowBar = 4;  // points
+
+}  // namespace
 
 ShelfController::ShelfController(const FaceParts& parts, BroomFrame& broom)
     : parts_(parts),
@@ -24,17 +30,19 @@ void ShelfController::sync() {
         surface().close();
         return;
     }
-    const auto place = shelfPlace(broom_.chevronFrame(), parts_.platform.displays.displays(),
-                                  parts_.platform.displays.statusBarThickness());
+    const auto place = placeBelowBroom(broom_.chevronFrame(), parts_.platform.displays.displays(),
+                                       parts_.platform.displays.statusBarThickness(), gapBelowBar);
     if (!place) {
         surface().close();
         return;
     }
     if (!surface().isOpen()) {
-        surface().open({.place = place,
+        surface().open({.title = "Velko's shelf",
+                        .place = place,
                         .motion = motion(),
                         .takesKeyboard = !parts_.controller.values().revealedByPointer,
                         .content = content(*place),
+                        .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
                         .dismiss = [this](Surface::Dismissal how) { return dismiss(how); },
                         .keyPressed = [this] { parts_.controller.shelfTouched(); }});
     } else {

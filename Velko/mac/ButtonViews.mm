@@ -128,6 +128,7 @@ class AppTileView final : public ButtonLike {
     void update(const view::Node& node) override {
         const auto& tile = std::get<view::Tile>(node.content);
         tile_.app = native(tile.bundleID);
+        tile_.hasMenu = tile.menu != nullptr;
         tile_.image = icons_.icon(tile.bundleID, tileIconPoints);
         tile_.title = native(view::spoken(node));
         tile_.enabled = node.isEnabled;

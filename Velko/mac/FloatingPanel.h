@@ -11,10 +11,11 @@
 
 namespace velko {
 
-/// A panel without a title above other windows, on every desktop. It does not bring Velko forward.
+/// A panel without a title bar above other windows, on every desktop. It does not bring Velko forward.
 class FloatingPanel final : public MacSurface {
  public:
     enum class Kind {
+        note,   ///< takes the keyboard, goes on a click elsewhere, and has an arrow
         shelf,  ///< takes the keyboard, and goes on a click elsewhere
         guide,  ///< leaves the keyboard where it is, and stays
     };
@@ -30,12 +31,16 @@ class FloatingPanel final : public MacSurface {
     void resize(NSSize size) override;
     void dismantle() override;
     [[nodiscard]] NSWindow* window() const override;
-    [[nodiscard]] bool goesOnEscape() const override { return kind_ == Kind::shelf; }
+    [[nodiscard]] bool goesOnEscape() const override { return isTransient(); }
 
-    [[nodiscard]] NSRect target(NSSize size) const;
+    [[nodiscard]] bool isTransient() const noexcept { return kind_ != Kind::guide; }
+    [[nodiscard]] NSRect target() const;
+    void moveToTarget();
+    void pointArrow(NSRect frame);
 
     Kind kind_;
     VLKSurfacePanel* panel_ = nil;
+    NSView* content_ = nil;
     std::optional<Place> place_;
     std::optional<PanelMotion> motion_;
 };

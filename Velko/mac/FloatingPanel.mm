@@ -4,12 +4,14 @@
 #include <utility>
 
 #include "Velko/Ports/PanelPlacement.h"
+#import "Velko/mac/PanelShape.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 /// A borderless panel that can have the keyboard, or cannot.
 @interface VLKSurfacePanel : NSPanel
 @property(nonatomic) BOOL takesKeyboard;
 @property(nonatomic) std::function<void()> cancelled;
+@property(nonatomic, strong) NSVisualEffectView* background;
 @end
 
 @implementation VLKSurfacePanel
@@ -36,39 +38,6 @@ namespace velko {
 
 namespace {
 
-constexpr double corner = 14;  // points
-
-NSRect native(const Rect& rect) {
-    return {.origin = {.x = rect.x, .y = rect.y}, .size = {.width = rect.width, .height = rect.height}};
-}
-
-/// Rounds the corners of what it masks, whatever its size.
-NSImage* roundedMask() {
-    constexpr double side = 2 * corner + 1;
-    NSImage* mask = [NSImage imageWithSize:NSSize{.width = side, .height = side}
-                                   flipped:NO
-                            drawingHandler:^BOOL(NSRect rect) {
-                              [[NSColor blackColor] setFill];
-                              [[NSBezierPath bezierPathWithRoundedRect:rect xRadius:corner
-                                                               yRadius:corner] fill];
-                              return YES;
-                            }];
-    mask.capInsets = {.top = corner, .left = corner, .bottom = corner, .right = corner};
-    mask.resizingMode = NSImageResizingModeStretch;
-    return mask;
-}
-
-NSView* background(VLKTreeView* tree) {
-    NSVisualEffectView* effect = [[NSVisualEffectView alloc] initWithFrame:tree.frame];
-    effect.material = NSVisualEffectMaterialPopover;
-    effect.blendingMode = NSVisualEffectBlendingModeBehindWindow;
-    effect.state = NSVisualEffectStateActive;
-    effect.maskImage = roundedMask();
-    tree.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
-    [effect addSubview:tree];
-    return effect;
-}
-
 VLKSurfacePanel* makePanel(VLKTreeView* tree) {
     VLKSurfacePanel* panel = [[VLKSurfacePanel alloc]
         initWithContentRect:tree.frame
@@ -85,7 +54,11 @@ VLKSurfacePanel* makePanel(VLKTreeView* tree) {
     panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces |
                                NSWindowCollectionBehaviorFullScreenAuxiliary |
                                NSWindowCollectionBehaviorIgnoresCycle;
-    panel.contentView = background(tree);
+    panel.background = PanelShape::background(tree.frame);
+    // At the lower edge whatever the panel's height: while it slides out, and below an arrow.
+    tree.autoresizingMask = NSViewWidthSizable | NSViewMaxYMargin;
+    [panel.background addSubview:tree];
+    panel.contentView = panel.background;
     panel.autorecalculatesKeyViewLoop = YES;
     // The pointer over it is of interest, and nobody else hears of it.
     panel.acceptsMouseMovedEvents = YES;
@@ -96,28 +69,32 @@ VLKSurfacePanel* makePanel(VLKTreeView* tree) {
 
 bool FloatingPanel::present(const Opening& opening, VLKTreeView* tree) {
     place_ = opening.place;
+    content_ = tree;
     panel_ = makePanel(tree);
-    panel_.takesKeyboard = kind_ == Kind::shelf;
+    panel_.title = native(opening.title);
+    panel_.accessibilityTitle = native(opening.title);
+    panel_.takesKeyboard = isTransient();
     panel_.cancelled = [this] { askToGo(Dismissal::escape); };
     // Above the menu bar and below the menus.
-    panel_.level = kind_ == Kind::shelf ? NSStatusWindowLevel : NSFloatingWindowLevel;
+    panel_.level = isTransient() ? NSStatusWindowLevel : NSFloatingWindowLevel;
     if (!place_) {
         [panel_ center];
     }
-    motion_.emplace(mainThread(), opening.motion, panel_, target(tree.frame.size));
-    if (kind_ == Kind::shelf) {
-        [panel_ orderFrontRegardless];
+    motion_.emplace(mainThread(), opening.motion, panel_, target());
+    moveToTarget();
+    [panel_ orderFrontRegardless];
+    if (isTransient()) {
         if (opening.takesKeyboard) {
             [panel_ makeKeyWindow];
         }
-        watchClicksOutside(true);
-    } else {
-        [panel_ orderFrontRegardless];
+        watchClicksOutside();
     }
     return true;
 }
 
-NSRect FloatingPanel::target(NSSize size) const {
+NSRect FloatingPanel::target() const {
+    NSSize size = content_.frame.size;
+    size.height += kind_ == Kind::note ? panelArrowHeight : 0;
     if (place_) {
         return native(panelFrame(*place_, portable(size)));
     }
@@ -127,20 +104,34 @@ NSRect FloatingPanel::target(NSSize size) const {
             .size = size};
 }
 
-void FloatingPanel::resize(NSSize size) {
-    motion_->setTarget(target(size));
+void FloatingPanel::moveToTarget() {
+    const NSRect frame = target();
+    pointArrow(frame);
+    motion_->setTarget(frame);
     [panel_ invalidateShadow];
+}
+
+void FloatingPanel::pointArrow(NSRect frame) {
+    if (kind_ == Kind::note && place_) {
+        PanelShape::setArrow(panel_.background, frame.size, panelArrowTip(*place_, portable(frame)));
+    }
+}
+
+void FloatingPanel::resize(NSSize size) {
+    [content_ setFrameSize:size];
+    moveToTarget();
 }
 
 void FloatingPanel::move(const Place& place) {
     if (panel_ != nil) {
         place_ = place;
-        motion_->setTarget(target(panel_.frame.size));
+        moveToTarget();
     }
 }
 
 void FloatingPanel::dismantle() {
     motion_.reset();
+    content_ = nil;
     VLKSurfacePanel* panel = std::exchange(panel_, nil);
     panel.cancelled = nullptr;
     [panel orderOut:nil];

@@ -12,6 +12,7 @@
     if (self != nil) {
         _border = [[NSBox alloc] initWithFrame:self.bounds];
         _border.titlePosition = NSNoTitle;
+        _border.accessibilityElement = NO;
         _border.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
         [self addSubview:_border];
     }

@@ -80,7 +80,9 @@ class TextView final : public NodeView {
 /// What may be mere decoration: VoiceOver passes it when it has nothing to say.
 class PictorialView : public NodeView {
  protected:
-    explicit PictorialView(NSView* view) : NodeView(view, view), view_(view) {
+    /// The view speaks for a cell that it may have.
+    explicit PictorialView(NSView* view, NSCell* cell = nil) : NodeView(view, view), view_(view) {
+        cell.accessibilityElement = NO;
         for (const auto orientation :
              {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical}) {
             [view setContentHuggingPriority:NSLayoutPriorityDefaultHigh forOrientation:orientation];
@@ -104,7 +106,7 @@ class SymbolView final : public PictorialView {
     SymbolView() : SymbolView([[NSImageView alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    explicit SymbolView(NSImageView* image) : PictorialView(image), image_(image) {}
+    explicit SymbolView(NSImageView* image) : PictorialView(image, image.cell), image_(image) {}
 
     void update(const view::Node& node) override {
         const auto& symbol = std::get<view::Symbol>(node.content);
@@ -123,7 +125,8 @@ class AppIconView final : public PictorialView {
         : AppIconView(icons, [[NSImageView alloc] initWithFrame:NSRect{}]) {}
 
  private:
-    AppIconView(AppIcons& icons, NSImageView* image) : PictorialView(image), icons_(icons), image_(image) {}
+    AppIconView(AppIcons& icons, NSImageView* image)
+        : PictorialView(image, image.cell), icons_(icons), image_(image) {}
 
     void update(const view::Node& node) override {
         const auto& icon = std::get<view::AppIcon>(node.content);
@@ -155,6 +158,7 @@ class DividerView final : public NodeView {
  private:
     explicit DividerView(NSBox* line) : NodeView(line, line) {
         line.boxType = NSBoxSeparator;
+        line.accessibilityElement = NO;
         // It is a line either way: its stack stretches it along one side.
         for (NSLayoutDimension* side : {line.widthAnchor, line.heightAnchor}) {
             NSLayoutConstraint* thin = [side constraintEqualToConstant:1];

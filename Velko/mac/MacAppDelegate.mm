@@ -36,7 +36,7 @@ struct Program {
     velko::MacLoginItem loginItem;
     velko::MacPasteboard pasteboard;
     velko::MacStatusItem statusItem{icons};
-    velko::MacSurfaces surfaces{platform.ports().mainThread, icons, statusItem};
+    velko::MacSurfaces surfaces{platform.ports().mainThread, icons};
     velko::MacUpdater updater;
     velko::MacPropertyListReader propertyLists;
     velko::Log log{platform.ports().mainThread, velko::Surroundings::logFile()};

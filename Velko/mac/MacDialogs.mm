@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#import "Velko/mac/RunLoop.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 namespace velko {
@@ -38,14 +39,12 @@ NSArray<UTType*>* contentTypes(const Dialogs::FileType& type) {
     return types;
 }
 
-/// From the run loop itself: amid a piece of our work, a box would hold up all the rest. Velko need not have
-/// windows of its own in front, so it has to come forward first.
+/// Velko need not have windows of its own in front, so it has to come forward first.
 void runModal(NSAlert* box, void (^ended)(NSModalResponse)) {
-    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+    onMainRunLoop(^{
       [[NSApplication sharedApplication] activate];
       ended([box runModal]);
     });
-    CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
 NSAlert* makeAlert(const std::string& title, const std::string& message) {

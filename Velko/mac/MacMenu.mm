@@ -3,6 +3,7 @@
 #include <functional>
 #include <utility>
 
+#import "Velko/mac/NewIn27.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 /// What an item of a menu does.
@@ -75,6 +76,10 @@ NSMenuItem* makeEntry(const view::MenuItem& entry, AppIcons& icons) {
         item.representedObject = action;
     }
     item.image = entry.appIcon ? icons.icon(*entry.appIcon, iconPoints) : symbolImage(entry.symbol);
+    // Room for one that is not there would be an empty gutter.
+    if (item.image != nil) {
+        NewIn27::showImage(item);
+    }
     item.toolTip = entry.help.empty() ? nil : native(entry.help);
     item.enabled = entry.isEnabled;
     item.state = entry.isChecked ? NSControlStateValueOn : NSControlStateValueOff;
@@ -100,11 +105,16 @@ NSMenuItem* makeItem(const view::MenuItem& item, AppIcons& icons) {
 
 NSMenu* makeMenu(const view::Menu& menu, AppIcons& icons) {
     NSMenu* result = [[NSMenu alloc] initWithTitle:@""];
-    result.autoenablesItems = NO;
-    for (const view::MenuItem& item : menu) {
-        [result addItem:makeItem(item, icons)];
-    }
+    fillMenu(result, menu, icons);
     return result;
+}
+
+void fillMenu(NSMenu* native, const view::Menu& menu, AppIcons& icons) {
+    native.autoenablesItems = NO;
+    [native removeAllItems];
+    for (const view::MenuItem& item : menu) {
+        [native addItem:makeItem(item, icons)];
+    }
 }
 
 NSMenu* makeMainMenu(const std::vector<AppMenu::Menu>& menus) {

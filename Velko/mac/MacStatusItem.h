@@ -19,10 +19,8 @@ class MacStatusItem final : public StatusItem {
                  std::function<void(Click)> clicked) override;
     void setImage(const Image& image) override;
     void setToolTip(const std::string& text) override;
-    void openMenu(view::Menu menu) override;
-
-    /// What a popover hangs from; nil before `install`.
-    [[nodiscard]] NSView* button() const;
+    void openMenu(view::Menu menu, std::function<void()> closed) override;
+    [[nodiscard]] bool isMenuOpen() const override;
 
  private:
     AppIcons& icons_;

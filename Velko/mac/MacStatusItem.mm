@@ -1,9 +1,12 @@
 #import "Velko/mac/MacStatusItem.h"
 
+#include <chrono>
+#include <optional>
 #include <utility>
 
 #import "Velko/mac/MacMenu.h"
 #import "Velko/mac/Painting.h"
+#import "Velko/mac/RunLoop.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 using Click = velko::StatusItem::Click;
@@ -12,15 +15,57 @@ using Click = velko::StatusItem::Click;
 @interface VLKStatusItemTarget : NSObject <NSMenuDelegate>
 - (instancetype)initWithItem:(NSStatusItem*)item clicked:(std::function<void(Click)>)clicked;
 - (void)clicked:(id)sender;
-- (void)open:(NSMenu*)menu;
+- (void)open:(NSMenu*)menu closed:(std::function<void()>)closed;
+@property(nonatomic, readonly, getter=isMenuOpen) BOOL menuOpen;
 @end
+
+namespace velko {
+
+namespace {
+
+StatusItem::Event::Type typeOf(NSEventType type) {
+    switch (type) {
+        case NSEventTypeLeftMouseDown:
+        case NSEventTypeLeftMouseUp:
+            return StatusItem::Event::Type::leftMouse;
+        case NSEventTypeRightMouseDown:
+        case NSEventTypeRightMouseUp:
+            return StatusItem::Event::Type::rightMouse;
+        case NSEventTypeSystemDefined:
+            return StatusItem::Event::Type::systemDefined;
+        default:
+            return StatusItem::Event::Type::other;
+    }
+}
+
+std::optional<StatusItem::Event> eventOf(NSEvent* event) {
+    if (event == nil) {
+        return std::nullopt;
+    }
+    const NSTimeInterval age = [NSProcessInfo processInfo].systemUptime - event.timestamp;
+    StatusItem::Event result{
+        .type = typeOf(event.type),
+        .age = std::chrono::duration_cast<MainThread::Uptime>(std::chrono::duration<double>(age)),
+        .option = (event.modifierFlags & NSEventModifierFlagOption) != 0,
+        .control = (event.modifierFlags & NSEventModifierFlagControl) != 0};
+    // Other types raise an exception when they are asked.
+    if (event.type == NSEventTypeSystemDefined) {
+        result.subtype = event.subtype;
+        result.data = event.data1;
+    }
+    return result;
+}
+
+}  // namespace
+
+}  // namespace velko
 
 @implementation VLKStatusItemTarget {
     NSStatusItem* _item;
     std::function<void(Click)> _clicked;
     // The last one stays until the next: what was chosen from it comes after it has closed.
     NSMenu* _menu;
-    BOOL _isMenuOpen;
+    std::function<void()> _closed;
 }
 
 - (instancetype)initWithItem:(NSStatusItem*)item clicked:(std::function<void(Click)>)clicked {
@@ -33,34 +78,36 @@ using Click = velko::StatusItem::Click;
 }
 
 - (void)clicked:(id)sender {
-    NSEvent* event = [NSApplication sharedApplication].currentEvent;
-    const BOOL isRight = event.type == NSEventTypeRightMouseUp;
-    const BOOL isByMouse = isRight || event.type == NSEventTypeLeftMouseUp;
-    // Whoever presses by VoiceOver holds its keys, Control and Option, and means a plain click.
-    const BOOL isByVoiceOver = !isByMouse && [NSWorkspace sharedWorkspace].voiceOverEnabled;
-    const NSEventModifierFlags flags = isByVoiceOver ? 0 : event.modifierFlags | [NSEvent modifierFlags];
-    _clicked({.isRight = isRight,
-              .option = (flags & NSEventModifierFlagOption) != 0,
-              .control = (flags & NSEventModifierFlagControl) != 0});
+    const NSEventModifierFlags keys = [NSEvent modifierFlags];
+    _clicked({.event = velko::eventOf([NSApplication sharedApplication].currentEvent),
+              .pressedButtons = static_cast<unsigned>([NSEvent pressedMouseButtons]),
+              .option = (keys & NSEventModifierFlagOption) != 0,
+              .control = (keys & NSEventModifierFlagControl) != 0,
+              .isVoiceOverOn = [NSWorkspace sharedWorkspace].voiceOverEnabled == YES});
 }
 
-- (void)open:(NSMenu*)menu {
-    if (_isMenuOpen) {
+- (void)open:(NSMenu*)menu closed:(std::function<void()>)closed {
+    if (_menuOpen) {
         return;
     }
     _menu = menu;
+    _closed = std::move(closed);
     menu.delegate = self;
     _item.menu = menu;
     [_item.button performClick:nil];
 }
 
 - (void)menuWillOpen:(NSMenu*)menu {
-    _isMenuOpen = YES;
+    _menuOpen = YES;
 }
 
 - (void)menuDidClose:(NSMenu*)menu {
-    _isMenuOpen = NO;
+    _menuOpen = NO;
     _item.menu = nil;
+    const auto closed = _closed;
+    if (closed) {
+        closed();
+    }
 }
 
 @end
@@ -101,18 +148,16 @@ void MacStatusItem::setToolTip(const std::string& text) {
     item_.button.toolTip = velko::native(text);
 }
 
-void MacStatusItem::openMenu(view::Menu menu) {
+void MacStatusItem::openMenu(view::Menu menu, std::function<void()> closed) {
     NSMenu* native = makeMenu(menu, icons_);
     VLKStatusItemTarget* target = target_;
-    // From the run loop itself: amid a piece of our work, the menu would hold up all the rest.
-    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
-      [target open:native];
+    onMainRunLoop(^{
+      [target open:native closed:closed];
     });
-    CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
-NSView* MacStatusItem::button() const {
-    return item_.button;
+bool MacStatusItem::isMenuOpen() const {
+    return target_.menuOpen;
 }
 
 }  // namespace velko

@@ -45,9 +45,11 @@ class MacSurface : public Surface {
     /// The user wants it gone.
     void askToGo(Dismissal how);
     /// The same from now on for every click elsewhere.
-    void watchClicksOutside(bool inOwnWindowsToo);
+    void watchClicksOutside();
 
  private:
+    void fit();
+    void pressedOutside(NSEvent* press);
     [[nodiscard]] bool hear(NSEvent* key);
     void finish();
 

@@ -22,7 +22,9 @@ void MacSurface::open(Opening opening) {
     keys_ = monitorOwnEvents(NSEventMaskKeyDown, [this](NSEvent* event) { return hear(event); });
     size_ = [tree_ fit];
     [tree_ setFrameSize:size_];
-    if (!present(*opening_, tree_)) {
+    if (present(*opening_, tree_)) {
+        fit();  // on the screen where it is now
+    } else {
         close();
     }
 }
@@ -32,6 +34,10 @@ void MacSurface::update(view::Node content) {
         return;
     }
     [tree_ show:std::move(content)];
+    fit();
+}
+
+void MacSurface::fit() {
     const NSSize size = [tree_ fit];
     if (size.width != size_.width || size.height != size_.height) {
         size_ = size;
@@ -82,15 +88,23 @@ void MacSurface::askToGo(Dismissal how) {
     }
 }
 
-void MacSurface::watchClicksOutside(bool inOwnWindowsToo) {
-    clicksElsewhere_ = monitorOthersEvents(buttonsDown, [this] { askToGo(Dismissal::clickOutside); });
-    if (inOwnWindowsToo) {
-        clicksInOwnWindows_ = monitorOwnEvents(buttonsDown, [this](NSEvent* event) {
-            if (event.window != window()) {
-                askToGo(Dismissal::clickOutside);
-            }
-            return false;
-        });
+void MacSurface::watchClicksOutside() {
+    clicksElsewhere_ = monitorOthersEvents(buttonsDown, [this](NSEvent* press) { pressedOutside(press); });
+    // One in another of this program's windows is outside as well.
+    clicksInOwnWindows_ = monitorOwnEvents(buttonsDown, [this](NSEvent* press) {
+        if (press.window != window()) {
+            pressedOutside(press);
+        }
+        return false;
+    });
+}
+
+void MacSurface::pressedOutside(NSEvent* press) {
+    // Without a window of this program's an event is measured on the screen.
+    const NSPoint where = press.window == nil ? press.locationInWindow
+                                              : [press.window convertPointToScreen:press.locationInWindow];
+    if (opening_ && !(opening_->ignoresPress && opening_->ignoresPress(portable(where)))) {
+        askToGo(Dismissal::clickOutside);
     }
 }
 

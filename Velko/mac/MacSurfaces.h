@@ -2,17 +2,16 @@
 
 #include "Velko/Ports/Surfaces.h"
 #import "Velko/mac/FloatingPanel.h"
-#import "Velko/mac/NotePopover.h"
 #import "Velko/mac/StandardWindow.h"
 
 namespace velko {
 
-/// Velko's popover, panels and windows.
+/// Velko's panels and windows.
 class MacSurfaces final : public Surfaces {
  public:
-    /// All outlive this.
-    MacSurfaces(MainThread& mainThread, AppIcons& icons, const MacStatusItem& statusItem)
-        : note_(mainThread, icons, statusItem),
+    /// Both outlive this.
+    MacSurfaces(MainThread& mainThread, AppIcons& icons)
+        : note_(mainThread, icons, FloatingPanel::Kind::note),
           shelf_(mainThread, icons, FloatingPanel::Kind::shelf),
           setup_(mainThread, icons),
           permissionGuide_(mainThread, icons, FloatingPanel::Kind::guide),
@@ -20,9 +19,10 @@ class MacSurfaces final : public Surfaces {
 
     [[nodiscard]] Surface& surface(Kind kind) override;
     [[nodiscard]] bool reducesMotion() const override;
+    void announce(const std::string& words) override;
 
  private:
-    NotePopover note_;
+    FloatingPanel note_;
     FloatingPanel shelf_;
     StandardWindow setup_;
     FloatingPanel permissionGuide_;

@@ -1,5 +1,8 @@
 #import "Velko/mac/MacSurfaces.h"
 
+#import "Velko/mac/RunLoop.h"
+#include "VelkoEngine/mac/Conversions.h"
+
 namespace velko {
 
 Surface& MacSurfaces::surface(Kind kind) {
@@ -20,6 +23,21 @@ Surface& MacSurfaces::surface(Kind kind) {
 
 bool MacSurfaces::reducesMotion() const {
     return [NSWorkspace sharedWorkspace].accessibilityDisplayShouldReduceMotion;
+}
+
+void MacSurfaces::announce(const std::string& words) {
+    constexpr NSAccessibilityPriorityLevel priority = NSAccessibilityPriorityHigh;
+    NSDictionary* info = @{
+        NSAccessibilityAnnouncementKey : native(words),
+        NSAccessibilityPriorityKey : @(static_cast<int>(priority))
+    };
+    // A turn later: a window that comes or goes in this one would swallow it.
+    onMainRunLoop(^{
+      NSApplication* application = [NSApplication sharedApplication];
+      id speaker = application.keyWindow;
+      NSAccessibilityPostNotificationWithUserInfo(speaker == nil ? application : speaker,
+                                                  NSAccessibilityAnnouncementRequestedNotification, info);
+    });
 }
 
 }  // namespace velko

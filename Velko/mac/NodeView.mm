@@ -43,7 +43,8 @@ void NodeView::speak(const view::Node& node) {
 void NodeView::arrange(const std::vector<Child>& /*children*/) {}
 
 void NodeView::stretch(NSStackView* stack, bool stretches, double padding) {
-    if (stretches && stretch_ != nil && stretchedIn_ == stack && padding_ == padding) {
+    // A stack that takes a view out to put it elsewhere ends the constraints between them.
+    if (stretches && stretch_.active && stretchedIn_ == stack && padding_ == padding) {
         return;
     }
     stretch_.active = NO;

@@ -1,6 +1,7 @@
 #include <variant>
 
 #import "Velko/mac/ContainerView.h"
+#import "Velko/mac/NewIn27.h"
 #import "Velko/mac/TreeViews.h"
 
 namespace velko {
@@ -68,6 +69,7 @@ class PagesView final : public ContainerView {
     PagesView(const RenderContext& context, NSStackView* outer, NSSegmentedControl* tabs)
         : ContainerView(outer, tabs), tabs_(tabs), page_(makeColumn(innerSpacing)) {
         tabs.trackingMode = NSSegmentSwitchTrackingSelectOne;
+        NewIn27::actAsTabs(tabs);
         tabs.target = context.actions;
         tabs.action = @selector(segmentPicked:);
         [outer addArrangedSubview:tabs];

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <chrono>
 
+#include "Velko/Ports/PanelPlacement.h"
+#include "VelkoEngine/mac/Conversions.h"
+
 namespace velko {
 
 namespace {
 
 constexpr std::chrono::milliseconds frameTime{16};
-constexpr double drop = 24;  // points
 
 }  // namespace
 
@@ -40,9 +42,7 @@ void PanelMotion::step() {
 }
 
 void PanelMotion::draw(double seconds) {
-    NSRect frame = target_;
-    frame.origin.y += drop * (1 - spring_.at(seconds));
-    [panel_ setFrame:frame display:YES];
+    [panel_ setFrame:native(panelSlidOut(portable(target_), spring_.at(seconds))) display:YES];
     panel_.alphaValue =
         fade_ > 0 ? std::min(seconds / fade_, 1.0) : std::clamp(spring_.at(seconds), 0.0, 1.0);
 }

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-/// Passes on what the system asks and tells about a popover or a window.
-@interface VLKSurfaceDelegate : NSObject <NSPopoverDelegate, NSWindowDelegate>
+/// Passes on what the system asks and tells about a window.
+@interface VLKSurfaceDelegate : NSObject <NSWindowDelegate>
 /// `mayClose`: the user wants it gone; whether the system closes it. `closed`: the system has closed it.
 - (instancetype)initWithMayClose:(std::function<bool()>)mayClose closed:(std::function<void()>)closed;
 /// Nothing is passed on any more.

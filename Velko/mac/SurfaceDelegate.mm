@@ -21,32 +21,16 @@
     _closed = nullptr;
 }
 
-- (BOOL)mayClose {
+- (BOOL)windowShouldClose:(NSWindow*)sender {
     const auto mayClose = _mayClose;
     return !mayClose || mayClose();
 }
 
-- (void)didClose {
+- (void)windowWillClose:(NSNotification*)notification {
     const auto closed = _closed;
     if (closed) {
         closed();
     }
-}
-
-- (BOOL)popoverShouldClose:(NSPopover*)popover {
-    return [self mayClose];
-}
-
-- (void)popoverDidClose:(NSNotification*)notification {
-    [self didClose];
-}
-
-- (BOOL)windowShouldClose:(NSWindow*)sender {
-    return [self mayClose];
-}
-
-- (void)windowWillClose:(NSNotification*)notification {
-    [self didClose];
 }
 
 @end

@@ -67,18 +67,27 @@ constexpr CGFloat dragThreshold = 4;  // points
     }
 }
 
-- (NSMenu*)menuForEvent:(NSEvent*)event {
-    return [self.treeActions menuOf:self];
+/// By way of the property VoiceOver finds it as well.
+- (void)setHasMenu:(BOOL)hasMenu {
+    if (hasMenu == _hasMenu) {
+        return;
+    }
+    _hasMenu = hasMenu;
+    NSMenu* menu = hasMenu ? [[NSMenu alloc] initWithTitle:@""] : nil;
+    menu.delegate = self;
+    self.menu = menu;
 }
 
-/// VoiceOver asks for the menu.
-- (BOOL)accessibilityPerformShowMenu {
-    NSMenu* menu = [self.treeActions menuOf:self];
-    if (menu == nil) {
-        return NO;
-    }
-    [menu popUpMenuPositioningItem:nil atLocation:NSPoint{.x = 0, .y = self.bounds.size.height} inView:self];
-    return YES;
+- (void)menuNeedsUpdate:(NSMenu*)menu {
+    [self.treeActions fill:menu of:self];
+}
+
+- (void)menuWillOpen:(NSMenu*)menu {
+    [self.treeActions menuWillOpen:menu];
+}
+
+- (void)menuDidClose:(NSMenu*)menu {
+    [self.treeActions menuDidClose:menu];
 }
 
 - (void)startDragging:(NSEvent*)event {

@@ -11,7 +11,7 @@
 #include "VelkoEngine/Ports/MainThread.h"
 
 /// Shows one tree after another, and does what the user does to it by way of the newest.
-@interface VLKTreeView : NSView <TreeActions, NSMenuDelegate>
+@interface VLKTreeView : NSView <TreeActions>
 /// Whether a menu of a control is open, or a tile is being dragged.
 @property(nonatomic, readonly) BOOL isInHand;
 /// Both outlive it.

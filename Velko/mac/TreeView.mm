@@ -25,8 +25,10 @@ constexpr CGFloat widestLine = 2000;
 constexpr NSLayoutPriority ceilingPriority = 740;
 constexpr CGFloat titleBarHeight = 40;
 
-CGFloat highestContent() {
-    const NSScreen* screen = [NSScreen mainScreen];
+/// On the screen where the view is; while it is nowhere, on the primary one.
+CGFloat highestContent(NSView* view) {
+    NSScreen* own = view.window.screen;
+    NSScreen* screen = own == nil ? [NSScreen screens].firstObject : own;
     return screen == nil ? widestLine : screen.visibleFrame.size.height - titleBarHeight;
 }
 
@@ -112,7 +114,7 @@ BOOL usesKeys(NSResponder* responder) {
     [self addSubview:content];
     [content.topAnchor constraintEqualToAnchor:self.topAnchor constant:0].active = YES;
     [content.leadingAnchor constraintEqualToAnchor:self.leadingAnchor constant:0].active = YES;
-    _ceiling = [content.heightAnchor constraintLessThanOrEqualToConstant:highestContent()];
+    _ceiling = [content.heightAnchor constraintLessThanOrEqualToConstant:highestContent(self)];
     _ceiling.priority = ceilingPriority;
     _ceiling.active = YES;
     holdWeakly([content.bottomAnchor constraintEqualToAnchor:self.bottomAnchor constant:0]);
@@ -120,7 +122,7 @@ BOOL usesKeys(NSResponder* responder) {
 }
 
 - (NSSize)fit {
-    _ceiling.constant = highestContent();
+    _ceiling.constant = highestContent(self);
     const auto labels = _renderer->wrappingLabels();
     for (NSTextField* label : labels) {
         label.preferredMaxLayoutWidth = widestLine;
@@ -181,16 +183,11 @@ BOOL usesKeys(NSResponder* responder) {
     return isDone;
 }
 
-- (NSMenu*)menuOf:(NSView*)view {
+- (void)fill:(NSMenu*)menu of:(NSView*)view {
     const auto tree = _tree;
-    const velko::view::Menu menu =
-        tree ? velko::view::menuOf(*tree, velko::portable(view.identifier)) : velko::view::Menu();
-    if (menu.empty()) {
-        return nil;
-    }
-    NSMenu* shown = velko::makeMenu(menu, *_icons);
-    shown.delegate = self;
-    return shown;
+    velko::fillMenu(menu,
+                    tree ? velko::view::menuOf(*tree, velko::portable(view.identifier)) : velko::view::Menu(),
+                    *_icons);
 }
 
 - (void)menuWillOpen:(NSMenu*)menu {
@@ -226,7 +223,9 @@ BOOL usesKeys(NSResponder* responder) {
 }
 
 - (void)menuAsked:(NSView*)sender {
-    NSMenu* menu = [self menuOf:sender];
+    NSMenu* menu = [[NSMenu alloc] initWithTitle:@""];
+    [self fill:menu of:sender];
+    menu.delegate = self;
     const CGFloat below = sender.flipped ? sender.bounds.size.height : 0;
     [menu popUpMenuPositioningItem:nil atLocation:NSPoint{.x = 0, .y = below} inView:sender];
 }

@@ -23,9 +23,10 @@
 @end
 
 /// An app: a button with a menu, that can be dragged.
-@interface VLKTileView : VLKTreeButton <NSDraggingSource>
+@interface VLKTileView : VLKTreeButton <NSDraggingSource, NSMenuDelegate>
 @property(nonatomic, weak) id<TreeActions> treeActions;
 @property(nonatomic, copy) NSString* app;
+@property(nonatomic) BOOL hasMenu;
 @end
 
 /// Draws the frame of a group, and takes apps that are dragged onto it.

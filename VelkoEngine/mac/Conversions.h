@@ -28,6 +28,7 @@ namespace velko {
 [[nodiscard]] Point portable(CGPoint point);
 [[nodiscard]] Size portable(CGSize size);
 [[nodiscard]] Rect portable(CGRect rect);
+[[nodiscard]] CGRect native(const Rect& rect);
 
 [[nodiscard]] FrameworkError portable(NSError* error);
 [[nodiscard]] RaisedException portable(NSException* exception);

@@ -58,6 +58,10 @@ Rect portable(CGRect rect) {
     return {.x = rect.origin.x, .y = rect.origin.y, .width = rect.size.width, .height = rect.size.height};
 }
 
+CGRect native(const Rect& rect) {
+    return {.origin = {.x = rect.x, .y = rect.y}, .size = {.width = rect.width, .height = rect.height}};
+}
+
 FrameworkError portable(NSError* error) {
     return {.domain = portable(error.domain),
             .code = error.code,

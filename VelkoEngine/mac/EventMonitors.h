@@ -9,7 +9,7 @@ namespace velko {
 
 /// Calls `handler` for events of these kinds that go to other programs, until the subscription ends. Main
 /// thread.
-[[nodiscard]] Subscription monitorOthersEvents(NSEventMask kinds, std::function<void()> handler);
+[[nodiscard]] Subscription monitorOthersEvents(NSEventMask kinds, std::function<void(NSEvent*)> handler);
 
 /// Calls `handler` for events of these kinds that go to this program, before they are delivered, until the
 /// subscription ends. It answers whether it has dealt with the event, which then goes no further. Main

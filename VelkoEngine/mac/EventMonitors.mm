@@ -20,13 +20,13 @@ Subscription monitoring(id monitor, std::shared_ptr<Handler> handler) {
 
 }  // namespace
 
-Subscription monitorOthersEvents(NSEventMask kinds, std::function<void()> handler) {
-    auto shared = std::make_shared<std::function<void()>>(std::move(handler));
-    const std::weak_ptr<std::function<void()>> weak = shared;
+Subscription monitorOthersEvents(NSEventMask kinds, std::function<void(NSEvent*)> handler) {
+    auto shared = std::make_shared<std::function<void(NSEvent*)>>(std::move(handler));
+    const std::weak_ptr<std::function<void(NSEvent*)>> weak = shared;
     id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:kinds
-                                                        handler:^(NSEvent*) {
+                                                        handler:^(NSEvent* event) {
                                                           if (const auto alive = weak.lock()) {
-                                                              (*alive)();
+                                                              (*alive)(event);
                                                           }
                                                         }];
     return monitoring(monitor, std::move(shared));

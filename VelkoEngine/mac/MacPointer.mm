@@ -95,7 +95,7 @@ unsigned MacPointer::pressedButtons() const {
 Subscription MacPointer::observeMoves(std::function<void()> handler) {
     const auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
     auto monitors = std::make_shared<std::pair<Subscription, Subscription>>(
-        monitorOthersEvents(NSEventMaskMouseMoved, [shared] { (*shared)(); }),
+        monitorOthersEvents(NSEventMaskMouseMoved, [shared](NSEvent*) { (*shared)(); }),
         monitorOwnEvents(NSEventMaskMouseMoved, [shared](NSEvent*) {
             (*shared)();
             return false;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/StatusItemController.h"
 #include "tests/Velko/VelkoOnMac.h"
 
@@ -20,15 +21,17 @@ class BroomOnMac : public VelkoOnMac {
     /// `fileAsItIs`: the layout file, rather than `layout`.
     void startBroom(bool fileAsItIs = false) {
         fileAsItIs ? startWithFileAsItIs() : start();
-        broom.emplace(FaceParts{*velko, mac.platform(), mac.appPorts(), log});
+        const FaceParts parts{*velko, mac.platform(), mac.appPorts(), log};
+        frame.emplace(parts);
+        broom.emplace(parts, *frame);
         changes = velko->observe([this] { broom->update(); });
         broom->start();
         pass(std::chrono::seconds(1));
     }
 
-    void click(StatusItem::Click click = {}) {
+    void click(SimulatedClick click = {}) {
         mac.statusItem.click(click);
-        pass(std::chrono::milliseconds(50));
+        pass(std::chrono::milliseconds(100));
     }
     bool choose(const std::string& title) {
         click({.isRight = true});
@@ -56,13 +59,14 @@ class BroomOnMac : public VelkoOnMac {
         }
         return lines;
     }
-    [[nodiscard]] std::vector<std::string> openMenu(StatusItem::Click opening = {.isRight = true}) {
+    [[nodiscard]] std::vector<std::string> openMenu(SimulatedClick opening = {.isRight = true}) {
         click(opening);
         return mac.statusItem.menu() == nullptr ? std::vector<std::string>{} : read(*mac.statusItem.menu());
     }
 
     [[nodiscard]] SimulatedSurface& note() { return mac.surfaces.surface(Surfaces::Kind::note); }
 
+    std::optional<BroomFrame> frame;
     std::optional<StatusItemController> broom;
     Subscription changes;
 };

@@ -32,7 +32,7 @@ class FacesOnMac : public VelkoOnMac {
         shelf->onMove = [this](const BundleID& app, Section section) { velko->place(app, section); };
         shelf->onDismiss = [this](ShelfClosing::By by) { velko->closeShelf(by); };
         hover = std::make_unique<HoverWatcher>(parts, *broom);
-        note = std::make_unique<NoteController>(parts);
+        note = std::make_unique<NoteController>(parts, *broom);
         changes = velko->observe([this] {
             hover->sync();
             shelf->sync();

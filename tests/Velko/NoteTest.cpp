@@ -43,14 +43,14 @@ TEST_F(NoteTest, SaysThatEverythingIsSpotlessAndStaysUntilTheUserIsDone) {
     keepDusty();
     note->show();
     EXPECT_TRUE(logged("[note] shown: 0 new, 0 suggestions"));
-    EXPECT_TRUE(surface.opening()->isAnimated);
+    EXPECT_GT(surface.opening()->motion.fade, 0);
     EXPECT_EQ(read(), spotless);
     pass(60s);
     EXPECT_TRUE(surface.press({.key = Key::enter}));
     EXPECT_FALSE(note->isShowing());
     mac.surfaces.reducedMotion = true;
     note->show();
-    EXPECT_FALSE(surface.opening()->isAnimated);
+    EXPECT_EQ(surface.opening()->motion, Surface::Motion());
 }
 
 TEST_F(NoteTest, AsksAboutNewIconsAndSuggestions) {

@@ -45,6 +45,7 @@ TEST_F(PermissionGuideTest, FollowsTheSettingsWindowAndPointsAtItsList) {
     showSystemSettings({.x = 600, .y = 200, .width = 715, .height = 500});
     pass(beat);
     ASSERT_EQ(guideText(), "Switch Velko on in this list.");
+    EXPECT_EQ(mac.surfaces.announcements().back(), guideText());
     const Rect below{.x = 815, .y = 1080 - 700, .width = 500, .height = 0};
     EXPECT_EQ(guide().opening()->place->anchor, below) << "beside the sidebar, below the window";
     showSystemSettings({.x = 700, .y = 560, .width = 715, .height = 500});

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Velko/Broom/BroomFrame.h"
 #include "Velko/Settings/SettingsController.h"
 #include "tests/Velko/TreeAudit.h"
 #include "tests/Velko/VelkoOnMac.h"
@@ -29,8 +30,10 @@ class SettingsOnMac : public VelkoOnMac {
     }
 
     void openSettings() {
-        settings.emplace(
-            FaceParts{.controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log});
+        const FaceParts parts{
+            .controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log};
+        broom.emplace(parts);
+        settings.emplace(parts, *broom);
         settings->onVisibilityChange = [this] { ++visibilityChanges; };
         settings->onResort = [this] { ++resorts; };
         settings->onPermission = [this] { ++permissionsAskedFor; };
@@ -40,6 +43,7 @@ class SettingsOnMac : public VelkoOnMac {
     void restart() {
         mac.surfaces.forget();
         settings.reset();
+        broom.reset();
         velko->quit();
         velko.reset();
         startWithFileAsItIs();
@@ -84,6 +88,7 @@ class SettingsOnMac : public VelkoOnMac {
         pass(std::chrono::milliseconds(200));
     }
 
+    std::optional<BroomFrame> broom;
     std::optional<SettingsController> settings;
     int visibilityChanges = 0;
     int resorts = 0;

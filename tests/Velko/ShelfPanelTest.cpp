@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "Velko/Shelf/ShelfPlace.h"
+#include "Velko/Broom/BelowBroom.h"
 #include "tests/Velko/FacesOnMac.h"
 
 namespace velko {
@@ -149,12 +149,12 @@ TEST_F(ShelfPanelTest, HangsBelowTheBroomOfWhateverScreenHoldsIt) {
     EXPECT_EQ(surface.opening()->motion,
               (Surface::Motion{.springResponse = 0.42, .springDamping = 0.72, .fade = 0}));
     const Rect before = *broom->chevronFrame();
-    mac.iconElement(mac.processes.ownPID(), 0)->attributes["AXPosition"] = Point{.x = 700, .y = 0};
+    mac.iconElement(mac.processes.ownPID(), 0)->attributes["AXPosition"] = Point{.x = 400, .y = 0};
     broom->refresh();
     pass(1s);
-    EXPECT_EQ(surface.opening()->place->anchor.x, 700) << "it follows the broom";
+    EXPECT_EQ(surface.opening()->place->anchor.x, 400) << "it follows the broom";
     mac.setDisplays({SimulatedDisplays::plain()});
-    pass(100ms);
+    pass(2s);
     EXPECT_EQ(broom->chevronFrame()->x, before.x + 1920 - 1512);
     EXPECT_EQ(surface.opening()->place->anchor.x, broom->chevronFrame()->x);
     toggle();
@@ -165,11 +165,13 @@ TEST_F(ShelfPanelTest, HangsBelowTheBroomOfWhateverScreenHoldsIt) {
 
     const std::vector<Display> displays{SimulatedDisplays::plain(),
                                         SimulatedDisplays::plain({1920, 200}, {1280, 800})};
-    const auto onRight = shelfPlace(Rect{.x = 3000, .y = 80, .width = 30, .height = 24}, displays, 24);
+    const auto onRight =
+        placeBelowBroom(Rect{.x = 3000, .y = 80, .width = 30, .height = 24}, displays, 24, 4);
     EXPECT_EQ(onRight->anchor, (Rect{.x = 3000, .y = 972, .width = 30, .height = 28}));
     EXPECT_EQ(onRight->bounds, (Rect{.x = 1928, .y = 278, .width = 1264, .height = 694}));
-    EXPECT_EQ(shelfPlace({}, displays, 24)->anchor, (Rect{.x = 1920, .y = 1052, .width = 0, .height = 28}));
-    EXPECT_FALSE(shelfPlace({}, {}, 24)) << "no screen, no shelf";
+    EXPECT_EQ(placeBelowBroom({}, displays, 24, 4)->anchor,
+              (Rect{.x = 1920, .y = 1052, .width = 0, .height = 28}));
+    EXPECT_FALSE(placeBelowBroom({}, {}, 24, 4)) << "no screen, no shelf";
 }
 
 }  // namespace

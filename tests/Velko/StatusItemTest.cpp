@@ -26,7 +26,7 @@ struct Situation {
 
 struct ClickCase {
     const char* name;
-    StatusItem::Click click;
+    SimulatedClick click;
     std::string leadsTo;
     Situation given{};
 };
@@ -69,8 +69,8 @@ TEST_P(ClickOnBroom, LeadsToOneThing) {
     EXPECT_EQ(outcome(), GetParam().leadsTo);
 }
 
-constexpr StatusItem::Click left{};
-constexpr StatusItem::Click option{.option = true};
+constexpr SimulatedClick left{};
+constexpr SimulatedClick option{.option = true};
 
 const std::vector<ClickCase> clickCases{
     {"Reveals", left, "revealed"},

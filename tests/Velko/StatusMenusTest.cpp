@@ -12,7 +12,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using Lines = std::vector<std::string>;
 
-constexpr StatusItem::Click debugging{.isRight = true, .option = true};
+constexpr SimulatedClick debugging{.isRight = true, .option = true};
 
 class StatusMenusTest : public BroomOnMac {};
 

@@ -25,6 +25,23 @@ TEST(PanelPlacement, HangsAPanelBelowItsAnchorAndKeepsItWithinItsBounds) {
               (Rect{.x = 8, .y = 8, .width = 1200, .height = 900}));
 }
 
+TEST(PanelPlacement, PointsTheArrowAtTheAnchorAndSlidesOutFromUnderTheBar) {
+    Surface::Place place{.anchor = {.x = 900, .y = 800, .width = 30, .height = 24},
+                         .bounds = {.x = 0, .y = 0, .width = 1000, .height = 800}};
+    const Rect frame = panelFrame(place, {.width = 400, .height = 200});
+    EXPECT_EQ(frame.x, 600) << "moved as little as its bounds ask";
+    EXPECT_EQ(frame.x + panelArrowTip(place, frame), 915);
+    place.anchor.x = 985;
+    EXPECT_EQ(panelArrowTip(place, frame), 400 - 14 - 11) << "no farther than its round corner";
+    place.shift = -100;
+    EXPECT_EQ(panelFrame(place, {.width = 400, .height = 200}).x, 600);
+    for (const double position : {0.0, 0.5, 1.0, 1.05}) {
+        EXPECT_EQ(panelSlidOut(frame, position).maxY(), frame.maxY()) << "never over the bar";
+    }
+    EXPECT_EQ(panelSlidOut(frame, 1), frame);
+    EXPECT_GT(panelSlidOut(frame, 0).y, frame.y);
+}
+
 TEST(SpringCurve, ComesToRestWhereItSaysAndOvershootsOnlyWhenLoose) {
     for (const double damping : {0.0, 0.3, 0.72, 0.99, 1.0, 5.0}) {
         const SpringCurve spring(0.42, damping);

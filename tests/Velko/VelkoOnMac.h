@@ -21,7 +21,10 @@ namespace velko {
 /// checked whenever time passes.
 class VelkoOnMac : public testing::Test {
  protected:
-    explicit VelkoOnMac(const SimulatedMacOptions& options = {}) : mac(options) {}
+    /// Times are told exactly here, so the Mac lets Velko have no naps.
+    explicit VelkoOnMac(const SimulatedMacOptions& options = {}) : mac(options) {
+        mac.mainThread.isNapping = nullptr;
+    }
 
     ~VelkoOnMac() override { mac.onMenuBarChange = nullptr; }
 

@@ -48,6 +48,21 @@ TEST(MenuBarStrip, LiesAtTheTopOfWhateverScreenAClickIsOn) {
     EXPECT_TRUE(MenuBarStrip::contains({barless}, 40, {1920, 40})) << "the thickest of the three counts";
 }
 
+TEST(MenuBarStrip, ShowsWhatStandsInABarBesideTheCameraHousing) {
+    const std::vector<Display> displays{SimulatedDisplays::notched(), SimulatedDisplays::plain({1512, -98})};
+    const auto shows = [&](double x, double y, double width = 28, double height = 24) {
+        return MenuBarStrip::shows(displays, 24, {.x = x, .y = y, .width = width, .height = height});
+    };
+    EXPECT_TRUE(shows(1000, 3));
+    EXPECT_TRUE(shows(600, 0));
+    EXPECT_FALSE(shows(742, 0)) << "under the housing";
+    EXPECT_FALSE(shows(-1, 0)) << "not placed";
+    EXPECT_FALSE(shows(1500, 0)) << "on two screens";
+    EXPECT_TRUE(shows(1600, 0));
+    EXPECT_FALSE(shows(1000, 40)) << "below the bar";
+    EXPECT_FALSE(shows(1000, 0, 0, 0));
+}
+
 class ClickHistoryTest : public testing::Test {
  protected:
     ClickHistoryTest() { mac.setHitsEndAtHost(false); }

@@ -4,13 +4,15 @@
 #import <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
 
-@class NSApplication, NSImage, NSMenu, NSMenuItem, NSPasteboard, NSPopover, NSView, NSWindow, UTType;
+@class NSApplication, NSImage, NSMenu, NSMenuItem, NSPasteboard, NSScreen, NSView, NSWindow, UTType;
 
 typedef float NSLayoutPriority;
 typedef CGFloat NSFontWeight;
 typedef NSInteger NSControlStateValue;
 typedef NSInteger NSModalResponse;
 typedef NSInteger NSWindowLevel;
+typedef NSString* NSAccessibilityNotificationName;
+typedef NSString* NSAccessibilityNotificationUserInfoKey;
 typedef NSString* NSAccessibilityRole;
 typedef NSString* NSImageName;
 typedef NSString* NSPasteboardType;
@@ -48,7 +50,7 @@ enum : NSEventModifierFlags {
 };
 
 typedef NSUInteger NSAutoresizingMaskOptions;
-enum : NSAutoresizingMaskOptions { NSViewWidthSizable = 2, NSViewHeightSizable = 16 };
+enum : NSAutoresizingMaskOptions { NSViewWidthSizable = 2, NSViewHeightSizable = 16, NSViewMaxYMargin = 32 };
 
 typedef NSUInteger NSWindowStyleMask;
 enum : NSWindowStyleMask {
@@ -73,7 +75,14 @@ typedef enum NSApplicationActivationPolicy : NSInteger {
     NSApplicationActivationPolicyRegular = 0,
     NSApplicationActivationPolicyAccessory = 1
 } NSApplicationActivationPolicy;
-typedef enum NSEventType : NSUInteger { NSEventTypeLeftMouseUp = 2, NSEventTypeRightMouseUp = 4 } NSEventType;
+typedef enum NSEventType : NSUInteger {
+    NSEventTypeLeftMouseDown = 1,
+    NSEventTypeLeftMouseUp = 2,
+    NSEventTypeRightMouseDown = 3,
+    NSEventTypeRightMouseUp = 4,
+    NSEventTypeSystemDefined = 14
+} NSEventType;
+typedef enum NSEventSubtype : short {} NSEventSubtype;
 typedef enum NSUserInterfaceLayoutOrientation : NSInteger {
     NSUserInterfaceLayoutOrientationHorizontal = 0,
     NSUserInterfaceLayoutOrientationVertical = 1
@@ -120,13 +129,14 @@ typedef enum NSVisualEffectBlendingMode : NSInteger {
     NSVisualEffectBlendingModeBehindWindow = 0
 } NSVisualEffectBlendingMode;
 typedef enum NSVisualEffectState : NSInteger { NSVisualEffectStateActive = 1 } NSVisualEffectState;
-typedef enum NSPopoverBehavior : NSInteger { NSPopoverBehaviorTransient = 1 } NSPopoverBehavior;
-typedef enum NSRectEdge : NSUInteger { NSRectEdgeMinY = 1 } NSRectEdge;
 typedef enum NSBackingStoreType : NSUInteger { NSBackingStoreBuffered = 2 } NSBackingStoreType;
 typedef enum NSWindowTabbingMode : NSInteger { NSWindowTabbingModeDisallowed = 2 } NSWindowTabbingMode;
 typedef enum NSWindowAnimationBehavior : NSInteger {
     NSWindowAnimationBehaviorNone = 2
 } NSWindowAnimationBehavior;
+typedef enum NSAccessibilityPriorityLevel : NSInteger {
+    NSAccessibilityPriorityHigh = 90
+} NSAccessibilityPriorityLevel;
 typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication = 1 } NSDraggingContext;
 
 @interface NSEvent : NSObject
@@ -134,6 +144,9 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(class, readonly) NSEventModifierFlags modifierFlags;
 @property(class, readonly) NSUInteger pressedMouseButtons;
 @property(readonly) NSEventType type;
+@property(readonly) NSEventSubtype subtype;
+@property(readonly) NSInteger data1;
+@property(readonly) NSTimeInterval timestamp;
 @property(readonly) NSEventModifierFlags modifierFlags;
 @property(readonly) NSPoint locationInWindow;
 @property(readonly, weak) NSWindow* window;
@@ -195,6 +208,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 
 @protocol NSMenuDelegate <NSObject>
 @optional
+- (void)menuNeedsUpdate:(NSMenu*)menu;
 - (void)menuWillOpen:(NSMenu*)menu;
 - (void)menuWillOpen:(NSMenu*)menu;
 - (void)menuDidClose:(NSMenu*)menu;
@@ -205,6 +219,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(weak) id<NSMenuDelegate> delegate;
 - (instancetype)initWithTitle:(NSString*)title;
 - (void)addItem:(NSMenuItem*)item;
+- (void)removeAllItems;
 - (NSMenuItem*)addItemWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)key;
 - (BOOL)popUpMenuPositioningItem:(NSMenuItem*)item atLocation:(NSPoint)location inView:(NSView*)view;
 @end
@@ -224,6 +239,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @end
 
 @interface NSResponder : NSObject
+@property(strong) NSMenu* menu;
 - (void)keyDown:(NSEvent*)event;
 - (void)mouseDown:(NSEvent*)event;
 - (void)mouseDragged:(NSEvent*)event;
@@ -333,7 +349,6 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (NSPoint)convertPoint:(NSPoint)point fromView:(NSView*)view;
 - (void)drawRect:(NSRect)dirtyRect;
 - (BOOL)acceptsFirstMouse:(NSEvent*)event;
-- (NSMenu*)menuForEvent:(NSEvent*)event;
 - (void)registerForDraggedTypes:(NSArray<NSPasteboardType>*)types;
 - (void)unregisterDraggedTypes;
 - (NSDraggingSession*)beginDraggingSessionWithItems:(NSArray<NSDraggingItem*>*)items
@@ -342,14 +357,18 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(getter=isAccessibilityElement) BOOL accessibilityElement;
 @property(copy) NSAccessibilityRole accessibilityRole;
 @property(copy) NSString* accessibilityLabel;
-- (BOOL)accessibilityPerformShowMenu;
 @end
 
 @interface NSText : NSView
 - (void)copy:(id)sender;
 @end
 
+@interface NSCell : NSObject
+@property(getter=isAccessibilityElement) BOOL accessibilityElement;
+@end
+
 @interface NSControl : NSView
+@property(strong) NSCell* cell;
 @property(weak) id target;
 @property SEL action;
 @property(getter=isEnabled) BOOL enabled;
@@ -445,26 +464,6 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(strong) NSImage* maskImage;
 @end
 
-@interface NSViewController : NSResponder
-@property(strong) NSView* view;
-@end
-
-@protocol NSPopoverDelegate <NSObject>
-@optional
-- (BOOL)popoverShouldClose:(NSPopover*)popover;
-- (void)popoverDidClose:(NSNotification*)notification;
-@end
-
-@interface NSPopover : NSResponder
-@property(weak) id<NSPopoverDelegate> delegate;
-@property NSPopoverBehavior behavior;
-@property BOOL animates;
-@property(strong) NSViewController* contentViewController;
-@property NSSize contentSize;
-- (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)edge;
-- (void)close;
-@end
-
 @protocol NSWindowDelegate <NSObject>
 @optional
 - (BOOL)windowShouldClose:(NSWindow*)sender;
@@ -472,6 +471,8 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @end
 
 @interface NSWindow : NSResponder
+@property(readonly, strong) NSScreen* screen;
+@property(copy) NSString* accessibilityTitle;
 @property(weak) id<NSWindowDelegate> delegate;
 @property(copy) NSString* title;
 @property(strong) NSView* contentView;
@@ -506,6 +507,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (void)setContentSize:(NSSize)size;
 - (void)setFrameTopLeftPoint:(NSPoint)point;
 - (void)invalidateShadow;
+- (NSPoint)convertPointToScreen:(NSPoint)point;
 - (void)performClose:(id)sender;
 - (void)performMiniaturize:(id)sender;
 @end
@@ -527,6 +529,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(weak) id<NSApplicationDelegate> delegate;
 @property(strong) NSMenu* mainMenu;
 @property(strong) NSImage* applicationIconImage;
+@property(readonly, weak) NSWindow* keyWindow;
 @property(readonly, strong) NSEvent* currentEvent;
 @property(readonly) NSApplicationActivationPolicy activationPolicy;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
@@ -588,7 +591,6 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 
 @interface NSScreen : NSObject
 @property(class, readonly, copy) NSArray<NSScreen*>* screens;
-@property(class, readonly, strong) NSScreen* mainScreen;
 @property(readonly) NSRect frame;
 @property(readonly) NSRect visibleFrame;
 @property(readonly) NSEdgeInsets safeAreaInsets;
@@ -615,6 +617,9 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 extern "C" {
 #endif
 
+extern NSAccessibilityNotificationUserInfoKey const NSAccessibilityAnnouncementKey;
+extern NSAccessibilityNotificationName const NSAccessibilityAnnouncementRequestedNotification;
+extern NSAccessibilityNotificationUserInfoKey const NSAccessibilityPriorityKey;
 extern NSAccessibilityRole const NSAccessibilityGroupRole;
 extern NSAccessibilityRole const NSAccessibilityImageRole;
 extern const NSFontWeight NSFontWeightBold;
@@ -631,6 +636,9 @@ extern NSNotificationName const NSWorkspaceDidWakeNotification;
 extern NSNotificationName const NSWorkspaceScreensDidWakeNotification;
 extern NSNotificationName const NSWorkspaceSessionDidBecomeActiveNotification;
 extern NSString* const NSWorkspaceApplicationKey;
+
+void NSAccessibilityPostNotificationWithUserInfo(id element, NSAccessibilityNotificationName name,
+                                                 NSDictionary* info);
 
 #ifdef __cplusplus
 }

@@ -62,6 +62,10 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 - (NSString*)stringByAppendingPathComponent:(NSString*)component;
 @end
 
+@interface NSObject (NSKeyValueCoding)
+- (void)setValue:(id)value forKey:(NSString*)key;
+@end
+
 @interface NSNumber : NSObject
 + (NSNumber*)numberWithBool:(BOOL)value;
 + (NSNumber*)numberWithInt:(int)value;
@@ -136,6 +140,7 @@ enum : NSActivityOptions { NSActivityUserInitiatedAllowingIdleSystemSleep = 0x00
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly, copy) NSString* operatingSystemVersionString;
+@property(readonly) NSTimeInterval systemUptime;
 - (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
 - (void)endActivity:(id<NSObject>)activity;
 @end

@@ -1,4 +1,4 @@
-#include "Velko/Shelf/ShelfPlace.h"
+#include "Velko/Broom/BelowBroom.h"
 
 #include "VelkoEngine/MenuBarStrip.h"
 
@@ -6,13 +6,13 @@ namespace velko {
 
 namespace {
 
-constexpr double gapBelowBar = 4;  // points
-constexpr double screenMargin = 8;
+constexpr double screenMargin = 8;  // points
 
 }  // namespace
 
-std::optional<Surface::Place> shelfPlace(const std::optional<Rect>& broom,
-                                         const std::vector<Display>& displays, double statusBarThickness) {
+std::optional<Surface::Place> placeBelowBroom(const std::optional<Rect>& broom,
+                                              const std::vector<Display>& displays, double statusBarThickness,
+                                              double gap) {
     if (displays.empty()) {
         return std::nullopt;
     }
@@ -27,9 +27,9 @@ std::optional<Surface::Place> shelfPlace(const std::optional<Rect>& broom,
         }
     }
     const double barHeight = MenuBarStrip::height(*display, statusBarThickness);
-    const double top = display->frame.maxY() - barHeight - gapBelowBar;
+    const double top = display->frame.maxY() - barHeight - gap;
     anchor.y = top;
-    anchor.height = barHeight + gapBelowBar;
+    anchor.height = barHeight + gap;
     const Rect& visible = display->visibleFrame;
     return Surface::Place{.anchor = anchor,
                           .bounds = {.x = visible.x + screenMargin,
