@@ -208,7 +208,8 @@ SimulatedAccessibility::Reached SimulatedAccessibility::reach(const SimulatedAXH
     if (process->second.hung) {
         return {.element = nullptr, .error = AXError::cannotComplete, .wait = handle.timeout()};
     }
-    const auto wait = messageCost + load_ + process->second.delay + element->delay;
+    const auto load = handle.pid() == own_ ? MainThread::Uptime{0} : load_;
+    const auto wait = messageCost + load + process->second.delay + element->delay;
     if (wait > handle.timeout()) {
         return {.element = element, .error = AXError::cannotComplete, .wait = handle.timeout()};
     }

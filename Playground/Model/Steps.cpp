@@ -180,7 +180,9 @@ void checkStep(Scene& scene, const std::vector<Happening>& happened) {
         case Verb::holdBroom:
         case Verb::voiceOverPressBroom:
             checkQuietClick(scene, happened);
-            if (!scene.belief.isMenuOpen && scene.belief.isWell()) {
+            // With nothing to show, the click opens the menu instead.
+            if (!scene.belief.isMenuOpen && scene.belief.isWell() &&
+                scene.stage.mac().statusItem.menu() == nullptr) {
                 if (!isRecent(scene.belief.shelfClickedAt, scene.now())) {
                     endShowMe(scene);
                 }
