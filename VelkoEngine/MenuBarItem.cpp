@@ -5,8 +5,8 @@
 std::size_t std::hash<velko::MenuBarItem>::operator()(const velko::MenuBarItem& item) const noexcept {
     std::size_t mixed = 0;
     const auto mix = [&mixed](const auto& field) {
-        const std::size_t hash = std::hash<std::remove_cvref_t<decltype(field)>>{}(field);
-        mixed ^= hash + 0x9e3779b9U + (mixed << 6U) + (mixed >> 2U);
+        const std::size_t one = std::hash<std::remove_cvref_t<decltype(field)>>{}(field);
+        mixed ^= one + 0x9e3779b9U + (mixed << 6U) + (mixed >> 2U);
     };
     mix(item.bundleID);
     mix(item.appName);
