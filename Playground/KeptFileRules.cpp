@@ -13,7 +13,8 @@ namespace {
 
 using script::Verb;
 
-constexpr auto patience = Timing::saveDelay + std::chrono::seconds(1);
+// A nap may hold the save up for a beat.
+constexpr auto patience = Timing::saveDelay + SimulatedMainThread::napBeat + std::chrono::seconds(1);
 
 std::string contentOf(const std::filesystem::path& file) {
     const auto content = AtomicFile::read(file);

@@ -116,6 +116,10 @@ StatusItem::Click SimulatedStatusItem::told(const SimulatedClick& click,
 }
 
 void SimulatedStatusItem::pressByVoiceOver() {
+    if (isMenuOpen()) {
+        closeMenu();  // which has the keyboard, and takes the press
+        return;
+    }
     const bool isFirst = clicks_++ % 2 == 0;
     act({.event = isFirst ? std::nullopt
                           : std::optional(Event{.type = Event::Type::other, .option = true, .control = true}),

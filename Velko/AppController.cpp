@@ -201,7 +201,7 @@ void AppController::watchClicks() {
 
 /// What is known of the menu bar by the last scan.
 KnownBar AppController::knownBar() const {
-    KnownBar bar{.broom = broomFrame ? broomFrame() : std::nullopt};
+    KnownBar bar{.broom = broomFrame ? broomFrame() : Rect{}};
     for (const MenuBarItem& item : values_.items) {
         bar.icons.push_back(
             {.pid = item.pid, .frame = item.frame, .shows = !engine_->current().hides(item.bundleID)});

@@ -85,10 +85,8 @@ void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     };
     shelf_.onDismiss = [this](ShelfClosing::By by) { controller_.closeShelf(by); };
     changes_ = controller_.observe([this] { sync(); });
-    controller_.broomFrame = [this] {
-        broomFrame_.refresh();  // it may have moved with its neighbours
-        return broomFrame_.chevronFrame();
-    };
+    // Its neighbours may have moved it.
+    controller_.broomFrame = [this] { return broomFrame_.refresh(); };
     controller_.onPress = [&statusItem](const ClickTapEvent& press) { statusItem.pressed(press); };
     controller_.onChange = [this] {
         broomFrame_.refresh();

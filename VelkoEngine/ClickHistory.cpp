@@ -78,8 +78,8 @@ void ClickHistory::press(Point at) {
     }
     KnownBar bar = look_();
     // The window list does not tell that the broom is ours, and nobody may ask for it on another thread.
-    const bool isOwn = bar.broom && bar.broom->contains(at);
-    if (isOwn || isLeftOfAll(bar.icons, displays, thickness, at)) {
+    const bool mayBeOwn = !bar.broom || bar.broom->contains(at);
+    if (mayBeOwn || isLeftOfAll(bar.icons, displays, thickness, at)) {
         return;
     }
     std::erase_if(bar.icons, [](const KnownIcon& icon) { return !icon.shows; });

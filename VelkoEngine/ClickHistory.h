@@ -18,7 +18,8 @@ namespace velko {
 
 /// What is known of the menu bar when a click is heard; origin at the top left of the primary screen.
 struct KnownBar {
-    std::optional<Rect> broom{};     ///< Velko's own icon, as last read
+    /// Velko's own icon: empty where there is none, nothing while nobody knows where it is.
+    std::optional<Rect> broom = Rect{};
     std::vector<KnownIcon> icons{};  ///< the other apps' icons, as last read
 };
 

@@ -187,6 +187,9 @@ Done pressByVoiceOver(const Step&, Stage& stage) {
     if (stage.velko() == nullptr) {
         return std::unexpected("Velko does not run.");
     }
+    if (stage.mac().displays.displays().empty()) {
+        return std::unexpected("There is no display.");
+    }
     stage.mac().statusItem.pressByVoiceOver();
     return {};
 }

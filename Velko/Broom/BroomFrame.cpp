@@ -54,16 +54,17 @@ bool BroomFrame::holdsUpwards(Point point) const {
     return !displays.empty() && holds({.x = point.x, .y = displays.front().frame.maxY() - point.y});
 }
 
-void BroomFrame::refresh() {
+std::optional<Rect> BroomFrame::refresh() {
     const std::optional<Rect> frame = Inventory::ownItemFrame(platform_);
     // No answer, or one of an icon that is parked somewhere else, says nothing about where it stands.
     if (!frame || !counts(*frame)) {
-        return;
+        return std::nullopt;
     }
     const bool wasOutOfSight = std::exchange(isOutOfSight_, false);
     if (std::exchange(chevronFrame_, frame) != frame || wasOutOfSight) {
         notices_.note();
     }
+    return frame;
 }
 
 void BroomFrame::displaysChanged() {

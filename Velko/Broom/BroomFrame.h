@@ -40,8 +40,8 @@ class BroomFrame final {
     /// Whether the icon is there, but has not come into sight in time.
     [[nodiscard]] bool isOutOfSight() const noexcept { return isOutOfSight_; }
 
-    /// Reads it now.
-    void refresh();
+    /// Reads it now; nothing when what the system says can't be where the icon stands.
+    std::optional<Rect> refresh();
 
     /// Calls `handler` after the frame has changed or the icon has got out of sight or into it, until the
     /// subscription ends.
