@@ -164,10 +164,12 @@ void FaceRules::checkArrow(bool isCalm) {
     require(place.has_value(), "the note hangs from the menu bar");
     const auto& slots = mac.menuBar().slots();
     const auto broom = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
-    if (!place || !isCalm || mac.broomSpot() != SimulatedMac::BroomSpot::bar || broom == slots.end()) {
+    const auto shown = note.frame();
+    if (!place || !shown || !isCalm || mac.broomSpot() != SimulatedMac::BroomSpot::bar ||
+        broom == slots.end()) {
         return;
     }
-    const Rect frame = *note.frame();
+    const Rect& frame = *shown;
     const double middle = broom->frame.x + broom->frame.width / 2;
     const bool isInReach = std::abs(middle - (frame.x + frame.width / 2)) <= panelArrowReach(frame.width);
     const double tip = frame.x + panelArrowTip(*place, frame);

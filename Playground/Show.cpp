@@ -28,7 +28,7 @@ std::string shortened(const std::string& line) {
 }  // namespace
 
 Show::Show(Stage& stage, std::ostream& screen, Manner manner)
-    : stage_(stage), screen_(screen), manner_(manner) {
+    : stage_(stage), screen_(screen), manner_(std::move(manner)) {
     stage_.mac().onMenuBarChange = [this] { hasBarChanged_ = true; };
     stage_.passTime = [this](MainThread::Uptime duration) {
         if (manner_.speed) {

@@ -73,7 +73,7 @@ void SimulatedSurface::dismiss(Dismissal how) {
 
 void SimulatedSurface::pressAt(Point point) {
     const auto own = frame();
-    const bool isOutside = own && !own->contains(point);
+    const bool isOutside = own && opening_ && !own->contains(point);
     if (isTransient_ && isOutside && !(opening_->ignoresPress && opening_->ignoresPress(point))) {
         dismiss(Dismissal::clickOutside);
     }

@@ -82,7 +82,7 @@ Found foundBy(std::vector<Answer> answers, Items known) {
     std::erase_if(answers, [](const Answer& answer) { return !answer.items; });
     std::erase_if(known, [&](const MenuBarItem& item) { return hasPID(answers, item.pid); });
     for (Answer& answer : answers) {
-        std::ranges::move(*answer.items, std::back_inserter(known));
+        std::ranges::move(std::move(answer.items).value_or(Items()), std::back_inserter(known));
     }
     sortByLeftEdge(known);
     return {.items = std::move(known), .isHeard = !isAnyAsked || !answers.empty()};

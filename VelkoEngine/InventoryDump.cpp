@@ -20,7 +20,8 @@ std::string roleOf(const Accessibility& accessibility, const AXElement& element)
 }
 
 std::string indentation(int depth) {
-    return std::string(static_cast<std::size_t>(depth) * 2, ' ');
+    std::string blanks(static_cast<std::size_t>(depth) * 2, ' ');
+    return blanks;
 }
 
 /// One element as a line, without its end.

@@ -46,8 +46,8 @@ bool shows(const std::vector<Display>& displays, double statusBarThickness, cons
     const Point upwards{.x = middle.x, .y = displays.front().frame.maxY() - middle.y};
     const Display& display = *displayUnder(displays, upwards);
     const auto hidden = housing(display);
-    return frame.x >= display.frame.x && frame.maxX() <= display.frame.maxX() &&
-           !(hidden && upwards.x >= hidden->x && upwards.x < hidden->maxX());
+    const bool isHidden = hidden && upwards.x >= hidden->x && upwards.x < hidden->maxX();
+    return !isHidden && frame.x >= display.frame.x && frame.maxX() <= display.frame.maxX();
 }
 
 }  // namespace velko::MenuBarStrip

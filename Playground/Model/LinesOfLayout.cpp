@@ -2,6 +2,7 @@
 #include <array>
 #include <chrono>
 #include <string>
+#include <string_view>
 
 #include "Playground/Model/Heard.h"
 #include "VelkoCore/LayoutStore.h"
@@ -105,12 +106,12 @@ void couldNotBeRead(Heard& heard) {
 }
 
 /// What an imported layout brings is told by tests of its own.
-template <const auto& reason>
+template <const std::string_view& reason>
 void replaced(Heard& heard) {
     if (const AppController* velko = heard.scene.stage.velko()) {
         heard.scene.belief.layout = velko->values().layout;
     }
-    heard.scene.belief.asked.insert(reason);
+    heard.scene.belief.asked.emplace(reason);
     layoutCame(heard);
 }
 
@@ -128,8 +129,8 @@ void datesSetBack(Heard& heard) {
     }
 }
 
-constexpr char byImport[] = "import";
-constexpr char bySetup[] = "setup";
+constexpr std::string_view byImport = "import";
+constexpr std::string_view bySetup = "setup";
 
 void couldNotBeSaved(Heard& heard) {
     heard.scene.require(heard.scene.stage.savingFails || heard.scene.step.verb == Verb::savingRecover,

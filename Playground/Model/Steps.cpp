@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -59,11 +60,11 @@ Promise promiseOfSettings(const std::string& what, const BundleID& app, const st
                                            : value == "Tucked" ? "tucked"
                                                                : "buried")}};
     }
-    constexpr std::pair<std::string_view, std::string_view> switches[] = {
-        {"ask", "ask about new icons "},
-        {"pop-out", "pop out on change "},
-        {"live-activities", "show Live Activities "},
-        {"autopilot", "autopilot "}};
+    constexpr auto switches = std::to_array<std::pair<std::string_view, std::string_view>>(
+        {{"ask", "ask about new icons "},
+         {"pop-out", "pop out on change "},
+         {"live-activities", "show Live Activities "},
+         {"autopilot", "autopilot "}});
     for (const auto& [id, words] : switches) {
         if (id == what) {
             return {{"settings", std::string(words) + spoken(value)}};

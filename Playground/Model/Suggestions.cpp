@@ -45,7 +45,7 @@ std::size_t clickedDays(const Layout& layout, const BundleID& app, Date now) {
 /// Where it should go, "quit", or nothing.
 std::string adviceFor(const Belief& belief, const BundleID& app, const AppUsage* usage, Date now) {
     const Layout& layout = belief.layout;
-    const std::int64_t watched = daysFrom(*layout.autopilot.watchingSince, now);
+    const std::int64_t watched = daysFrom(layout.autopilot.watchingSince.value_or(now), now);
     const std::int64_t idle = idleDays(layout, app, now, watched);
     const bool isWarm = watched >= 14;
     if (usage != nullptr && isCostly(*usage) && isWarm && idle >= 14) {
@@ -78,9 +78,9 @@ std::set<std::string> suggestionsFor(const Belief& belief, const std::map<Bundle
             continue;
         }
         const auto cost = usage.find(app);
-        const std::string advice = adviceFor(belief, app, cost == usage.end() ? nullptr : &cost->second, now);
+        std::string advice = adviceFor(belief, app, cost == usage.end() ? nullptr : &cost->second, now);
         if (!advice.empty()) {
-            result.insert(app + " " + advice);
+            result.insert(advice.insert(0, app + " "));
         }
     }
     return result;

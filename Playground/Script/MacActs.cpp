@@ -8,6 +8,7 @@
 #include "Playground/Script/Acts.h"
 #include "Playground/Script/Clicks.h"
 #include "Playground/Script/Clock.h"
+#include "Playground/Script/DisplayActs.h"
 #include "Playground/Script/Faces.h"
 #include "Playground/Script/Files.h"
 #include "Playground/Script/Pointing.h"
@@ -80,32 +81,6 @@ Done endActivity(const Step&, Stage& stage) {
         return std::unexpected("No Live Activity has been started.");
     }
     stage.mac().processes.work(*renderer, 0);
-    return {};
-}
-
-Display displayNamed(std::string_view name, Point origin) {
-    if (name == "desk") {
-        return SimulatedDisplays::plain(origin);
-    }
-    Display laptop = SimulatedDisplays::notched(origin);
-    laptop.safeAreaTop = name == "laptop-room" ? 0 : laptop.safeAreaTop;
-    if (name == "laptop-inset") {
-        laptop.auxiliaryTopLeft = {};
-        laptop.auxiliaryTopRight = {};
-    }
-    return laptop;
-}
-
-Done arrangeDisplays(const Step& step, Stage& stage) {
-    std::vector<Display> displays;
-    std::string_view rest = step.word == "none" ? "" : std::string_view(step.word);
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find('+'), rest.size());
-        const Point origin{.x = displays.empty() ? 0 : displays.front().frame.maxX(), .y = 0};
-        displays.push_back(displayNamed(rest.substr(0, end), origin));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    stage.mac().setDisplays(std::move(displays));
     return {};
 }
 

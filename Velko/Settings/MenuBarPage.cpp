@@ -52,6 +52,7 @@ std::string whyNoneIsListed(const AppValues& values, const std::optional<Section
 view::Node appList(AppController& controller, const ListedApps& listed,
                    const std::optional<Section>& section) {
     std::vector<view::Node> rows;
+    rows.reserve(listed.apps.size() + 1);
     for (const ListedApp& app : listed.apps) {
         rows.push_back(appRow(controller, app));
     }

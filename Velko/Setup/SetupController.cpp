@@ -184,7 +184,7 @@ void SetupController::announceCard() {
     const auto& session = flow_.session();
     const SortCard* const card = flow_.step() == Step::sort && session ? session->current() : nullptr;
     const BundleID shown = card == nullptr ? BundleID() : card->bundleID;
-    if (std::exchange(announced_, shown) != shown && card != nullptr) {
+    if (std::exchange(announced_, shown) != shown && card != nullptr && session) {
         parts_.ports.surfaces.announce(SetupSteps::spokenCard(*session, flow_));
     }
 }
