@@ -73,7 +73,8 @@ class AppController final : private FlowHost {
     [[nodiscard]] const AppValues& values() const noexcept override { return values_; }
     /// `handler` is called once per turn of the main thread in which a value changed.
     [[nodiscard]] Subscription observe(std::function<void()> handler);
-    /// Where Velko's own icon stands, read anew where it answers; origin at the top left of the primary screen.
+    /// Where Velko's own icon stands, read anew where it answers; origin at the top left of the primary
+    /// screen.
     std::function<std::optional<Rect>()> broomFrame;
     /// Called after every answer of the engine, skipped applies included, and after every accepted scan.
     std::function<void()> onChange;
