@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "Playground/KeptFolder.h"
-#include "Playground/KeptLayout.h"
-#include "Playground/Options.h"
-#include "Playground/SortInTerminal.h"
-#include "Playground/Theatre.h"
+#include "Playground/Terminal/HomeFolder.h"
+#include "Playground/Terminal/LayoutFileCommands.h"
+#include "Playground/Terminal/Options.h"
+#include "Playground/Terminal/ScenarioPlayer.h"
+#include "Playground/Terminal/SortInTerminal.h"
 #include "Playground/Web/Serve.h"
-#include "VelkoCore/LayoutStore.h"
+#include "VelkoCore/Layout/LayoutStore.h"
 
 namespace {
 
@@ -25,20 +25,20 @@ int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
         return playWeek(layoutFile, !options.layout, options.speed);
     }
     velko::FolderLock lock = velko::LayoutStore(layoutFile).folderLock();
-    auto layout = loadKept(layoutFile, !options.layout);
+    auto layout = loadLayoutFile(layoutFile, !options.layout);
     if (layout && changesLayout(options.command)) {
         // From here on nobody else changes it, but somebody may just have.
-        layout = claim(lock) ? loadKept(layoutFile, false) : std::nullopt;
+        layout = claim(lock) ? loadLayoutFile(layoutFile, false) : std::nullopt;
     }
     if (!layout) {
         return 1;
     }
     switch (options.command) {
-        case Options::Command::exportLayout: return exportKept(*layout, options.path);
+        case Options::Command::exportLayout: return exportLayoutFile(*layout, options.path);
         case Options::Command::importLayout:
-            return importIntoKept(*std::move(layout), layoutFile, options.path);
+            return importIntoLayoutFile(*std::move(layout), layoutFile, options.path);
         case Options::Command::importFrom: return tellWhatOthersHave(*layout, options.path);
-        case Options::Command::sort: return sortKept(*std::move(layout), layoutFile);
+        case Options::Command::sort: return sortLayoutFile(*std::move(layout), layoutFile);
         case Options::Command::servePage:
         case Options::Command::playWeek:
         case Options::Command::playScript:
@@ -49,7 +49,7 @@ int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
 
 /// What keeps things between runs.
 int inHome(const Options& options) {
-    const auto home = options.home ? options.home : keptFolder();
+    const auto home = options.home ? options.home : homeFolder();
     if (!home) {
         std::cerr << "There is no folder to keep things in: HOME is not set. Name one with --home.\n";
         return 1;

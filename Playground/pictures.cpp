@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "Playground/SvgDrawing.h"
+#include "Playground/Html/SvgDrawing.h"
 #include "Velko/Broom/BroomDrawing.h"
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/NumberText.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Text/NumberText.h"
 
 // Draws the sheet of brooms in docs/pictures on the standard output.
 

@@ -3,9 +3,9 @@
 #include <string>
 #include <utility>
 
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/AssessmentEngine.h"
-#include "VelkoEngine/Inventory.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 
 namespace velko {
 namespace {

@@ -2,7 +2,7 @@
 #include <string>
 #include <utility>
 
-#include "VelkoCore/LayoutCoding.h"
+#include "VelkoCore/Layout/LayoutCoding.h"
 
 namespace velko {
 namespace {

@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 #include <string>
 
-#include "VelkoCore/AllowlistPlanner.h"
+#include "VelkoCore/Visibility/AllowlistPlanner.h"
 
 namespace velko {
 namespace {

@@ -6,11 +6,12 @@
 #include <string>
 #include <system_error>
 
-#include "Simulator/SimulatedMac.h"
-#include "Velko/AppController.h"
-#include "Velko/Log.h"
-#include "VelkoCore/LayoutStore.h"
-#include "VelkoEngine/AssessmentEngine.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
 
 // What Velko costs the machine that it runs on, and how long people wait for it, in the machine's own time.
 
@@ -19,14 +20,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class Folder final {
+class Folder final : private NonCopyable {
  public:
     Folder() {
         std::string pattern = (std::filesystem::temp_directory_path() / "velko-benchmark-XXXXXX").string();
         path_ = mkdtemp(pattern.data());
     }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
     ~Folder() {
         std::error_code ignored;
         std::filesystem::remove_all(path_, ignored);

@@ -6,9 +6,9 @@
 #include <string>
 #include <unistd.h>
 
-#include "Playground/ScratchFolder.h"
-#include "Playground/Script/Script.h"
-#include "Playground/Stage.h"
+#include "Playground/Terminal/ScratchFolder.h"
+#include "Scenarios/Language/Script.h"
+#include "Scenarios/World.h"
 
 // Long stretches of a Mac that never sleeps, with forty apps. Besides the time it takes, each tells what it
 // does to the process's memory: its resident pages after the second day, and by how much they grew by the
@@ -77,20 +77,20 @@ void playDays(benchmark::State& state, const std::string& first, const std::stri
     const auto opening = script::read(first);
     const auto routine = script::read(day);
     for ([[maybe_unused]] auto run : state) {
-        Stage stage(folder->path());
-        bool isFine = opening && routine && script::play(*opening, stage);
+        scenarios::World world(folder->path());
+        bool isFine = opening && routine && script::play(*opening, world);
         double before = 0;
         double logBefore = 0;
         for (int number = 1; number <= days && isFine; ++number) {
-            isFine = script::play(*routine, stage).has_value();
+            isFine = script::play(*routine, world).has_value();
             before = number == 2 ? residentBytes() : before;
-            logBefore = number == 2 ? bytesOf(stage.log()) : logBefore;
+            logBefore = number == 2 ? bytesOf(world.log()) : logBefore;
         }
         const double after = residentBytes();
         state.counters["resident_MB"] = before / 1e6;
         state.counters["growth_percent"] = (after / before - 1) * 100;
         state.counters["without_log_percent"] =
-            ((after - bytesOf(stage.log())) / (before - logBefore) - 1) * 100;
+            ((after - bytesOf(world.log())) / (before - logBefore) - 1) * 100;
         if (!isFine) {
             state.SkipWithError("a step failed");
             return;

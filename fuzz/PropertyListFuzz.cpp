@@ -1,9 +1,9 @@
 #include <span>
 
 #include "Fuzz.h"
-#include "Simulator/LibplistReader.h"
-#include "VelkoCore/Importers.h"
-#include "VelkoCore/RevealSettings.h"
+#include "Simulator/Files/LibplistReader.h"
+#include "VelkoCore/Import/Importers.h"
+#include "VelkoCore/Layout/RevealSettings.h"
 
 namespace {
 

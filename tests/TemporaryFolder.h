@@ -8,17 +8,17 @@
 #include <string>
 #include <system_error>
 
+#include "VelkoCore/NonCopyable.h"
+
 namespace velko {
 
 /// A folder of the test's own, removed with everything in it.
-class TemporaryFolder final {
+class TemporaryFolder final : private NonCopyable {
  public:
     TemporaryFolder() {
         std::string pattern = testing::TempDir() + "velko-test-XXXXXX";
         path_ = mkdtemp(pattern.data());
     }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder() {
         std::error_code ignored;
         std::filesystem::remove_all(path_, ignored);

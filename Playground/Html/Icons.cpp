@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Playground/Html/Markup.h"
-#include "VelkoEngine/Utf8.h"
+#include "VelkoEngine/Text/Utf8.h"
 
 namespace velko::html {
 

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "VelkoEngine/NumberText.h"
-#include "VelkoEngine/Utf8.h"
+#include "VelkoEngine/Text/NumberText.h"
+#include "VelkoEngine/Text/Utf8.h"
 
 namespace velko::html {
 

@@ -4,7 +4,7 @@
 
 #include "Playground/Html/Controls.h"
 #include "Playground/Html/Markup.h"
-#include "Playground/SvgDrawing.h"
+#include "Playground/Html/SvgDrawing.h"
 #include "Velko/View/Tree.h"
 
 namespace velko::html {

@@ -5,11 +5,11 @@
 #include <optional>
 #include <utility>
 
-#include "Playground/Neighbourhood.h"
-#include "Playground/Script/Player.h"
 #include "Playground/Web/Fields.h"
 #include "Playground/Web/Mouse.h"
 #include "Playground/Web/Panels.h"
+#include "Scenarios/Acts/Player.h"
+#include "Scenarios/SampleApps.h"
 #include "Velko/View/Tree.h"
 
 namespace velko::web {
@@ -104,7 +104,7 @@ std::optional<ProcessID> alreadyLaunched(const script::Step& step, SimulatedMac&
     if (step.verb != script::Verb::launch) {
         return std::nullopt;
     }
-    const auto pids = mac.workspace.pids(playground::bundleIDOf(step.app).value_or(step.app));
+    const auto pids = mac.workspace.pids(scenarios::bundleIDOf(step.app).value_or(step.app));
     return pids.empty() || pids.front() == mac.processes.ownPID() ? std::nullopt
                                                                   : std::optional(pids.front());
 }
@@ -125,7 +125,7 @@ Done playLine(Session& session, const Fields& fields) {
         session.mac().activate(*pid);
         return {};
     }
-    return script::perform(*step, session.stage());
+    return script::perform(*step, session.world());
 }
 
 Done setPace(Session& session, const Fields& fields) {

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "Playground/Web/Session.h"
-#include "VelkoCore/Json.h"
+#include "VelkoCore/Files/Json.h"
 
 namespace velko::web {
 

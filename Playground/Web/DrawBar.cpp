@@ -5,7 +5,7 @@
 
 #include "Playground/Html/Icons.h"
 #include "Playground/Html/Markup.h"
-#include "Playground/SvgDrawing.h"
+#include "Playground/Html/SvgDrawing.h"
 #include "Playground/Web/Drawers.h"
 
 namespace velko::web {

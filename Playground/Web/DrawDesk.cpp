@@ -9,8 +9,8 @@
 #include <system_error>
 
 #include "Playground/Html/Markup.h"
-#include "Playground/Neighbourhood.h"
 #include "Playground/Web/Drawers.h"
+#include "Scenarios/SampleApps.h"
 
 namespace velko::web {
 
@@ -53,13 +53,13 @@ std::vector<DeskApp> deskApps(SimulatedMac& mac) {
                         .isHung = mac.accessibility.isHung(process.pid),
                         .isBusy = process.cores > 0});
     }
-    const auto addMissing = [&apps](const playground::Neighbour& neighbour) {
+    const auto addMissing = [&apps](const scenarios::SampleApp& neighbour) {
         if (std::ranges::find(apps, neighbour.bundleID, &DeskApp::bundleID) == apps.end()) {
             apps.push_back({.bundleID = neighbour.bundleID, .name = neighbour.name});
         }
     };
-    std::ranges::for_each(playground::neighbours(), addMissing);
-    addMissing(playground::latecomer());
+    std::ranges::for_each(scenarios::sampleApps(), addMissing);
+    addMissing(scenarios::latecomer());
     std::ranges::sort(apps, {}, &DeskApp::name);
     return apps;
 }
@@ -124,13 +124,13 @@ std::string logRow(const std::string& line, const std::string& key) {
 std::string drawApps(Session& session) {
     std::string rows;
     for (const DeskApp& app : deskApps(session.mac())) {
-        rows += appRow(app, session.stage().velko());
+        rows += appRow(app, session.world().velko());
     }
     return rows;
 }
 
 std::string drawLog(Session& session) {
-    const auto& lines = session.stage().log().lines();
+    const auto& lines = session.world().log().lines();
     std::string rows;
     std::map<std::size_t, std::size_t> seen;  // lines with the same text
     for (auto line = lines.end() - static_cast<std::ptrdiff_t>(std::min(lines.size(), shownLines));
@@ -142,7 +142,7 @@ std::string drawLog(Session& session) {
 }
 
 std::string drawPlan(Session& session) {
-    const auto* velko = session.stage().velko();
+    const auto* velko = session.world().velko();
     if (velko == nullptr) {
         return textElement("p", {{"class", "secondary"}}, "Velko is not running. Every icon shows.");
     }
@@ -174,7 +174,7 @@ std::string drawPlan(Session& session) {
 }
 
 std::string drawLayoutFile(Session& session) {
-    const auto file = session.stage().layoutFile();
+    const auto file = session.world().layoutFile();
     std::error_code error;
     if (const auto size = std::filesystem::file_size(file, error); error || size > longestFile) {
         return textElement("p", {{"class", "secondary"}},

@@ -3,9 +3,9 @@
 #include "Playground/Html/Markup.h"
 #include "Playground/Html/MenuHtml.h"
 #include "Playground/Html/TreeHtml.h"
-#include "Playground/Neighbourhood.h"
 #include "Playground/Web/Drawers.h"
 #include "Playground/Web/Panels.h"
+#include "Scenarios/SampleApps.h"
 
 namespace velko::web {
 
@@ -86,7 +86,7 @@ html::NameOf namesOn(Session& session) {
         if (found != running.end() && !found->app.name.empty()) {
             return found->app.name;
         }
-        return playground::nameOf(bundleID);
+        return scenarios::nameOf(bundleID);
     };
 }
 
@@ -154,7 +154,7 @@ std::string drawSheet(Session& session) {
         return {};
     }
     return dialogs.isPanelForSaving() ? savePanel(dialogs)
-                                      : openPanel(dialogs, documentNames(session.stage().documents()));
+                                      : openPanel(dialogs, documentNames(session.world().documents()));
 }
 
 }  // namespace velko::web

@@ -10,19 +10,18 @@
 #include <string>
 
 #include "Playground/Web/Picture.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko::web {
 
 /// Hands pictures from the one who draws them to every page that watches. Any thread.
-class Feed final {
+class Feed final : private NonCopyable {
  public:
     static constexpr std::size_t mostReaders = 8;
 
     /// A page that watches, from where it has read on. One thread at a time; not after the feed.
-    class Reader final {
+    class Reader final : private NonCopyable {
      public:
-        Reader(const Reader&) = delete;
-        Reader& operator=(const Reader&) = delete;
         ~Reader();
 
         /// What has changed since the last time, as a JSON text; nothing when nothing has.
@@ -37,9 +36,6 @@ class Feed final {
     };
 
     Feed() = default;
-    Feed(const Feed&) = delete;
-    Feed& operator=(const Feed&) = delete;
-    ~Feed() = default;
 
     /// One more reader; null when there are as many as there may be.
     [[nodiscard]] std::shared_ptr<Reader> subscribe();

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoCore/Json.h"
+#include "VelkoCore/Files/Json.h"
 
 namespace velko::web {
 

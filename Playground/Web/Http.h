@@ -8,6 +8,7 @@
 #include "Playground/Web/Gate.h"
 #include "Playground/Web/HttpStatus.h"
 #include "Playground/Web/Port.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko::web {
 
@@ -24,11 +25,9 @@ struct HttpAnswer {
 };
 
 /// Whoever answers requests. Called on the thread that runs the server.
-class HttpHandler {
+class HttpHandler : private NonCopyable {
  public:
     HttpHandler() = default;
-    HttpHandler(const HttpHandler&) = delete;
-    HttpHandler& operator=(const HttpHandler&) = delete;
     virtual ~HttpHandler() = default;
 
     /// Once a request's head has come: an answer turns it away before its body has.
@@ -39,12 +38,10 @@ class HttpHandler {
 
 /// Serves a port: one thread for everybody, one request for each connection. How long a head may be, how
 /// long a request may take and how many may come at once is bounded, whatever clients do.
-class Http final {
+class Http final : private NonCopyable {
  public:
     /// Nothing is served yet. The handler outlives it. Null where the system has nothing left to give.
     [[nodiscard]] static std::unique_ptr<Http> on(ListeningPort port, HttpHandler& handler);
-    Http(const Http&) = delete;
-    Http& operator=(const Http&) = delete;
     ~Http();
 
     /// Serves until `stop`, and hangs up on everybody then.

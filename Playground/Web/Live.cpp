@@ -33,7 +33,7 @@ void Live::end() {
     {
         const std::scoped_lock lock(mutex_);
         isEnding_ = true;
-        session_.stage().quitVelko();
+        session_.world().quitVelko();
     }
     ended_.notify_all();
     if (thread_.joinable()) {

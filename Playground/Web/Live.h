@@ -10,18 +10,17 @@
 
 #include "Playground/Web/Feed.h"
 #include "Playground/Web/Session.h"
-#include "VelkoCore/Json.h"
+#include "VelkoCore/Files/Json.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko::web {
 
 /// A session whose time passes by itself while somebody watches, and whose pictures go to a feed as soon as
 /// they change. Any thread.
-class Live final {
+class Live final : private NonCopyable {
  public:
     /// Time stands still at first.
     Live(const std::filesystem::path& home, Feed& feed);
-    Live(const Live&) = delete;
-    Live& operator=(const Live&) = delete;
     ~Live();
 
     /// Lets time pass, on a thread of its own. Once.

@@ -4,7 +4,7 @@
 #include <ranges>
 #include <system_error>
 
-#include "VelkoCore/AtomicFile.h"
+#include "VelkoCore/Files/AtomicFile.h"
 
 namespace velko::web {
 
@@ -51,7 +51,7 @@ Done answerPanel(Session& session, const Fields& fields) {
     if (!isPlainFileName(*name)) {
         return std::unexpected("A file can't be called that.");
     }
-    const auto file = session.stage().documents() / *name;
+    const auto file = session.world().documents() / *name;
     std::error_code error;
     if (const auto status = std::filesystem::status(file, error);
         std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {

@@ -36,7 +36,7 @@ std::string_view engineFact(const SimulatedFramework& framework) {
 
 /// Whether Velko asks where the pointer is, now or soon.
 bool wantsPointer(Session& session) {
-    const AppController* const velko = session.stage().velko();
+    const AppController* const velko = session.world().velko();
     return session.mac().pointer.moveObservers() > 0 ||
            (velko != nullptr && velko->values().state.isRevealed());
 }
@@ -84,8 +84,8 @@ Json facts(Session& session) {
     facts.emplace("displays", Json{.value = static_cast<std::int64_t>(displays.size())});
     facts.emplace("activity", Json{.value = hasActivity(mac)});
     facts.emplace("engine", text(engineFact(mac.framework)));
-    facts.emplace("savingFails", Json{.value = session.stage().savingFails});
-    facts.emplace("velko", Json{.value = session.stage().velko() != nullptr});
+    facts.emplace("savingFails", Json{.value = session.world().savingFails});
+    facts.emplace("velko", Json{.value = session.world().velko() != nullptr});
     facts.emplace("wantsPointer", Json{.value = wantsPointer(session)});
     facts.emplace("surfaces", openSurfaces(mac));
     facts.emplace("raised", raises(mac));

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "Playground/Web/Session.h"
-#include "VelkoCore/Json.h"
+#include "VelkoCore/Files/Json.h"
 
 namespace velko::web {
 

@@ -9,7 +9,7 @@
 #include <thread>
 #include <unistd.h>
 
-#include "Playground/KeptFolder.h"
+#include "Playground/Terminal/HomeFolder.h"
 #include "Playground/Web/Feed.h"
 #include "Playground/Web/Files.h"
 #include "Playground/Web/Http.h"

@@ -5,8 +5,8 @@
 #include <system_error>
 #include <utility>
 
-#include "Playground/Neighbourhood.h"
-#include "Playground/Script/Clock.h"
+#include "Scenarios/Acts/Clock.h"
+#include "Scenarios/SampleApps.h"
 
 namespace velko::web {
 
@@ -35,14 +35,14 @@ view::Menu menuOfApp(SimulatedMac& mac, ProcessID pid) {
 
 }  // namespace
 
-Session::Session(const std::filesystem::path& home) : stage_(home, optionsFor(home)) {
+Session::Session(const std::filesystem::path& home) : world_(home, optionsFor(home)) {
     mac().onMenuBarChange = [this] { noteChange(); };
     mac().application.onTerminate = [this] { isQuitting_ = true; };
-    stage_.onEnd = [this] { forgetVelko(); };
+    world_.onEnd = [this] { forgetVelko(); };
     // A new icon goes left of all others: so the broom keeps its place beside the system's own.
-    stage_.startVelko();
-    for (const auto& neighbour : playground::neighbours()) {
-        mac().launch(playground::appOf(neighbour));
+    world_.startVelko();
+    for (const auto& neighbour : scenarios::sampleApps()) {
+        mac().launch(scenarios::appOf(neighbour));
     }
     settle();
 }
@@ -73,7 +73,7 @@ void Session::settle() {
     mac().advance(MainThread::Uptime(0));
     systemSettings_.look(mac());
     if (std::exchange(isQuitting_, false)) {
-        stage_.quitVelko();
+        world_.quitVelko();
     }
     const bool isLeftOver = std::ranges::any_of(controlMenu_, [this](const OpenMenu& menu) {
         return menu.surface && !mac().surfaces.surface(*menu.surface).isOpen();
@@ -168,14 +168,14 @@ const Dialogs::Alert* Session::alert() {
 }
 
 Done Session::startOver() {
-    stage_.quitVelko();
+    world_.quitVelko();
     std::error_code error;
-    std::filesystem::remove(stage_.layoutFile(), error);
+    std::filesystem::remove(world_.layoutFile(), error);
     if (error) {
         return std::unexpected("The layout file can't be removed: " + error.message());
     }
     mac().revokeTrust();
-    stage_.startVelko();
+    world_.startVelko();
     return {};
 }
 

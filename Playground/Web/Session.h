@@ -11,10 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "Playground/Stage.h"
 #include "Playground/Web/SystemSettings.h"
+#include "Scenarios/World.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/View/Menu.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko::web {
 
@@ -23,7 +24,7 @@ using Done = std::expected<void, std::string>;
 
 /// A simulated Mac with Velko on it, and what a page needs to show it and to work it: how fast time passes,
 /// which menu is open, what the user has read. One thread at a time.
-class Session final {
+class Session final : private NonCopyable {
  public:
     /// A menu that is open, and the element of the page that it hangs from.
     struct OpenMenu {
@@ -34,12 +35,9 @@ class Session final {
 
     /// Starts the neighbours and then Velko, with what the folder keeps of earlier runs.
     explicit Session(const std::filesystem::path& home);
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
-    ~Session() = default;
 
-    [[nodiscard]] playground::Stage& stage() noexcept { return stage_; }
-    [[nodiscard]] SimulatedMac& mac() noexcept { return stage_.mac(); }
+    [[nodiscard]] scenarios::World& world() noexcept { return world_; }
+    [[nodiscard]] SimulatedMac& mac() noexcept { return world_.mac(); }
 
     // Time
 
@@ -77,7 +75,7 @@ class Session final {
     void noteChange() noexcept { ++changes_; }
     void forgetVelko();
 
-    playground::Stage stage_;
+    scenarios::World world_;
     double speed_ = 1;
     MainThread::Uptime owed_{0};
     MainThread::Uptime jump_{0};

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "Simulator/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedMac.h"
 
 namespace velko::web {
 

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "VelkoCore/NonCopyable.h"
 namespace velko::web {
 
 /// Ends another thread's wait for sockets: a pipe, which becomes readable with the first `ring`.
-class Wakeup final {
+class Wakeup final : private NonCopyable {
  public:
     Wakeup();
-    Wakeup(const Wakeup&) = delete;
-    Wakeup& operator=(const Wakeup&) = delete;
     ~Wakeup();
 
     /// Whether the system had a pipe to give.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Simulator/Contracts/ActingContracts.h"
-#include "VelkoEngine/MenuBarHost.h"
+#include "VelkoEngine/MenuBar/MenuBarHost.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Pointer.h"
 #include "VelkoEngine/Ports/Processes.h"

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Velko/AppValues.h"
+#include "Velko/App/AppValues.h"
 #include "VelkoCore/BundleID.h"
 
 namespace velko {

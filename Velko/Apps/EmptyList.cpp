@@ -1,6 +1,6 @@
 #include "Velko/Apps/EmptyList.h"
 
-#include "Velko/AppValues.h"
+#include "Velko/App/AppValues.h"
 
 namespace velko {
 

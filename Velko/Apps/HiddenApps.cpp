@@ -1,7 +1,7 @@
 #include "Velko/Apps/HiddenApps.h"
 
-#include "Velko/AppController.h"
-#include "VelkoCore/Section.h"
+#include "Velko/App/AppController.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

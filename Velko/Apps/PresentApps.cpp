@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "Velko/AppController.h"
-#include "VelkoCore/AllowlistPlanner.h"
+#include "Velko/App/AppController.h"
+#include "VelkoCore/Visibility/AllowlistPlanner.h"
 
 namespace velko {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "Velko/AppValues.h"
+#include "Velko/App/AppValues.h"
 #include "VelkoCore/BundleID.h"
 
 namespace velko {

@@ -1,6 +1,6 @@
 #include "Velko/Broom/BelowBroom.h"
 
-#include "VelkoEngine/MenuBarStrip.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
 namespace velko {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "Velko/Broom/BroomFrame.h"
-#include "VelkoEngine/Awaited.h"
+#include "VelkoEngine/Background/Awaited.h"
 
 namespace velko {
 

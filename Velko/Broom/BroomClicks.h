@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "Velko/Ports/StatusItem.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Pointer.h"
@@ -24,7 +25,7 @@ struct BroomClick {
 
 /// Makes out the clicks on the broom. The menu bar's host, by way of which they come, may describe them
 /// badly, twice or not at all; the presses that the click tap hears tell the rest. Main thread.
-class BroomClicks final {
+class BroomClicks final : private NonCopyable {
  public:
     /// A second click so soon is the first one told twice.
     static constexpr MainThread::Uptime sameClick = std::chrono::milliseconds(50);
@@ -37,9 +38,6 @@ class BroomClicks final {
 
     /// `item` and `broom` outlive this.
     BroomClicks(const Platform& platform, const StatusItem& item, const BroomFrame& broom, Handler clicked);
-    BroomClicks(const BroomClicks&) = delete;
-    BroomClicks& operator=(const BroomClicks&) = delete;
-    ~BroomClicks() = default;
 
     /// The icon's action has run.
     void acted(const StatusItem::Click& click);

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
-#include "Velko/Log.h"
-#include "VelkoEngine/Inventory.h"
-#include "VelkoEngine/MenuBarStrip.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Log.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
 #include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/MainThread.h"
 

@@ -3,9 +3,10 @@
 #include <functional>
 #include <optional>
 
-#include "Velko/ChangeNotices.h"
-#include "Velko/FaceParts.h"
+#include "Velko/App/ChangeNotices.h"
+#include "Velko/App/FaceParts.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -14,15 +15,12 @@ namespace velko {
 /// Where Velko's own icon stands. Its place is read anew whenever the controller's values or the displays
 /// have changed, and whenever somebody asks for it; only one in a menu bar counts, where a person can see
 /// it. Main thread.
-class BroomFrame final {
+class BroomFrame final : private NonCopyable {
  public:
     /// How long the icon may be out of sight after the start or after a change of displays.
     static constexpr std::chrono::seconds settling{10};
 
     explicit BroomFrame(const FaceParts& parts);
-    BroomFrame(const BroomFrame&) = delete;
-    BroomFrame& operator=(const BroomFrame&) = delete;
-    ~BroomFrame() = default;
 
     /// The icon is in the menu bar from now on. Once.
     void start() { waitForSight(); }

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <utility>
 
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/Awaited.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Background/Awaited.h"
 
 namespace velko {
 

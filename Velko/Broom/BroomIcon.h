@@ -5,6 +5,7 @@
 #include "Velko/Broom/BroomDrawing.h"
 #include "Velko/Ports/StatusItem.h"
 #include "Velko/Ports/Surfaces.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -14,12 +15,9 @@ namespace velko {
 /// The broom on Velko's icon. It rocks from one lean to the other; a timer runs only while it does. Each
 /// picture is dear, a round trip through the system's host of the menu bar: there are at most twenty in a
 /// second, and none that equals the last. Main thread; what it draws on outlives it.
-class BroomIcon final {
+class BroomIcon final : private NonCopyable {
  public:
     BroomIcon(StatusItem& item, const Surfaces& surfaces, const Platform& platform);
-    BroomIcon(const BroomIcon&) = delete;
-    BroomIcon& operator=(const BroomIcon&) = delete;
-    ~BroomIcon() = default;
 
     /// Whether the dot is drawn beside it.
     void setDot(bool shows);

@@ -3,12 +3,12 @@
 #include <optional>
 #include <utility>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Ports/Surfaces.h"
-#include "VelkoEngine/Awaited.h"
-#include "VelkoEngine/MenuBarStrip.h"
-#include "VelkoEngine/OpenMenus.h"
+#include "VelkoEngine/Background/Awaited.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
+#include "VelkoEngine/Opening/OpenMenus.h"
 #include "VelkoEngine/Ports/Pointer.h"
 
 namespace velko {

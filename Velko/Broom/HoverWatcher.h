@@ -3,9 +3,10 @@
 #include <functional>
 #include <vector>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "VelkoCore/Geometry.h"
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -16,13 +17,10 @@ class BroomFrame;
 
 /// Reveals when the pointer rests on the broom and tidies when it then leaves the bar, while the user has
 /// switched that on. It asks for the same as a click on the broom does. Main thread.
-class HoverWatcher final {
+class HoverWatcher final : private NonCopyable {
  public:
     /// `broom` outlives the watcher.
     HoverWatcher(const FaceParts& parts, const BroomFrame& broom) : parts_(parts), broom_(broom) {}
-    HoverWatcher(const HoverWatcher&) = delete;
-    HoverWatcher& operator=(const HoverWatcher&) = delete;
-    ~HoverWatcher() = default;
 
     /// To be called whenever the controller's values have changed.
     void sync();

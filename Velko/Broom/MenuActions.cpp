@@ -2,21 +2,21 @@
 
 #include <string>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Log.h"
 #include "Velko/Apps/PresentApps.h"
-#include "Velko/Log.h"
 #include "Velko/Ports/Application.h"
 #include "Velko/Ports/Pasteboard.h"
-#include "VelkoCore/AppUsage.h"
-#include "VelkoCore/Date.h"
-#include "VelkoCore/Section.h"
-#include "VelkoCore/VisibilityPlan.h"
-#include "VelkoEngine/AX.h"
-#include "VelkoEngine/EngineProbe.h"
-#include "VelkoEngine/Inventory.h"
-#include "VelkoEngine/NumberText.h"
+#include "VelkoCore/Habits/AppUsage.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Time/Date.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
+#include "VelkoEngine/Hiding/EngineProbe.h"
+#include "VelkoEngine/MenuBar/AX.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
+#include "VelkoEngine/Text/NumberText.h"
 
 namespace velko {
 

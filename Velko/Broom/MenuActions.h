@@ -2,20 +2,18 @@
 
 #include <functional>
 
-#include "Velko/FaceParts.h"
-#include "Velko/Updates.h"
+#include "Velko/App/FaceParts.h"
+#include "Velko/App/Updates.h"
 #include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 /// What the entries of the broom's two menus do. Main thread.
-class MenuActions final {
+class MenuActions final : private NonCopyable {
  public:
     explicit MenuActions(const FaceParts& parts) : parts_(parts), updates_(parts.ports) {}
-    MenuActions(const MenuActions&) = delete;
-    MenuActions& operator=(const MenuActions&) = delete;
-    ~MenuActions() = default;
 
     std::function<void()> onSettings;  ///< opens the settings
     std::function<void()> onNote;      ///< opens the note

@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Refusal.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/StatusMenus.h"
-#include "Velko/Refusal.h"
 
 namespace velko {
 

@@ -5,25 +5,23 @@
 #include <optional>
 #include <string>
 
+#include "Velko/App/FaceParts.h"
 #include "Velko/Broom/BroomClicks.h"
 #include "Velko/Broom/BroomIcon.h"
 #include "Velko/Broom/MenuActions.h"
-#include "Velko/FaceParts.h"
 #include "Velko/Note/NoteController.h"
 #include "Velko/Ports/StatusItem.h"
 #include "Velko/View/Menu.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
 /// Velko's own icon in the menu bar: shows how things stand, and turns clicks into tidying, questions and
 /// menus. It holds nothing of the hiding itself. Main thread; one for the program's life.
-class StatusItemController final {
+class StatusItemController final : private NonCopyable {
  public:
     /// `frame` outlives this.
     StatusItemController(const FaceParts& parts, BroomFrame& frame);
-    StatusItemController(const StatusItemController&) = delete;
-    StatusItemController& operator=(const StatusItemController&) = delete;
-    ~StatusItemController() = default;
 
     /// Puts the icon into the menu bar. Once.
     void start();

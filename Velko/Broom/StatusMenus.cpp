@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Updates.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/MenuActions.h"
-#include "Velko/Updates.h"
-#include "VelkoCore/VisibilityPlan.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko::StatusMenus {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/View/Menu.h"
 
 namespace velko {

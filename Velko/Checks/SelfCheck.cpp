@@ -11,12 +11,12 @@
 #include <unistd.h>
 #include <utility>
 
-#include "VelkoEngine/AX.h"
-#include "VelkoEngine/Inventory.h"
-#include "VelkoEngine/MenuBarStrip.h"
-#include "VelkoEngine/OpenMenus.h"
+#include "VelkoEngine/Hiding/VKAssessment.h"
+#include "VelkoEngine/MenuBar/AX.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
+#include "VelkoEngine/Opening/OpenMenus.h"
 #include "VelkoEngine/Ports/Displays.h"
-#include "VelkoEngine/VKAssessment.h"
 
 namespace velko::SelfCheck {
 

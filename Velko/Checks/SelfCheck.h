@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Velko/Checks/RenderingCheck.h"
-#include "VelkoCore/PropertyList.h"
+#include "VelkoCore/Import/PropertyList.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/ProcessID.h"

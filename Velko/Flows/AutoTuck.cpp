@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/Awaited.h"
-#include "VelkoEngine/Inventory.h"
-#include "VelkoEngine/MenuBarStrip.h"
-#include "VelkoEngine/OpenMenus.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Background/Awaited.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
+#include "VelkoEngine/Opening/OpenMenus.h"
 #include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/Pointer.h"
 

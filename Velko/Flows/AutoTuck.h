@@ -6,6 +6,7 @@
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -15,14 +16,11 @@ namespace velko {
 /// Tucks revealed icons away again after a while, but never under the hand: not while another app's menu is
 /// open, not while the user does something in the shelf, and for a minute not while the pointer is on what
 /// was brought out. Main thread; owned by the controller.
-class AutoTuck final {
+class AutoTuck final : private NonCopyable {
  public:
     /// `tuck` is called when the time has come. What is referred to outlives this.
     AutoTuck(const FlowHost& host, const Platform& platform, const Surface& shelf,
              std::function<void()> tuck);
-    AutoTuck(const AutoTuck&) = delete;
-    AutoTuck& operator=(const AutoTuck&) = delete;
-    ~AutoTuck() = default;
 
     /// Starts the wait anew when tucked icons are out and are to go by themselves; else calls it off.
     void rearm();

@@ -6,12 +6,12 @@
 #include <utility>
 #include <variant>
 
+#include "Velko/App/Log.h"
 #include "Velko/Apps/PresentApps.h"
-#include "Velko/Log.h"
-#include "VelkoCore/Autopilot.h"
-#include "VelkoCore/Calendar.h"
-#include "VelkoCore/Section.h"
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Habits/Autopilot.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
 

@@ -5,7 +5,8 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/TidySuggestion.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Sorting/TidySuggestion.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -15,13 +16,10 @@ class Log;
 
 /// Offers tidy suggestions, at most once a week, and does what the user answers. Main thread; owned by the
 /// controller.
-class AutopilotOffers final {
+class AutopilotOffers final : private NonCopyable {
  public:
     /// `checked` is called after each hourly check and told whether it made an offer.
     AutopilotOffers(FlowHost& host, const Platform& platform, Log& log, std::function<void(bool)> checked);
-    AutopilotOffers(const AutopilotOffers&) = delete;
-    AutopilotOffers& operator=(const AutopilotOffers&) = delete;
-    ~AutopilotOffers() = default;
 
     void start();
     void stop() noexcept { loop_.cancel(); }

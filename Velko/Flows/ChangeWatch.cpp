@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {

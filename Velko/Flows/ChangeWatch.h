@@ -5,8 +5,9 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/ChangeDetector.h"
-#include "VelkoEngine/Inventory.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Watching/ChangeDetector.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -15,13 +16,10 @@ namespace velko {
 
 /// Looks at the tucked icons every two seconds and notices which show something new. Main thread; owned by
 /// the controller.
-class ChangeWatch final {
+class ChangeWatch final : private NonCopyable {
  public:
     /// `changed` is called for each app that has changed and may pop out.
     ChangeWatch(FlowHost& host, const Platform& platform, std::function<void(const BundleID&)> changed);
-    ChangeWatch(const ChangeWatch&) = delete;
-    ChangeWatch& operator=(const ChangeWatch&) = delete;
-    ~ChangeWatch() = default;
 
     void start();
     void stop() noexcept;

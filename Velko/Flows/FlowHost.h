@@ -6,7 +6,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "Velko/AppValues.h"
+#include "Velko/App/AppValues.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
@@ -25,13 +26,9 @@ enum class Saving {
 
 /// The controller as its flows see it: the values, and the few ways to change something. Main thread;
 /// outlives every flow.
-class FlowHost {
+class FlowHost : private NonCopyable {
  public:
     using Edit = std::function<void(Layout&)>;
-
-    FlowHost() = default;
-    FlowHost(const FlowHost&) = delete;
-    FlowHost& operator=(const FlowHost&) = delete;
 
     [[nodiscard]] virtual const AppValues& values() const noexcept = 0;
 

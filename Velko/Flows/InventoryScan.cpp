@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Time/Timing.h"
 
 namespace velko {
 

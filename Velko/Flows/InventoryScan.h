@@ -4,8 +4,9 @@
 #include <optional>
 #include <vector>
 
-#include "VelkoEngine/Inventory.h"
-#include "VelkoEngine/MenuBarItem.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/MenuBarItem.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -14,7 +15,7 @@ namespace velko {
 
 /// Reads the menu bar when asked and hands over the newest answer only. A full scan that no app answers says
 /// nothing and is made good by the next. Main thread; owned by the controller.
-class InventoryScan final {
+class InventoryScan final : private NonCopyable {
  public:
     /// How much is read: everything, or only apps whose items are not known yet.
     enum class Depth { full, light };
@@ -25,9 +26,6 @@ class InventoryScan final {
     /// `known` gives the items that a scan starts from; `silence` is told when a full scan met nothing else.
     InventoryScan(const Platform& platform, std::function<std::vector<MenuBarItem>()> known, Accept accept,
                   std::function<void()> silence);
-    InventoryScan(const InventoryScan&) = delete;
-    InventoryScan& operator=(const InventoryScan&) = delete;
-    ~InventoryScan() = default;
 
     /// Starts a scan. One that is still under way is dropped. A light one becomes full while a full one is
     /// still to be answered.

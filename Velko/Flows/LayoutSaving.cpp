@@ -6,9 +6,9 @@
 #include <system_error>
 #include <utility>
 
-#include "Velko/Log.h"
-#include "VelkoCore/Date.h"
-#include "VelkoCore/Timing.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Time/Date.h"
+#include "VelkoCore/Time/Timing.h"
 
 namespace velko {
 

@@ -4,8 +4,9 @@
 #include <string>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/Layout.h"
-#include "VelkoCore/LayoutStore.h"
+#include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -15,13 +16,10 @@ class Log;
 
 /// Reads the layout from its file and writes it: at once, or a while after the last of a burst of edits. A
 /// file that could not be read is put aside before it is replaced. Main thread; owned by the controller.
-class LayoutSaving final {
+class LayoutSaving final : private NonCopyable {
  public:
     /// All references outlive this; the host's layout is read at the moment of each save.
     LayoutSaving(FlowHost& host, MainThread& mainThread, Log& log, const LayoutStore& store);
-    LayoutSaving(const LayoutSaving&) = delete;
-    LayoutSaving& operator=(const LayoutSaving&) = delete;
-    ~LayoutSaving() = default;
 
     /// What loading came to.
     struct Loaded {

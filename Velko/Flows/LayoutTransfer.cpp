@@ -4,9 +4,9 @@
 #include <optional>
 #include <utility>
 
-#include "Velko/Log.h"
-#include "VelkoCore/AtomicFile.h"
-#include "VelkoCore/LayoutExport.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Layout/LayoutExport.h"
 
 namespace velko {
 

@@ -7,6 +7,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Ports/Dialogs.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
@@ -15,13 +16,10 @@ class Log;
 
 /// Takes the layout to another Mac, and puts one in the place of a layout that cannot be read. One panel or
 /// question at a time. Main thread; owned by the controller.
-class LayoutTransfer final {
+class LayoutTransfer final : private NonCopyable {
  public:
     /// `imported` is called after a merge.
     LayoutTransfer(FlowHost& host, Dialogs& dialogs, Log& log, std::function<void()> imported);
-    LayoutTransfer(const LayoutTransfer&) = delete;
-    LayoutTransfer& operator=(const LayoutTransfer&) = delete;
-    ~LayoutTransfer() = default;
 
     // Each opens its panel, unless one is open.
     void exportLayout();

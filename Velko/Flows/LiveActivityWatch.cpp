@@ -1,11 +1,11 @@
 #include "Velko/Flows/LiveActivityWatch.h"
 
-#include "Velko/Log.h"
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/AX.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Processes.h"
-#include "VelkoEngine/ProcessStats.h"
+#include "VelkoEngine/Watching/ProcessStats.h"
 
 namespace velko {
 

@@ -3,7 +3,8 @@
 #include <optional>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/LiveActivityDetector.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Watching/LiveActivityDetector.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -14,12 +15,9 @@ class Log;
 
 /// Shows the whole bar while an iPhone Live Activity runs, and tidies when it is over. Main thread; owned
 /// by the controller.
-class LiveActivityWatch final {
+class LiveActivityWatch final : private NonCopyable {
  public:
     LiveActivityWatch(FlowHost& host, const Platform& platform, Log& log);
-    LiveActivityWatch(const LiveActivityWatch&) = delete;
-    LiveActivityWatch& operator=(const LiveActivityWatch&) = delete;
-    ~LiveActivityWatch() = default;
 
     void start();
     void stop() noexcept { loop_.cancel(); }

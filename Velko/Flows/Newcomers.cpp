@@ -3,10 +3,10 @@
 #include <utility>
 #include <vector>
 
+#include "Velko/App/Joined.h"
+#include "Velko/App/Log.h"
 #include "Velko/Flows/NoteDeferral.h"
-#include "Velko/Joined.h"
-#include "Velko/Log.h"
-#include "VelkoCore/Date.h"
+#include "VelkoCore/Time/Date.h"
 
 namespace velko {
 

@@ -2,6 +2,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
@@ -11,13 +12,10 @@ class NoteDeferral;
 
 /// Gets to know the apps in the menu bar; new ones stay tucked until the user says where they go. Main
 /// thread; owned by the controller.
-class Newcomers final {
+class Newcomers final : private NonCopyable {
  public:
     Newcomers(FlowHost& host, const MainThread& clock, Log& log, NoteDeferral& note)
         : host_(host), clock_(clock), log_(log), note_(note) {}
-    Newcomers(const Newcomers&) = delete;
-    Newcomers& operator=(const Newcomers&) = delete;
-    ~Newcomers() = default;
 
     /// Takes what a scan found. Does not apply.
     void admit(const BundleIDs& present, const BundleID& ownBundleID);

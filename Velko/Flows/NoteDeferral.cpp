@@ -4,7 +4,7 @@
 #include <variant>
 
 #include "Velko/Flows/AutopilotOffers.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

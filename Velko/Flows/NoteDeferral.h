@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Velko/Flows/FlowHost.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
@@ -11,12 +12,9 @@ class AutopilotOffers;
 
 /// Whether Velko has something to ask, and whether the user has put it off. Main thread; owned by the
 /// controller.
-class NoteDeferral final {
+class NoteDeferral final : private NonCopyable {
  public:
     NoteDeferral(FlowHost& host, AutopilotOffers& offers) : host_(host), offers_(offers) {}
-    NoteDeferral(const NoteDeferral&) = delete;
-    NoteDeferral& operator=(const NoteDeferral&) = delete;
-    ~NoteDeferral() = default;
 
     /// Whether icons wait for an answer, or an offer is open.
     [[nodiscard]] bool isAnythingToAsk() const;

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "Velko/Log.h"
+#include "Velko/App/Log.h"
 
 namespace velko {
 

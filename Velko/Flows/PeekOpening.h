@@ -3,8 +3,9 @@
 #include <functional>
 
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/RevealMachine.h"
-#include "VelkoEngine/ItemOpener.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Visibility/RevealMachine.h"
+#include "VelkoEngine/Opening/ItemOpener.h"
 #include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
@@ -13,13 +14,10 @@ class Log;
 
 /// Opens the menu of an app whose icon is hidden: lets it out, presses it, and hides it again when its menu
 /// has closed. Main thread; owned by the controller.
-class PeekOpening final {
+class PeekOpening final : private NonCopyable {
  public:
     /// `handle` moves the reveal state.
     PeekOpening(const Platform& platform, Log& log, std::function<void(const RevealEvent&)> handle);
-    PeekOpening(const PeekOpening&) = delete;
-    PeekOpening& operator=(const PeekOpening&) = delete;
-    ~PeekOpening() = default;
 
     /// Opens that app. Another that was open is not waited for any more.
     void open(const BundleID& bundleID);

@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
-#include "Velko/Log.h"
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/Awaited.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Background/Awaited.h"
 
 namespace velko {
 

@@ -4,6 +4,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -13,12 +14,9 @@ class Log;
 
 /// Lets a tucked app out on the bar for a while because its icon changed. Main thread; owned by the
 /// controller.
-class PopOut final {
+class PopOut final : private NonCopyable {
  public:
     PopOut(FlowHost& host, const Platform& platform, Log& log);
-    PopOut(const PopOut&) = delete;
-    PopOut& operator=(const PopOut&) = delete;
-    ~PopOut() = default;
 
     /// Lets the app out; one that is out stays for the full time from now.
     void begin(const BundleID& bundleID);

@@ -4,10 +4,10 @@
 #include <string>
 #include <utility>
 
+#include "Velko/App/Log.h"
 #include "Velko/Flows/AutopilotOffers.h"
 #include "Velko/Flows/LiveActivityWatch.h"
 #include "Velko/Flows/PopOut.h"
-#include "Velko/Log.h"
 #include "Velko/Ports/LoginItem.h"
 
 namespace velko {

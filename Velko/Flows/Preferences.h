@@ -4,8 +4,9 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/RevealSettings.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
@@ -17,7 +18,7 @@ class PopOut;
 
 /// The user's switches. Each is saved at once, logged, and takes effect at once. Main thread; owned by the
 /// controller.
-class Preferences final {
+class Preferences final : private NonCopyable {
  public:
     /// The flows that a switch may start or stop.
     struct Affected {
@@ -28,9 +29,6 @@ class Preferences final {
     };
 
     Preferences(FlowHost& host, Log& log, LoginItem& loginItem, Affected affected);
-    Preferences(const Preferences&) = delete;
-    Preferences& operator=(const Preferences&) = delete;
-    ~Preferences() = default;
 
     void setNewIconDefault(Section section);
     void setAskAboutNewIcons(bool on);

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
-#include "VelkoEngine/Inventory.h"
-#include "VelkoEngine/MenuBarStrip.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
 #include "VelkoEngine/Ports/Displays.h"
 
 namespace velko {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "VelkoCore/RevealSettings.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Layout/Section.h"
 #include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {

@@ -1,8 +1,8 @@
 #include "Velko/Flows/ShowMe.h"
 
-#include "Velko/Log.h"
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/Awaited.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Background/Awaited.h"
 
 namespace velko {
 

@@ -2,6 +2,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -10,12 +11,9 @@ namespace velko {
 class Log;
 
 /// Helps the user find one app's icon: for a moment it stands alone. Main thread; owned by the controller.
-class ShowMe final {
+class ShowMe final : private NonCopyable {
  public:
     ShowMe(FlowHost& host, const Platform& platform, Log& log);
-    ShowMe(const ShowMe&) = delete;
-    ShowMe& operator=(const ShowMe&) = delete;
-    ~ShowMe() = default;
 
     /// Shows that app's icons; another app's, if they were being shown, are not any more.
     void start(const BundleID& bundleID);

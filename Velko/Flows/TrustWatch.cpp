@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/AX.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/MenuBar/AX.h"
+#include "VelkoEngine/MenuBar/TrustEvidence.h"
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/TrustEvidence.h"
 
 namespace velko {
 

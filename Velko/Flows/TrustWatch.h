@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "Velko/Flows/FlowHost.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -12,13 +13,10 @@ namespace velko {
 /// Notices that the user has given or taken the Accessibility permission, which the system tells nobody and
 /// may report wrongly. So other apps are asked as well; of what the system says and what they show, the newer
 /// holds. Main thread; owned by the controller.
-class TrustWatch final {
+class TrustWatch final : private NonCopyable {
  public:
     /// `changed` is told what holds now, whenever it is not what the health says.
     TrustWatch(FlowHost& host, const Platform& platform, std::function<void(bool trusted)> changed);
-    TrustWatch(const TrustWatch&) = delete;
-    TrustWatch& operator=(const TrustWatch&) = delete;
-    ~TrustWatch() = default;
 
     void start();
     void stop() noexcept;

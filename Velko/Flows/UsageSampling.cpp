@@ -3,9 +3,9 @@
 #include <map>
 #include <utility>
 
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/ProcessStats.h"
+#include "VelkoEngine/Watching/ProcessStats.h"
 
 namespace velko {
 

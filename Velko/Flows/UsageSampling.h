@@ -3,20 +3,18 @@
 #include <functional>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/UsageTracker.h"
+#include "VelkoCore/Habits/UsageTracker.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 /// Measures every half minute what the apps in the menu bar cost. Main thread; owned by the controller.
-class UsageSampling final {
+class UsageSampling final : private NonCopyable {
  public:
     /// `afterEach` is called after every round but those asked for by `sampleNow`.
     UsageSampling(FlowHost& host, const Platform& platform, std::function<void()> afterEach);
-    UsageSampling(const UsageSampling&) = delete;
-    UsageSampling& operator=(const UsageSampling&) = delete;
-    ~UsageSampling() = default;
 
     void start();
     void stop() noexcept { loop_.cancel(); }

@@ -4,14 +4,14 @@
 #include <string>
 #include <utility>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Log.h"
 #include "Velko/Broom/BelowBroom.h"
 #include "Velko/Broom/BroomFrame.h"
-#include "Velko/Log.h"
 #include "Velko/Note/NoteView.h"
 #include "Velko/Ports/PanelPlacement.h"
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/Awaited.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/Ports/Displays.h"
 
 namespace velko {

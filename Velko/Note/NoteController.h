@@ -3,8 +3,9 @@
 #include <memory>
 #include <optional>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -14,12 +15,10 @@ namespace velko {
 class BroomFrame;
 
 /// The note that drops from the broom when Velko has something to ask. Main thread.
-class NoteController final {
+class NoteController final : private NonCopyable {
  public:
     /// `broom` outlives the note.
     NoteController(const FaceParts& parts, BroomFrame& broom);
-    NoteController(const NoteController&) = delete;
-    NoteController& operator=(const NoteController&) = delete;
     ~NoteController();
 
     /// Opens it, in place of one that is open; without a display, nothing happens.

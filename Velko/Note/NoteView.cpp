@@ -4,10 +4,10 @@
 #include <utility>
 #include <variant>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/AppNames.h"
 #include "Velko/View/Build.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

@@ -5,7 +5,7 @@
 
 #include "Velko/Apps/PresentApps.h"
 #include "Velko/View/Node.h"
-#include "VelkoCore/TidySuggestion.h"
+#include "VelkoCore/Sorting/TidySuggestion.h"
 
 namespace velko {
 

@@ -4,19 +4,18 @@
 #include <optional>
 #include <string>
 
+#include "VelkoCore/NonCopyable.h"
+
 namespace velko {
 
 /// This program as the desktop sees it. Main thread.
-class Application {
+class Application : private NonCopyable {
  public:
     enum class Policy {
         accessory,  ///< neither in the Dock nor in the application switcher
         regular,    ///< in both
     };
 
-    Application() = default;
-    Application(const Application&) = delete;
-    Application& operator=(const Application&) = delete;
     virtual ~Application() = default;
 
     [[nodiscard]] virtual Policy policy() const = 0;

@@ -2,14 +2,13 @@
 
 #include <string>
 
+#include "VelkoCore/NonCopyable.h"
+
 namespace velko {
 
 /// The user's defaults for this program. Main thread.
-class Defaults {
+class Defaults : private NonCopyable {
  public:
-    Defaults() = default;
-    Defaults(const Defaults&) = delete;
-    Defaults& operator=(const Defaults&) = delete;
     virtual ~Defaults() = default;
 
     /// A switch; off when it was never set.

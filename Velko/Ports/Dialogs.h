@@ -5,12 +5,13 @@
 #include <optional>
 #include <string>
 
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 /// Panels and alerts that wait for the user while the program goes on. Main thread.
-class Dialogs {
+class Dialogs : private NonCopyable {
  public:
     /// Receives the chosen file, or nothing when the user thought better of it. Never called within the
     /// call that opens the panel.
@@ -48,9 +49,6 @@ class Dialogs {
     /// Receives whether the user agreed. Never called within the call that asks.
     using Answered = std::function<void(bool)>;
 
-    Dialogs() = default;
-    Dialogs(const Dialogs&) = delete;
-    Dialogs& operator=(const Dialogs&) = delete;
     virtual ~Dialogs() = default;
 
     /// Asks where to save a file; the user has agreed to replace one that is there. The task is pending

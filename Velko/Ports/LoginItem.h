@@ -4,16 +4,15 @@
 #include <string>
 #include <string_view>
 
+#include "VelkoCore/NonCopyable.h"
+
 namespace velko {
 
 /// Whether the system opens this program when the user logs in. Main thread.
-class LoginItem {
+class LoginItem : private NonCopyable {
  public:
     enum class Status { notRegistered, enabled, requiresApproval, notFound };
 
-    LoginItem() = default;
-    LoginItem(const LoginItem&) = delete;
-    LoginItem& operator=(const LoginItem&) = delete;
     virtual ~LoginItem() = default;
 
     /// Asked anew at every call: the user may change it in the system's settings.

@@ -2,14 +2,13 @@
 
 #include <string>
 
+#include "VelkoCore/NonCopyable.h"
+
 namespace velko {
 
 /// The general pasteboard. Main thread.
-class Pasteboard {
+class Pasteboard : private NonCopyable {
  public:
-    Pasteboard() = default;
-    Pasteboard(const Pasteboard&) = delete;
-    Pasteboard& operator=(const Pasteboard&) = delete;
     virtual ~Pasteboard() = default;
 
     /// Replaces everything on it with a text.

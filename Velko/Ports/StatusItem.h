@@ -8,12 +8,13 @@
 
 #include "Velko/View/Drawing.h"
 #include "Velko/View/Menu.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
 
 /// Velko's own icon in the menu bar. There is one, from the first call on. Main thread.
-class StatusItem {
+class StatusItem : private NonCopyable {
  public:
     /// The event that the program has last taken when the icon's action runs. It need not be the click's own:
     /// since macOS 27 clicks come by way of the menu bar's host.
@@ -53,9 +54,6 @@ class StatusItem {
     /// A drawing is a template as well: its inks do not matter, the menu bar has its own colour.
     using Image = std::variant<view::Drawing, Symbol>;
 
-    StatusItem() = default;
-    StatusItem(const StatusItem&) = delete;
-    StatusItem& operator=(const StatusItem&) = delete;
     virtual ~StatusItem() = default;
 
     /// Puts the icon into the menu bar. The system remembers its place by `autosaveName`. `label` is its

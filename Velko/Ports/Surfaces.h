@@ -6,11 +6,12 @@
 
 #include "Velko/View/Node.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
 /// One of the places in which Velko shows a tree: a panel or a window. Main thread.
-class Surface {
+class Surface : private NonCopyable {
  public:
     /// How the user asks for it to go.
     enum class Dismissal { clickOutside, escape, closeButton };
@@ -48,9 +49,6 @@ class Surface {
         std::function<void()> closed{};
     };
 
-    Surface() = default;
-    Surface(const Surface&) = delete;
-    Surface& operator=(const Surface&) = delete;
     virtual ~Surface() = default;
 
     /// Shows it in front. One that is open is closed first, and its `closed` is called all the same.
@@ -77,7 +75,7 @@ class Surface {
 };
 
 /// Velko's surfaces. Main thread; they live as long as this does.
-class Surfaces {
+class Surfaces : private NonCopyable {
  public:
     enum class Kind {
         note,             ///< a panel as the shelf is, with an arrow at its top that points at its anchor
@@ -88,9 +86,6 @@ class Surfaces {
         settings,         ///< a window
     };
 
-    Surfaces() = default;
-    Surfaces(const Surfaces&) = delete;
-    Surfaces& operator=(const Surfaces&) = delete;
     virtual ~Surfaces() = default;
 
     [[nodiscard]] virtual Surface& surface(Kind kind) = 0;

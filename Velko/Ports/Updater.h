@@ -3,17 +3,16 @@
 #include <optional>
 #include <string>
 
+#include "VelkoCore/NonCopyable.h"
+
 namespace velko {
 
 /// The framework that brings newer versions, when the bundle has it. Main thread.
-class Updater {
+class Updater : private NonCopyable {
  public:
     /// Why, when the bundle came without it.
     static constexpr auto missing = "This copy of Velko came without the updater.";
 
-    Updater() = default;
-    Updater(const Updater&) = delete;
-    Updater& operator=(const Updater&) = delete;
     virtual ~Updater() = default;
 
     /// Why there are no updates, in words for the user; nothing when there may be. Starts nothing.

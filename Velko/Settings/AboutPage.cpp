@@ -2,11 +2,11 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Updates.h"
 #include "Velko/Broom/BroomDrawing.h"
 #include "Velko/Broom/MenuActions.h"
 #include "Velko/Settings/SettingsPages.h"
-#include "Velko/Updates.h"
 #include "Velko/View/Build.h"
 
 namespace velko::SettingsPages {

@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko::SettingsPages {
 

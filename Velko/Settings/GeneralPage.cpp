@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Ports/LoginItem.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
-#include "VelkoCore/RevealSettings.h"
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Time/Timing.h"
 
 namespace velko::SettingsPages {
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/AppNames.h"
 #include "Velko/Apps/PresentApps.h"
 #include "VelkoEngine/Ports/Workspace.h"

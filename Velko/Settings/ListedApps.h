@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/AppUsage.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Habits/AppUsage.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/EmptyList.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Broom/BroomFrame.h"
 
 namespace velko {

@@ -5,11 +5,12 @@
 #include <memory>
 #include <optional>
 
+#include "Velko/App/FaceParts.h"
 #include "Velko/Broom/MenuActions.h"
-#include "Velko/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/Settings/SettingsPages.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
@@ -17,12 +18,10 @@ namespace velko {
 class BroomFrame;
 
 /// The settings' window. Every control acts at once, and the window shows what holds. Main thread.
-class SettingsController final {
+class SettingsController final : private NonCopyable {
  public:
     /// `broom` outlives the settings.
     SettingsController(const FaceParts& parts, BroomFrame& broom);
-    SettingsController(const SettingsController&) = delete;
-    SettingsController& operator=(const SettingsController&) = delete;
     ~SettingsController();
 
     /// Opens the window or brings it to the front.

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/Settings/ListedApps.h"
 #include "Velko/View/Node.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

@@ -1,7 +1,7 @@
 #include <string>
 #include <utility>
 
-#include "Velko/Refusal.h"
+#include "Velko/App/Refusal.h"
 #include "Velko/Setup/Intro.h"
 #include "Velko/Setup/SetupFrame.h"
 #include "Velko/Setup/SetupSteps.h"

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "Velko/View/Drawing.h"
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Time/Timing.h"
 
 /// How the broom introduces itself: it sweeps in, swishes, sparkles, blinks, hops and wipes the picture,
 /// which leaves suds that pop one by one. Pure functions of time.

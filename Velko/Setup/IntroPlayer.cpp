@@ -4,7 +4,7 @@
 
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/Setup/Intro.h"
-#include "VelkoEngine/Awaited.h"
+#include "VelkoEngine/Background/Awaited.h"
 
 namespace velko {
 

@@ -2,21 +2,19 @@
 
 #include <functional>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/View/Drawing.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 /// Plays the introduction, once; wakes only when the picture changes. Main thread.
-class IntroPlayer final {
+class IntroPlayer final : private NonCopyable {
  public:
     /// `changed` is called whenever there is another picture.
     IntroPlayer(const FaceParts& parts, std::function<void()> changed);
-    IntroPlayer(const IntroPlayer&) = delete;
-    IntroPlayer& operator=(const IntroPlayer&) = delete;
-    ~IntroPlayer() = default;
 
     /// From the beginning.
     void play();

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/View/Build.h"
-#include "VelkoCore/Timing.h"
-#include "VelkoEngine/Awaited.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/Windows.h"
 #include "VelkoEngine/Ports/Workspace.h"

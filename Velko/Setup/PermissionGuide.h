@@ -3,20 +3,19 @@
 #include <functional>
 #include <optional>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 /// A small panel that goes along with the system's settings window and points at the list in which the user
 /// gives the permission. It says thank you when that has happened, and goes. Main thread.
-class PermissionGuide final {
+class PermissionGuide final : private NonCopyable {
  public:
     explicit PermissionGuide(const FaceParts& parts);
-    PermissionGuide(const PermissionGuide&) = delete;
-    PermissionGuide& operator=(const PermissionGuide&) = delete;
     ~PermissionGuide() { stop(); }
 
     /// Shows from now on wherever the settings window is, until the permission is there. Nothing happens

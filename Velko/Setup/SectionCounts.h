@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

@@ -3,11 +3,11 @@
 #include <set>
 #include <utility>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/EmptyList.h"
 #include "Velko/Apps/PresentApps.h"
 #include "Velko/Ports/Application.h"
-#include "VelkoEngine/AX.h"
+#include "VelkoEngine/MenuBar/AX.h"
 
 namespace velko {
 

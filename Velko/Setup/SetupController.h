@@ -6,16 +6,17 @@
 #include <memory>
 #include <optional>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/Setup/IntroPlayer.h"
 #include "Velko/Setup/PermissionGuide.h"
 #include "Velko/Setup/SetupFlow.h"
 #include "Velko/Setup/SetupSteps.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/Importers.h"
-#include "VelkoCore/Section.h"
-#include "VelkoCore/SortSession.h"
+#include "VelkoCore/Import/Importers.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Sorting/SortSession.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
@@ -24,11 +25,9 @@ namespace velko {
 /// later on. Nothing is changed before "Apply to Menu Bar"; a window that is closed half-way keeps its
 /// answers until it is shown again, but none that is older than where the user has put the app since.
 /// Main thread.
-class SetupController final {
+class SetupController final : private NonCopyable {
  public:
     explicit SetupController(const FaceParts& parts);
-    SetupController(const SetupController&) = delete;
-    SetupController& operator=(const SetupController&) = delete;
     ~SetupController();
 
     /// Opens the window or brings it to the front. Once the setup is complete, it begins with the cards.

@@ -4,10 +4,10 @@
 #include <optional>
 
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/Importers.h"
-#include "VelkoCore/RevealSettings.h"
-#include "VelkoCore/Section.h"
-#include "VelkoCore/SortSession.h"
+#include "VelkoCore/Import/Importers.h"
+#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Sorting/SortSession.h"
 
 namespace velko {
 

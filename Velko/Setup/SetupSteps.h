@@ -7,7 +7,7 @@
 #include "Velko/Setup/SetupFlow.h"
 #include "Velko/Setup/TidyOutcome.h"
 #include "Velko/View/Node.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

@@ -1,6 +1,6 @@
 #include "Velko/Setup/TidyOutcome.h"
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/HiddenApps.h"
 
 namespace velko {

@@ -1,10 +1,10 @@
 #include "Velko/Shelf/ShelfController.h"
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Broom/BelowBroom.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Shelf/ShelfView.h"
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/Displays.h"
 
 namespace velko {

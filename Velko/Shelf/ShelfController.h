@@ -2,12 +2,13 @@
 
 #include <functional>
 
-#include "Velko/FaceParts.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/Flows/ShelfClosing.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/View/Node.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
@@ -16,12 +17,10 @@ class BroomFrame;
 
 /// The panel below the broom that shows tucked apps as tiles, while they are revealed in that style. Main
 /// thread.
-class ShelfController final {
+class ShelfController final : private NonCopyable {
  public:
     /// `broom` outlives the shelf.
     ShelfController(const FaceParts& parts, BroomFrame& broom);
-    ShelfController(const ShelfController&) = delete;
-    ShelfController& operator=(const ShelfController&) = delete;
     ~ShelfController();
 
     /// Opens the shelf, shows the present state in it, or closes it. To be called whenever the controller's

@@ -5,12 +5,12 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppController.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Apps/PresentApps.h"
 #include "Velko/View/Build.h"
-#include "VelkoCore/Layout.h"
-#include "VelkoCore/ShelfLayout.h"
+#include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Visibility/ShelfLayout.h"
 
 namespace velko {
 

@@ -4,7 +4,7 @@
 
 #include "Velko/View/Node.h"
 #include "VelkoCore/BundleID.h"
-#include "VelkoCore/Section.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

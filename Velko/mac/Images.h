@@ -5,6 +5,7 @@
 #include <string>
 
 #include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
@@ -12,13 +13,8 @@ namespace velko {
 [[nodiscard]] NSImage* symbolImage(const std::string& name, const std::string& description = {});
 
 /// Apps' icons, each looked up once. Main thread.
-class AppIcons final {
+class AppIcons final : private NonCopyable {
  public:
-    AppIcons() = default;
-    AppIcons(const AppIcons&) = delete;
-    AppIcons& operator=(const AppIcons&) = delete;
-    ~AppIcons() = default;
-
     /// A copy of that size in points; a plain tile for an app that is not on this machine.
     [[nodiscard]] NSImage* icon(const BundleID& bundleID, double points);
 

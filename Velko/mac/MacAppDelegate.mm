@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/AppDelegate.h"
-#include "Velko/AppMenu.h"
-#include "Velko/Log.h"
+#include "Velko/App/AppDelegate.h"
+#include "Velko/App/AppMenu.h"
+#include "Velko/App/Log.h"
 #include "Velko/mac/Images.h"
 #include "Velko/mac/MacApplication.h"
 #include "Velko/mac/MacDefaults.h"
@@ -19,7 +19,7 @@
 #import "Velko/mac/MacSurfaces.h"
 #import "Velko/mac/MacUpdater.h"
 #include "Velko/mac/Surroundings.h"
-#include "VelkoEngine/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
 #include "VelkoEngine/mac/Conversions.h"
 #include "VelkoEngine/mac/MacPlatform.h"
 #include "VelkoEngine/mac/MacPropertyListReader.h"

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "Velko/AppMenu.h"
+#include "Velko/App/AppMenu.h"
 #include "Velko/View/Menu.h"
 #include "Velko/mac/Images.h"
 

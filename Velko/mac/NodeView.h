@@ -7,6 +7,7 @@
 #include "Velko/View/Node.h"
 #include "Velko/mac/Images.h"
 #import "Velko/mac/TreeActions.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
@@ -18,15 +19,13 @@ struct RenderContext {
 
 /// The native view of one node, kept from tree to tree while the node's id and kind stay the same. Main
 /// thread.
-class NodeView {
+class NodeView : private NonCopyable {
  public:
     struct Child {
         NodeView* node = nullptr;
         bool stretches = false;  ///< takes the whole width of its column, or the whole height of its row
     };
 
-    NodeView(const NodeView&) = delete;
-    NodeView& operator=(const NodeView&) = delete;
     virtual ~NodeView() = default;
 
     [[nodiscard]] NSView* view() const noexcept { return outer_; }

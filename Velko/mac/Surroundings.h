@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "Velko/AppInfo.h"
-#include "VelkoCore/AtomicFile.h"
+#include "Velko/App/AppInfo.h"
+#include "VelkoCore/Files/AtomicFile.h"
 
 /// What the running program finds around itself.
 namespace velko::Surroundings {

@@ -6,8 +6,8 @@
 
 #include <cstdlib>
 
-#include "Velko/Log.h"
-#include "VelkoCore/LayoutStore.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 namespace velko::Surroundings {

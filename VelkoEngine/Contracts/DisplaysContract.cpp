@@ -2,7 +2,7 @@
 #include <string>
 
 #include "VelkoEngine/Contracts/Contracts.h"
-#include "VelkoEngine/MenuBarStrip.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
 #include "VelkoEngine/Ports/Displays.h"
 
 namespace velko::Contracts {

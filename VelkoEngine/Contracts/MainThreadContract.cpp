@@ -4,6 +4,7 @@
 #include <thread>
 #include <utility>
 
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 
 namespace velko::Contracts {
@@ -172,12 +173,10 @@ void checkBackground(const Trial& trial) {
 }
 
 void checkOtherThreads(const Trial& trial) {
-    struct Mark {
+    struct Mark : private NonCopyable {
         std::thread::id& letGoOn;
 
         Mark(std::thread::id& id) : letGoOn(id) {}
-        Mark(const Mark&) = delete;
-        Mark& operator=(const Mark&) = delete;
         ~Mark() { letGoOn = std::this_thread::get_id(); }
     };
     std::thread::id ranOn;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
@@ -33,11 +34,8 @@ enum class AXError : std::int32_t {
 class AXElement {
  public:
     /// A port's own record of an element.
-    class Native {
+    class Native : private NonCopyable {
      public:
-        Native() = default;
-        Native(const Native&) = delete;
-        Native& operator=(const Native&) = delete;
         virtual ~Native() = default;
     };
 
@@ -58,11 +56,8 @@ using AXValue =
 using AXAnswer = std::expected<AXValue, AXError>;
 
 /// A listener for what one process tells of its elements, registered until it is destroyed. Main thread.
-class AXObserver {
+class AXObserver : private NonCopyable {
  public:
-    AXObserver() = default;
-    AXObserver(const AXObserver&) = delete;
-    AXObserver& operator=(const AXObserver&) = delete;
     /// Safe within the handler, which is never called afterwards.
     virtual ~AXObserver() = default;
 
@@ -76,11 +71,8 @@ class AXObserver {
 ///
 /// Reads may block, each for at most the time-out of the element asked; they may be made on any thread.
 /// The permission calls, actions and observers belong to the main thread.
-class Accessibility {
+class Accessibility : private NonCopyable {
  public:
-    Accessibility() = default;
-    Accessibility(const Accessibility&) = delete;
-    Accessibility& operator=(const Accessibility&) = delete;
     virtual ~Accessibility() = default;
 
     /// Whether the user lets this process use Accessibility. Never prompts.

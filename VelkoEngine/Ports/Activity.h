@@ -2,17 +2,15 @@
 
 #include <string>
 
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
 
 /// The system's leave to stretch the timers of a program that nobody looks at, held off for a while. Main
 /// thread.
-class Activity {
+class Activity : private NonCopyable {
  public:
-    Activity() = default;
-    Activity(const Activity&) = delete;
-    Activity& operator=(const Activity&) = delete;
     virtual ~Activity() = default;
 
     /// While the subscription lasts, timers come when they are due. `reason` says what for; people can read

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
@@ -20,11 +21,8 @@ struct Display {
 };
 
 /// The screens and their menu bars. Main thread.
-class Displays {
+class Displays : private NonCopyable {
  public:
-    Displays() = default;
-    Displays(const Displays&) = delete;
-    Displays& operator=(const Displays&) = delete;
     virtual ~Displays() = default;
 
     /// All screens, the primary one first; empty while none is attached.

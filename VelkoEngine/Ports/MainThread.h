@@ -6,7 +6,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "VelkoCore/Date.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Time/Date.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
@@ -15,15 +16,12 @@ namespace velko {
 ///
 /// Everything is called on that thread, but for what says otherwise. Work runs one piece at
 /// a time, in order of its due time and then of its scheduling; never inside the call that schedules it.
-class MainThread {
+class MainThread : private NonCopyable {
  public:
     using Work = std::function<void()>;
     /// Monotonic time since the machine started; stands still while it sleeps.
     using Uptime = std::chrono::nanoseconds;
 
-    MainThread() = default;
-    MainThread(const MainThread&) = delete;
-    MainThread& operator=(const MainThread&) = delete;
     virtual ~MainThread() = default;
 
     /// Whether the caller runs on this thread. From any thread.

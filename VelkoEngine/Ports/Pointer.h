@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
 namespace velko {
@@ -24,11 +25,8 @@ struct ClickTapEvent {
 };
 
 /// A listener for clicks anywhere on the screen, installed until it is destroyed.
-class ClickTap {
+class ClickTap : private NonCopyable {
  public:
-    ClickTap() = default;
-    ClickTap(const ClickTap&) = delete;
-    ClickTap& operator=(const ClickTap&) = delete;
     virtual ~ClickTap() = default;
 
     /// Switches the tap on again after the system has switched it off, which now and then is in vain.
@@ -39,11 +37,8 @@ class ClickTap {
 };
 
 /// The mouse. Main thread.
-class Pointer {
+class Pointer : private NonCopyable {
  public:
-    Pointer() = default;
-    Pointer(const Pointer&) = delete;
-    Pointer& operator=(const Pointer&) = delete;
     virtual ~Pointer() = default;
 
     /// Installs a tap that listens for buttons going down and alters nothing; null when the system refuses.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
@@ -43,21 +44,15 @@ struct RuntimeMethod {
 /// answer. Which names, in which order, and what an answer means is decided by the caller.
 ///
 /// Main thread, but for the completion of `activate`.
-class PrivateFramework {
+class PrivateFramework : private NonCopyable {
  public:
     /// An object of the framework's; let go when the last copy is.
-    class Object {
+    class Object : private NonCopyable {
      public:
-        Object() = default;
-        Object(const Object&) = delete;
-        Object& operator=(const Object&) = delete;
         virtual ~Object() = default;
     };
     using ObjectRef = std::shared_ptr<Object>;
 
-    PrivateFramework() = default;
-    PrivateFramework(const PrivateFramework&) = delete;
-    PrivateFramework& operator=(const PrivateFramework&) = delete;
     virtual ~PrivateFramework() = default;
 
     /// Loads the library with immediate binding and local symbols; the loader's words on failure, which

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
@@ -30,11 +31,8 @@ struct TimeBase {
 enum class NullSignal { delivered, notPermitted, noSuchProcess };
 
 /// The kernel's list of processes. Any thread.
-class Processes {
+class Processes : private NonCopyable {
  public:
-    Processes() = default;
-    Processes(const Processes&) = delete;
-    Processes& operator=(const Processes&) = delete;
     virtual ~Processes() = default;
 
     /// This process.

@@ -3,6 +3,8 @@
 #include <memory>
 #include <utility>
 
+#include "VelkoCore/NonCopyable.h"
+
 namespace velko {
 
 /// Scheduled work that its owner can call off. Move-only: destroying or replacing a task cancels it, so
@@ -10,11 +12,8 @@ namespace velko {
 class Task {
  public:
     /// What a `MainThread` keeps for each piece of work.
-    class Handle {
+    class Handle : private NonCopyable {
      public:
-        Handle() = default;
-        Handle(const Handle&) = delete;
-        Handle& operator=(const Handle&) = delete;
         virtual ~Handle() = default;
 
         /// The work never starts after this, and what it captured is let go. Harmless when it has run.

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
@@ -19,11 +20,8 @@ struct WindowInfo {
 };
 
 /// All processes' windows. Any thread.
-class Windows {
+class Windows : private NonCopyable {
  public:
-    Windows() = default;
-    Windows(const Windows&) = delete;
-    Windows& operator=(const Windows&) = delete;
     virtual ~Windows() = default;
 
     /// The windows on screen, front to back; nothing when they cannot be read.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Subscription.h"
 
@@ -43,11 +44,8 @@ struct WorkspaceNotice {
 };
 
 /// The desktop's view of applications and of the session.
-class Workspace {
+class Workspace : private NonCopyable {
  public:
-    Workspace() = default;
-    Workspace(const Workspace&) = delete;
-    Workspace& operator=(const Workspace&) = delete;
     virtual ~Workspace() = default;
 
     /// Every running application, in the system's order, this process included. Main thread.

@@ -1,6 +1,6 @@
 #import "VelkoEngine/mac/Conversions.h"
 
-#include "VelkoEngine/Utf8.h"
+#include "VelkoEngine/Text/Utf8.h"
 #include "VelkoEngine/mac/CFRef.h"
 
 namespace velko {

@@ -41,8 +41,6 @@ class MacAXObserver final : public AXObserver {
         CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()),
                            kCFRunLoopCommonModes);
     }
-    MacAXObserver(const MacAXObserver&) = delete;
-    MacAXObserver& operator=(const MacAXObserver&) = delete;
     /// First no more callbacks, then the release. That waits for its turn on the main queue, because an
     /// observer may end within its own callback, while the system is still busy with it.
     ~MacAXObserver() override {

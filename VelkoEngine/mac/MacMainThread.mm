@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoEngine/BackgroundAnswer.h"
-#include "VelkoEngine/WorkQueue.h"
+#include "VelkoEngine/Background/BackgroundAnswer.h"
+#include "VelkoEngine/Background/WorkQueue.h"
 
 namespace velko {
 

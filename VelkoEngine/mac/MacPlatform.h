@@ -1,6 +1,7 @@
 #pragma once
 
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/mac/MacAccessibility.h"
 #include "VelkoEngine/mac/MacActivity.h"
@@ -16,13 +17,8 @@ namespace velko {
 
 /// Every port of the engine, bound to this Mac. Made and destroyed on the main thread; outlives all that
 /// uses it.
-class MacPlatform final {
+class MacPlatform final : private NonCopyable {
  public:
-    MacPlatform() = default;
-    MacPlatform(const MacPlatform&) = delete;
-    MacPlatform& operator=(const MacPlatform&) = delete;
-    ~MacPlatform() = default;
-
     [[nodiscard]] Platform ports() noexcept {
         return {.mainThread = mainThread_,
                 .accessibility = accessibility_,

@@ -45,8 +45,6 @@ class MacClickTap final : public ClickTap {
         CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
         enable();
     }
-    MacClickTap(const MacClickTap&) = delete;
-    MacClickTap& operator=(const MacClickTap&) = delete;
     /// Off first, so that no event is under way; then out of the loop; the port goes last, with the
     /// listener that it knows.
     ~MacClickTap() override {

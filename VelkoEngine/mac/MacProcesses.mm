@@ -11,7 +11,7 @@
 #include <cstring>
 #include <limits>
 
-#include "VelkoEngine/Utf8.h"
+#include "VelkoEngine/Text/Utf8.h"
 
 namespace velko {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VelkoCore/PropertyList.h"
+#include "VelkoCore/Import/PropertyList.h"
 
 namespace velko {
 

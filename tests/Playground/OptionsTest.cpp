@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "Playground/Options.h"
-#include "Playground/Printable.h"
+#include "Playground/Terminal/Options.h"
+#include "Playground/Terminal/Printable.h"
 
 namespace velko::playground {
 namespace {

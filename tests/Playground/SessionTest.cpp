@@ -71,7 +71,7 @@ TEST_F(SessionTest, SurvivesWhateverItIsAsked) {
         }
     }
     EXPECT_FALSE(ask("format-disk"));
-    EXPECT_NE(session.stage().velko(), nullptr);
+    EXPECT_NE(session.world().velko(), nullptr);
 }
 
 TEST_F(SessionTest, OpensAnAppsMenuAndChoosesFromIt) {
@@ -172,11 +172,11 @@ TEST_F(SessionTest, MakesUpForASecondOfRealTimeAndNoMore) {
 TEST_F(SessionTest, QuitsVelkoWhenItAsksTo) {
     session.mac().appPorts().application.terminate();
     session.settle();
-    EXPECT_EQ(session.stage().velko(), nullptr);
+    EXPECT_EQ(session.world().velko(), nullptr);
     EXPECT_FALSE(session.mac().application.isTerminating);
     EXPECT_EQ(draw(session).regions.at("surface-setup"), "");
     EXPECT_TRUE(ask("desk", R"({"line":"velko start"})"));
-    EXPECT_NE(session.stage().velko(), nullptr);
+    EXPECT_NE(session.world().velko(), nullptr);
 }
 
 TEST_F(SessionTest, KeepsFilesWithinTheDocumentsFolder) {
@@ -186,11 +186,11 @@ TEST_F(SessionTest, KeepsFilesWithinTheDocumentsFolder) {
     EXPECT_TRUE(isPlainFileName("My layout.velko"));
     ASSERT_TRUE(ask("desk", R"({"line":"trust grant"})"));
     wait(std::chrono::seconds(20));
-    session.stage().velko()->transfer().importLayout();
+    session.world().velko()->transfer().importLayout();
     ASSERT_TRUE(session.mac().dialogs.isPanelOpen());
     EXPECT_FALSE(ask("panel", R"({"file":"../layout.json","text":"broken"})"));
-    const auto pipe = session.stage().documents() / "pipe";
-    std::filesystem::create_directories(session.stage().documents());
+    const auto pipe = session.world().documents() / "pipe";
+    std::filesystem::create_directories(session.world().documents());
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);  // or a writer would wait for ever
     for (const auto* body : {R"({"file":"pipe","text":"broken"})", R"({"file":"pipe"})"}) {

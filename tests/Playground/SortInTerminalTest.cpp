@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "Playground/SortInTerminal.h"
+#include "Playground/Terminal/SortInTerminal.h"
 
 namespace velko::playground {
 namespace {

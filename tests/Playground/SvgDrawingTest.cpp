@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Playground/SvgDrawing.h"
+#include "Playground/Html/SvgDrawing.h"
 
 namespace velko::playground {
 namespace {

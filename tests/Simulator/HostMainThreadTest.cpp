@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "Simulator/HostMainThread.h"
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/ClickHistory.h"
-#include "VelkoEngine/Inventory.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Time/HostMainThread.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/Watching/ClickHistory.h"
 
 namespace velko {
 namespace {

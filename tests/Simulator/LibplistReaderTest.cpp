@@ -2,8 +2,8 @@
 #include <limits>
 #include <random>
 
-#include "Simulator/LibplistReader.h"
-#include "VelkoCore/Importers.h"
+#include "Simulator/Files/LibplistReader.h"
+#include "VelkoCore/Import/Importers.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

@@ -4,8 +4,8 @@
 
 #include "Simulator/Contracts/ActingContracts.h"
 #include "Simulator/ForwardingPorts.h"
-#include "Simulator/HostMainThread.h"
-#include "Simulator/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Time/HostMainThread.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 
 namespace velko {

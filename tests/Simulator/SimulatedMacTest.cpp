@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedMac.h"
 
 namespace velko {
 namespace {
@@ -78,12 +78,12 @@ TEST_F(SimulatedMacTest, PaintsTheBarWithTheBroomAndTheClockInAsManyRowsAsItTake
     EXPECT_EQ(few.substr(few.find_first_not_of(' ')),
               "Mail 3  \U0001F9F9  VPN  Wi-Fi  Control Center  Mon 2 Mar 08:00:00");
     for (int i = 0; i < 30; ++i) {
-        launch("Neighbour");
+        launch("SampleApp");
     }
     mac.openMenu(mail);
     const std::string many = mac.menuBarPicture();
     EXPECT_EQ(std::ranges::count(many, '\n'), 4) << many;
-    EXPECT_NE(many.find("Neighbour  Mail 3  \U0001F9F9  VPN"), std::string::npos) << many;
+    EXPECT_NE(many.find("SampleApp  Mail 3  \U0001F9F9  VPN"), std::string::npos) << many;
     EXPECT_LE(many.find('\n'), std::size_t{108});
     EXPECT_TRUE(many.ends_with("\nMail has its menu open")) << many;
 }

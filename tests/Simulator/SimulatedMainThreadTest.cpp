@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "Simulator/SimulatedMainThread.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko {
 namespace {

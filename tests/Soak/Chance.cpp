@@ -6,10 +6,10 @@
 #include <numeric>
 #include <ranges>
 
-#include "Playground/Neighbourhood.h"
-#include "Playground/Script/Pattern.h"
-#include "Playground/Script/Verbs.h"
-#include "VelkoCore/AllowlistPlanner.h"
+#include "Scenarios/Language/Pattern.h"
+#include "Scenarios/Language/Verbs.h"
+#include "Scenarios/SampleApps.h"
+#include "VelkoCore/Visibility/AllowlistPlanner.h"
 #include "tests/Soak/Monkey.h"
 
 namespace velko::soak {
@@ -127,8 +127,8 @@ constexpr std::size_t allWeights =
 
 /// From which `absent` chooses: few enough that everything happens to the same apps.
 std::vector<BundleID> everyApp() {
-    std::vector<BundleID> apps{playground::latecomer().bundleID};
-    for (const auto& neighbour : playground::neighbours() | std::views::take(12)) {
+    std::vector<BundleID> apps{scenarios::latecomer().bundleID};
+    for (const auto& neighbour : scenarios::sampleApps() | std::views::take(12)) {
         apps.emplace_back(neighbour.bundleID);
     }
     return apps;
@@ -168,16 +168,16 @@ std::vector<BundleID> suggested(AppController& velko) {
 }
 
 /// The apps that an event can be about; nothing when the word is about no apps.
-std::optional<std::vector<BundleID>> appsFor(std::string_view word, playground::Stage& stage) {
+std::optional<std::vector<BundleID>> appsFor(std::string_view word, scenarios::World& world) {
     if (word == "RUNNING") {
-        return running(stage.mac());
+        return running(world.mac());
     }
     if (word == "ABSENT") {
-        return absent(stage.mac());
+        return absent(world.mac());
     }
-    AppController* velko = stage.velko();
+    AppController* velko = world.velko();
     if (word == "TUCKED") {
-        return velko == nullptr ? std::vector<BundleID>() : tucked(stage.mac(), *velko);
+        return velko == nullptr ? std::vector<BundleID>() : tucked(world.mac(), *velko);
     }
     if (word == "WAITING") {
         return velko == nullptr ? std::vector<BundleID>() : velko->values().layout.inbox;
@@ -215,21 +215,21 @@ std::vector<script::Step> Chance::beginning() {
     return steps;
 }
 
-script::Step Chance::next(playground::Stage& stage) {
+script::Step Chance::next(scenarios::World& world) {
     waits_ = !waits_ && below(8) != 0;
     if (waits_) {
         return stepOf(wait());
     }
-    if (stage.velko() == nullptr && below(3) == 0) {
+    if (world.velko() == nullptr && below(3) == 0) {
         return stepOf("velko start");
     }
     while (true) {
-        if (stage.velko() != nullptr && below(3) == 0) {
-            if (const auto step = playfulStep(stage, [this](std::size_t bound) { return below(bound); })) {
+        if (world.velko() != nullptr && below(3) == 0) {
+            if (const auto step = playfulStep(world, [this](std::size_t bound) { return below(bound); })) {
                 return *step;
             }
         }
-        if (const auto line = filledIn(event(), stage)) {
+        if (const auto line = filledIn(event(), world)) {
             return stepOf(*line);
         }
     }
@@ -271,11 +271,11 @@ std::string Chance::withDigits(std::string part) {
 }
 
 /// Nothing when there is no app that the event could be about.
-std::optional<std::string> Chance::filledIn(std::string_view event, playground::Stage& stage) {
+std::optional<std::string> Chance::filledIn(std::string_view event, scenarios::World& world) {
     std::string line;
     for (const std::string_view part : script::wordsOf(event)) {
         line += line.empty() ? "" : " ";
-        if (const auto apps = appsFor(part, stage)) {
+        if (const auto apps = appsFor(part, world)) {
             if (apps->empty()) {
                 return std::nullopt;
             }

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "Playground/Script/Step.h"
-#include "Playground/Stage.h"
+#include "Scenarios/Language/Step.h"
+#include "Scenarios/World.h"
 
 namespace velko::soak {
 
@@ -22,7 +22,7 @@ class Chance final {
     /// Some apps that have their places, and Velko.
     [[nodiscard]] std::vector<script::Step> beginning();
     /// The next event, or a wait. It may turn out not to be possible.
-    [[nodiscard]] script::Step next(playground::Stage& stage);
+    [[nodiscard]] script::Step next(scenarios::World& world);
 
  private:
     [[nodiscard]] std::size_t below(std::size_t bound) { return random_() % bound; }
@@ -30,7 +30,7 @@ class Chance final {
     [[nodiscard]] auto oneOf(const Range& range);
     [[nodiscard]] std::string wait();
     [[nodiscard]] std::string_view event();
-    [[nodiscard]] std::optional<std::string> filledIn(std::string_view event, playground::Stage& stage);
+    [[nodiscard]] std::optional<std::string> filledIn(std::string_view event, scenarios::World& world);
     [[nodiscard]] std::string withDigits(std::string part);
 
     std::mt19937_64 random_;

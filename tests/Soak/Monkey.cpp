@@ -117,8 +117,8 @@ std::optional<Step> work(const view::Node& root, const char* surface, const Belo
 
 }  // namespace
 
-std::optional<Step> playfulStep(playground::Stage& stage, const Below& below) {
-    SimulatedMac& mac = stage.mac();
+std::optional<Step> playfulStep(scenarios::World& world, const Below& below) {
+    SimulatedMac& mac = world.mac();
     if (const view::Menu* menu = mac.statusItem.menu(); menu != nullptr && below(4) != 0) {
         return oneOf(choices(*menu, {.verb = Verb::choose}), below);
     }

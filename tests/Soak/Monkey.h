@@ -4,8 +4,8 @@
 #include <functional>
 #include <optional>
 
-#include "Playground/Script/Step.h"
-#include "Playground/Stage.h"
+#include "Scenarios/Language/Step.h"
+#include "Scenarios/World.h"
 
 namespace velko::soak {
 
@@ -14,6 +14,6 @@ using Below = std::function<std::size_t(std::size_t)>;
 
 /// Something that a playful user might do next with what Velko shows: a menu, any control of an open surface,
 /// the pointer. It is always possible. Nothing where chance has picked what does not show.
-[[nodiscard]] std::optional<script::Step> playfulStep(playground::Stage& stage, const Below& below);
+[[nodiscard]] std::optional<script::Step> playfulStep(scenarios::World& world, const Below& below);
 
 }  // namespace velko::soak

@@ -1,8 +1,10 @@
 #include "tests/Soak/Walk.h"
 
-#include "Playground/Invariants.h"
-#include "Playground/Script/Player.h"
-#include "Playground/Stage.h"
+#include <utility>
+
+#include "Scenarios/Acts/Player.h"
+#include "Scenarios/Rules/Invariants.h"
+#include "Scenarios/World.h"
 #include "tests/Soak/Chance.h"
 #include "tests/TemporaryFolder.h"
 
@@ -13,17 +15,22 @@ namespace {
 /// A Mac with Velko, watched, and what has come of it so far.
 struct Trial {
     void perform(const script::Step& step) {
-        if (script::perform(step, stage)) {
+        if (script::perform(step, world)) {
             outcome.steps.push_back(step);
             outcome.breach = invariants.check(step);
         }
     }
 
+    [[nodiscard]] Outcome end() {
+        const auto& lines = world.log().lines();
+        outcome.log.assign(lines.begin(), lines.end());
+        return std::move(outcome);
+    }
     [[nodiscard]] bool isOver() const { return outcome.breach.has_value(); }
 
     TemporaryFolder folder{};
-    playground::Stage stage{folder.path()};
-    playground::Invariants invariants{stage};
+    scenarios::World world{folder.path()};
+    scenarios::Invariants invariants{world};
     Outcome outcome{};
 };
 
@@ -35,10 +42,10 @@ Outcome walk(std::uint64_t seed, std::chrono::milliseconds length) {
     for (const script::Step& step : chance.beginning()) {
         trial.perform(step);
     }
-    while (!trial.isOver() && trial.stage.mac().mainThread.now() < length) {
-        trial.perform(chance.next(trial.stage));
+    while (!trial.isOver() && trial.world.mac().mainThread.now() < length) {
+        trial.perform(chance.next(trial.world));
     }
-    return trial.outcome;
+    return trial.end();
 }
 
 Outcome replay(const Steps& steps) {
@@ -48,7 +55,7 @@ Outcome replay(const Steps& steps) {
             trial.perform(step);
         }
     }
-    return trial.outcome;
+    return trial.end();
 }
 
 }  // namespace velko::soak

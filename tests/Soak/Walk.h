@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Playground/Script/Step.h"
+#include "Scenarios/Language/Step.h"
 
 namespace velko::soak {
 
@@ -16,6 +16,7 @@ using Steps = std::vector<script::Step>;
 struct Outcome {
     Steps steps;                        ///< those that happened, in order
     std::optional<std::string> breach;  ///< what did not hold after the last of them
+    std::vector<std::string> log;       ///< what Velko logged
 
     /// The words that name the rule that was broken.
     [[nodiscard]] std::string rule() const { return breach ? breach->substr(0, breach->find(':')) : ""; }

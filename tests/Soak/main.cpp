@@ -2,6 +2,8 @@
 #include <chrono>
 #include <cstdint>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -18,6 +20,7 @@ struct Request {
     std::uint64_t seeds = 0;
     std::uint64_t from = 1;
     std::uint64_t hours = 2;
+    std::filesystem::path logs{};  ///< the folder that gets each walk's log; none: empty
 };
 
 bool read(std::string_view text, std::uint64_t& number) {
@@ -31,6 +34,10 @@ std::optional<Request> requestOf(const std::vector<std::string>& arguments) {
         return std::nullopt;
     }
     for (std::size_t at = 1; at < arguments.size(); at += 2) {
+        if (arguments[at] == "--logs") {
+            request.logs = arguments[at + 1];
+            continue;
+        }
         const bool isGood = (arguments[at] == "--from" && read(arguments[at + 1], request.from)) ||
                             (arguments[at] == "--hours" && read(arguments[at + 1], request.hours));
         if (!isGood) {
@@ -40,6 +47,14 @@ std::optional<Request> requestOf(const std::vector<std::string>& arguments) {
     return request;
 }
 
+/// Writes a walk's log to a file of its own, to compare two builds by.
+void keepLog(const std::filesystem::path& folder, std::uint64_t seed, const std::vector<std::string>& log) {
+    std::ofstream file(folder / ("seed-" + std::to_string(seed) + ".log"));
+    for (const std::string& line : log) {
+        file << line << '\n';
+    }
+}
+
 /// Walks seed after seed until one fails.
 int soak(const Request& request) {
     std::size_t steps = 0;
@@ -47,6 +62,9 @@ int soak(const Request& request) {
     for (std::uint64_t seed = request.from; seed < request.from + request.seeds; ++seed) {
         const auto outcome = velko::soak::walk(seed, std::chrono::hours(request.hours));
         steps += outcome.steps.size();
+        if (!request.logs.empty()) {
+            keepLog(request.logs, seed, outcome.log);
+        }
         if (outcome.breach) {
             std::cout << "Seed " << seed << " fails: " << *outcome.breach << '\n' << std::flush;
             std::cout << velko::soak::report(seed, outcome);
@@ -67,7 +85,7 @@ int main(int argc, char** argv) {
         if (const auto request = requestOf({argv + 1, argv + argc})) {
             return soak(*request);
         }
-        std::cerr << "usage: velko-soak SEEDS [--from SEED] [--hours HOURS]\n";
+        std::cerr << "usage: velko-soak SEEDS [--from SEED] [--hours HOURS] [--logs FOLDER]\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << "The soak stopped: " << error.what() << '\n';

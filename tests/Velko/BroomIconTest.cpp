@@ -4,9 +4,9 @@
 #include <utility>
 #include <variant>
 
-#include "Simulator/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedMac.h"
 #include "Velko/Broom/BroomIcon.h"
-#include "VelkoCore/Timing.h"
+#include "VelkoCore/Time/Timing.h"
 
 namespace velko {
 namespace {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "Simulator/SimulatedMainThread.h"
-#include "Velko/Log.h"
+#include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/Log.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

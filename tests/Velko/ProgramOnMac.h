@@ -6,13 +6,13 @@
 #include <memory>
 #include <string>
 
-#include "Simulator/LibplistReader.h"
-#include "Simulator/SimulatedMac.h"
-#include "Velko/AppDelegate.h"
-#include "Velko/Log.h"
-#include "VelkoCore/LayoutExport.h"
-#include "VelkoCore/LayoutStore.h"
-#include "VelkoEngine/AssessmentEngine.h"
+#include "Simulator/Files/LibplistReader.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "Velko/App/AppDelegate.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Layout/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

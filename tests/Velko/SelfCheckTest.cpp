@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/LibplistReader.h"
-#include "Simulator/SimulatedMac.h"
+#include "Simulator/Files/LibplistReader.h"
+#include "Simulator/Machine/SimulatedMac.h"
 #include "Velko/Checks/SelfCheck.h"
 #include "tests/TemporaryFolder.h"
 

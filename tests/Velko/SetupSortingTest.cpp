@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "Velko/Refusal.h"
+#include "Velko/App/Refusal.h"
 #include "tests/Velko/SetupOnMac.h"
 
 namespace velko {

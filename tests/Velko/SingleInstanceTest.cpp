@@ -1,7 +1,7 @@
 #include <cerrno>
 #include <optional>
 
-#include "VelkoCore/FolderLock.h"
+#include "VelkoCore/Files/FolderLock.h"
 #include "tests/Velko/ProgramOnMac.h"
 
 namespace velko {

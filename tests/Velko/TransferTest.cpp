@@ -1,4 +1,4 @@
-#include "VelkoCore/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutExport.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/TreeFaults.h"
+#include "Simulator/Accessibility/TreeFaults.h"
 #include "Velko/View/Tree.h"
 
 namespace velko {

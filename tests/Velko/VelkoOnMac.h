@@ -8,11 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "Simulator/SimulatedMac.h"
-#include "Velko/AppController.h"
-#include "Velko/Log.h"
-#include "VelkoCore/LayoutStore.h"
-#include "VelkoEngine/AssessmentEngine.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/Log.h"
+#include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

@@ -5,7 +5,7 @@
 #include <tuple>
 #include <vector>
 
-#include "VelkoCore/Layout.h"
+#include "VelkoCore/Layout/Layout.h"
 
 namespace velko {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/AllowlistPlanner.h"
+#include "VelkoCore/Visibility/AllowlistPlanner.h"
 
 namespace velko {
 namespace {

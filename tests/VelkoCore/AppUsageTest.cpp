@@ -5,7 +5,7 @@
 #include <tuple>
 #include <vector>
 
-#include "VelkoCore/UsageTracker.h"
+#include "VelkoCore/Habits/UsageTracker.h"
 
 namespace velko {
 namespace {

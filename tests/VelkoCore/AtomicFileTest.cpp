@@ -7,7 +7,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "VelkoCore/AtomicFile.h"
+#include "VelkoCore/Files/AtomicFile.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

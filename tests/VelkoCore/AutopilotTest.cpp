@@ -6,8 +6,8 @@
 #include <variant>
 #include <vector>
 
-#include "VelkoCore/AllowlistPlanner.h"
-#include "VelkoCore/Autopilot.h"
+#include "VelkoCore/Habits/Autopilot.h"
+#include "VelkoCore/Visibility/AllowlistPlanner.h"
 
 // These rules hold in every time zone; some zones run them as tests of their own.
 

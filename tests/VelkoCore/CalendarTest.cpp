@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoCore/Calendar.h"
+#include "VelkoCore/Time/Calendar.h"
 
 // Runs once per zone, as a test of its own with TZ set for the process.
 

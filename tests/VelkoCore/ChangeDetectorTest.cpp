@@ -3,7 +3,7 @@
 #include <tuple>
 #include <vector>
 
-#include "VelkoCore/ChangeDetector.h"
+#include "VelkoCore/Watching/ChangeDetector.h"
 
 namespace velko {
 namespace {

@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/Date.h"
+#include "VelkoCore/Time/Date.h"
 
 namespace velko {
 namespace {

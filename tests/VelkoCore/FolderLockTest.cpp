@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 
-#include "VelkoCore/FolderLock.h"
+#include "VelkoCore/Files/FolderLock.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

@@ -2,7 +2,7 @@
 #include <limits>
 #include <tuple>
 
-#include "VelkoCore/Importers.h"
+#include "VelkoCore/Import/Importers.h"
 
 namespace velko {
 namespace {

@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/Json.h"
+#include "VelkoCore/Files/Json.h"
 
 namespace velko {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/LayoutCoding.h"
+#include "VelkoCore/Layout/LayoutCoding.h"
 
 namespace velko {
 namespace {

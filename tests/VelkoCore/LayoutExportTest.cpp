@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "VelkoCore/LayoutCoding.h"
-#include "VelkoCore/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutCoding.h"
+#include "VelkoCore/Layout/LayoutExport.h"
 
 namespace velko {
 namespace {

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoCore/LayoutStore.h"
+#include "VelkoCore/Layout/LayoutStore.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

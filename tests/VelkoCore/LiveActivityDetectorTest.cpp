@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/LiveActivityDetector.h"
+#include "VelkoCore/Watching/LiveActivityDetector.h"
 
 namespace velko {
 namespace {

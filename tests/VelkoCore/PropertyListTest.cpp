@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "VelkoCore/PropertyList.h"
+#include "VelkoCore/Import/PropertyList.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

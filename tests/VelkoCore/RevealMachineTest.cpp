@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/RevealMachine.h"
+#include "VelkoCore/Visibility/RevealMachine.h"
 
 namespace velko {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <tuple>
 
-#include "VelkoCore/SortSession.h"
+#include "VelkoCore/Sorting/SortSession.h"
 
 namespace velko {
 namespace {

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/ClickHistory.h"
-#include "VelkoEngine/MenuBarStrip.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
+#include "VelkoEngine/Watching/ClickHistory.h"
 
 namespace velko {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Simulator/ForwardingPorts.h"
-#include "Simulator/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedMac.h"
 
 namespace velko {
 

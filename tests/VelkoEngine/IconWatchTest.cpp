@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/AssessmentEngine.h"
-#include "VelkoEngine/IconWatch.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Watching/IconWatch.h"
 
 namespace velko {
 namespace {

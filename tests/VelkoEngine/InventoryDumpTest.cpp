@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/Inventory.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 
 namespace velko {
 namespace {

@@ -4,9 +4,9 @@
 #include <unordered_set>
 
 #include "Simulator/ForwardingPorts.h"
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/AX.h"
-#include "VelkoEngine/Inventory.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/MenuBar/AX.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 
 namespace velko {
 namespace {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "Simulator/ForwardingPorts.h"
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/ItemOpener.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/Opening/ItemOpener.h"
 
 namespace velko {
 namespace {

@@ -4,8 +4,8 @@
 #include <limits>
 #include <optional>
 
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/ProcessStats.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/Watching/ProcessStats.h"
 
 namespace velko {
 namespace {

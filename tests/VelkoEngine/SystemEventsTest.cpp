@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 #include <utility>
 
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/OpenMenus.h"
-#include "VelkoEngine/SystemEvents.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/Opening/OpenMenus.h"
+#include "VelkoEngine/Watching/SystemEvents.h"
 
 namespace velko {
 namespace {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <new>
 
-#include "Simulator/SimulatedMac.h"
-#include "VelkoEngine/AssessmentEngine.h"
+#include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
 
 // Counts what is allocated from the heap. Not built under sanitizers, which bring their own operators.
 namespace {

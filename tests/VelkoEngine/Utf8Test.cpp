@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoEngine/Utf8.h"
+#include "VelkoEngine/Text/Utf8.h"
 
 namespace velko {
 namespace {

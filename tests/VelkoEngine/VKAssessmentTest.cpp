@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "VelkoEngine/EngineProbe.h"
-#include "VelkoEngine/VKAssessment.h"
+#include "VelkoEngine/Hiding/EngineProbe.h"
+#include "VelkoEngine/Hiding/VKAssessment.h"
 #include "tests/VelkoEngine/FaultyFramework.h"
 
 namespace velko {

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "VelkoEngine/Background/WorkQueue.h"
 #include "VelkoEngine/Contracts/Contracts.h"
-#include "VelkoEngine/WorkQueue.h"
 
 namespace velko {
 namespace {

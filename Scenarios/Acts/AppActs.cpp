@@ -1,0 +1,118 @@
+#include <array>
+#include <chrono>
+
+#include "Scenarios/Acts/Acts.h"
+
+namespace velko::script {
+
+namespace {
+
+std::size_t indexOf(const Step& step) {
+    return static_cast<std::size_t>(step.icon.value_or(1) - 1);
+}
+
+/// Changes the icon that the step names.
+template <class Change>
+Done change(const Step& step, SimulatedMac& mac, ProcessID pid, Change change) {
+    if (mac.iconElement(pid, indexOf(step)) == nullptr) {
+        return std::unexpected(step.app + " has no such icon.");
+    }
+    mac.changeIcon(pid, indexOf(step), change);
+    return {};
+}
+
+/// What is the same for every app.
+template <void (SimulatedMac::*act)(ProcessID)>
+Done sent(const Step&, SimulatedMac& mac, ProcessID pid) {
+    (mac.*act)(pid);
+    return {};
+}
+
+template <bool hung>
+Done hang(const Step&, SimulatedMac& mac, ProcessID pid) {
+    mac.hang(pid, hung);
+    return {};
+}
+
+Done slowDown(const Step& step, SimulatedMac& mac, ProcessID pid) {
+    mac.accessibility.setDelay(pid, step.duration.value_or(std::chrono::milliseconds(0)));
+    return {};
+}
+
+/// Of a whole app, only one icon answers no more, or answers again.
+template <bool hung>
+Done hangIcon(const Step& step, SimulatedMac& mac, ProcessID pid) {
+    const auto lock = mac.accessibility.hold();
+    SimulatedElement* icon = mac.iconElement(pid, indexOf(step));
+    if (icon == nullptr) {
+        return std::unexpected(step.app + " has no such icon.");
+    }
+    icon->delay = std::chrono::hours(hung ? 1 : 0);
+    return {};
+}
+
+Done setBadge(const Step& step, SimulatedMac& mac, ProcessID pid) {
+    return change(step, mac, pid, [&](SimulatedIcon& icon) {
+        if (const auto text = step.text.value_or(""); text.empty()) {
+            icon.value = std::monostate();
+        } else {
+            icon.value = text;
+        }
+    });
+}
+
+Done removeIcon(const Step& step, SimulatedMac& mac, ProcessID pid) {
+    const auto done = change(step, mac, pid, [](SimulatedIcon&) {});
+    if (done) {
+        mac.removeIcon(pid, indexOf(step));
+    }
+    return done;
+}
+
+constexpr auto appVerbs = std::to_array<AppAct>({
+    {Verb::quit, sent<&SimulatedMac::quit>},
+    {Verb::crash, sent<&SimulatedMac::crash>},
+    {Verb::hang, hang<true>},
+    {Verb::unhang, hang<false>},
+    {Verb::slow, slowDown},
+    {Verb::activate, sent<&SimulatedMac::activate>},
+    {Verb::cpu,
+     [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
+         mac.processes.work(pid, static_cast<double>(step.amount.value_or(0)) / 100);
+         return {};
+     }},
+    {Verb::memory,
+     [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
+         mac.processes.setMemory(pid, static_cast<std::uint64_t>(step.amount.value_or(1)) << 20U);
+         return {};
+     }},
+    {Verb::iconTitle,
+     [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
+         return change(step, mac, pid, [&](SimulatedIcon& icon) { icon.title = step.text; });
+     }},
+    {Verb::iconWidth,
+     [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
+         return change(step, mac, pid, [&](SimulatedIcon& icon) {
+             icon.width = static_cast<double>(step.width.value_or(static_cast<std::int64_t>(icon.width)));
+         });
+     }},
+    {Verb::iconBadge, setBadge},
+    {Verb::iconAdd,
+     [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
+         mac.addIcon(pid, {.title = step.text.value_or(step.app),
+                           .width = static_cast<double>(step.width.value_or(24))});
+         return {};
+     }},
+    {Verb::iconRemove, removeIcon},
+    {Verb::iconHang, hangIcon<true>},
+    {Verb::iconUnhang, hangIcon<false>},
+    {Verb::menuOpen, sent<&SimulatedMac::openMenu>},
+});
+
+}  // namespace
+
+std::span<const AppAct> appActs() {
+    return appVerbs;
+}
+
+}  // namespace velko::script

@@ -1,0 +1,193 @@
+#include "Scenarios/Acts/Faces.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "Scenarios/SampleApps.h"
+#include "Velko/View/Tree.h"
+
+namespace velko::script {
+
+namespace {
+
+using scenarios::World;
+using Kind = Surfaces::Kind;
+
+constexpr auto surfaceNames = std::to_array<std::pair<std::string_view, Kind>>({
+    {"note", Kind::note},
+    {"shelf", Kind::shelf},
+    {"setup", Kind::setup},
+    {"guide", Kind::permissionGuide},
+    {"settings", Kind::settings},
+});
+
+Kind kindOf(const Step& step) {
+    const auto* const row = std::ranges::find(surfaceNames, std::string_view(step.word),
+                                              &std::pair<std::string_view, Kind>::first);
+    return row == surfaceNames.end() ? Kind::note : row->second;
+}
+
+/// What the step is about, when the mouse can reach it; a click there is outside of everything else.
+std::expected<const view::Node*, std::string> reach(const Step& step, World& world) {
+    SimulatedMac& mac = world.mac();
+    const view::Node* const content = surfaceOf(step, world).content();
+    if (content == nullptr) {
+        return std::unexpected("The " + step.word + " is not open.");
+    }
+    if (mac.statusItem.menu() != nullptr) {
+        return std::unexpected("The broom's menu takes every click.");
+    }
+    const view::Node* const node = view::find(*content, step.control);
+    if (node == nullptr || !node->isEnabled) {
+        return std::unexpected("The " + step.word + (node == nullptr ? " has no " : " does not let press ") +
+                               step.control + ".");
+    }
+    mac.closeMenu();
+    mac.surfaces.letGo();
+    for (const Kind passing : {Kind::note, Kind::shelf}) {
+        if (passing != kindOf(step)) {
+            mac.surfaces.surface(passing).dismiss(Surface::Dismissal::clickOutside);
+        }
+    }
+    return node;
+}
+
+/// What a person sets a control to when they want it at a value.
+struct InputFor {
+    const std::string& value;
+
+    [[nodiscard]] std::optional<view::Input> operator()(const view::Toggle&) const {
+        const bool isOn = value == "on";
+        return isOn || value == "off" ? std::optional(view::Input(isOn)) : std::nullopt;
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::Picker& picker) const {
+        return at(std::ranges::find(picker.options, value) - picker.options.begin());
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::Pages& pages) const {
+        return at(std::ranges::find(pages.tabs, value, &view::Pages::Tab::title) - pages.tabs.begin());
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const auto&) const { return std::nullopt; }
+
+    [[nodiscard]] static std::optional<view::Input> at(std::int64_t place) { return view::Input(place); }
+};
+
+/// Picks an enabled item by its title, in submenus too.
+bool chooseByTitle(const view::Menu& menu, const std::string& title) {
+    return std::ranges::any_of(menu, [&](const view::MenuItem& item) {
+        if (item.isEnabled && item.action && item.title == title) {
+            item.action();
+            return true;
+        }
+        return item.isEnabled && chooseByTitle(item.submenu, title);
+    });
+}
+
+bool hasTile(const Step& step, World& world) {
+    bool isFound = false;
+    if (const view::Node* const content = surfaceOf(step, world).content()) {
+        view::walk(*content, [&](const view::Node& node) {
+            const auto* const tile = std::get_if<view::Tile>(&node.content);
+            isFound = isFound || (tile != nullptr && tile->bundleID == appOf(step));
+        });
+    }
+    return isFound;
+}
+
+}  // namespace
+
+SimulatedSurface& surfaceOf(const Step& step, World& world) {
+    return world.mac().surfaces.surface(kindOf(step));
+}
+
+Done choose(const Step& step, World& world) {
+    SimulatedMac& mac = world.mac();
+    if (!mac.statusItem.chooseFromMenu(step.text.value_or(""))) {
+        return std::unexpected("The broom's menu is not open, or has no such entry to choose.");
+    }
+    if (std::exchange(mac.application.isTerminating, false)) {
+        world.quitVelko();
+    }
+    return {};
+}
+
+Done chooseIn(const Step& step, World& world) {
+    const auto node = reach(step, world);
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    return chooseByTitle(view::menuOf(**node, step.control), step.text.value_or(""))
+               ? Done()
+               : std::unexpected("The menu of " + step.control + " has no such entry to choose.");
+}
+
+Done openMenuIn(const Step& step, World& world) {
+    const auto node = reach(step, world);
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    if (view::menuOf(**node, step.control).empty()) {
+        return std::unexpected(step.control + " has no menu.");
+    }
+    surfaceOf(step, world).inHand = true;
+    return {};
+}
+
+Done press(const Step& step, World& world) {
+    const auto node = reach(step, world);
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    const auto input =
+        step.value ? std::visit(InputFor{*step.value}, (*node)->content) : std::optional(view::Input());
+    return input && surfaceOf(step, world).perform(step.control, *input)
+               ? Done()
+               : std::unexpected(step.control + " can't be pressed like that.");
+}
+
+Done drag(const Step& step, World& world) {
+    if (!hasTile(step, world)) {
+        return std::unexpected("The " + step.word + " has no tile of " + step.app + ".");
+    }
+    surfaceOf(step, world).inHand = true;
+    return {};
+}
+
+Done drop(const Step& step, World& world) {
+    if (const auto node = reach(step, world); !node) {
+        return std::unexpected(node.error());
+    }
+    if (!hasTile(step, world)) {
+        return std::unexpected("The " + step.word + " has no tile of " + step.app + ".");
+    }
+    return surfaceOf(step, world).perform(step.control, appOf(step))
+               ? Done()
+               : std::unexpected(step.control + " takes no apps.");
+}
+
+Done pressKey(const Step& step, World& world) {
+    SimulatedSurface& surface = surfaceOf(step, world);
+    if (!surface.isOpen()) {
+        return std::unexpected("The " + step.word + " is not open.");
+    }
+    surface.press({});
+    return {};
+}
+
+Done close(const Step& step, World& world) {
+    SimulatedSurface& surface = surfaceOf(step, world);
+    if (!surface.isOpen()) {
+        return std::unexpected("The " + step.word + " is not open.");
+    }
+    switch (kindOf(step)) {
+        case Kind::permissionGuide: return std::unexpected("The guide goes by itself.");
+        case Kind::note:
+        case Kind::shelf: surface.press({.key = view::Shortcut::Key::escape}); break;
+        case Kind::setup:
+        case Kind::settings: surface.dismiss(Surface::Dismissal::closeButton); break;
+    }
+    return {};
+}
+
+}  // namespace velko::script

@@ -1,0 +1,56 @@
+#include "Scenarios/Acts/Player.h"
+
+#include <algorithm>
+#include <span>
+
+#include "Scenarios/Acts/Acts.h"
+#include "Scenarios/SampleApps.h"
+
+namespace velko::script {
+
+namespace {
+
+using scenarios::World;
+
+template <class Act>
+const Act* find(std::span<const Act> acts, Verb verb) {
+    const auto act = std::ranges::find(acts, verb, &Act::verb);
+    return act == acts.end() ? nullptr : &*act;
+}
+
+Done performOnApp(const AppAct& act, const Step& step, SimulatedMac& mac) {
+    const auto pids = mac.workspace.pids(appOf(step));
+    if (pids.empty()) {
+        return std::unexpected(step.app + " does not run.");
+    }
+    if (pids.front() == mac.processes.ownPID()) {
+        return std::unexpected("Velko's own process is left alone.");
+    }
+    return act.perform(step, mac, pids.front());
+}
+
+Done performInVelko(const VelkoAct& act, const Step& step, World& world) {
+    return world.velko() == nullptr ? std::unexpected("Velko does not run.")
+                                    : act.perform(step, *world.velko(), appOf(step));
+}
+
+}  // namespace
+
+BundleID appOf(const Step& step) {
+    return scenarios::bundleIDOf(step.app).value_or(step.app);
+}
+
+Done perform(const Step& step, World& world) {
+    if (const auto* appAct = find(appActs(), step.verb)) {
+        return performOnApp(*appAct, step, world.mac());
+    }
+    for (const auto acts : {velkoActs(), settingActs()}) {
+        if (const auto* act = find(acts, step.verb)) {
+            return performInVelko(*act, step, world);
+        }
+    }
+    const auto* macAct = find(macActs(), step.verb);
+    return (macAct == nullptr ? find(expectations(), step.verb) : macAct)->perform(step, world);
+}
+
+}  // namespace velko::script

@@ -1,0 +1,208 @@
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "Scenarios/Model/Scene.h"
+#include "Scenarios/SampleApps.h"
+
+// What each step should come to.
+
+namespace velko::scenarios::model {
+
+namespace {
+
+using script::Step;
+using script::Verb;
+using namespace std::chrono_literals;
+
+constexpr auto sameClick = 400ms;  ///< a click so soon after it closed something is that click
+
+BundleID appOf(const Step& step) {
+    return bundleIDOf(step.app).value_or(step.app);
+}
+
+bool isRecent(const std::optional<Scene::Uptime>& moment, Scene::Uptime now) {
+    return moment && now - *moment < sameClick;
+}
+
+/// "keep:com.example.app" is about an app.
+std::pair<std::string, BundleID> partsOf(const std::string& control) {
+    const auto colon = control.find(':');
+    return colon == std::string::npos ? std::pair(control, BundleID())
+                                      : std::pair(control.substr(0, colon), control.substr(colon + 1));
+}
+
+std::string spoken(const std::string& word) {
+    return word == "on" ? "true" : word == "off" ? "false" : word;
+}
+
+/// A log line that the step must leave: its category and how it begins; nothing where it promises none.
+using Promise = std::optional<std::pair<std::string, std::string>>;
+
+Promise promiseOfNote(const std::string& what, const BundleID& app) {
+    if (what == "keep" || what == "tuck" || what == "bury") {
+        const std::string section = what == "keep" ? "bar" : what == "tuck" ? "tucked" : "buried";
+        return {{"layout", app + " -> " + section + " (new icon answered)"}};
+    }
+    if (what == "later" || what == "always") {
+        return {{"autopilot", (what == "later" ? "not now: " : "always keep: ") + app}};
+    }
+    return std::nullopt;
+}
+
+Promise promiseOfSettings(const std::string& what, const BundleID& app, const std::string& value) {
+    if (what == "section") {
+        return {{"layout", app + " -> " +
+                               std::string(value == "Bar"      ? "bar"
+                                           : value == "Tucked" ? "tucked"
+                                                               : "buried")}};
+    }
+    constexpr auto switches = std::to_array<std::pair<std::string_view, std::string_view>>(
+        {{"ask", "ask about new icons "},
+         {"pop-out", "pop out on change "},
+         {"live-activities", "show Live Activities "},
+         {"autopilot", "autopilot "}});
+    for (const auto& [id, words] : switches) {
+        if (id == what) {
+            return {{"settings", std::string(words) + spoken(value)}};
+        }
+    }
+    const bool isReveal = what == "hover" || what == "auto-tuck" || what.starts_with("style-");
+    return isReveal ? Promise({"settings", "reveal settings "}) : std::nullopt;
+}
+
+Promise promiseOfPress(const Step& step) {
+    const auto [what, app] = partsOf(step.control);
+    if (step.word == "note") {
+        return promiseOfNote(what, app);
+    }
+    return step.word == "settings" ? promiseOfSettings(what, app, step.value.value_or("")) : std::nullopt;
+}
+
+Promise promiseOf(const Step& step) {
+    const BundleID app = appOf(step);
+    switch (step.verb) {
+        case Verb::place: return {{"layout", app + " -> " + step.word}};
+        case Verb::showMe: return {{"showme", "showing " + app}};
+        case Verb::dismiss: return {{"autopilot", "not now: " + app}};
+        case Verb::alwaysKeep: return {{"autopilot", "always keep: " + app}};
+        case Verb::finishSetup: return {{"setup", "sorted: 0 in the bar, 0 tucked, 0 buried"}};
+        case Verb::setPopOut: return {{"settings", "pop out on change " + spoken(step.word)}};
+        case Verb::setLiveActivities: return {{"settings", "show Live Activities " + spoken(step.word)}};
+        case Verb::setAutopilot: return {{"settings", "autopilot " + spoken(step.word)}};
+        case Verb::setAsk: return {{"settings", "ask about new icons " + spoken(step.word)}};
+        case Verb::setNewIcons: return {{"settings", "new icons go to " + step.word}};
+        case Verb::setAutoTuck:
+        case Verb::setHover:
+        case Verb::setNotchedStyle:
+        case Verb::setOtherStyle: return {{"settings", "reveal settings "}};
+        case Verb::setLogin: return {{"settings", "launch at login "}};
+        case Verb::velkoStart: return std::nullopt;
+        case Verb::press: return promiseOfPress(step);
+        default: return std::nullopt;
+    }
+}
+
+bool wasLogged(const std::vector<Happening>& happened, const std::string& category,
+               const std::string& beginning) {
+    return std::ranges::any_of(happened, [&](const Happening& each) {
+        return each.category == category && each.text.starts_with(beginning);
+    });
+}
+
+/// A left click on the broom that left no line behind.
+void checkQuietClick(Scene& scene, const std::vector<Happening>& happened) {
+    const bool isTold = wasLogged(happened, "reveal", "toggle") || wasLogged(happened, "note", "shown") ||
+                        wasLogged(happened, "liveactivity", "broom clicked");
+    const ClickMeaning meaning = meaningOfClick(scene);
+    const bool isMenuOpen = scene.world.mac().statusItem.menu() != nullptr;
+    if (isTold) {
+        scene.require(!isMenuOpen, "a click does one thing");
+        return;
+    }
+    scene.require(isMenuOpen == (meaning == ClickMeaning::menu),
+                  "the menu opens where there is nothing to bring out");
+    scene.require(meaning == ClickMeaning::menu || meaning == ClickMeaning::nothing,
+                  "a click on the broom is heard");
+}
+
+void endShowMe(Scene& scene) {
+    Belief& belief = scene.belief;
+    if (belief.alone) {
+        belief.alone.reset();
+        belief.asked.insert("show me stopped");
+    }
+}
+
+}  // namespace
+
+bool isBroomClick(const script::Step& step) {
+    return (step.verb == Verb::clickBroom && step.word != "lost") || step.verb == Verb::holdBroom ||
+           step.verb == Verb::voiceOverPressBroom;
+}
+
+ClickMeaning meaningOfClick(const Scene& scene) {
+    const Belief& belief = scene.belief;
+    if (belief.isMenuOpen) {
+        return ClickMeaning::nothing;
+    }
+    if (!belief.isWell() || (!belief.out.isRevealed() && !belief.isAnyHideable())) {
+        return ClickMeaning::menu;
+    }
+    const bool isOwnClosing =
+        isRecent(belief.shelfClickedAt, scene.now()) || isRecent(belief.noteClosedAt, scene.now());
+    if (isOwnClosing || belief.alone) {
+        return ClickMeaning::nothing;
+    }
+    const bool asks =
+        !scene.step.flag && !belief.out.isRevealed() && !belief.isPutOff && scene.asksSomething();
+    if (asks) {
+        return belief.out.opened.empty() ? ClickMeaning::opensNote : ClickMeaning::nothing;
+    }
+    return ClickMeaning::toggles;
+}
+
+void checkStep(Scene& scene, const std::vector<Happening>& happened) {
+    if (scene.world.velko() == nullptr) {
+        return;
+    }
+    if (const auto promise = promiseOf(scene.step)) {
+        scene.require(wasLogged(happened, promise->first, promise->second), "the log says what the user did",
+                      "[" + promise->first + "] " + promise->second);
+    }
+    if (!isBroomClick(scene.step) && scene.step.verb == Verb::clickBroom) {
+        return;
+    }
+    switch (scene.step.verb) {
+        case Verb::clickBroom:
+        case Verb::holdBroom:
+        case Verb::voiceOverPressBroom:
+            checkQuietClick(scene, happened);
+            // With nothing to show, the click opens the menu instead.
+            if (!scene.belief.isMenuOpen && scene.belief.isWell() &&
+                scene.world.mac().statusItem.menu() == nullptr) {
+                if (!isRecent(scene.belief.shelfClickedAt, scene.now())) {
+                    endShowMe(scene);
+                }
+                scene.belief.shelfClickedAt.reset();
+            }
+            break;
+        case Verb::open: endShowMe(scene); break;
+        case Verb::choose:
+        case Verb::chooseIn:
+        case Verb::press:
+            scene.belief.isAllShown = scene.belief.isAllShown || scene.step.text == "Show All";
+            // Some of these open an app, or stop showing it.
+            if (!scene.world.velko()->values().showingMe) {
+                endShowMe(scene);
+            }
+            break;
+        case Verb::showAll: scene.belief.isAllShown = true; break;
+        default: break;
+    }
+}
+
+}  // namespace velko::scenarios::model

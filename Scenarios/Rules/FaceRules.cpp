@@ -1,0 +1,234 @@
+#include "Scenarios/Rules/FaceRules.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "Simulator/Accessibility/TreeFaults.h"
+#include "Velko/Apps/HiddenApps.h"
+#include "Velko/Broom/BroomDrawing.h"
+#include "Velko/Ports/PanelPlacement.h"
+#include "Velko/View/Tree.h"
+#include "VelkoCore/Time/Timing.h"
+
+namespace velko::scenarios {
+
+namespace {
+
+using Kind = Surfaces::Kind;
+
+/// Twenty while it rocks, and what its dot and a problem may add.
+constexpr std::size_t mostImagesInASecond = 23;
+
+constexpr std::array allKinds{Kind::note, Kind::shelf, Kind::setup, Kind::permissionGuide, Kind::settings};
+
+std::string expectedToolTip(AppController& velko) {
+    const AppValues& values = velko.values();
+    if (!values.health().isOk()) {
+        return "Velko needs attention. Right-click for details.";
+    }
+    if (values.isRefused) {
+        return "macOS didn't let Velko hide icons, so all of them are out. Try again in Settings.";
+    }
+    if (velko.note().isAnythingToAsk() && !values.noteDeferred) {
+        return "Velko has something to ask. Click to see.";
+    }
+    if (values.liveActivityShowing && !values.liveActivityDismissed) {
+        return "An iPhone Live Activity is on, so everything's out. Click to tidy anyway.";
+    }
+    return values.state.isRevealed() ? "Click to tidy up"
+                                     : "Click to show tucked icons. Right-click for more.";
+}
+
+/// A suggestion comes and goes with the clock alone, and Velko looks at it once an hour.
+bool mayLag(const AppController& velko) {
+    const Layout& layout = velko.values().layout;
+    return layout.inbox.empty() && layout.autopilot.offerPending;
+}
+
+bool hasDot(const view::Drawing& drawing) {
+    return drawing.shapes.size() == BroomDrawing::icon({.hasDot = true}).shapes.size();
+}
+
+/// How long the newest look of the broom may wait for its turn to be drawn.
+constexpr auto drawingTime = std::chrono::milliseconds(60);
+
+/// The apps that nodes with such ids are about.
+std::vector<BundleID> appsWith(std::string_view prefix, const view::Node& root) {
+    std::vector<BundleID> apps;
+    view::walk(root, [&](const view::Node& node) {
+        if (node.id.starts_with(prefix)) {
+            apps.push_back(node.id.substr(prefix.size()));
+        }
+    });
+    std::ranges::sort(apps);
+    return apps;
+}
+
+bool showsBuried(const RevealState& state) {
+    const auto* const peek = state.asPeeking();
+    return peek == nullptr ? state == RevealState::revealedWithBuried() : showsBuried(peek->base);
+}
+
+}  // namespace
+
+void FaceRules::require(bool holds, const std::string& rule, const std::string& detail) {
+    if (!holds && !breach_) {
+        breach_ = detail.empty() ? rule : rule + ": " + detail;
+    }
+}
+
+std::optional<std::string> FaceRules::check(AppController& velko, bool isCalm) {
+    checkTrees();
+    checkBroom(velko, isCalm);
+    checkSurfaces(velko, isCalm);
+    checkNote(velko, isCalm);
+    checkShelf(velko, isCalm);
+    checkSettings(velko);
+    return std::exchange(breach_, std::nullopt);
+}
+
+void FaceRules::checkTrees() {
+    for (const Kind kind : allKinds) {
+        if (const view::Node* root = content(kind)) {
+            const auto* const opening = world_.mac().surfaces.surface(kind).opening();
+            require(!opening->title.empty(), "every surface has a title");
+            const auto fault = faultIn(*root);
+            require(!fault, "everything shown is well-formed", fault.value_or(""));
+        }
+    }
+    if (const view::Menu* menu = world_.mac().statusItem.menu()) {
+        const auto fault = faultIn(*menu);
+        require(!fault, "the menu is well-formed", fault.value_or(""));
+    }
+}
+
+void FaceRules::checkBroom(AppController& velko, bool isCalm) {
+    const SimulatedStatusItem& item = world_.mac().statusItem;
+    require(item.mostImagesInASecond() <= mostImagesInASecond && item.imagesInVain() == 0,
+            "the broom is drawn no more than it has to be");
+    require(mayLag(velko) || item.toolTip() == expectedToolTip(velko), "the broom's tooltip is true",
+            item.toolTip() + " instead of " + expectedToolTip(velko));
+    const auto* const drawing = std::get_if<view::Drawing>(&item.image());
+    const bool isOk = velko.values().health().isOk();
+    require((drawing != nullptr) == isOk, "the broom shows whether all is well");
+    if (drawing == nullptr || !isOk) {
+        return;
+    }
+    const bool asks = velko.note().isAnythingToAsk();
+    const auto now = world_.mac().mainThread.now();
+    dotWrongSince_ = hasDot(*drawing) == asks ? std::nullopt : std::optional(dotWrongSince_.value_or(now));
+    require(mayLag(velko) || !dotWrongSince_ || now - *dotWrongSince_ <= drawingTime,
+            "the dot shows whether there is something to ask");
+    const double tilt = velko.values().state.isRevealed() ? Timing::broomRockDegrees : 0;
+    require(!isCalm || mayLag(velko) || *drawing == BroomDrawing::icon({.tilt = tilt, .hasDot = asks}),
+            "the broom leans as the icons are");
+}
+
+void FaceRules::checkSurfaces(const AppController& velko, bool isCalm) {
+    const SimulatedMac& mac = world_.mac();
+    const bool hasWindow = isOpen(Kind::setup) || isOpen(Kind::settings);
+    require((mac.application.policy() == Application::Policy::regular) == hasWindow,
+            "Velko is in the Dock while it has a window");
+    require(mac.statusItem.menu() == nullptr || !isOpen(Kind::note),
+            "a menu and the note are never open together");
+    require(!isOpen(Kind::permissionGuide) || hasWindow, "the guide goes with the window that asked for it");
+    require(!isCalm || !isOpen(Kind::permissionGuide) || velko.values().problems.trustMissing,
+            "the guide goes when there is nothing left to grant");
+    require((mac.pointer.moveObservers() > 0) == velko.values().layout.reveal.hover,
+            "the pointer is watched only for hovering");
+}
+
+void FaceRules::checkNote(const AppController& velko, bool isCalm) {
+    const view::Node* const note = content(Kind::note);
+    if (note == nullptr) {
+        return;
+    }
+    auto waiting = velko.values().layout.inbox;
+    std::ranges::sort(waiting);
+    require(appsWith("keep:", *note) == waiting, "the note asks about those who wait");
+    checkArrow(isCalm);
+    const bool asks = !appsWith("row:", *note).empty();
+    require(asks == (view::find(*note, "spotless") == nullptr), "the note is spotless when all is answered");
+}
+
+void FaceRules::checkArrow(bool isCalm) {
+    SimulatedMac& mac = world_.mac();
+    const SimulatedSurface& note = mac.surfaces.surface(Kind::note);
+    const auto place = note.opening()->place;
+    require(place.has_value(), "the note hangs from the menu bar");
+    const auto& slots = mac.menuBar().slots();
+    const auto broom = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
+    const auto shown = note.frame();
+    if (!place || !shown || !isCalm || mac.broomSpot() != SimulatedMac::BroomSpot::bar ||
+        broom == slots.end()) {
+        return;
+    }
+    const Rect& frame = *shown;
+    const double middle = broom->frame.x + broom->frame.width / 2;
+    const bool isInReach = std::abs(middle - (frame.x + frame.width / 2)) <= panelArrowReach(frame.width);
+    const double tip = frame.x + panelArrowTip(*place, frame);
+    require(!isInReach || std::abs(tip - middle) < 1, "the note's arrow points at the broom");
+}
+
+void FaceRules::checkShelf(const AppController& velko, bool isCalm) {
+    const AppValues& values = velko.values();
+    const std::vector<Display> displays = world_.mac().displays.displays();
+    require(isOpen(Kind::shelf) == (values.isShelfShown() && !displays.empty()),
+            "the shelf is open while icons are out on it", describe(values.state));
+    const view::Node* const shelf = content(Kind::shelf);
+    if (shelf == nullptr) {
+        return;
+    }
+    const HiddenApps hidden = hiddenApps(velko);
+    std::vector<BundleID> wanted;
+    const auto add = [&wanted](const std::vector<PresentApp>& apps) {
+        std::ranges::transform(apps, std::back_inserter(wanted), &PresentApp::bundleID);
+    };
+    add(hidden.tucked);
+    if (showsBuried(values.state)) {
+        add(hidden.buried);
+    }
+    std::ranges::sort(wanted);
+    require(appsWith("tile:", *shelf) == wanted, "the shelf holds what is hidden");
+    const auto frame = world_.mac().surfaces.surface(Kind::shelf).frame();
+    const bool hangsSomewhere =
+        frame && std::ranges::any_of(displays, [&](const Display& display) {
+            return display.frame.contains({.x = frame->x + frame->width / 2, .y = frame->maxY() - 1});
+        });
+    require(!isCalm || hangsSomewhere, "the shelf hangs on a display that is there");
+}
+
+void FaceRules::checkSettings(const AppController& velko) {
+    const view::Node* const settings = content(Kind::settings);
+    if (settings == nullptr) {
+        return;
+    }
+    const Layout& layout = velko.values().layout;
+    const std::array<std::pair<std::string_view, bool>, 5> toggles{
+        {{"hover", layout.reveal.hover},
+         {"ask", layout.askAboutNewIcons},
+         {"pop-out", layout.popOutOnChange},
+         {"live-activities", layout.showLiveActivities},
+         {"autopilot", layout.autopilot.enabled}}};
+    for (const auto& [id, isOn] : toggles) {
+        const view::Node* const node = view::find(*settings, id);
+        const auto* const toggle = node == nullptr ? nullptr : std::get_if<view::Toggle>(&node->content);
+        require(toggle == nullptr || toggle->isOn == isOn, "the settings show what is set", std::string(id));
+    }
+    for (const BundleID& app : appsWith("section:", *settings)) {
+        const view::Node* const node = view::find(*settings, "section:" + app);
+        const auto* const picker = std::get_if<view::Picker>(&node->content);
+        const bool isWaiting = std::ranges::count(layout.inbox, app) > 0;
+        const std::size_t wanted =
+            isWaiting ? view::Picker::nothing : static_cast<std::size_t>(layout.section(app));
+        require(picker != nullptr && picker->selected == wanted, "the settings show what is set", app);
+    }
+}
+
+}  // namespace velko::scenarios

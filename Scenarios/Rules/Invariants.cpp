@@ -1,0 +1,298 @@
+#include "Scenarios/Rules/Invariants.h"
+
+#include <algorithm>
+#include <ranges>
+#include <string_view>
+#include <utility>
+
+#include "Scenarios/SampleApps.h"
+#include "VelkoCore/Time/Timing.h"
+#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
+
+namespace velko::scenarios {
+
+namespace {
+
+using script::Verb;
+
+/// Long enough for everything that ends by itself: an opening, then its reveal, then what the pointer holds
+/// out; a pop-out, a show-me; and for two rounds of scans.
+constexpr auto calm = std::chrono::minutes(4);
+
+/// How often a calm Velko wakes the machine: its loops, which look at each app, and now and then something
+/// that moves for a moment. What never stops moving does it thirty times a second.
+constexpr std::uint64_t mostWakeUpsPerMinute = 240;
+constexpr std::uint64_t mostWakeUpsPerMinuteAndApp = 20;
+constexpr std::uint64_t wakeUpsToSpare = 600;
+
+constexpr std::size_t mostWork = 12;  ///< the loops, a save, a scan, and some to spare
+
+/// After how long without work a Live Activity counts as over.
+constexpr auto quiet = std::chrono::duration_cast<std::chrono::milliseconds>(
+                           std::chrono::duration<double>(Timing::liveActivityQuietSeconds)) +
+                       Timing::liveActivityCheckInterval * 2;
+
+bool isEvent(Verb verb) {
+    using enum Verb;
+    return verb != wait && verb != say && verb < expectVisible;  // what is only asked comes last
+}
+
+bool lastApplyFailed(const Log& log) {
+    const auto isAboutEngine = [](const std::string& line) { return line.contains("  [engine] "); };
+    const auto newestFirst = log.lines() | std::views::reverse;
+    const auto line = std::ranges::find_if(newestFirst, isAboutEngine);
+    return line != newestFirst.end() && line->contains("] FAILED (");
+}
+
+BundleIDs ownersOf(const AppController& velko) {
+    BundleIDs owners;
+    for (const MenuBarItem& item : velko.values().items) {
+        owners.insert(item.bundleID);
+    }
+    return owners;
+}
+
+}  // namespace
+
+Invariants::Invariants(World& world)
+    : world_(world),
+      nextOnStart_(std::exchange(world.onStart, nullptr)),
+      nextOnMenuBarChange_(std::exchange(world.mac().onMenuBarChange, nullptr)),
+      systemItems_(world.mac().visibleSystemItems()),
+      layoutFile_(world),
+      faces_(world),
+      model_(world) {
+    world_.onStart = [this](AppController& velko) { watch(velko); };
+    world_.mac().onMenuBarChange = [this] { barChanged(); };
+    if (AppController* velko = world_.velko()) {
+        watch(*velko);
+    }
+}
+
+Invariants::~Invariants() {
+    world_.onStart = std::move(nextOnStart_);
+    world_.mac().onMenuBarChange = std::move(nextOnMenuBarChange_);
+}
+
+void Invariants::watch(AppController& velko) {
+    notices_ = velko.observe([this] { observerTold(); });
+    shownAllAt_.reset();
+    if (nextOnStart_) {
+        nextOnStart_(velko);
+    }
+}
+
+void Invariants::require(bool holds, const std::string& rule, const std::function<std::string()>& detail) {
+    if (!holds && !breach_) {
+        breach_ = rule + (detail ? ": " + detail() : "");
+    }
+}
+
+// At every moment
+
+void Invariants::barChanged() {
+    require(world_.mac().visibleSystemItems() == systemItems_, "the system's items always show");
+    if (const AppController* velko = world_.velko()) {
+        require(std::ranges::count(world_.mac().visibleIcons(), velko->ownBundleID()) == 1,
+                "the broom always shows");
+        if (!world_.mac().framework.inForce() && !velko->engine().current().isShowAll()) {
+            // Only once this turn is over does Velko know itself what it has done.
+            world_.mac().mainThread.happen({}, [this] { hidingEnded(); });
+        }
+    }
+    if (nextOnMenuBarChange_) {
+        nextOnMenuBarChange_();
+    }
+}
+
+void Invariants::hidingEnded() {
+    if (const AppController* velko = world_.velko(); velko != nullptr && !mayShowAll(*velko)) {
+        require(velko->currentPlan().isShowAll(), "icons never flash up between two plans");
+    }
+}
+
+void Invariants::observerTold() {
+    require(!std::exchange(wasToldThisTurn_, true), "observers are told once per turn");
+    world_.mac().mainThread.happen({}, [this] { wasToldThisTurn_ = false; });
+}
+
+// After every step
+
+std::optional<std::string> Invariants::check(const script::Step& done) {
+    remember(done);
+    runWhatIsDue();
+    if (AppController* velko = world_.velko()) {
+        checkEngine(*velko);
+        checkValues(*velko);
+        checkCalm(*velko);
+        checkFaces(*velko);
+        checkRest(*velko, done);
+    } else {
+        checkWhileGone();
+    }
+    checkManners();
+    if (const auto wrong = layoutFile_.check(done)) {
+        require(false, *wrong);
+    }
+    if (const auto wrong = model_.check(done)) {
+        require(false, *wrong);
+    }
+    return std::exchange(breach_, std::nullopt);
+}
+
+void Invariants::remember(const script::Step& done) {
+    if (isEvent(done.verb)) {
+        calmSince_ = world_.mac().mainThread.now();
+    }
+    if (world_.velko() != nullptr &&
+        (done.verb == Verb::showAll || (done.verb == Verb::choose && done.text == "Show All"))) {
+        shownAllAt_ = world_.velko()->lastHidingChange();
+    }
+}
+
+/// Work that blocks carries the clock on, past what then falls due.
+void Invariants::runWhatIsDue() {
+    bool isRunning = true;
+    while (std::exchange(isRunning, false)) {
+        const auto before = world_.mac().mainThread.now();
+        world_.mac().advance({});
+        isRunning = world_.mac().mainThread.now() != before;
+    }
+}
+
+/// Whether everything may show though Velko wants to hide something.
+bool Invariants::mayShowAll(const AppController& velko) const {
+    return (shownAllAt_ && velko.lastHidingChange() == shownAllAt_) || lastApplyFailed(world_.log());
+}
+
+void Invariants::checkWhileGone() {
+    require(!world_.mac().framework.inForce(), "without Velko everything shows");
+    require(
+        world_.mac().registered() == SimulatedMac::Registered{} && world_.mac().pointer.moveObservers() == 0,
+        "a Velko that is gone leaves nothing");
+    wakeUps_ = world_.mac().cost().wakeUps;
+}
+
+void Invariants::checkEngine(const AppController& velko) {
+    const SimulatedFramework& framework = world_.mac().framework;
+    const VisibilityPlan& current = velko.engine().current();
+    const std::size_t wanted = current.isShowAll() ? 0 : 1;
+    require(framework.activeAssertions() == wanted, "no assertion but the one in force is alive",
+            [&] { return std::to_string(framework.activeAssertions()) + " with plan " + describe(current); });
+    const auto inForce = framework.inForce();
+    require(!inForce || current.allowed() == inForce->bundleIDs,
+            "the system hides what Velko thinks it hides");
+    if (framework.unanswered() == 0 && !(current.isShowAll() && mayShowAll(velko))) {
+        require(current == velko.currentPlan(), "the plan in force follows from the state",
+                [&] { return describe(current) + " instead of " + describe(velko.currentPlan()); });
+    }
+}
+
+void Invariants::checkValues(const AppController& velko) {
+    const AppValues& values = velko.values();
+    const BundleIDs owners = ownersOf(velko);
+    const auto tidied = std::ranges::count_if(
+        owners, [&](const BundleID& app) { return velko.engine().current().hides(app); });
+    require(std::cmp_equal(values.tidiedCount, tidied), "the count of tidied apps is right",
+            [&] { return std::to_string(values.tidiedCount) + " instead of " + std::to_string(tidied); });
+    const auto& inbox = values.layout.inbox;
+    require(std::set(inbox.begin(), inbox.end()).size() == inbox.size(), "no app waits twice");
+    require(std::ranges::all_of(inbox,
+                                [&](const BundleID& app) {
+                                    return values.layout.section(app) == Section::tucked &&
+                                           !AllowlistPlanner::isAlwaysAllowed(app);
+                                }),
+            "who waits for an answer is tucked");
+    require(values.layout.popOutOnChange || values.poppedOut.empty(), "none is out while pop-outs are off");
+    require(!values.problems.trustMissing || world_.mac().registered().taps == 0,
+            "without the permission nobody listens for clicks");
+    require(world_.log().lines().size() <= Log::maxLines, "the log in memory stays small");
+}
+
+/// What the system would punish: by a question to the user, or by a crash.
+void Invariants::checkManners() {
+    require(world_.mac().pointer.inputMonitoringPrompts() == 0, "nobody is asked for Input Monitoring");
+    require(world_.mac().accessibility.ownAnswersElsewhere() == 0,
+            "Velko's own elements are asked on the main thread only");
+}
+
+bool Invariants::isCalm() const {
+    return world_.mac().mainThread.now() - calmSince_ >= calm;
+}
+
+void Invariants::checkFaces(AppController& velko) {
+    if (const auto wrong = faces_.check(velko, isCalm())) {
+        require(false, *wrong);
+    }
+}
+
+/// Nothing goes on moving when nobody does anything.
+void Invariants::checkRest(const AppController& velko, const script::Step& done) {
+    const std::uint64_t before = std::exchange(wakeUps_, world_.mac().cost().wakeUps);
+    const auto waited = done.duration.value_or(std::chrono::milliseconds(0));
+    if (done.verb != Verb::wait || waited < calm || velko.isIconWatchRunning()) {
+        return;
+    }
+    const auto perMinute = mostWakeUpsPerMinute + mostWakeUpsPerMinuteAndApp * ownersOf(velko).size();
+    const auto minutes = static_cast<std::uint64_t>(std::chrono::ceil<std::chrono::minutes>(waited).count());
+    require(wakeUps_ - before <= wakeUpsToSpare + perMinute * minutes, "a calm Velko lets the Mac rest", [&] {
+        return std::to_string(wakeUps_ - before) + " wake-ups in " + std::to_string(minutes) + " min";
+    });
+}
+
+/// What must have come about by itself after a while in which nothing happened.
+void Invariants::checkCalm(const AppController& velko) {
+    SimulatedMac& mac = world_.mac();
+    const AppValues& values = velko.values();
+    if (!isCalm() || values.problems.engineUnavailable) {
+        return;
+    }
+    require(values.problems.trustMissing != mac.accessibility.isPermitted(), "trust is known");
+    require(values.poppedOut.empty() && !values.showingMe, "what was let out for a while is back");
+    const bool isAnySilent = std::ranges::any_of(mac.processes.running(), [&](const auto& process) {
+        return !mac.accessibility.answersWithin(process.pid, Timing::axMessagingTimeout);
+    });
+    const bool isInHand = mac.windows.menuOwner() || mac.surfaces.surface(Surfaces::Kind::shelf).isInHand();
+    if (!values.health().isOk() || isAnySilent || isInHand) {
+        return;
+    }
+    require(values.state.asPeeking() == nullptr, "an opening ends");
+    require(velko.isIconWatchRunning() ||
+                (mac.registered().elementObservers == 0 && mac.registered().work <= mostWork),
+            "nothing piles up");
+    require(mac.pointer.refusesTaps || mac.pointer.listeningTaps() == 1, "clicks are watched");
+    require(values.layout.reveal.autoTuckSeconds == 0 || !values.state.isRevealed(), "a reveal ends");
+    const bool isAnyBusy = std::ranges::any_of(mac.processes.running(), [](const SimulatedProcess& process) {
+        return !process.app.isApplication && process.cores > 0;
+    });
+    require(isAnyBusy || !values.liveActivityShowing || mac.mainThread.now() - calmSince_ < quiet,
+            "a Live Activity ends");
+    checkInventory(velko);
+}
+
+void Invariants::checkInventory(const AppController& velko) {
+    SimulatedMac& mac = world_.mac();
+    const BundleIDs owners = ownersOf(velko);
+    const std::vector<BundleID> visible = mac.visibleIcons();
+    const bool isTidy = velko.values().state == RevealState::collapsed() && mac.framework.inForce();
+    for (const SimulatedProcess& process : mac.processes.running()) {
+        const BundleID& app = process.app.bundleID;
+        const bool isOthers = app != velko.ownBundleID() && !AllowlistPlanner::isAlwaysAllowed(app);
+        if (!isOthers || app.empty() || mac.iconElement(process.pid, 0) == nullptr) {
+            continue;
+        }
+        const auto detail = [&] { return app; };
+        require(owners.contains(app), "every icon is known", detail);
+        const bool belongs = velko.values().layout.section(app) == Section::bar;
+        require(!isTidy || (std::ranges::count(visible, app) > 0) == belongs,
+                "the bar holds what belongs there", detail);
+    }
+    for (const BundleID& app : owners) {
+        require(!mac.workspace.pids(app).empty(), "who has quit is forgotten", [&] { return app; });
+    }
+    require(std::ranges::equal(std::views::keys(velko.values().usage), owners),
+            "usage is of the apps that are there");
+}
+
+}  // namespace velko::scenarios

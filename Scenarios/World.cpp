@@ -1,0 +1,109 @@
+#include "Scenarios/World.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <system_error>
+#include <utility>
+
+#include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoEngine/Hiding/AssessmentEngine.h"
+
+namespace velko::scenarios {
+
+namespace {
+
+constexpr std::size_t broom = 0;  ///< the first of Velko's icons
+
+/// The file system's calls, on a disk that is full while `isFull`.
+FileCalls diskThatMayBeFull(FileCalls calls, const bool& isFull) {
+    calls.open = [&isFull, open = calls.open](const char* path, int flags, unsigned mode) {
+        if (isFull && (flags & O_ACCMODE) != O_RDONLY) {
+            errno = ENOSPC;
+            return -1;
+        }
+        return open(path, flags, mode);
+    };
+    return calls;
+}
+
+std::filesystem::path made(std::filesystem::path folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);  // without it, the log stays in memory
+    return folder;
+}
+
+}  // namespace
+
+World::World(std::filesystem::path folder, const SimulatedMacOptions& options)
+    : passTime([this](MainThread::Uptime duration) { mac_.advance(duration); }),
+      folder_(made(std::move(folder))),
+      mac_(options),
+      log_(mac_.mainThread, folder_ / "Velko.log", mac_.fileCalls()) {
+    mac_.removeIcon(mac_.processes.ownPID(), broom);
+}
+
+World::~World() {
+    mac_.onMenuBarChange = nullptr;
+}
+
+void World::startVelko() {
+    if (velko_) {
+        return;
+    }
+    const ProcessID own = mac_.processes.ownPID();
+    mac_.addIcon(own, mac_.processes.find(own)->app.icons.at(broom), broomPlace_);
+    velko_ = std::make_unique<AppDelegate>(AppDelegate::Parts{
+        .controller = {.platform = mac_.platform(),
+                       .ports = mac_.appPorts(),
+                       .log = log_,
+                       .store = LayoutStore(layoutFile(), diskThatMayBeFull(mac_.fileCalls(), savingFails)),
+                       .engine = std::make_unique<AssessmentEngine>(mac_.platform()),
+                       .info = {.version = VELKO_VERSION,
+                                .build = VELKO_BUILD,
+                                .channel = VELKO_CHANNEL,
+                                .systemVersion = "27.0 (simulated)",
+                                .bundlePath = "/Applications/Velko.app"}},
+        .propertyLists = propertyLists_,
+        .homeFolder = folder_});
+    if (onStart) {
+        onStart(velko_->controller());
+    }
+    velko_->didFinishLaunching();
+}
+
+bool World::reopenVelko() {
+    if (velko_) {
+        const bool hasWindow = mac_.surfaces.surface(Surfaces::Kind::setup).isOpen() ||
+                               mac_.surfaces.surface(Surfaces::Kind::settings).isOpen();
+        velko_->reopen(hasWindow);
+    }
+    return velko_ != nullptr;
+}
+
+void World::quitVelko() {
+    if (velko_) {
+        velko_->willTerminate();
+        crashVelko();
+    }
+}
+
+void World::crashVelko() {
+    if (velko_) {
+        if (onEnd) {
+            onEnd();
+        }
+        velko_.reset();
+        mac_.surfaces.forget();
+        mac_.statusItem.closeMenu();
+        mac_.application.now = Application::Policy::accessory;
+        mac_.application.isTerminating = false;
+        const auto& slots = mac_.menuBar().slots();
+        const auto own = std::ranges::find(slots, mac_.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
+        broomPlace_ = static_cast<std::size_t>(own - slots.begin());
+        mac_.removeIcon(mac_.processes.ownPID(), broom);
+    }
+}
+
+}  // namespace velko::scenarios

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "VelkoEngine/Ports/Accessibility.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+/// What a port hands out for an element of a simulated tree, with the time-out of whoever asks through it.
+class SimulatedAXHandle final : public AXElement::Native {
+ public:
+    /// The time-out of a handle on which none was set.
+    static constexpr MainThread::Uptime defaultTimeout = std::chrono::seconds(6);
+
+    /// An application's element is looked up when it is asked, for it can be made for any process.
+    SimulatedAXHandle(ProcessID pid, std::optional<std::weak_ptr<SimulatedElement>> element, float timeout)
+        : pid_(pid), element_(std::move(element)), timeout_(timeout) {}
+
+    [[nodiscard]] static AXElement make(const SimulatedElementRef& element, float timeout) {
+        return AXElement(std::make_shared<const SimulatedAXHandle>(element->pid, element, timeout));
+    }
+    [[nodiscard]] static const SimulatedAXHandle& of(const AXElement& element) {
+        return static_cast<const SimulatedAXHandle&>(element.native());
+    }
+
+    [[nodiscard]] ProcessID pid() const noexcept { return pid_; }
+    /// Nothing for an application's element.
+    [[nodiscard]] const std::optional<std::weak_ptr<SimulatedElement>>& element() const noexcept {
+        return element_;
+    }
+    [[nodiscard]] float timeoutSeconds() const noexcept { return timeout_; }
+    [[nodiscard]] MainThread::Uptime timeout() const {
+        return timeout_ > 0 ? std::chrono::round<MainThread::Uptime>(std::chrono::duration<double>(timeout_))
+                            : defaultTimeout;
+    }
+
+ private:
+    ProcessID pid_;
+    std::optional<std::weak_ptr<SimulatedElement>> element_;
+    float timeout_;
+};
+
+}  // namespace velko

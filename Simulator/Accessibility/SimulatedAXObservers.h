@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Simulator/Accessibility/SimulatedAXHandle.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "VelkoEngine/Ports/Accessibility.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+/// The observers of elements that are installed, and what each has asked for.
+class SimulatedAXObservers final {
+ public:
+    /// Sends the message that a registration is; the element that it reaches.
+    using Reach = std::function<std::expected<SimulatedElementRef, AXError>(const AXElement&)>;
+
+    SimulatedAXObservers(MainThread& mainThread, Reach reach)
+        : mainThread_(mainThread), reach_(std::move(reach)) {}
+
+    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, float messagingTimeout,
+                                                      Accessibility::NotificationHandler handler);
+
+    /// Tells whoever has asked for it, on the main thread and never within this call. `root` is the
+    /// application's element of the same process.
+    void notify(const SimulatedElementRef& root, const SimulatedElementRef& element,
+                const std::string& notification);
+
+    [[nodiscard]] std::size_t count() const;
+
+ private:
+    class Observer;
+    struct State;
+
+    MainThread& mainThread_;
+    Reach reach_;
+    std::vector<std::weak_ptr<State>> states_;
+};
+
+}  // namespace velko

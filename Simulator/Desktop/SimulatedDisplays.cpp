@@ -1,0 +1,54 @@
+#include "Simulator/Desktop/SimulatedDisplays.h"
+
+#include <utility>
+
+namespace velko {
+
+namespace {
+
+constexpr double plainBarHeight = 24;
+constexpr double housingHeight = 38;
+constexpr double housingWidth = 188;
+constexpr double dockHeight = 70;
+
+Rect withoutBarAndDock(const Rect& frame, double barHeight) {
+    return {.x = frame.x,
+            .y = frame.y + dockHeight,
+            .width = frame.width,
+            .height = frame.height - dockHeight - barHeight};
+}
+
+}  // namespace
+
+Display SimulatedDisplays::notched(Point origin) {
+    const Rect frame{.x = origin.x, .y = origin.y, .width = 1512, .height = 982};
+    const double beside = (frame.width - housingWidth) / 2;
+    const double besideHousing = frame.maxY() - housingHeight;
+    return {.frame = frame,
+            .visibleFrame = withoutBarAndDock(frame, housingHeight),
+            .safeAreaTop = housingHeight,
+            .auxiliaryTopLeft = {.x = origin.x, .y = besideHousing, .width = beside, .height = housingHeight},
+            .auxiliaryTopRight = {
+                .x = frame.maxX() - beside, .y = besideHousing, .width = beside, .height = housingHeight}};
+}
+
+Display SimulatedDisplays::plain(Point origin, Size size) {
+    const Rect frame{.x = origin.x, .y = origin.y, .width = size.width, .height = size.height};
+    return {.frame = frame, .visibleFrame = withoutBarAndDock(frame, plainBarHeight)};
+}
+
+double SimulatedDisplays::statusBarThickness() const {
+    return displays_.empty() || displays_.front().safeAreaTop <= 0 ? plainBarHeight
+                                                                   : displays_.front().safeAreaTop;
+}
+
+Subscription SimulatedDisplays::observeChanges(std::function<void()> handler) {
+    return observers_.observe([handler = std::move(handler)](std::monostate) { handler(); });
+}
+
+void SimulatedDisplays::set(std::vector<Display> displays) {
+    displays_ = std::move(displays);
+    observers_.tell({});
+}
+
+}  // namespace velko

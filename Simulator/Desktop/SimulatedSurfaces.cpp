@@ -1,0 +1,144 @@
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "Velko/Ports/PanelPlacement.h"
+#include "Velko/View/Keyboard.h"
+
+namespace velko {
+
+void SimulatedSurface::open(Opening opening) {
+    close();
+    opening_ = std::move(opening);
+    inHand = false;
+    ++revision_;
+}
+
+void SimulatedSurface::update(view::Node content) {
+    if (opening_) {
+        opening_->content = std::move(content);
+        ++revision_;
+    }
+}
+
+void SimulatedSurface::move(const Place& place) {
+    if (opening_) {
+        opening_->place = place;
+        ++revision_;
+    }
+}
+
+void SimulatedSurface::close() {
+    if (!opening_) {
+        return;
+    }
+    auto closed = std::move(opening_->closed);
+    opening_.reset();
+    ++revision_;
+    if (closed) {
+        mainThread_.post(std::move(closed));
+    }
+}
+
+std::optional<Rect> SimulatedSurface::frame() const {
+    if (!opening_) {
+        return std::nullopt;
+    }
+    return panelFrame(opening_->place.value_or(Place{}), size);
+}
+
+void SimulatedSurface::forget() {
+    opening_.reset();
+    ++revision_;
+}
+
+bool SimulatedSurface::perform(std::string_view id, const view::Input& input) {
+    if (!opening_) {
+        return false;
+    }
+    return view::perform(opening_->content, id, input);
+}
+
+void SimulatedSurface::dismiss(Dismissal how) {
+    if (!opening_ || (how == Dismissal::clickOutside && !isTransient_ && !opening_->dismiss)) {
+        return;
+    }
+    const auto mayGo = opening_->dismiss;
+    if (!mayGo || mayGo(how)) {
+        close();
+    }
+}
+
+void SimulatedSurface::pressAt(Point point) {
+    const auto own = frame();
+    const bool isOutside = own && opening_ && !own->contains(point);
+    if (isTransient_ && isOutside && !(opening_->ignoresPress && opening_->ignoresPress(point))) {
+        dismiss(Dismissal::clickOutside);
+    }
+}
+
+bool SimulatedSurface::press(const view::Shortcut& shortcut) {
+    if (!opening_) {
+        return false;
+    }
+    if (const auto told = opening_->keyPressed) {
+        told();
+    }
+    if (view::pressKey(opening_->content, shortcut)) {
+        return true;
+    }
+    if (isTransient_ && shortcut.key == view::Shortcut::Key::escape) {
+        dismiss(Dismissal::escape);
+        return true;
+    }
+    return false;
+}
+
+SimulatedSurfaces::SimulatedSurfaces(MainThread& mainThread) {
+    for (std::size_t index = 0; index < count; ++index) {
+        const bool isTransient =
+            static_cast<Kind>(index) == Kind::note || static_cast<Kind>(index) == Kind::shelf;
+        surfaces_.at(index) = std::make_unique<SimulatedSurface>(mainThread, isTransient);
+    }
+}
+
+SimulatedSurface& SimulatedSurfaces::surface(Kind kind) {
+    return *surfaces_.at(static_cast<std::size_t>(kind));
+}
+
+bool SimulatedSurfaces::letGo() {
+    bool wasInHand = false;
+    for (const auto& surface : surfaces_) {
+        wasInHand = std::exchange(surface->inHand, false) || wasInHand;
+    }
+    return wasInHand;
+}
+
+void SimulatedSurfaces::clickOutside(Point point) {
+    letGo();
+    for (const auto& surface : surfaces_) {
+        surface->pressAt(point);
+    }
+}
+
+bool SimulatedSurfaces::isAnyOpen() const {
+    return std::ranges::any_of(surfaces_, [](const auto& surface) { return surface->isOpen(); });
+}
+
+void SimulatedSurfaces::forget() {
+    for (const auto& surface : surfaces_) {
+        surface->forget();
+    }
+}
+
+std::uint64_t SimulatedSurfaces::revision() const {
+    std::uint64_t sum = 0;
+    for (const auto& surface : surfaces_) {
+        sum += surface->revision();
+    }
+    return sum;
+}
+
+}  // namespace velko

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Simulator/Desktop/SimulatedObservers.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Machine/SimulatedApp.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko {
+
+/// The workspace's view of the table of processes.
+class SimulatedWorkspace final : public Workspace {
+ public:
+    SimulatedWorkspace(MainThread& mainThread, const SimulatedProcesses& processes)
+        : processes_(processes), observers_(mainThread) {}
+
+    [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
+    [[nodiscard]] std::optional<BundleID> bundleID(ProcessID pid) const override;
+    [[nodiscard]] std::vector<ProcessID> pids(const BundleID& bundleID) const override;
+    [[nodiscard]] std::optional<std::string> installedName(const BundleID& bundleID) const override;
+    [[nodiscard]] Subscription observe(std::function<void(const WorkspaceNotice&)> handler) override;
+    /// Leaves the decision to `onTerminate`, for each process in turn.
+    void terminate(const BundleID& bundleID) override;
+    /// Takes every address that has a scheme.
+    bool openURL(const std::string& url) override;
+
+    /// Sends a notice to whoever observes now.
+    void tell(const WorkspaceNotice& notice) { observers_.tell(notice); }
+
+    /// Puts an app into the Applications folder, where it stays. Without an identifier nobody finds it.
+    void install(const SimulatedApp& app);
+
+    /// What becomes of a process that is asked to quit; nothing, unless set.
+    std::function<void(ProcessID)> onTerminate;
+
+    /// Who observes the workspace.
+    [[nodiscard]] std::size_t observers() const { return observers_.count(); }
+
+    /// The addresses that were opened, oldest first.
+    [[nodiscard]] const std::vector<std::string>& openedURLs() const noexcept { return openedURLs_; }
+
+ private:
+    const SimulatedProcesses& processes_;
+    std::map<BundleID, std::string> installed_;
+    SimulatedObservers<WorkspaceNotice> observers_;
+    std::vector<std::string> openedURLs_;
+};
+
+}  // namespace velko

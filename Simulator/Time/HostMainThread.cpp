@@ -1,0 +1,105 @@
+#include "Simulator/Time/HostMainThread.h"
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <utility>
+
+#include "VelkoEngine/Background/BackgroundAnswer.h"
+
+namespace velko {
+
+HostMainThread::~HostMainThread() = default;
+
+MainThread::Uptime HostMainThread::now() const {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+PreciseDate HostMainThread::date() const {
+    return std::chrono::floor<PreciseDate::duration>(std::chrono::system_clock::now());
+}
+
+void HostMainThread::post(Work work) {
+    {
+        const std::lock_guard lock(mutex_);
+        posted_.push_back({.due = now(), .work = std::move(work)});
+    }
+    isPosted_.notify_one();
+}
+
+Task HostMainThread::after(Uptime delay, Work work) {
+    return queue_.once(now() + std::max(delay, Uptime::zero()), std::move(work));
+}
+
+Task HostMainThread::every(Uptime period, Work work) {
+    return queue_.repeatedly(now() + std::max(period, Uptime::zero()), period, std::move(work));
+}
+
+Task HostMainThread::startBackground(Read read, Then then) {
+    auto answer = std::make_shared<BackgroundAnswer>(std::move(then));
+    Task task(answer);
+    struct Job {
+        Read read;
+        std::shared_ptr<BackgroundAnswer> answer;
+    };
+    auto job = std::make_shared<Job>(std::move(read), std::move(answer));
+    pool_.add([this, job = std::move(job)] {
+        auto result = job->read();
+        job->read = nullptr;
+        // The answer travels on in the work alone, so its last reference goes on the main thread.
+        post([answer = std::move(job->answer), result = std::move(result)] { answer->deliver(result); });
+    });
+    return task;
+}
+
+void HostMainThread::spend(Uptime cost) {
+    std::this_thread::sleep_for(cost);
+}
+
+void HostMainThread::happen(Uptime delay, Work work) {
+    after(delay, std::move(work)).detach();
+}
+
+void HostMainThread::runFor(Uptime duration) {
+    static_cast<void>(runUntil([] { return false; }, duration));
+}
+
+bool HostMainThread::runUntil(const std::function<bool()>& isDone, Uptime limit) {
+    const Uptime end = now() + limit;
+    while (!isDone()) {
+        const Uptime time = now();
+        takePosted();
+        if (queue_.runNext(std::min(time, end))) {
+            continue;
+        }
+        if (time >= end) {
+            return false;
+        }
+        waitForWork(end);
+    }
+    return true;
+}
+
+/// Gives what was posted its place in the queue.
+void HostMainThread::takePosted() {
+    std::vector<Posted> posted;
+    {
+        const std::lock_guard lock(mutex_);
+        posted.swap(posted_);
+    }
+    for (Posted& item : posted) {
+        queue_.once(item.due, std::move(item.work)).detach();
+    }
+}
+
+/// Sleeps until work is due or posted, but not beyond `end`.
+void HostMainThread::waitForWork(Uptime end) {
+    const auto wake = queue_.nextWake();
+    const Uptime until = wake ? std::min(wake->at, end) : end;
+    std::unique_lock lock(mutex_);
+    isPosted_.wait_until(lock, std::chrono::steady_clock::time_point(until),
+                         [this] { return !posted_.empty(); });
+}
+
+}  // namespace velko

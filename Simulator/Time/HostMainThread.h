@@ -1,0 +1,70 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "Simulator/Time/MachineThread.h"
+#include "Simulator/Time/ReadPool.h"
+#include "VelkoEngine/Background/WorkQueue.h"
+
+namespace velko {
+
+/// The main thread on the host's clock and threads: whichever thread makes it, while that thread runs it.
+///
+/// Background reads are made on threads of their own. Work that is pending when the main thread goes is
+/// dropped without running; reads that have begun are waited for.
+class HostMainThread final : public MachineThread {
+ public:
+    /// How many reads are made at once: enough for two gatherings and what a click asks, though every app
+    /// that they ask hangs.
+    static constexpr std::size_t mostReadsAtOnce = 12;
+
+    HostMainThread() = default;
+    ~HostMainThread() override;
+
+    [[nodiscard]] bool isCurrent() const noexcept override { return std::this_thread::get_id() == self_; }
+    [[nodiscard]] Uptime now() const override;
+    [[nodiscard]] PreciseDate date() const override;
+    void post(Work work) override;
+    [[nodiscard]] Task after(Uptime delay, Work work) override;
+    [[nodiscard]] Task every(Uptime period, Work work) override;
+
+    /// Blocks the calling thread, whichever it is.
+    void spend(Uptime cost) override;
+    void happen(Uptime delay, Work work) override;
+
+    /// Runs everything that falls due within a time. Not from within work.
+    void runFor(Uptime duration);
+
+    /// Runs what falls due until `isDone`, which is asked before each piece of work; false when it is not
+    /// done within `limit`. Not from within work.
+    [[nodiscard]] bool runUntil(const std::function<bool()>& isDone, Uptime limit);
+
+    /// Waits until every read that was asked for has been made. Their answers still have to be run.
+    void waitForReads() { pool_.wait(); }
+
+ protected:
+    [[nodiscard]] Task startBackground(Read read, Then then) override;
+
+ private:
+    struct Posted {
+        Uptime due;
+        Work work;
+    };
+
+    void takePosted();
+    void waitForWork(Uptime end);
+
+    std::thread::id self_ = std::this_thread::get_id();
+    WorkQueue queue_;
+    std::mutex mutex_;
+    std::condition_variable isPosted_;
+    std::vector<Posted> posted_;
+    ReadPool pool_{mostReadsAtOnce};  // goes first: its last reads still post their answers
+};
+
+}  // namespace velko

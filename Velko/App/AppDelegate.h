@@ -1,0 +1,86 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "Velko/App/AppController.h"
+#include "Velko/App/FaceParts.h"
+#include "Velko/App/SingleInstance.h"
+#include "Velko/Broom/BroomFrame.h"
+#include "Velko/Broom/HoverWatcher.h"
+#include "Velko/Broom/StatusItemController.h"
+#include "Velko/Settings/SettingsController.h"
+#include "Velko/Setup/PermissionGuide.h"
+#include "Velko/Setup/SetupController.h"
+#include "Velko/Shelf/ShelfController.h"
+#include "VelkoCore/Import/Importers.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+/// The program as the desktop starts, addresses and ends it: it makes the controller and all surfaces,
+/// and wires them together. Main thread only; one for the program's life.
+class AppDelegate final : private NonCopyable {
+ public:
+    /// What the program is made of. The references outlive it.
+    struct Parts {
+        AppController::Parts controller;
+        const PropertyListReader& propertyLists;
+        std::filesystem::path homeFolder;  ///< where other organisers' preferences are looked for
+    };
+
+    explicit AppDelegate(Parts parts);
+
+    // What the desktop tells the program.
+
+    /// Once, when the program may show something. It does, unless another one works on the layout.
+    void didFinishLaunching();
+    /// Once, before the process ends: shows every icon again.
+    void willTerminate();
+    /// The user has opened the program although it runs.
+    void reopen(bool hasVisibleWindows);
+    /// The user has opened a file of the program's own kind.
+    void openFile(const std::filesystem::path& file);
+
+    [[nodiscard]] AppController& controller() noexcept { return controller_; }
+
+ private:
+    void run();
+    void wireSurfaces(StatusItemController& statusItem);
+    void sync();
+    void applyLoginDefault();
+    void openSettings();
+    void openSetup();
+    void openFirstSetup();
+    void openPermission();
+    void windowsChanged();
+    void updateActivationPolicy();
+    [[nodiscard]] SettingsController& settings();
+    [[nodiscard]] SortSession makeSession();
+    void lookForAnotherOrganiser();
+
+    Platform platform_;
+    AppPorts ports_;
+    Log& log_;
+    const PropertyListReader& propertyLists_;
+    std::filesystem::path homeFolder_;
+    SingleInstance instance_;
+    AppController controller_;
+    FaceParts faceParts_;
+    BroomFrame broomFrame_;
+    ShelfController shelf_;
+    SetupController setup_;
+    std::optional<StatusItemController> statusItem_;
+    std::optional<HoverWatcher> hover_;
+    std::optional<SettingsController> settings_;
+    std::optional<ImportedLayout> lastImport_;
+    bool isRunning_ = false;
+    std::optional<PermissionGuide> debugGuide_;  ///< while it helps with what the settings ask for
+    Task setupWait_;
+    Task guideEnd_;
+    Subscription changes_;
+};
+
+}  // namespace velko

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Time/Date.h"
+#include "VelkoEngine/Ports/MainThread.h"
+
+namespace velko {
+
+/// The diagnostic log: what Velko decided and why, in words. Keeps the newest lines in memory and appends
+/// every line to a file that only its user may read. Main thread only.
+class Log final : private NonCopyable {
+ public:
+    static constexpr std::size_t maxLines = 2000;
+
+    /// The file is opened at the first line; when it can't be, lines go to memory only. `clock` outlives
+    /// the log.
+    Log(const MainThread& clock, std::filesystem::path file, FileCalls calls = {});
+    ~Log();
+
+    /// "Library/Logs/Velko.log" in a home folder.
+    [[nodiscard]] static std::filesystem::path defaultFile(const std::filesystem::path& home);
+
+    /// Adds "date  [category] message".
+    void log(std::string_view category, std::string_view message);
+
+    /// The newest lines, oldest first.
+    [[nodiscard]] const std::deque<std::string>& lines() const noexcept { return lines_; }
+
+    /// The lines as one text, joined by line feeds, with none at the end.
+    [[nodiscard]] std::string text() const;
+
+    [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
+
+ private:
+    void append(std::string_view line);
+
+    const MainThread& clock_;
+    std::filesystem::path file_;
+    FileCalls calls_;
+    std::deque<std::string> lines_;
+    bool opened_ = false;
+    int descriptor_ = -1;
+};
+
+}  // namespace velko

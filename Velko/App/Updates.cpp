@@ -1,0 +1,21 @@
+#include "Velko/App/Updates.h"
+
+#include "Velko/Ports/Application.h"
+#include "Velko/Ports/Dialogs.h"
+#include "Velko/Ports/Updater.h"
+
+namespace velko {
+
+std::optional<std::string> Updates::whyUnavailable() const {
+    return ports_.updater.whyUnavailable();
+}
+
+void Updates::checkForUpdates() {
+    ports_.application.activate();
+    if (!ports_.updater.checkForUpdates()) {
+        ports_.dialogs.alert(
+            {.title = "Velko couldn't look for updates.", .message = "The updater doesn't start."});
+    }
+}
+
+}  // namespace velko

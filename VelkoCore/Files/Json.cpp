@@ -1,0 +1,143 @@
+#include "VelkoCore/Files/Json.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
+
+namespace velko {
+
+namespace {
+
+using Library = nlohmann::json;
+
+/// Builds the tree while the text is read. The library calls it without recursion and reports a syntax
+/// error by `parse_error`, so nothing is thrown and no text can exhaust the stack.
+class Builder final : public nlohmann::json_sax<Library> {
+ public:
+    bool null() override { return add(nullptr); }
+    bool boolean(bool value) override { return add(value); }
+    bool number_integer(std::int64_t value) override { return add(value); }
+    bool number_unsigned(std::uint64_t value) override { return add(value); }
+    bool number_float(double value, const std::string& /*text*/) override { return add(value); }
+    bool string(std::string& value) override { return add(std::move(value)); }
+    bool binary(Library::binary_t& /*value*/) override { return false; }
+    bool start_object(std::size_t /*count*/) override { return open(Json::Object{}); }
+    bool start_array(std::size_t /*count*/) override { return open(Json::Array{}); }
+    bool end_object() override { return close(); }
+    bool end_array() override { return close(); }
+
+    bool key(std::string& value) override {
+        key_ = std::move(value);
+        return true;
+    }
+
+    bool parse_error(std::size_t position, const std::string& /*token*/,
+                     const Library::exception& /*error*/) override {
+        errorPosition_ = position;
+        return false;
+    }
+
+    [[nodiscard]] Json takeRoot() { return std::move(root_); }
+
+    /// Why building ended early, where the text itself is not to blame.
+    [[nodiscard]] const std::optional<std::string>& refusal() const { return refusal_; }
+
+    /// How many bytes had been read when the syntax error was noticed.
+    [[nodiscard]] std::size_t errorPosition() const { return errorPosition_; }
+
+ private:
+    bool add(Json::Value value) { return place(std::move(value)) != nullptr; }
+
+    bool open(Json::Value container) {
+        if (open_.size() == Json::deepest) {
+            refusal_ = "nested more than " + std::to_string(Json::deepest) + " levels deep";
+            return false;
+        }
+        Json* placed = place(std::move(container));
+        open_.push_back(placed);
+        return placed != nullptr;
+    }
+
+    bool close() {
+        open_.pop_back();
+        return true;
+    }
+
+    Json* place(Json::Value value) {
+        if (++count_ > Json::mostValues) {
+            refusal_ = "more than " + std::to_string(Json::mostValues) + " values";
+            return nullptr;
+        }
+        if (open_.empty()) {
+            root_.value = std::move(value);
+            return &root_;
+        }
+        if (auto* array = std::get_if<Json::Array>(&open_.back()->value)) {
+            return &array->emplace_back(Json{std::move(value)});
+        }
+        Json& member = std::get<Json::Object>(open_.back()->value)[std::move(key_)];
+        member.value = std::move(value);
+        return &member;
+    }
+
+    Json root_;
+    std::vector<Json*> open_;  ///< from the root inwards; a parent does not grow while its child is open
+    std::string key_;
+    std::size_t count_ = 0;
+    std::size_t errorPosition_ = 0;
+    std::optional<std::string> refusal_;
+};
+
+std::string describePlace(std::string_view text, std::size_t bytesRead) {
+    const std::string_view before = text.substr(0, bytesRead == 0 ? 0 : bytesRead - 1);
+    const auto line = 1 + std::ranges::count(before, '\n');
+    const std::size_t lineFeed = before.rfind('\n');
+    const std::size_t column =
+        lineFeed == std::string_view::npos ? before.size() : before.size() - lineFeed - 1;
+    return "line " + std::to_string(line) + ", column " + std::to_string(column + 1);
+}
+
+Library toLibrary(const Json& json) {
+    return std::visit(
+        []<class T>(const T& value) -> Library {
+            if constexpr (std::is_same_v<T, Json::Array>) {
+                Library::array_t array;
+                array.reserve(value.size());
+                std::ranges::transform(value, std::back_inserter(array), toLibrary);
+                return array;
+            } else if constexpr (std::is_same_v<T, Json::Object>) {
+                Library::object_t object;
+                for (const auto& [key, member] : value) {
+                    object.emplace_hint(object.end(), key, toLibrary(member));
+                }
+                return object;
+            } else {
+                return value;
+            }
+        },
+        json.value);
+}
+
+}  // namespace
+
+std::expected<Json, DecodingError> Json::parse(std::string_view text) {
+    if (text.size() > longest) {
+        return std::unexpected(DecodingError{"longer than " + std::to_string(longest >> 20U) + " MiB"});
+    }
+    Builder builder;
+    if (Library::sax_parse(text, &builder)) {
+        return builder.takeRoot();
+    }
+    if (const auto& refusal = builder.refusal()) {
+        return std::unexpected(DecodingError{*refusal});
+    }
+    return std::unexpected(
+        DecodingError{"not valid JSON at " + describePlace(text, builder.errorPosition())});
+}
+
+std::string Json::print() const {
+    return toLibrary(*this).dump(2, ' ', false, Library::error_handler_t::replace) + '\n';
+}
+
+}  // namespace velko

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Files/DecodingError.h"
+#include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Layout/Section.h"
+
+namespace velko {
+
+/// Why a file is not a layout that this Velko can import.
+enum class ImportError { notVelko, newerFormat };
+
+/// A file is refused, or it is a layout with a fault inside.
+using LayoutReadError = std::variant<ImportError, DecodingError>;
+
+/// The error in words for people.
+[[nodiscard]] std::string describe(const LayoutReadError& error);
+
+/// The part of a layout that moves to another Mac: placements and preferences, no click history.
+struct LayoutExport {
+    static constexpr std::int64_t currentFormat = 1;
+    static constexpr std::string_view fileExtension = "velko";
+
+    std::int64_t velkoLayout = currentFormat;
+    std::map<BundleID, Section> sections;
+    BundleIDs alwaysKeep;
+    RevealSettings reveal;
+    Section newIconDefault = Section::bar;
+    bool askAboutNewIcons = true;
+    bool popOutOnChange = true;
+    std::optional<bool> showLiveActivities;  ///< absent in files of builds that did not have it
+
+    bool operator==(const LayoutExport&) const = default;
+
+    [[nodiscard]] static LayoutExport of(const Layout& layout);
+
+    /// The content of an export file: indented JSON with sorted keys.
+    [[nodiscard]] std::string data() const;
+
+    /// Reads an export file. What it is comes first: only a file of this format or an older one is read in
+    /// full, and then every key but `showLiveActivities` must be there.
+    [[nodiscard]] static std::expected<LayoutExport, LayoutReadError> read(std::string_view data);
+};
+
+}  // namespace velko

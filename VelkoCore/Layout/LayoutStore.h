@@ -1,0 +1,46 @@
+#pragma once
+
+#include <expected>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Files/FolderLock.h"
+#include "VelkoCore/Layout/Layout.h"
+
+namespace velko {
+
+/// Why the layout file could not be read or written, in words for the log and for people.
+struct StoreError {
+    std::string description;
+
+    bool operator==(const StoreError&) const = default;
+};
+
+/// Reads and writes the one layout file. Keeps nothing but the file's location, takes no lock.
+class LayoutStore {
+ public:
+    explicit LayoutStore(std::filesystem::path url, FileCalls calls = {});
+
+    /// Where the file belongs, inside the user's Application Support folder.
+    [[nodiscard]] static std::filesystem::path defaultURL(const std::filesystem::path& applicationSupport);
+
+    [[nodiscard]] const std::filesystem::path& url() const noexcept;
+
+    /// The layout in the file; nothing when there is no file; an error when it cannot be read.
+    [[nodiscard]] std::expected<std::optional<Layout>, StoreError> load() const;
+
+    /// Replaces the file as a whole, making its folder where needed. An error leaves the old file,
+    /// unless only the last step failed, the flush of the folder.
+    [[nodiscard]] std::expected<void, StoreError> save(const Layout& layout) const;
+
+    /// For whoever works on the file over some time: the lock of its folder, not taken yet.
+    [[nodiscard]] FolderLock folderLock() const;
+
+ private:
+    std::filesystem::path url_;
+    FileCalls calls_;
+};
+
+}  // namespace velko

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <vector>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Watching/ItemReading.h"
+
+namespace velko {
+
+/// Notices that an app's icons show something else than a moment ago. A value; keeps the previous look at
+/// each app and when each last popped out.
+class ChangeDetector {
+ public:
+    /// One look at an app: its process, and its items in the engine's order.
+    struct Seen {
+        std::int32_t pid = 0;
+        std::vector<ItemReading> items;
+    };
+
+    struct Request {
+        std::map<BundleID, Seen> readings;  ///< apps that are left out count as new when they come back
+        double at;                          ///< seconds on a monotonic clock
+    };
+
+    /// The apps that have changed since the previous call and may pop out now, in ascending order. What
+    /// changes within the cool-down after a pop-out is let go. A process or a number of items that is not
+    /// the previous one only starts a new baseline.
+    [[nodiscard]] std::vector<BundleID> check(Request request);
+
+ private:
+    [[nodiscard]] bool hasChanged(const BundleID& bundleID, const Seen& now) const;
+    [[nodiscard]] bool isCoolingDown(const BundleID& bundleID, double at) const;
+
+    std::map<BundleID, Seen> seen_;
+    std::map<BundleID, double> lastPop_;
+};
+
+}  // namespace velko

@@ -1,0 +1,60 @@
+#include "VelkoEngine/Background/Awaited.h"
+
+#include <chrono>
+#include <memory>
+#include <utility>
+
+#include "VelkoEngine/Ports/Activity.h"
+
+namespace velko::Awaited {
+
+namespace {
+
+using Uptime = MainThread::Uptime;
+using Work = MainThread::Work;
+
+constexpr Uptime longest = std::chrono::minutes(1);
+
+/// A task with the activity that lasts as long. The task's own work holds this too, so that it goes on when
+/// its owner lets go of it.
+class Waiting final : public Task::Handle {
+ public:
+    explicit Waiting(Subscription activity) : activity_(std::move(activity)) {}
+
+    void hold(Task task) noexcept { task_ = std::move(task); }
+    void end() { activity_.end(); }
+
+    void cancel() noexcept override {
+        // What the task's work holds may hold this.
+        const Task cancelled = std::exchange(task_, {});
+        activity_.end();
+    }
+    [[nodiscard]] bool isPending() const noexcept override { return task_.isPending(); }
+
+ private:
+    Task task_;
+    Subscription activity_;
+};
+
+}  // namespace
+
+Task after(const Platform& platform, const std::string& what, Uptime delay, Work work) {
+    if (delay > longest) {
+        return platform.mainThread.after(delay, std::move(work));
+    }
+    auto waiting = std::make_shared<Waiting>(platform.activity.begin(what));
+    waiting->hold(platform.mainThread.after(delay, [waiting, work = std::move(work)] {
+        work();
+        waiting->end();
+    }));
+    return Task(std::move(waiting));
+}
+
+Task every(const Platform& platform, const std::string& what, Uptime period, Work work) {
+    auto waiting = std::make_shared<Waiting>(platform.activity.begin(what));
+    // The queue holds the work for as long as it repeats.
+    waiting->hold(platform.mainThread.every(period, [waiting, work = std::move(work)] { work(); }));
+    return Task(std::move(waiting));
+}
+
+}  // namespace velko::Awaited

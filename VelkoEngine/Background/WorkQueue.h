@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+/// Work that waits for its time, kept in order of due time and then of scheduling: what a main thread on a
+/// real clock is made of. Knows no clock; whoever owns it says what time it is and comes back in time.
+/// One thread only. Tasks may outlive the queue; their work never runs then.
+class WorkQueue final : private NonCopyable {
+ public:
+    using Uptime = MainThread::Uptime;
+    using Work = MainThread::Work;
+
+    WorkQueue();
+    ~WorkQueue();
+
+    /// Runs `work` once, at `due` or after.
+    [[nodiscard]] Task once(Uptime due, Work work);
+
+    /// Runs `work` at `first` and then every `period`. Turns that were missed are made up by one.
+    [[nodiscard]] Task repeatedly(Uptime first, Uptime period, Work work);
+
+    /// When to come back: at `at`, or up to `leeway` later. Repeated work may wait for a tenth of its
+    /// period, so that the machine can wake for several things at once; other work may not.
+    struct Wake {
+        Uptime at{};
+        Uptime leeway{};
+
+        bool operator==(const Wake&) const = default;
+    };
+    [[nodiscard]] std::optional<Wake> nextWake() const;
+
+    /// Runs the first piece of work that is due at `now`; false when there is none.
+    bool runNext(Uptime now);
+
+    /// Drops all work without running it.
+    void clear();
+
+ private:
+    class Entry;
+    using Key = std::pair<Uptime, std::uint64_t>;
+    using Entries = std::map<Key, std::shared_ptr<Entry>>;
+
+    [[nodiscard]] Task schedule(Uptime due, Uptime period, Work work);
+    void insert(const std::shared_ptr<Entry>& entry);
+
+    std::shared_ptr<Entries> entries_;  ///< tasks hold it weakly, to leave it when they are cancelled
+    std::uint64_t scheduled_ = 0;
+};
+
+}  // namespace velko

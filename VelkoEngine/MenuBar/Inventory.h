@@ -1,0 +1,86 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Geometry.h"
+#include "VelkoCore/Watching/ItemReading.h"
+#include "VelkoEngine/MenuBar/MenuBarItem.h"
+#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/ProcessID.h"
+#include "VelkoEngine/Ports/Task.h"
+#include "VelkoEngine/Ports/Workspace.h"
+
+/// What the menu bar holds, read at every call. Main thread unless said otherwise.
+namespace velko::Inventory {
+
+/// A regular running app: one with a bundle that ends in ".app" and an identifier.
+struct AppRef {
+    ProcessID pid = 0;
+    BundleID bundleID;
+    std::string name;
+
+    bool operator==(const AppRef&) const = default;
+};
+
+/// The items of one app, for change detection.
+struct AppReading {
+    ProcessID pid = 0;
+    std::vector<ItemReading> items;
+
+    bool operator==(const AppReading&) const = default;
+};
+
+/// What a read of the menu bar came to.
+struct Found {
+    std::vector<MenuBarItem> items;  ///< left to right; equal left edges keep the order of the apps
+    bool isHeard = true;             ///< false when apps were asked and none answered
+};
+
+using ItemsHandler = std::function<void(Found)>;
+using Readings = std::map<BundleID, AppReading>;
+using ReadingsHandler = std::function<void(Readings)>;
+
+/// Whether an application is of the kind that may own items: a bundle that ends in ".app", with an
+/// identifier.
+[[nodiscard]] bool mayHaveItems(const RunningApplication& app);
+
+/// All regular running apps but this one, in the workspace's order.
+[[nodiscard]] std::vector<AppRef> runningApps(const Platform& platform);
+
+/// Reads every app's items in the background, at most four apps at once. A running process that does not
+/// answer, as many do for a moment after waking, keeps the items that it has in `known`; an element that
+/// does not is left out.
+[[nodiscard]] Task items(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
+
+/// The cheap refresh: keeps the items of `known` whose process still runs and reads only apps that have
+/// none there. An app that gains or loses an item while it runs is seen by a full read only.
+[[nodiscard]] Task itemsAdding(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
+
+/// Reads where the items of the given processes are now; origin at the top left of the primary screen.
+[[nodiscard]] Task frames(const Platform& platform, const std::set<ProcessID>& pids,
+                          std::function<void(std::vector<Rect>)> then);
+
+/// Reads how the given apps' items look now; one that does not answer is left out.
+[[nodiscard]] Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps,
+                            ReadingsHandler then);
+
+/// The processes whose items the menu bar's host shows now; blocks for a few messages. Any thread.
+[[nodiscard]] std::set<ProcessID> visiblePIDs(const Platform& platform);
+
+/// The frame of this program's own first status item; origin at the top left of the primary screen. Main
+/// thread: a program's own elements answer on the thread that asks, and they are the main thread's.
+[[nodiscard]] std::optional<Rect> ownItemFrame(const Platform& platform);
+
+/// An app's Accessibility tree as indented text, down to `maxDepth`. Any thread.
+[[nodiscard]] std::string axDump(const Platform& platform, ProcessID pid, int maxDepth);
+
+/// The tree of the menu bar's host as text. Any thread.
+[[nodiscard]] std::string menuBarAgentDump(const Platform& platform);
+
+}  // namespace velko::Inventory

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "VelkoCore/BundleID.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/Platform.h"
+
+namespace velko {
+
+/// Presses an app's first status item, so that its menu opens, and reports when that menu has closed again.
+/// Says nothing about visibility: the caller lets the icon out before and tucks it after. One opening at a
+/// time. Main thread; nothing that it has registered outlives it.
+class ItemOpener final : private NonCopyable {
+ public:
+    explicit ItemOpener(const Platform& platform);
+    ~ItemOpener();
+
+    /// What to open, and whom to tell.
+    struct Request {
+        BundleID bundleID;
+        std::function<void(const std::string&)> log;  ///< receives progress lines
+        std::function<void()> onClose;                ///< called once when the opening ends by itself
+    };
+
+    /// Starts an opening. One in progress is superseded: its `onClose` is never called. When the app does
+    /// not run, `onClose` is called before this returns.
+    void open(Request request);
+
+    /// Ends the opening in progress without calling its `onClose`. One that still waits for its icon goes
+    /// on by itself: it opens the menu, and nobody hears when that closes.
+    void cancel();
+
+ private:
+    class Opening;
+
+    Platform platform_;
+    std::vector<std::shared_ptr<Opening>> openings_;  ///< all that have not ended, superseded ones too
+    std::weak_ptr<Opening> current_;
+};
+
+}  // namespace velko

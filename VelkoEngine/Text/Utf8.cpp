@@ -1,0 +1,65 @@
+#include "VelkoEngine/Text/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace velko {
+
+namespace {
+
+/// The first bytes of a kind of sequence, its length, and what its second byte may be: the narrow ranges
+/// keep out overlong forms, surrogates and what lies beyond the last code point.
+struct Form {
+    unsigned char firstLow;
+    unsigned char firstHigh;
+    std::size_t length;
+    unsigned char secondLow = 0x80;
+    unsigned char secondHigh = 0xBF;
+};
+
+constexpr std::array forms{
+    Form{0x00, 0x7F, 1},
+    Form{0xC2, 0xDF, 2},
+    Form{0xE0, 0xE0, 3, 0xA0},
+    Form{0xE1, 0xEC, 3},
+    Form{0xED, 0xED, 3, 0x80, 0x9F},
+    Form{0xEE, 0xEF, 3},
+    Form{0xF0, 0xF0, 4, 0x90},
+    Form{0xF1, 0xF3, 4},
+    Form{0xF4, 0xF4, 4, 0x80, 0x8F},
+};
+
+/// The length of the well-formed sequence that `text` begins with; 0 when there is none.
+std::size_t sequenceLength(std::string_view text) noexcept {
+    const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    const auto* const form = std::ranges::find_if(forms, [&](const Form& candidate) {
+        return byte(0) >= candidate.firstLow && byte(0) <= candidate.firstHigh;
+    });
+    if (form == forms.end() || text.size() < form->length) {
+        return 0;
+    }
+    for (std::size_t index = 1; index < form->length; ++index) {
+        const bool second = index == 1;
+        if (byte(index) < (second ? form->secondLow : 0x80) ||
+            byte(index) > (second ? form->secondHigh : 0xBF)) {
+            return 0;
+        }
+    }
+    return form->length;
+}
+
+}  // namespace
+
+std::string repairedUtf8(std::string_view text) {
+    std::string repaired;
+    repaired.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t length = sequenceLength(text);
+        repaired += length > 0 ? text.substr(0, length) : "\uFFFD";
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return repaired;
+}
+
+}  // namespace velko
