@@ -4,12 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "Playground/Terminal/HomeFolder.h"
+#include "Playground/Serving/Server.h"
+#include "Playground/Terminal/Folders.h"
 #include "Playground/Terminal/LayoutFileCommands.h"
 #include "Playground/Terminal/Options.h"
 #include "Playground/Terminal/ScenarioPlayer.h"
-#include "Playground/Terminal/SortInTerminal.h"
-#include "Playground/Web/Serve.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 
 namespace {

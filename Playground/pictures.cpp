@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "Playground/Html/SvgDrawing.h"
+#include "Playground/Html/Images.h"
 #include "Velko/Broom/BroomDrawing.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Text/NumberText.h"
@@ -15,7 +15,6 @@
 namespace {
 
 using namespace velko;
-namespace playground = velko::playground;
 
 constexpr double rowHeight = 150;
 constexpr double columnWidth = 236;
@@ -50,7 +49,7 @@ constexpr std::array looks{
 
 std::string placedAt(double x, double y, double size, const view::Drawing& drawing) {
     return "<g transform=\"translate(" + decimalText(x) + " " + decimalText(y) + ") scale(" +
-           decimalText(size / drawing.size.width) + ")\">" + playground::svgShapes(drawing) + "</g>\n";
+           decimalText(size / drawing.size.width) + ")\">" + html::svgShapes(drawing) + "</g>\n";
 }
 
 std::string row(const Look& look, double top) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <unistd.h>
 
-#include "Playground/Terminal/ScratchFolder.h"
+#include "Playground/Terminal/Folders.h"
 #include "Scenarios/Language/Script.h"
 #include "Scenarios/World.h"
 

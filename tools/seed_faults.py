@@ -33,6 +33,7 @@ ROOMS = [
     ("core", "VelkoCore/", "tests/VelkoCore"),
     ("engine", "VelkoEngine/", "tests/VelkoEngine"),
     ("simulator", "Simulator/", "tests/Simulator"),
+    ("scenarios", "Scenarios/", "tests/Scenarios"),
     ("setup", "Velko/Setup/", "tests/Velko"),
     ("settings", "Velko/Settings/", "tests/Velko"),
     ("note, shelf, broom", "Velko/Note/", "tests/Velko"),
@@ -40,14 +41,15 @@ ROOMS = [
     ("note, shelf, broom", "Velko/Broom/", "tests/Velko"),
     ("note, shelf, broom", "Velko/View/", "tests/Velko"),
     ("controller, flows", "Velko/", "tests/Velko"),
+    ("page", "Playground/Serving/", "tests/Playground"),
     ("page", "Playground/Web/", "tests/Playground"),
     ("page", "Playground/Html/", "tests/Playground"),
     ("playground", "", "tests/Playground"),
 ]
 
 # The folders of test programs, in the order in which they run.
-FOLDERS = ["tests/VelkoCore", "fuzz", "tests/VelkoEngine", "tests/Simulator", "tests/Velko", "tests/Playground",
-           "Playground", "tests/Soak"]
+FOLDERS = ["tests/VelkoCore", "fuzz", "tests/VelkoEngine", "tests/Simulator", "tests/Velko", "tests/Scenarios",
+           "tests/Playground", "Playground", "tests/Soak"]
 
 MEMORY_LIMIT = 6 << 30  # bytes; a fault may make a test grow without end
 

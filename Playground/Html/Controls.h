@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "Playground/Html/Markup.h"
-#include "Playground/Html/TreeHtml.h"
+#include "Playground/Html/Views.h"
 #include "Velko/View/Node.h"
 
 // The markup of what the keyboard stops at.

@@ -1,11 +1,13 @@
 #include "Playground/Terminal/LayoutFileCommands.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iostream>
 #include <string>
 #include <system_error>
+#include <vector>
 
-#include "Playground/Terminal/Printable.h"
+#include "Playground/Terminal/Terminal.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Files/LibplistReader.h"
 #include "VelkoCore/Files/AtomicFile.h"
@@ -38,6 +40,24 @@ BundleIDs knownApps(const Layout& layout) {
 std::string tuckTime(std::int64_t seconds) {
     return seconds == 0 ? "never tuck icons away by themselves"
                         : "tuck icons away after " + std::to_string(seconds) + " seconds";
+}
+
+constexpr char backspace = '\b';
+constexpr char deletion = '\x7F';   // what most terminals send for Backspace
+constexpr char interrupt = '\x03';  // Control-C and Control-D, which come as keys in this mode
+constexpr char endOfText = '\x04';
+
+void show(const SortSession& session, std::ostream& screen) {
+    const SortCard& card = *session.current();
+    screen << '\n'
+           << session.index() + 1 << " of " << session.cards().size() << "  " << card.name << '\n'
+           << "    " << name(card.suggestion.section) << "? " << describe(card.suggestion.reason) << '\n'
+           << "    b bar   t tucked   u buried   Backspace back   r accept the rest   q leave unchanged\n"
+           << std::flush;
+}
+
+void confirm(Section section, std::ostream& screen) {
+    screen << "    -> " << name(section) << '\n';
 }
 
 }  // namespace
@@ -125,6 +145,63 @@ int tellWhatOthersHave(const Layout& layout, const std::filesystem::path& home) 
     if (found->hover) {
         std::cout << (*found->hover ? "  reveal on hover\n" : "  no reveal on hover\n");
     }
+    return 0;
+}
+
+bool walkCards(SortSession& session, std::istream& keys, std::ostream& screen) {
+    const auto choose = [&](Section section) {
+        session.choose(section);
+        confirm(section, screen);
+    };
+    std::size_t shown = session.cards().size();
+    while (!session.isFinished()) {
+        if (session.index() != shown) {
+            show(session, screen);
+            shown = session.index();
+        }
+        char key = 0;
+        if (!keys.get(key) || key == 'q' || key == interrupt || key == endOfText) {
+            return false;
+        }
+        switch (key) {
+            case 'b': choose(Section::bar); break;
+            case 't': choose(Section::tucked); break;
+            case 'u': choose(Section::buried); break;
+            case backspace:
+            case deletion: session.back(); break;
+            case 'r': session.acceptRest(); break;
+            default: break;
+        }
+    }
+    return true;
+}
+
+int sortLayoutFile(Layout layout, const std::filesystem::path& layoutFile) {
+    std::vector<SortSession::App> apps;
+    for (const scenarios::SampleApp& neighbour : scenarios::sampleApps()) {
+        apps.push_back({.bundleID = neighbour.bundleID, .name = neighbour.name});
+    }
+    SortSession session({.apps = apps,
+                         .lastClicked = layout.lastClicked,
+                         .current = layout.sections,
+                         .importSource = std::nullopt,
+                         .now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()),
+                         .calendar = {}});
+    const KeyByKey keyByKey;
+    if (!walkCards(session, std::cin, std::cout)) {
+        std::cout << "\nLeft as it was.\n";
+        return 0;
+    }
+    for (const auto& [bundleID, section] : session.result()) {
+        layout.place(bundleID, section);
+    }
+    layout.hasCompletedSetup = true;
+    if (!saveLayoutFile(layoutFile, layout)) {
+        return 1;
+    }
+    std::cout << "\nSorted: " << session.count(Section::bar) << " in the bar, "
+              << session.count(Section::tucked) << " tucked, " << session.count(Section::buried)
+              << " buried.\n";
     return 0;
 }
 

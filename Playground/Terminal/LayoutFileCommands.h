@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <iosfwd>
 #include <optional>
 
 #include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Sorting/SortSession.h"
 
 namespace velko::playground {
 
@@ -23,5 +25,12 @@ namespace velko::playground {
 
 /// Tells what of another organiser's settings below a home folder could be taken over.
 [[nodiscard]] int tellWhatOthersHave(const Layout& layout, const std::filesystem::path& home);
+
+/// Walks a session's cards, one key at a time from `keys`, and shows them on `screen`. Whether the user
+/// went through with it: false when they left, or the keys came to an end.
+[[nodiscard]] bool walkCards(SortSession& session, std::istream& keys, std::ostream& screen);
+
+/// Sorts the playground's apps in the terminal and saves what was chosen. The process's exit status.
+[[nodiscard]] int sortLayoutFile(Layout layout, const std::filesystem::path& layoutFile);
 
 }  // namespace velko::playground

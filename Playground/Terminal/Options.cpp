@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "Playground/Terminal/HomeFolder.h"
+#include "Playground/Terminal/Folders.h"
 
 namespace velko::playground {
 

@@ -8,9 +8,9 @@
 #include <unistd.h>
 #include <vector>
 
-#include "Playground/Terminal/DeferredSignals.h"
+#include "Playground/Terminal/Folders.h"
 #include "Playground/Terminal/LayoutFileCommands.h"
-#include "Playground/Terminal/ScratchFolder.h"
+#include "Playground/Terminal/Terminal.h"
 #include "Playground/Terminal/TerminalView.h"
 #include "Scenarios/Language/Script.h"
 #include "Scenarios/Week.h"

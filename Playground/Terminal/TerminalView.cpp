@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "Playground/Terminal/Printable.h"
+#include "Playground/Terminal/Terminal.h"
 
 namespace velko::playground {
 

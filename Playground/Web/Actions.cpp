@@ -5,9 +5,8 @@
 #include <optional>
 #include <utility>
 
+#include "Playground/Web/Desktop.h"
 #include "Playground/Web/Fields.h"
-#include "Playground/Web/Mouse.h"
-#include "Playground/Web/Panels.h"
 #include "Scenarios/Acts/Player.h"
 #include "Scenarios/SampleApps.h"
 #include "Velko/View/Tree.h"

@@ -3,10 +3,9 @@
 #include <variant>
 #include <vector>
 
-#include "Playground/Html/Icons.h"
+#include "Playground/Html/Images.h"
 #include "Playground/Html/Markup.h"
-#include "Playground/Html/SvgDrawing.h"
-#include "Playground/Web/Drawers.h"
+#include "Playground/Web/Picture.h"
 
 namespace velko::web {
 
@@ -47,7 +46,7 @@ std::string broomFace(const StatusItem::Image& image) {
     if (const auto* symbol = std::get_if<StatusItem::Symbol>(&image)) {
         return html::glyph(symbol->name, symbolPoints);
     }
-    return playground::svg(std::get<view::Drawing>(image));
+    return html::svg(std::get<view::Drawing>(image));
 }
 
 std::string broom(const Slot& slot, const SimulatedStatusItem& item) {

@@ -9,7 +9,7 @@
 #include <system_error>
 
 #include "Playground/Html/Markup.h"
-#include "Playground/Web/Drawers.h"
+#include "Playground/Web/Picture.h"
 #include "Scenarios/SampleApps.h"
 
 namespace velko::web {

@@ -1,10 +1,9 @@
 #include <algorithm>
 
 #include "Playground/Html/Markup.h"
-#include "Playground/Html/MenuHtml.h"
-#include "Playground/Html/TreeHtml.h"
-#include "Playground/Web/Drawers.h"
-#include "Playground/Web/Panels.h"
+#include "Playground/Html/Views.h"
+#include "Playground/Web/Desktop.h"
+#include "Playground/Web/Picture.h"
 #include "Scenarios/SampleApps.h"
 
 namespace velko::web {

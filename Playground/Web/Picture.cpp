@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "Playground/Web/Drawers.h"
-
 namespace velko::web {
 
 namespace {

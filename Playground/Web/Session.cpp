@@ -4,6 +4,7 @@
 #include <array>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "Scenarios/Acts/Clock.h"
 #include "Scenarios/SampleApps.h"
@@ -11,6 +12,8 @@
 namespace velko::web {
 
 namespace {
+
+constexpr Rect settingsPlace{.x = 500, .y = 260, .width = 715, .height = 560};
 
 using std::chrono::nanoseconds;
 using std::chrono::steady_clock;
@@ -34,6 +37,31 @@ view::Menu menuOfApp(SimulatedMac& mac, ProcessID pid) {
 }
 
 }  // namespace
+
+void SystemSettings::look(SimulatedMac& mac) {
+    const auto& addresses = mac.workspace.openedURLs();
+    for (; addressesSeen_ < addresses.size(); ++addressesSeen_) {
+        if (addresses[addressesSeen_].starts_with("x-apple.systempreferences:")) {
+            open(mac);
+        }
+    }
+}
+
+void SystemSettings::open(SimulatedMac& mac) {
+    if (isOpen()) {
+        return;
+    }
+    pid_ = mac.launch({.bundleID = "com.apple.systempreferences", .name = "System Settings"});
+    mac.windows.others.insert(mac.windows.others.begin(),
+                              {.layer = 0, .ownerPID = pid_, .frame = settingsPlace});
+}
+
+void SystemSettings::close(SimulatedMac& mac) {
+    if (const auto pid = std::exchange(pid_, std::nullopt)) {
+        std::erase_if(mac.windows.others, [pid](const WindowInfo& window) { return window.ownerPID == pid; });
+        mac.quit(*pid);
+    }
+}
 
 Session::Session(const std::filesystem::path& home) : world_(home, optionsFor(home)) {
     mac().onMenuBarChange = [this] { noteChange(); };

@@ -11,13 +11,29 @@
 #include <string_view>
 #include <vector>
 
-#include "Playground/Web/SystemSettings.h"
 #include "Scenarios/World.h"
+#include "Simulator/Machine/SimulatedMac.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/View/Menu.h"
 #include "VelkoCore/NonCopyable.h"
 
 namespace velko::web {
+
+/// The system's settings on the simulated Mac, as far as Velko sends its user there: a window with the list
+/// of the apps that may control the Mac.
+class SystemSettings final {
+ public:
+    /// Opens the window when an address of the settings has been opened since the last look.
+    void look(SimulatedMac& mac);
+    void close(SimulatedMac& mac);
+    [[nodiscard]] bool isOpen() const noexcept { return pid_.has_value(); }
+
+ private:
+    void open(SimulatedMac& mac);
+
+    std::size_t addressesSeen_ = 0;
+    std::optional<ProcessID> pid_;
+};
 
 /// What became of something that the page asked for: nothing, or one line that says why it did not happen.
 using Done = std::expected<void, std::string>;

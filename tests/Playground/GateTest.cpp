@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Playground/Web/Gate.h"
+#include "Playground/Serving/Gate.h"
 
 namespace velko::web {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Playground/Terminal/Options.h"
-#include "Playground/Terminal/Printable.h"
+#include "Playground/Terminal/Terminal.h"
 
 namespace velko::playground {
 namespace {

@@ -1,9 +1,8 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 
-#include "Playground/Web/Port.h"
-#include "Playground/Web/Server.h"
-#include "Playground/Web/Waiting.h"
+#include "Playground/Serving/Server.h"
+#include "Playground/Serving/Sockets.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko::web {

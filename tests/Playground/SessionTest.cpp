@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Playground/Web/Actions.h"
-#include "Playground/Web/Feed.h"
-#include "Playground/Web/Panels.h"
+#include "Playground/Web/Desktop.h"
+#include "Playground/Web/Live.h"
 #include "Playground/Web/Picture.h"
 #include "tests/TemporaryFolder.h"
 
