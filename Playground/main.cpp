@@ -26,7 +26,8 @@ int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
     velko::FolderLock lock = velko::LayoutStore(layoutFile).folderLock();
     auto layout = loadLayoutFile(layoutFile, !options.layout);
     if (layout && changesLayout(options.command)) {
-        // From here on nobody else changes it, but somebody may just have.
+        // Nobody else can change the file now, but somebody may have changed it a moment ago: so it is read
+        // again.
         layout = claim(lock) ? loadLayoutFile(layoutFile, false) : std::nullopt;
     }
     if (!layout) {
@@ -46,7 +47,7 @@ int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
     return 0;
 }
 
-/// What keeps things between runs.
+/// The commands that use the folder that is kept between runs.
 int inHome(const Options& options) {
     const auto home = options.home ? options.home : homeFolder();
     if (!home) {
@@ -81,7 +82,8 @@ int run(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // A file that may not grow any more is an error like others, which is told.
+    // Without this, a write beyond the limit for file sizes would end the program. Now it is an error like
+    // others.
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         return run({argv + 1, argv + argc});

@@ -10,7 +10,7 @@
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Text/NumberText.h"
 
-// Draws the sheet of brooms in docs/pictures on the standard output.
+// Prints the picture docs/pictures/broom.svg on the standard output.
 
 namespace {
 

@@ -21,7 +21,7 @@ std::string_view styleClass(view::Button::Style style) {
     return "standard";
 }
 
-/// A key as the page writes it: "enter", "w".
+/// The name of a key in the page: "enter", "w".
 std::string shortcutText(const view::Shortcut& shortcut) {
     using Key = view::Shortcut::Key;
     switch (shortcut.key) {
@@ -40,8 +40,8 @@ std::string face(const std::string& symbol, const std::string& title) {
            (title.empty() ? "" : textElement("span", {{"class", "button-title"}}, title));
 }
 
-/// The accessible name, where what is visible is not it. It holds what is visible all the same, so that
-/// those who speak to their machine can say what they see.
+/// The name for screen readers, if it differs from the visible text. It always contains the visible text:
+/// people who control the machine by voice say what they see.
 Attribute nameBeyond(const view::Node& node, const std::string& visible) {
     std::string name = view::spoken(node);
     const bool isVisible = name == visible;
@@ -51,7 +51,7 @@ Attribute nameBeyond(const view::Node& node, const std::string& visible) {
     return {.name = "aria-label", .value = std::move(name), .isThere = !isVisible};
 }
 
-/// A name that is unique in the page, for what the page's own parts refer to.
+/// An id that is unique in the page. Other elements of the page refer to it.
 std::string pageID(const view::Node& node, const TreeContext& context) {
     return std::string(context.surface) + "/" + node.id;
 }

@@ -7,11 +7,11 @@
 #include "Playground/Html/Views.h"
 #include "Velko/View/Node.h"
 
-// The markup of what the keyboard stops at.
+// The markup of controls: of everything that the Tab key reaches.
 
 namespace velko::html {
 
-/// What every node's element carries.
+/// The attributes that the element of every node has.
 [[nodiscard]] Attributes common(const view::Node& node, std::string_view kind, std::string_view classes,
                                 const std::string& style = {});
 
@@ -26,7 +26,7 @@ namespace velko::html {
 [[nodiscard]] std::string controlMarkup(const view::Node& node, const view::Tile& tile,
                                         const TreeContext& context);
 
-/// Tabs above the page that they have chosen, whose markup is ready.
+/// Tabs, and below them the chosen page. `page` is the page's markup.
 [[nodiscard]] std::string pagesMarkup(const view::Node& node, const view::Pages& pages,
                                       const TreeContext& context, const std::string& page);
 

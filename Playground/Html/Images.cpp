@@ -14,7 +14,7 @@ namespace velko::html {
 
 namespace {
 
-constexpr int shapes = 6;  ///< outlines of icons in the bar, which the style sheet draws
+constexpr int shapes = 6;  ///< how many outlines the style sheet has for icons in the bar
 
 std::uint32_t hashed(std::string_view text) {
     std::uint32_t hash = 2166136261U;
@@ -24,7 +24,7 @@ std::uint32_t hashed(std::string_view text) {
     return hash ^ (hash >> 15U);
 }
 
-/// The characters of well-formed UTF-8.
+/// Splits well-formed UTF-8 into characters.
 std::vector<std::string> charactersOf(std::string_view word) {
     std::vector<std::string> characters;
     for (const char byte : word) {
@@ -46,7 +46,7 @@ Attributes spokenAs(std::string_view label, Attributes attributes) {
     return attributes;
 }
 
-/// A thousandth of a point is finer than any screen.
+/// Rounded to a thousandth of a point, which is finer than any screen.
 std::string number(double value) {
     const double rounded = std::round(value * 1000) / 1000;
     return decimalText(rounded == 0 ? 0 : rounded);

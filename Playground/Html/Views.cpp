@@ -25,7 +25,7 @@ std::string_view styleClass(view::Text::Style style) {
     return "body";
 }
 
-/// Writes what only shows or holds other nodes.
+/// Writes the nodes that only show something or hold other nodes. Controls are written in Controls.cpp.
 class TreeWriter final {
  public:
     explicit TreeWriter(const TreeContext& context) : context_(context) {}

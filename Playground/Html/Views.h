@@ -9,18 +9,18 @@
 
 namespace velko::html {
 
-/// What a tree's markup depends on besides the tree.
+/// What the markup of a tree needs besides the tree.
 struct TreeContext {
-    std::string_view surface;  ///< the surface's name; with it, ids are unique in the page
+    std::string_view surface;  ///< the name of the surface; it makes ids unique in the page
     const NameOf& nameOf;
 };
 
-/// A tree as markup. Each node is one element that carries its id as `data-id` and its kind as `data-kind`;
-/// what a control listens to is in its other data attributes. Every control has an accessible name.
+/// A tree as markup. Each node is one element, with its id in `data-id` and its kind in `data-kind`. Other
+/// data attributes say what a control does. Every control has a name for screen readers.
 [[nodiscard]] std::string treeMarkup(const view::Node& root, const TreeContext& context);
 
-/// A menu as markup: a list of items, each with its place as `data-place` ("2", or "2.0" in a submenu), and
-/// every submenu ready within its item.
+/// A menu as markup: a list of items. Each item has its place in `data-place` ("2", or "2.0" in a submenu)
+/// and contains its submenu.
 [[nodiscard]] std::string menuMarkup(const view::Menu& menu, const NameOf& nameOf);
 
 }  // namespace velko::html

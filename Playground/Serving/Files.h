@@ -10,28 +10,29 @@ inline constexpr std::string_view eventsPath = "/events";
 inline constexpr std::string_view ticketPath = "/open";
 inline constexpr std::string_view pageType = "text/html; charset=utf-8";
 
-/// A path as an address carries it together with a token.
+/// The address of a path, with the token in it.
 [[nodiscard]] std::string withToken(std::string_view path, std::string_view token);
 
-/// A file that the page is made of, the same for everybody. It is part of the program.
+/// A file of the page. It is part of the program and the same for everybody.
 struct File {
     std::string_view path;
     std::string_view type;
     std::string_view content;
 };
 
-/// The file at a path; null where there is none.
+/// The file at a path; null if there is none.
 [[nodiscard]] const File* fileAt(std::string_view path);
 
-/// The page with this run's token and the pictures of the symbols in it.
+/// The page. It contains the token of this run and the pictures of the symbols.
 [[nodiscard]] std::string pageWith(std::string_view token);
 
-/// What those see who come without the token: where to find it, below a line that says what is the matter.
+/// The page for a visitor without the token. `matter` is its first line and says what is wrong; the rest says
+/// where to find the token.
 [[nodiscard]] std::string lockedPage(std::string_view matter);
 
 }  // namespace velko::web
 
-/// The files of `Playground/Page`, as the build has put them into the program.
+/// The files of `Playground/Page`. The build puts them into the program.
 namespace velko::web::embedded {
 
 extern const std::string_view page_html;

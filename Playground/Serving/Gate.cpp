@@ -13,11 +13,11 @@ namespace velko::web {
 
 namespace {
 
-constexpr std::uint16_t usualPort = 80;  ///< that browsers leave out
+constexpr std::uint16_t usualPort = 80;  ///< a browser leaves this port out of an address
 constexpr std::string_view scheme = "http://";
 constexpr std::string_view needsToken = "Open the address that ./run has printed.";
 
-/// The name of the action that a path stands for.
+/// The name of the action in a path; empty if it has none.
 std::string_view actionOf(std::string_view path) {
     return path.starts_with('/') ? path.substr(1) : std::string_view();
 }
@@ -29,7 +29,7 @@ std::optional<std::size_t> lengthOf(std::string_view text) {
     return isNumber ? std::optional(length) : std::nullopt;
 }
 
-/// Takes as long for a token that is nearly right as for one that is not.
+/// Compares in a time that does not tell how many characters are right.
 bool isSame(std::string_view token, std::string_view ours) {
     unsigned difference = token.size() == ours.size() ? 0 : 1;
     for (std::size_t index = 0; index < std::min(token.size(), ours.size()); ++index) {

@@ -21,15 +21,15 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr unsigned mostConnections = 2 * Waiting::most;
-constexpr std::size_t mostMemory = 32U << 10U;  ///< bytes for a connection, its request's head among them
-constexpr unsigned longestSilence = 5;     ///< seconds in which a client neither sends nor takes anything
-constexpr std::size_t block = 16U << 10U;  ///< bytes of a stream at once
-constexpr auto tick = std::chrono::milliseconds(250);  ///< between looks at clocks
+constexpr std::size_t mostMemory = 32U << 10U;  ///< bytes for one connection, with the head of its request
+constexpr unsigned longestSilence = 5;          ///< seconds without any data to or from the client
+constexpr std::size_t block = 16U << 10U;       ///< bytes of a stream that are sent at once
+constexpr auto tick = std::chrono::milliseconds(250);  ///< between two looks at the clock
 using ResponseOwner = std::unique_ptr<MHD_Response, decltype(&MHD_destroy_response)>;
 
 }  // namespace
 
-/// The loop around the library, which calls back into it.
+/// The loop that drives the library. The library calls back into it.
 class Http::Parts final {
  public:
     Parts(ListeningPort port, HttpHandler& handler) : handler_(handler) {
@@ -67,7 +67,7 @@ class Http::Parts final {
     void wake() { wakeup_.ring(); }
 
  private:
-    /// A connection: what has come of its request, and what it is sent piece by piece.
+    /// A connection: what we have read of its request, and what we send piece by piece.
     struct Visit {
         MHD_Connection* connection;
         int socket = -1;
@@ -75,11 +75,11 @@ class Http::Parts final {
         std::string body{};
         HttpAnswer::NextPiece stream{};
         std::string piece{};
-        std::size_t sent = 0;  ///< bytes of the piece
+        std::size_t sent = 0;  ///< bytes of `piece`
         bool isSuspended = false;
-        bool isGone = false;  ///< the client
+        bool isGone = false;  ///< whether the client has left
 
-        /// Fills a space with what is to be sent; with nothing, it is to wait.
+        /// Writes the next bytes to send into `space`. Returns how many; with 0 the connection has to wait.
         std::size_t fill(char* space, std::size_t size) {
             if (sent == piece.size()) {
                 piece = stream().value_or("");
@@ -91,13 +91,13 @@ class Http::Parts final {
         }
     };
 
-    /// Waits for something to do, and does it.
+    /// Waits until there is something to do, then does it.
     void waitAndServe() {
-        std::array<fd_set, 3> sets{};  // to be read, to be written, in trouble
+        std::array<fd_set, 3> sets{};  // sockets to read from, to write to, and those with an error
         auto& [reading, writing, troubled] = sets;
         int highest = wakeup_.reader();
         FD_SET(highest, &reading);
-        // The library does not watch those that it does not serve at the moment.
+        // The library does not watch connections that are suspended, so we do.
         for (const auto& [connection, visit] : visits_) {
             if (visit.isSuspended) {
                 FD_SET(visit.socket, &reading);
@@ -119,7 +119,7 @@ class Http::Parts final {
         const auto now = steady_clock::now();
         const bool mayGoOn = isWoken || now - lastTick_ >= tick;
         lastTick_ = mayGoOn ? now : lastTick_;
-        // The library takes note of it with its next turn, and would not end its wait for it.
+        // We resume them before the library's turn: it does not end a wait when one is resumed.
         resumeStreams([&](Visit& visit) {
             visit.isGone = FD_ISSET(visit.socket, &reading);
             return mayGoOn || visit.isGone;
@@ -155,7 +155,8 @@ class Http::Parts final {
         return MHD_queue_response(connection, static_cast<unsigned>(answer.status), response.get());
     }
 
-    /// With a request's head, then with each piece of its body, then with no piece at the end of it.
+    /// Called first with the head of a request, then with each piece of its body, at last with an empty
+    /// piece.
     MHD_Result take(MHD_Connection* connection, const RequestHead& head, std::string_view piece) {
         Visit& visit = visits_.at(connection);
         if (!std::exchange(visit.hasHead, true)) {
@@ -172,7 +173,7 @@ class Http::Parts final {
         return MHD_YES;
     }
 
-    // What the library calls. It is written in C, so nothing may be thrown at it.
+    // The library calls these functions. It is written in C, so they must not throw.
 
     static MHD_Result onRequest(void* self, MHD_Connection* connection, const char* path, const char* method,
                                 const char*, const char* data, std::size_t* size, void**) {
@@ -215,7 +216,7 @@ class Http::Parts final {
                 self.visits_.erase(visit);
             }
         } catch (...) {
-            // Its request will find no visit, and be hung up on.
+            // Without a visit the request is refused, and the connection closed.
             return;
         }
     }

@@ -11,43 +11,45 @@
 
 namespace velko::web {
 
-/// What a client gets.
+/// What we answer a client.
 struct HttpAnswer {
-    /// Gives the next piece of a stream; nothing while there is none.
+    /// Gives the next piece of a stream; nothing if there is none yet.
     using NextPiece = std::function<std::optional<std::string>()>;
 
     int status = status::ok;
     std::string type{};
     std::string content{};
-    std::string location{};  ///< where to go on; empty for nowhere
-    NextPiece stream{};      ///< instead of a content
+    std::string location{};  ///< the address that the client shall open next; may be empty
+    NextPiece stream{};      ///< takes the place of `content`
 };
 
-/// Whoever answers requests. Called on the thread that runs the server.
+/// Answers requests. It is called on the thread that runs the server.
 class HttpHandler : private NonCopyable {
  public:
     HttpHandler() = default;
     virtual ~HttpHandler() = default;
 
-    /// Once a request's head has come: an answer turns it away before its body has.
+    /// Called when the head of a request has arrived. With an answer the request is refused, and its body is
+    /// not read.
     [[nodiscard]] virtual std::optional<HttpAnswer> refuse(const RequestHead& head) = 0;
-    /// Once all of it has come. The body has at most `Gate::longestBody` bytes.
+    /// Called when the whole request has arrived. The body has at most `Gate::longestBody` bytes.
     [[nodiscard]] virtual HttpAnswer answer(const RequestHead& head, const std::string& body) = 0;
 };
 
-/// Serves a port: one thread for everybody, one request for each connection. How long a head may be, how
-/// long a request may take and how many may come at once is bounded, whatever clients do.
+/// Serves a port, with one thread for all clients and one request for each connection. There are limits for
+/// the length of a head, for the time that a request takes and for the number of requests at once, whatever
+/// clients do.
 class Http final : private NonCopyable {
  public:
-    /// Nothing is served yet. The handler outlives it. Null where the system has nothing left to give.
+    /// Does not serve yet. The handler must live longer. Null if the system has no resources left.
     [[nodiscard]] static std::unique_ptr<Http> on(ListeningPort port, HttpHandler& handler);
     ~Http();
 
-    /// Serves until `stop`, and hangs up on everybody then.
+    /// Serves until `stop`, then closes all connections.
     void run();
-    /// From any thread, but not from a signal's handler.
+    /// Any thread, but not from the handler of a signal.
     void stop();
-    /// There may be something new for the streams. As `stop`.
+    /// Says that the streams may have something new to send. May be called where `stop` may.
     void wake();
 
  private:

@@ -19,7 +19,7 @@ constexpr auto policy =
 
 using Header = std::pair<const char*, const char*>;
 
-// Every connection carries one request, so that a refused one can leave nothing behind in it.
+// Each connection has one request, so that a refused request leaves no bytes for the next one.
 constexpr std::array usualHeaders{Header{"Connection", "close"},
                                   Header{"Content-Security-Policy", policy},
                                   Header{"X-Content-Type-Options", "nosniff"},

@@ -6,14 +6,14 @@
 struct MHD_Connection;
 struct MHD_Response;
 
-// Requests and answers, between our values and the library's.
+// Translates requests and answers between the library and our values.
 
 namespace velko::web {
 
-/// What a request says of itself, as the library has read it. It lives as long as the request.
+/// What a request says about itself, as the library has read it. It is valid as long as the request.
 [[nodiscard]] RequestHead headOf(MHD_Connection* connection, const char* method, const char* path);
 
-/// Gives a response the headers of an answer, and those that every response carries.
+/// Adds the headers of an answer, and the headers that every response has.
 void addHeaders(MHD_Response& response, const HttpAnswer& answer);
 
 }  // namespace velko::web

@@ -17,9 +17,10 @@
 #include "Playground/Serving/Http.h"
 #include "Playground/Serving/Sockets.h"
 #include "Playground/Terminal/Folders.h"
+#include "Playground/Terminal/Terminal.h"
 #include "Playground/Web/Live.h"
 
-// Some systems declare it and some do not.
+// Some systems declare it, others do not.
 extern char** environ;  // NOLINT(readability-redundant-declaration)
 
 namespace velko::web {
@@ -28,7 +29,7 @@ namespace {
 
 using std::chrono::steady_clock;
 
-constexpr auto breath = std::chrono::milliseconds(500);  ///< between signs of life to a page
+constexpr auto breath = std::chrono::milliseconds(500);  ///< between two signs that the program is alive
 
 HttpAnswer line(int status, std::string_view text) {
     return {.status = status, .type = "text/plain; charset=utf-8", .content = std::string(text) + "\n"};
@@ -38,7 +39,7 @@ HttpAnswer page(int status, std::string content) {
     return {.status = status, .type = std::string(pageType), .content = std::move(content)};
 }
 
-/// An event as the stream carries it: each line of it is marked.
+/// The text of an event in the stream, where each line begins with "data:".
 std::string eventText(const std::string& message) {
     std::string text = "data: ";
     for (const char character : message) {
@@ -50,7 +51,8 @@ std::string eventText(const std::string& message) {
     return text + "\n\n";
 }
 
-/// What a page gets to read: what has changed, or now and then nothing much, which tells whether it is there.
+/// The stream for one page: it sends what has changed. From time to time it sends an empty comment, which
+/// shows whether the page is still there.
 class Breathing final {
  public:
     explicit Breathing(std::shared_ptr<Feed::Reader> reader) : reader_(std::move(reader)) {}
@@ -70,22 +72,12 @@ class Breathing final {
     steady_clock::time_point last_ = steady_clock::now();
 };
 
-/// The signals that end the program. Blocked in every thread, so that one of them can wait for them.
-sigset_t endingSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        sigaddset(&signals, signal);
-    }
-    return signals;
-}
-
 bool isSet(const char* name) {
     const char* value = std::getenv(name);
     return value != nullptr && *value != '\0';
 }
 
-/// Asks the desktop, where there is one, to show the page.
+/// Asks the desktop to show the page, if there is a desktop.
 void openPage(const std::string& address) {
     std::string program = VELKO_PAGE_OPENER;
     if (program == "xdg-open" && !isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY")) {
@@ -98,7 +90,7 @@ void openPage(const std::string& address) {
     for (const int descriptor : {1, 2}) {
         posix_spawn_file_actions_addopen(&quietly, descriptor, "/dev/null", 1, 0);
     }
-    // The browser starts with the signals that a program usually has, not with ours.
+    // The browser must start with the usual handling of signals, not with ours.
     posix_spawnattr_t usual;
     posix_spawnattr_init(&usual);
     posix_spawnattr_setflags(&usual, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
@@ -115,7 +107,8 @@ void openPage(const std::string& address) {
     posix_spawn_file_actions_destroy(&quietly);
 }
 
-/// A page that goes away amid an answer is no reason to end; nor is a finished `xdg-open` to be kept.
+/// A page that closes while we answer must not end the program. A finished `xdg-open` must not stay as a
+/// zombie process.
 void ignoreWhatEndsNothing() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGCHLD, SIG_IGN);
@@ -163,7 +156,7 @@ HttpAnswer Server::perform(const RequestHead& head, const std::string& body) {
         return line(status::badRequest, "That is no JSON.");
     }
     if (const Done done = parts_.live.act(head.path.substr(1), *json); !done) {
-        // No fault of the page's, so no error: it tells the user.
+        // The page made no mistake, so this is no error: it shows the line to its user.
         return line(status::ok, done.error());
     }
     return {.status = status::noContent};
@@ -190,7 +183,8 @@ int serve(const ServeOptions& options) {
     ignoreWhatEndsNothing();
     const std::string address = "http://127.0.0.1:" + std::to_string(port->number());
     const std::string token = makeToken();
-    // Others on this machine may read what the browser is started with, so that opens the page only once.
+    // Other users of this machine can read the arguments of the browser, so the address in them works only
+    // once.
     const std::string ticket = makeToken();
     Feed feed;
     Live live(options.home, feed);
@@ -202,8 +196,9 @@ int serve(const ServeOptions& options) {
         return 1;
     }
     feed.onPublish = [&http] { http->wake(); };
-    // Only now is there something to end in an orderly way.
-    const sigset_t ending = endingSignals();
+    // From here on there is something that has to end in an orderly way.
+    // Blocked in every thread, so that this one can wait for them.
+    const sigset_t ending = playground::endingSignals();
     pthread_sigmask(SIG_BLOCK, &ending, nullptr);
     live.begin();
     playground::tellHolder(home, address + withToken(pagePath, token));
@@ -216,7 +211,7 @@ int serve(const ServeOptions& options) {
     }
     int signal = 0;
     sigwait(&ending, &signal);
-    // What is under way may take its time. A second signal does not wait for it.
+    // Work that is under way may take some time. A second signal ends the program at once.
     pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
     live.end();
     http->stop();

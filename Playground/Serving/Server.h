@@ -12,17 +12,17 @@
 
 namespace velko::web {
 
-/// Answers what the page asks for: it shows what the feed brings and hands what the page posts to the
+/// Answers the requests of the page: it sends what the feed has, and passes what the page posts to the
 /// session.
 class Server final : public HttpHandler {
  public:
     struct Parts {
         Gate gate;
-        Ticket ticket;  ///< leads to the address with the gate's token
+        Ticket ticket;  ///< exchanged once for the address with the gate's token
         Feed& feed;
         Live& live;
     };
-    /// The feed and the session outlive the server.
+    /// The feed and the session must live longer than the server.
     explicit Server(Parts parts) : parts_(std::move(parts)) {}
 
     [[nodiscard]] std::optional<HttpAnswer> refuse(const RequestHead& head) override;
@@ -38,11 +38,11 @@ class Server final : public HttpHandler {
 
 struct ServeOptions {
     std::filesystem::path home;           ///< the folder that is kept between runs
-    std::optional<std::uint16_t> port{};  ///< left out: any that is free
-    bool mayOpen = true;                  ///< whether to open the page where there is a desktop
+    std::optional<std::uint16_t> port{};  ///< without one: any free port
+    bool mayOpen = true;                  ///< whether to open the page, if there is a desktop
 };
 
-/// Plays on a page until the program is interrupted. The process's exit status.
+/// Serves the page until a signal ends the program. Returns the exit status of the process.
 [[nodiscard]] int serve(const ServeOptions& options);
 
 }  // namespace velko::web

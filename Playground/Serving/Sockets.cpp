@@ -24,9 +24,9 @@ sockaddr_in loopback(std::uint16_t port) {
     return address;
 }
 
-/// The port that a socket now has; nothing, with `errno`, when it can't have the wanted one.
+/// The port that a socket has got. Nothing if it cannot have the wanted one; `errno` says why.
 std::optional<std::uint16_t> listenOn(int socket, std::uint16_t wanted) {
-    // A port that another program holds is refused; one that was just given up is not.
+    // This refuses a port that another program holds, but takes one that was given up a moment ago.
     constexpr int yes = 1;
     sockaddr_in address = loopback(wanted);
     socklen_t size = sizeof address;
@@ -89,7 +89,7 @@ Wakeup::~Wakeup() {
 }
 
 void Wakeup::ring() const noexcept {
-    // A full pipe rings already.
+    // If the pipe is full, the other thread wakes anyway.
     static_cast<void>(!::write(writer_, "", 1));
 }
 

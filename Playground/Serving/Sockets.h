@@ -13,11 +13,11 @@
 
 namespace velko::web {
 
-/// A port of the loopback address on which this program listens, given up when it goes out of scope. Whoever
-/// connects waits until somebody accepts. Any thread.
+/// A port of the loopback address, on which this program listens until the object goes. A client that
+/// connects waits until somebody accepts it. Any thread.
 class ListeningPort final {
  public:
-    /// Takes that port, or any free one; or one line that says why it could not.
+    /// Takes that port, or any free one. On failure, one line that says why.
     [[nodiscard]] static std::expected<ListeningPort, std::string> take(std::optional<std::uint16_t> wanted);
 
     ListeningPort(ListeningPort&& other) noexcept;
@@ -27,32 +27,32 @@ class ListeningPort final {
     ~ListeningPort();
 
     [[nodiscard]] std::uint16_t number() const noexcept { return number_; }
-    /// Hands its socket over, to whoever closes it.
+    /// Gives the socket to the caller, who closes it.
     [[nodiscard]] int release() && noexcept { return std::exchange(socket_, -1); }
 
  private:
     ListeningPort(int socket, std::uint16_t number) : socket_(socket), number_(number) {}
 
-    int socket_;  ///< -1 once moved from
+    int socket_;  ///< -1 after a move
     std::uint16_t number_;
 };
 
-/// The line for a port that could not be taken, by the system's error number.
+/// One line that says why a port could not be taken. `error` is the system's error number.
 [[nodiscard]] std::string whyNoPort(std::optional<std::uint16_t> wanted, int error);
 
-/// Ends another thread's wait for sockets: a pipe, which becomes readable with the first `ring`.
+/// Ends the wait of another thread for sockets. It is a pipe, which becomes readable with the first `ring`.
 class Wakeup final : private NonCopyable {
  public:
     Wakeup();
     ~Wakeup();
 
-    /// Whether the system had a pipe to give.
+    /// Whether the system gave us a pipe.
     [[nodiscard]] bool works() const noexcept { return reader_ != -1; }
     [[nodiscard]] int reader() const noexcept { return reader_; }
 
-    /// Any thread, never waits.
+    /// Any thread. It never waits.
     void ring() const noexcept;
-    /// Forgets what was rung so far.
+    /// Forgets all rings so far.
     void clear() const noexcept;
 
  private:
@@ -60,20 +60,21 @@ class Wakeup final : private NonCopyable {
     int writer_ = -1;
 };
 
-/// The connections that have not been answered yet. Everybody on this machine can open some and then say
-/// nothing, or a byte at a time: so each has a limited time, and where there are too many the oldest goes.
-/// Who asks at once, as a browser does, has had its answer long before it is the oldest.
+/// The connections that have no answer yet. Every user of this machine can open some and then send nothing,
+/// or one byte at a time. So each has a limited time, and if there are too many, the oldest is closed. A
+/// browser sends its request at once and has its answer long before it is the oldest.
 class Waiting final {
  public:
     using Time = std::chrono::steady_clock::time_point;
 
     static constexpr std::size_t most = 64;
-    static constexpr auto patience = std::chrono::seconds(5);  ///< from its coming to its last byte
+    static constexpr auto patience =
+        std::chrono::seconds(5);  ///< from the start of a connection to the last byte of its request
 
     void enter(int socket, Time now) { guests_.push_back({socket, now}); }
-    /// It has left, or gets a stream and may stay.
+    /// The connection is closed, or gets a stream and may stay.
     void leave(int socket);
-    /// Those to hang up on, oldest first. They stay until they have left.
+    /// The connections to close, oldest first. They stay in the list until `leave`.
     [[nodiscard]] std::vector<int> overdue(Time now) const;
 
  private:

@@ -17,14 +17,15 @@ namespace {
 
 using std::filesystem::path;
 
-/// A folder that the environment names, unless it means another one at each place.
+/// A folder that the environment names. A relative path is ignored: it would mean another folder in each
+/// working directory.
 path fromEnvironment(const char* name) {
     const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): before any thread starts
     const path folder = value == nullptr ? "" : value;
     return folder.is_absolute() ? folder : path();
 }
 
-/// Why nothing can be kept in a folder, which is made where it is missing; empty when it can.
+/// Makes the folder if it is missing. Returns why it cannot be used; empty if it can.
 std::string problemWith(const path& folder) {
     if (const auto target = AtomicFile::followOwnLinks(folder); !target) {
         return target.error().description;
@@ -75,6 +76,16 @@ bool claim(FolderLock& lock) {
 
 void tellHolder(FolderLock& lock, const std::string& address) {
     lock.tell("process " + std::to_string(::getpid()) + (address.empty() ? "" : ", " + address));
+}
+
+std::expected<std::string, std::string> readFile(const path& file) {
+    auto content = AtomicFile::read(file);
+    if (!content) {
+        return std::unexpected(content.error().description);
+    }
+    std::optional<std::string>& text = *content;
+    return text ? std::expected<std::string, std::string>(*std::move(text))
+                : std::unexpected("There is no file " + file.string() + ".");
 }
 
 std::optional<ScratchFolder> ScratchFolder::create() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <expected>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -8,25 +9,28 @@
 
 namespace velko::playground {
 
-/// The folder that is kept between runs, by the desktop's convention for an app's data; nothing where the
-/// environment names no folder of the user's.
+/// The folder that is kept between runs. It follows the desktop's convention for the data of an app. Nothing
+/// if the environment does not name the user's home folder.
 [[nodiscard]] std::optional<std::filesystem::path> homeFolder();
 
-/// Makes a folder to keep things in, where it is missing. Whether that can be done: it has to be the user's
-/// own. If not, says why on standard error.
+/// Makes the folder if it is missing. Returns whether it can be used: it must belong to the user. If not,
+/// standard error says why.
 [[nodiscard]] bool prepareFolder(const std::filesystem::path& folder);
 
-/// Makes this program the only one that changes what is in the lock's folder. Otherwise says on standard
-/// error who is.
+/// Makes this program the only one that may change files in the lock's folder. Returns false if another
+/// program has the folder; standard error then says which.
 [[nodiscard]] bool claim(FolderLock& lock);
 
-/// What a program that has a folder tells others: its process, and where it can be reached, if anywhere.
+/// Tells other programs who has the folder: the number of this process, and its address if it has one.
 void tellHolder(FolderLock& lock, const std::string& address);
 
-/// A folder for the time of one show, removed with everything in it.
+/// The content of a file that the user names; if it cannot be read, one line that says why.
+[[nodiscard]] std::expected<std::string, std::string> readFile(const std::filesystem::path& file);
+
+/// A temporary folder. It is deleted with everything in it when the object goes.
 class ScratchFolder final {
  public:
-    /// Nothing when no folder can be made.
+    /// Nothing if no folder can be made.
     [[nodiscard]] static std::optional<ScratchFolder> create();
 
     ScratchFolder(ScratchFolder&& other) noexcept;
@@ -40,7 +44,7 @@ class ScratchFolder final {
  private:
     explicit ScratchFolder(std::filesystem::path path) : path_(std::move(path)) {}
 
-    std::filesystem::path path_;  ///< empty once moved from
+    std::filesystem::path path_;  ///< empty after a move
 };
 
 }  // namespace velko::playground

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <vector>
 
+#include "Playground/Terminal/Folders.h"
 #include "Playground/Terminal/Terminal.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Files/LibplistReader.h"
@@ -19,20 +20,20 @@ namespace velko::playground {
 
 namespace {
 
-/// Says why something did not happen.
+/// Says on standard error why something did not happen. Returns exit status 1.
 int refuse(const std::string& what, const std::string& why) {
     std::cerr << what << ' ' << why << '\n';
     return 1;
 }
 
-/// The identifiers by which another organiser's items are recognised.
+/// The identifiers of the apps that the importers may find.
 BundleIDs knownApps(const Layout& layout) {
     BundleIDs known;
     for (const auto& [bundleID, section] : layout.sections) {
         known.insert(bundleID);
     }
-    for (const scenarios::SampleApp& neighbour : scenarios::sampleApps()) {
-        known.insert(neighbour.bundleID);
+    for (const scenarios::SampleApp& sample : scenarios::sampleApps()) {
+        known.insert(sample.bundleID);
     }
     return known;
 }
@@ -43,8 +44,8 @@ std::string tuckTime(std::int64_t seconds) {
 }
 
 constexpr char backspace = '\b';
-constexpr char deletion = '\x7F';   // what most terminals send for Backspace
-constexpr char interrupt = '\x03';  // Control-C and Control-D, which come as keys in this mode
+constexpr char deletion = '\x7F';   // most terminals send this for Backspace
+constexpr char interrupt = '\x03';  // Control-C and Control-D come as keys in this mode
 constexpr char endOfText = '\x04';
 
 void show(const SortSession& session, std::ostream& screen) {
@@ -103,13 +104,9 @@ int exportLayoutFile(const Layout& layout, const std::filesystem::path& file) {
 int importIntoLayoutFile(Layout layout, const std::filesystem::path& layoutFile,
                          const std::filesystem::path& file) {
     constexpr auto failed = "Velko couldn't import that layout.";
-    const auto content = AtomicFile::read(file);
-    if (!content) {
-        return refuse(failed, content.error().description);
-    }
-    const std::optional<std::string>& text = *content;
+    const auto text = readFile(file);
     if (!text) {
-        return refuse(failed, "There is no file " + file.string() + ".");
+        return refuse(failed, text.error());
     }
     const auto imported = LayoutExport::read(*text);
     if (!imported) {
@@ -178,8 +175,8 @@ bool walkCards(SortSession& session, std::istream& keys, std::ostream& screen) {
 
 int sortLayoutFile(Layout layout, const std::filesystem::path& layoutFile) {
     std::vector<SortSession::App> apps;
-    for (const scenarios::SampleApp& neighbour : scenarios::sampleApps()) {
-        apps.push_back({.bundleID = neighbour.bundleID, .name = neighbour.name});
+    for (const scenarios::SampleApp& sample : scenarios::sampleApps()) {
+        apps.push_back({.bundleID = sample.bundleID, .name = sample.name});
     }
     SortSession session({.apps = apps,
                          .lastClicked = layout.lastClicked,

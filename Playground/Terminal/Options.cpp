@@ -17,11 +17,11 @@ namespace {
 
 using Command = Options::Command;
 
-/// An option by which the program does something else than serve its page.
+/// An option that makes the program do something else than serve its page.
 struct CommandOption {
     std::string_view word;
     Command command;
-    std::string_view wants;  ///< what must follow it; empty for nothing
+    std::string_view wants;  ///< what must follow the option; empty if nothing must
 };
 
 constexpr std::array commandOptions{
@@ -37,7 +37,7 @@ constexpr std::array commandOptions{
 
 using Arguments = std::vector<std::string>;
 
-/// Takes the value that must follow an option.
+/// Reads the value that must follow an option.
 std::expected<std::string, std::string> valueOf(Arguments::const_iterator& option,
                                                 Arguments::const_iterator end, std::string_view wants) {
     const std::string word = *option;
@@ -55,7 +55,7 @@ std::optional<std::int64_t> numberIn(const std::string& text, std::int64_t most)
     return isWhole && number >= 1 && number <= most ? std::optional(number) : std::nullopt;
 }
 
-/// The arguments on their way to becoming options.
+/// Turns arguments into options.
 class Reading {
  public:
     explicit Reading(const Arguments& arguments) : argument_(arguments.begin()), end_(arguments.end()) {}
@@ -86,7 +86,7 @@ class Reading {
     }
 
  private:
-    /// What goes with nothing else that was asked for.
+    /// Why two of the options do not fit together; empty if they do.
     [[nodiscard]] std::string misfit() const {
         const bool plays = options_.command == Command::playWeek || options_.command == Command::playScript;
         if (options_.speed && !plays) {

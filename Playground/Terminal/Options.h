@@ -14,10 +14,10 @@ struct Options {
     enum class Command {
         servePage,
         playWeek,
-        playScript,    ///< in the file `path`
+        playScript,    ///< the scenario in the file `path`
         exportLayout,  ///< to `path`
         importLayout,  ///< from `path`
-        importFrom,    ///< another organiser's preferences below the home folder `path`
+        importFrom,    ///< the settings of another organiser, below the home folder `path`
         sort,
         help,
     };
@@ -26,16 +26,16 @@ struct Options {
 
     Command command = Command::servePage;
     std::filesystem::path path{};
-    std::optional<std::filesystem::path> home{};    ///< a folder to keep things in instead of the usual one
-    std::optional<std::filesystem::path> layout{};  ///< a layout file instead of the kept one
-    std::optional<std::int64_t> speed{};            ///< of what is played; left out: as fast as it goes
-    std::optional<std::uint16_t> port{};            ///< of the page; left out: any that is free
-    bool mayOpen = true;                            ///< whether the page may open by itself
+    std::optional<std::filesystem::path> home{};    ///< the folder to use instead of the usual one
+    std::optional<std::filesystem::path> layout{};  ///< the layout file to use instead of the usual one
+    std::optional<std::int64_t> speed{};  ///< how many times real time; without it, as fast as possible
+    std::optional<std::uint16_t> port{};  ///< of the page; without it, any free port
+    bool mayOpen = true;                  ///< whether the program may open the page
 
     bool operator==(const Options&) const = default;
 };
 
-/// Reads the arguments that follow the program's name; on bad ones, one clear line.
+/// Reads the arguments after the program's name. If they are wrong, one line says why.
 [[nodiscard]] std::expected<Options, std::string> parseOptions(const std::vector<std::string>& arguments);
 
 /// The text of --help.

@@ -32,10 +32,10 @@ wait 3 s
 )";
 
 struct Piece {
-    std::string title;  ///< what a mistake is blamed on
+    std::string title;  ///< the name of the scenario in messages about mistakes
     std::string text;
     std::optional<std::filesystem::path> layoutFile;
-    bool isFirstRun = false;  ///< the layout is taken over as if Velko had never been set up
+    bool isFirstRun = false;  ///< whether to reset the layout to the day on which Velko came
 };
 
 int refuse(int status, const std::string& why) {
@@ -43,11 +43,11 @@ int refuse(int status, const std::string& why) {
     return status;
 }
 
-/// The app of the week that nobody has seen before.
+/// The app that is new in the course of the week.
 constexpr auto newcomer = "com.example.Skyline";
 
-/// The layout as on the day on which Velko came: with its places and settings, and without what Velko has
-/// learnt and asked since, which the week tells anew.
+/// Resets a layout file to the day on which Velko came. It keeps places and settings, and loses what Velko
+/// has learnt and asked since: the week tells that again. Returns whether it worked.
 bool goBackToTheFirstDay(const std::filesystem::path& layoutFile) {
     const LayoutStore store(layoutFile);
     const auto loaded = store.load();
@@ -65,8 +65,8 @@ bool goBackToTheFirstDay(const std::filesystem::path& layoutFile) {
     return store.save(first).has_value();
 }
 
-/// Copies a layout file. What is too large is not read by Velko, so an empty file of such a size stands for
-/// it.
+/// Copies a layout file. Velko does not read files that are too large, so for those it makes a file of that
+/// size without content.
 std::error_code copyLayout(const std::filesystem::path& from, const std::filesystem::path& to) {
     std::error_code error;
     const bool isTooLarge = std::filesystem::file_size(from, error) > AtomicFile::largest;
@@ -88,7 +88,7 @@ int play(const Piece& piece, std::optional<std::int64_t> speed) {
     if (!scenario) {
         return refuse(2, blamed(piece, scenario.error()));
     }
-    // The folder goes before a signal may end the program.
+    // Declared before the folder, so that the folder is deleted before a signal ends the program.
     const DeferredSignals signals;
     const auto folder = ScratchFolder::create();
     if (!folder) {
@@ -145,13 +145,9 @@ int playWeek(const std::filesystem::path& layoutFile, bool mayCreate, std::optio
 
 int playFile(const std::filesystem::path& file, const std::optional<std::filesystem::path>& layoutFile,
              std::optional<std::int64_t> speed) {
-    const auto content = AtomicFile::read(file);
-    if (!content) {
-        return refuse(2, content.error().description);
-    }
-    const std::optional<std::string>& text = *content;
+    const auto text = readFile(file);
     if (!text) {
-        return refuse(2, "There is no file " + file.string() + ".");
+        return refuse(2, text.error());
     }
     return play({.title = file.string(), .text = *text, .layoutFile = layoutFile}, speed);
 }

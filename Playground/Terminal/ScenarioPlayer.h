@@ -6,14 +6,14 @@
 
 namespace velko::playground {
 
-/// Plays "a week with Velko" in the terminal, on a copy of the layout file, which is made when it is missing
-/// and `mayCreate`. A layout that Velko can't read is only shown as Velko would show it. The process's exit
-/// status, as of the next.
+/// Plays "a week with Velko" in the terminal, on a copy of the layout file. If the file is missing and
+/// `mayCreate` is true, it is made. If Velko cannot read the layout, it only shows what Velko would do then.
+/// Returns the exit status of the process.
 [[nodiscard]] int playWeek(const std::filesystem::path& layoutFile, bool mayCreate,
                            std::optional<std::int64_t> speed);
 
-/// Plays the scenario in a file, on a copy of the layout file or with none. The status is 2 for a file that
-/// can't be read or understood, and 1 when a step fails.
+/// Plays the scenario in a file, on a copy of the layout file or without one. Returns the exit status of the
+/// process: 2 if the file cannot be read or understood, 1 if a step fails.
 [[nodiscard]] int playFile(const std::filesystem::path& file,
                            const std::optional<std::filesystem::path>& layoutFile,
                            std::optional<std::int64_t> speed);

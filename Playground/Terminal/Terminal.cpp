@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::string_view replacement = "\uFFFD";
 
-/// How many bytes of well-formed UTF-8 are a control character at its start: none, one, or two for the second
-/// set, whose characters some terminals obey too.
+/// The length in bytes of a control character at the start of well-formed UTF-8; 0 if there is none.
+/// Characters of the second set have two bytes, and some terminals obey them too.
 std::size_t lengthOfControl(std::string_view text) {
     const auto first = static_cast<unsigned char>(text.front());
     if (first < 0x20U || first == 0x7FU) {
@@ -24,8 +24,10 @@ std::size_t lengthOfControl(std::string_view text) {
     return isSecondSet ? 2 : 0;
 }
 
-/// Broken pipes too: whoever reads what is printed may leave.
-constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP, SIGPIPE};
+constexpr std::array ending{SIGINT, SIGTERM, SIGHUP};
+
+/// SIGPIPE too: the reader of what we print may go away.
+constexpr std::array deferred{SIGINT, SIGTERM, SIGHUP, SIGPIPE};
 
 bool isIgnored(int signal) {
     struct sigaction action{};
@@ -59,9 +61,18 @@ KeyByKey::~KeyByKey() {
     }
 }
 
+sigset_t endingSignals() {
+    sigset_t signals{};
+    sigemptyset(&signals);
+    for (const int signal : ending) {
+        sigaddset(&signals, signal);
+    }
+    return signals;
+}
+
 DeferredSignals::DeferredSignals() {
     sigemptyset(&held_);
-    for (const int signal : endingSignals) {
+    for (const int signal : deferred) {
         if (!isIgnored(signal)) {
             sigaddset(&held_, signal);
         }
@@ -76,7 +87,7 @@ DeferredSignals::~DeferredSignals() {
 bool DeferredSignals::hasCome() const {
     sigset_t pending{};
     ::sigpending(&pending);
-    return std::ranges::any_of(endingSignals, [&](int signal) {
+    return std::ranges::any_of(deferred, [&](int signal) {
         return sigismember(&held_, signal) == 1 && sigismember(&pending, signal) == 1;
     });
 }

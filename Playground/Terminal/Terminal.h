@@ -9,11 +9,11 @@
 
 namespace velko::playground {
 
-/// A line from outside as a terminal may get it: what would work the terminal becomes U+FFFD.
+/// Makes a line from outside safe for a terminal: control characters become U+FFFD.
 [[nodiscard]] std::string printable(std::string_view line);
 
-/// A terminal that hands over each key at once and does not show it, until the end of the scope. Where the
-/// standard input is no terminal, nothing changes.
+/// While this exists, the terminal delivers each key at once and does not show it. If the standard input is
+/// no terminal, nothing changes.
 class KeyByKey final : private NonCopyable {
  public:
     KeyByKey();
@@ -24,9 +24,12 @@ class KeyByKey final : private NonCopyable {
     bool isTerminal_;
 };
 
-/// Keeps the signals that end a program waiting, so that it can clean up first: it asks whether one has come
-/// and stops by itself. When this goes, such a signal has its usual effect. Signals that are ignored stay so.
-/// For programs of one thread.
+/// The signals by which a user or the system ends a program.
+[[nodiscard]] sigset_t endingSignals();
+
+/// While this exists, the signals that end a program wait, so that the program can clean up first. The
+/// program asks whether one has come, and stops by itself. After that such a signal has its usual effect.
+/// Ignored signals stay ignored. Only for programs with one thread.
 class DeferredSignals final : private NonCopyable {
  public:
     DeferredSignals();

@@ -16,11 +16,11 @@ namespace velko::playground {
 
 namespace {
 
-constexpr std::size_t mostLogLines = 24;  ///< that are shown of a stretch
+constexpr std::size_t mostLogLines = 24;  ///< how many lines of the log are shown at once
 constexpr std::size_t widestLogLine = 150;
 constexpr auto frame = std::chrono::milliseconds(50);
 
-/// A log line as a terminal shows it: cut where it would run on over several rows.
+/// A line of the log, made safe for the terminal and cut if it is too long for one row.
 std::string shortened(const std::string& line) {
     return printable(line.substr(0, widestLogLine)) + (line.size() <= widestLogLine ? "" : "…");
 }

@@ -12,26 +12,26 @@
 
 namespace velko::playground {
 
-/// Tells a scenario in a terminal while it is played: what happens, the menu bar as a person sees it, and
+/// Shows a scenario in a terminal while it is played: what happens, the menu bar as a person sees it, and
 /// what Velko logs.
 class TerminalView final : private NonCopyable {
  public:
     struct Manner {
-        bool isBold = false;                     ///< whether headings may use the terminal's bold
-        std::optional<std::int64_t> speed = {};  ///< how many times as fast as life; left out: at once
-        std::function<bool()> isOver = {};       ///< whether to stop, even while time passes
+        bool isBold = false;                     ///< whether headings are bold
+        std::optional<std::int64_t> speed = {};  ///< how many times real time; without it, at once
+        std::function<bool()> isOver = {};       ///< asked all the time; true stops the scenario
     };
 
-    /// Takes over how the world's time passes, and its Mac's `onMenuBarChange`.
+    /// Sets the world's `passTime` and its Mac's `onMenuBarChange`.
     TerminalView(scenarios::World& world, std::ostream& screen, Manner manner);
 
-    /// To be called before each step.
+    /// Must be called before each step.
     void begin(const script::Step& step);
 
-    /// Shows what the last steps came to.
+    /// Shows the result of the last steps.
     void showOutcome();
 
-    /// Says which plan is in force and what Velko has cost the machine.
+    /// Prints the plan in force, and what Velko has cost the machine.
     void showSummary();
 
  private:

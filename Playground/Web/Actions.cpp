@@ -98,7 +98,7 @@ Done pressKey(Session& session, const Fields& fields) {
     return {};
 }
 
-/// The app that is to be launched, when it runs: on a Mac it only comes to the front.
+/// The app that a step launches, if it runs already: on a Mac it then only comes to the front.
 std::optional<ProcessID> alreadyLaunched(const script::Step& step, SimulatedMac& mac) {
     if (step.verb != script::Verb::launch) {
         return std::nullopt;

@@ -7,8 +7,8 @@
 
 namespace velko::web {
 
-/// Does one of the things that a page may ask for, named by `action`, and then all that is due because of
-/// it. `body` holds what the thing is about; what is missing or makes no sense in it changes nothing.
+/// Does the action of that name, then all work that is due because of it. `body` holds the details of the
+/// action. If they are missing or make no sense, nothing changes.
 Done act(Session& session, std::string_view action, const Json& body);
 
 /// Whether there is an action of that name.

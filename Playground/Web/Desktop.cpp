@@ -14,7 +14,7 @@ namespace velko::web {
 
 namespace {
 
-/// A press of the mouse, which everything that listens for clicks hears.
+/// A press of the mouse. Everything that listens for clicks hears it.
 void pressElsewhere(Session& session) {
     if (!session.menus().empty()) {
         session.closeMenus();
@@ -26,7 +26,7 @@ Point middle(const Rect& rect) {
     return {.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
 }
 
-/// The point within a rectangle that the page measures in thousandths from its top left corner.
+/// A point within a rectangle. The page measures it in thousandths, from the top left corner.
 Point pointWithin(const Rect& rect, const Fields& fields) {
     constexpr double most = 999;
     const auto part = [&](const char* key) {
@@ -35,7 +35,7 @@ Point pointWithin(const Rect& rect, const Fields& fields) {
     return {.x = rect.x + rect.width * part("x"), .y = rect.maxY() - rect.height * (part("y") + 0.001)};
 }
 
-/// The middle of an icon that a process has, as the bar measures it.
+/// The middle of an icon of a process, in the coordinates of the menu bar.
 std::optional<Point> middleOfIcon(const SimulatedMac& mac, std::int64_t pid, std::int64_t index) {
     for (const auto& slot : mac.menuBar().slots()) {
         if (slot.pid == pid && index-- == 0) {
@@ -45,7 +45,7 @@ std::optional<Point> middleOfIcon(const SimulatedMac& mac, std::int64_t pid, std
     return std::nullopt;
 }
 
-/// Where the pointer is, from the page's words, with y growing upwards.
+/// Translates what the page says about the pointer into a point on the screen. y grows upwards.
 Point pointFor(SimulatedMac& mac, const Fields& fields) {
     const auto displays = mac.displays.displays();
     const Rect screen = displays.empty() ? Rect{} : displays.front().frame;

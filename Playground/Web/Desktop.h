@@ -8,27 +8,28 @@
 #include "Playground/Web/Fields.h"
 #include "Playground/Web/Session.h"
 
-// What the page's user does beside Velko's own surfaces: with the mouse, and in the panels for files.
+// What the user of the page does outside Velko's own surfaces: with the mouse, and in the panels for files.
 
 namespace velko::web {
 
-/// A click on the broom, with the keys and the button that the page tells of.
+/// A click on the broom. The page says which keys and which button.
 Done clickBroom(Session& session, const Fields& fields);
-/// A click on the icon of an app: the one with that number among those of a process.
+/// A click on an icon of an app, given by its process and its number among the icons of that process.
 Done clickIcon(Session& session, const Fields& fields);
-/// A click where nothing is.
+/// A click on the empty desktop.
 Done clickDesktop(Session& session, const Fields& fields);
-/// The pointer has gone to the broom, the bar, the shelf or elsewhere.
+/// The pointer has moved to the broom, the bar, the shelf or elsewhere.
 Done movePointer(Session& session, const Fields& fields);
 
-/// Whether a file in the Documents folder may be called that: a plain name, without a way out of the folder.
+/// Whether a file in the Documents folder may have that name. It must be a plain name that cannot lead out of
+/// the folder.
 [[nodiscard]] bool isPlainFileName(std::string_view name);
 
-/// The files that the user may open, by name.
+/// The names of the files that the user may open, in order.
 [[nodiscard]] std::vector<std::string> documentNames(const std::filesystem::path& documents);
 
-/// Answers the open or save panel: with `file`, a name; with `text`, which is kept under that name first; or
-/// with neither, which cancels it.
+/// Answers the panel for opening or saving. `file` is the chosen name; without it the panel is cancelled.
+/// `text`, if there is one, is first written to that file.
 Done answerPanel(Session& session, const Fields& fields);
 
 }  // namespace velko::web

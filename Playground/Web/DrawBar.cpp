@@ -63,7 +63,7 @@ std::string broom(const Slot& slot, const SimulatedStatusItem& item) {
                          broomFace(item.image()));
 }
 
-/// What an icon says besides what it is.
+/// The text that an icon shows beside its app's name; may be empty.
 std::string textOf(const Slot& slot) {
     const std::string title = slot.icon.title.value_or("");
     return title == slot.appName ? "" : title;

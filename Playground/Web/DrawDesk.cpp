@@ -21,10 +21,10 @@ using html::textElement;
 
 constexpr double tilePoints = 22;
 constexpr std::size_t shownLines = 150;
-constexpr std::size_t mostPlanned = 300;  ///< apps of a plan that are drawn; more are only counted
+constexpr std::size_t mostPlanned = 300;  ///< apps of a plan that are drawn; the others are only counted
 constexpr std::uintmax_t longestFile = 1U << 20U;
 
-/// What the desk knows of an app.
+/// What the desk knows about an app.
 struct DeskApp {
     BundleID bundleID;
     std::string name;
@@ -53,9 +53,9 @@ std::vector<DeskApp> deskApps(SimulatedMac& mac) {
                         .isHung = mac.accessibility.isHung(process.pid),
                         .isBusy = process.cores > 0});
     }
-    const auto addMissing = [&apps](const scenarios::SampleApp& neighbour) {
-        if (std::ranges::find(apps, neighbour.bundleID, &DeskApp::bundleID) == apps.end()) {
-            apps.push_back({.bundleID = neighbour.bundleID, .name = neighbour.name});
+    const auto addMissing = [&apps](const scenarios::SampleApp& sample) {
+        if (std::ranges::find(apps, sample.bundleID, &DeskApp::bundleID) == apps.end()) {
+            apps.push_back({.bundleID = sample.bundleID, .name = sample.name});
         }
     };
     std::ranges::for_each(scenarios::sampleApps(), addMissing);
@@ -103,7 +103,7 @@ std::string row(std::string_view term, const std::string& markup) {
     return element("div", {}, textElement("dt", {}, term) + element("dd", {}, markup));
 }
 
-/// A log line, in its parts: "date  [category] message". `key` tells it from all others that show.
+/// A line of the log, split into date, category and message. `key` is different for each line on the page.
 std::string logRow(const std::string& line, const std::string& key) {
     const html::Attributes attributes{{"data-key", key}};
     const auto open = line.find("  [");
@@ -132,7 +132,7 @@ std::string drawApps(Session& session) {
 std::string drawLog(Session& session) {
     const auto& lines = session.world().log().lines();
     std::string rows;
-    std::map<std::size_t, std::size_t> seen;  // lines with the same text
+    std::map<std::size_t, std::size_t> seen;  // how often each text has come
     for (auto line = lines.end() - static_cast<std::ptrdiff_t>(std::min(lines.size(), shownLines));
          line != lines.end(); ++line) {
         const std::size_t text = std::hash<std::string>()(*line);

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
 #include "Playground/Html/Markup.h"
 #include "Playground/Html/Views.h"
@@ -22,6 +24,17 @@ std::string button(std::string_view title, std::string_view classes, std::string
                         {"data-action", std::string(action)},
                         {"data-body", std::string(body)}},
                        title);
+}
+
+/// The title bar of a window. `closes` says what its button closes, `label` what screen readers call the
+/// button.
+std::string titleBar(std::string_view title, Attribute closes, std::string_view label) {
+    return element("div", {{"class", "title-bar"}},
+                   element("button", {{"type", "button"},
+                                      {"class", "close-button"},
+                                      std::move(closes),
+                                      {"aria-label", std::string(label)}}) +
+                       textElement("span", {{"class", "window-title"}}, title));
 }
 
 std::string sheet(std::string_view title, std::string_view message, const std::string& rest) {
@@ -97,13 +110,7 @@ std::string drawSurface(Session& session, const NamedSurface& surface) {
     const html::NameOf names = namesOn(session);
     const bool isWindow = surface.kind == Surfaces::Kind::setup || surface.kind == Surfaces::Kind::settings;
     const std::string bar =
-        isWindow ? element("div", {{"class", "title-bar"}},
-                           element("button", {{"type", "button"},
-                                              {"class", "close-button"},
-                                              {"data-close", std::string(surface.name)},
-                                              {"aria-label", "Close"}}) +
-                               textElement("span", {{"class", "window-title"}}, opening->title))
-                 : "";
+        isWindow ? titleBar(opening->title, {"data-close", std::string(surface.name)}, "Close") : "";
     return bar + element("div", {{"class", "surface-content"}},
                          html::treeMarkup(opening->content, {.surface = surface.name, .nameOf = names}));
 }
@@ -112,12 +119,7 @@ std::string drawSystemSettings(Session& session) {
     if (!session.systemSettings().isOpen()) {
         return {};
     }
-    const std::string bar = element("div", {{"class", "title-bar"}},
-                                    element("button", {{"type", "button"},
-                                                       {"class", "close-button"},
-                                                       {"data-action", "settings"},
-                                                       {"aria-label", "Close System Settings"}}) +
-                                        textElement("span", {{"class", "window-title"}}, "System Settings"));
+    const std::string bar = titleBar("System Settings", {"data-action", "settings"}, "Close System Settings");
     const std::string velko = element(
         "label", {{"class", "toggle"}},
         html::voidElement("input", {{"type", "checkbox"},

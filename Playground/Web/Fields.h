@@ -12,8 +12,8 @@
 
 namespace velko::web {
 
-/// Reads the members of a JSON object that came from outside. What is missing, or is of another type, is
-/// nothing.
+/// Reads the members of a JSON object that came from outside. A member that is missing or has another type
+/// gives nothing.
 class Fields final {
  public:
     explicit Fields(const Json& body) : object_(std::get_if<Json::Object>(&body.value)) {}
@@ -29,13 +29,13 @@ class Fields final {
         const auto* value = get<std::string>(find(key));
         return value == nullptr ? std::nullopt : std::optional(*value);
     }
-    /// False when it is missing.
+    /// False if it is missing.
     [[nodiscard]] bool flag(std::string_view key) const {
         const auto* value = get<bool>(find(key));
         return value != nullptr && *value;
     }
     [[nodiscard]] std::optional<std::int64_t> number(std::string_view key) const { return number(find(key)); }
-    /// A list of small numbers; nothing when one of its elements is none.
+    /// A list of small numbers; nothing if one of its elements is no number.
     [[nodiscard]] std::optional<std::vector<std::size_t>> place(std::string_view key) const {
         constexpr std::size_t deepest = 8;
         const auto* list = get<Json::Array>(find(key));

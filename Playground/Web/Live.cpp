@@ -12,10 +12,9 @@ constexpr auto factsName = "facts";
 using std::chrono::steady_clock;
 
 constexpr auto beat = std::chrono::milliseconds(10);
-constexpr auto pause =
-    std::chrono::milliseconds(1);  ///< between turns while time flies, for clicks to get in
-constexpr auto frame = std::chrono::milliseconds(50);        ///< between pictures while time flies
-constexpr auto longestTurn = std::chrono::milliseconds(12);  ///< that a click may have to wait
+constexpr auto pause = std::chrono::milliseconds(1);   ///< between turns of a jump, so that clicks get in
+constexpr auto frame = std::chrono::milliseconds(50);  ///< between two pictures of a jump
+constexpr auto longestTurn = std::chrono::milliseconds(12);  ///< how long a click may have to wait
 
 }  // namespace
 

@@ -22,17 +22,17 @@
 
 namespace velko::web {
 
-/// Hands pictures from the one who draws them to every page that watches. Any thread.
+/// Passes each new picture on to every page that watches. Any thread.
 class Feed final : private NonCopyable {
  public:
     static constexpr std::size_t mostReaders = 8;
 
-    /// A page that watches, from where it has read on. One thread at a time; not after the feed.
+    /// What one page has read so far. One thread at a time. The feed must live longer.
     class Reader final : private NonCopyable {
      public:
         ~Reader();
 
-        /// What has changed since the last time, as a JSON text; nothing when nothing has.
+        /// What has changed since the last call, as JSON text; nothing if nothing has changed.
         [[nodiscard]] std::optional<std::string> next();
 
      private:
@@ -45,13 +45,13 @@ class Feed final : private NonCopyable {
 
     Feed() = default;
 
-    /// One more reader; null when there are as many as there may be.
+    /// A new reader; null if there are `mostReaders` already.
     [[nodiscard]] std::shared_ptr<Reader> subscribe();
     [[nodiscard]] std::size_t readers() const;
 
     void publish(const Picture& picture);
 
-    /// Called after each publishing, on its thread. Set before there are several threads.
+    /// Called after each `publish`, on the same thread. Must be set before there are several threads.
     std::function<void()> onPublish;
 
  private:
@@ -68,20 +68,20 @@ class Feed final : private NonCopyable {
     std::size_t readers_ = 0;
 };
 
-/// A session whose time passes by itself while somebody watches, and whose pictures go to a feed as soon as
-/// they change. Any thread.
+/// A session in which time passes by itself while somebody watches. Its picture goes to a feed as soon as it
+/// changes. Any thread.
 class Live final : private NonCopyable {
  public:
-    /// Time stands still at first.
+    /// Time stands still until `begin`.
     Live(const std::filesystem::path& home, Feed& feed);
     ~Live();
 
-    /// Lets time pass, on a thread of its own. Once.
+    /// Starts a thread that lets time pass. May be called once.
     void begin();
-    /// Ends Velko in an orderly way, and time with it. Waits for what is being done.
+    /// Ends Velko in an orderly way, then the thread. Waits for work that is under way.
     void end();
 
-    /// Does what the page asks for, and publishes what came of it before it returns.
+    /// Does what the page asks for. Publishes the new picture before it returns.
     Done act(std::string_view action, const Json& body);
 
  private:

@@ -32,7 +32,7 @@ std::string_view engineFact(const SimulatedFramework& framework) {
     return framework.answerDelay > SimulatedFramework::usualDelay ? "slow" : "works";
 }
 
-/// Whether Velko asks where the pointer is, now or soon.
+/// Whether Velko wants to know where the pointer is, now or soon.
 bool wantsPointer(Session& session) {
     const AppController* const velko = session.world().velko();
     return session.mac().pointer.moveObservers() > 0 ||

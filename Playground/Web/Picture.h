@@ -9,8 +9,8 @@
 
 namespace velko::web {
 
-/// What a page shows: markup for each of its changing regions, by name, and plain facts, by which it sets
-/// its own controls.
+/// What a page shows: the markup of each region that can change, by name, and plain facts for the page's own
+/// controls.
 struct Picture {
     std::map<std::string, std::string> regions;
     Json facts;
@@ -18,33 +18,33 @@ struct Picture {
     bool operator==(const Picture&) const = default;
 };
 
-/// Draws the whole page as it is now.
+/// Draws the whole page.
 [[nodiscard]] Picture draw(Session& session);
 
-// The page's regions, one function each. They are in DrawBar.cpp, DrawDesk.cpp and DrawSurfaces.cpp.
+// Each region of the page has one function. They are in DrawBar.cpp, DrawDesk.cpp and DrawSurfaces.cpp.
 
-/// How apps are called on this Mac, running or not.
+/// The names of the apps on this Mac, running or not.
 [[nodiscard]] html::NameOf namesOn(Session& session);
 
 /// The icons that show in the menu bar, left to right.
 [[nodiscard]] std::string drawBar(Session& session);
-/// A surface with its title bar, if it has one; empty while it is closed.
+/// A surface, with its title bar if it has one; empty while it is closed.
 [[nodiscard]] std::string drawSurface(Session& session, const NamedSurface& surface);
-/// The system's settings, when Velko has sent its user there.
+/// The window of the system's settings; empty while it is closed.
 [[nodiscard]] std::string drawSystemSettings(Session& session);
-/// The open menu; empty while none is.
+/// The open menu; empty while no menu is open.
 [[nodiscard]] std::string drawMenu(Session& session);
-/// The question, alert or panel that waits for an answer; empty while none does.
+/// The question, alert or panel that waits for an answer; empty if there is none.
 [[nodiscard]] std::string drawSheet(Session& session);
-/// The apps that run and those that could, to choose one from.
+/// The apps that run and those that can be launched, as a list to choose from.
 [[nodiscard]] std::string drawApps(Session& session);
 /// The newest lines of the log.
 [[nodiscard]] std::string drawLog(Session& session);
-/// The plan in force and what it follows from.
+/// The plan in force, and the values that it follows from.
 [[nodiscard]] std::string drawPlan(Session& session);
-/// The layout file as it is on the disk.
+/// The layout file as it is on disk.
 [[nodiscard]] std::string drawLayoutFile(Session& session);
-/// What Velko has opened, copied or asked for outside its own surfaces.
+/// What Velko has done outside its own surfaces: opened a page or file, copied a text, looked for updates.
 [[nodiscard]] std::string drawElsewhere(Session& session);
 
 }  // namespace velko::web

@@ -18,8 +18,9 @@ constexpr Rect settingsPlace{.x = 500, .y = 260, .width = 715, .height = 560};
 using std::chrono::nanoseconds;
 using std::chrono::steady_clock;
 
-constexpr auto slice = std::chrono::seconds(10);      ///< virtual time between looks at the real clock
-constexpr auto longestLag = std::chrono::seconds(1);  ///< real time that a slow machine makes up for
+constexpr auto slice = std::chrono::seconds(10);  ///< virtual time between two looks at the real clock
+constexpr auto longestLag =
+    std::chrono::seconds(1);  ///< a slow machine catches up with at most so much real time
 
 SimulatedMacOptions optionsFor(const std::filesystem::path& home) {
     std::error_code error;
@@ -67,10 +68,11 @@ Session::Session(const std::filesystem::path& home) : world_(home, optionsFor(ho
     mac().onMenuBarChange = [this] { noteChange(); };
     mac().application.onTerminate = [this] { isQuitting_ = true; };
     world_.onEnd = [this] { forgetVelko(); };
-    // A new icon goes left of all others: so the broom keeps its place beside the system's own.
+    // A new icon goes to the left of all others. Velko starts first, so the broom stands beside the system's
+    // own items.
     world_.startVelko();
-    for (const auto& neighbour : scenarios::sampleApps()) {
-        mac().launch(scenarios::appOf(neighbour));
+    for (const auto& sample : scenarios::sampleApps()) {
+        mac().launch(scenarios::appOf(sample));
     }
     settle();
 }
@@ -119,7 +121,7 @@ Done Session::jump(MainThread::Uptime duration) {
     return done;
 }
 
-/// What was on screen of a program goes with it: its menus, and its alerts.
+/// When a program ends, its menus and alerts leave the screen.
 void Session::forgetVelko() {
     closeControlMenu();
     alertsRead_ = mac().dialogs.alerts().size();

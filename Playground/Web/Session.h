@@ -19,11 +19,11 @@
 
 namespace velko::web {
 
-/// The system's settings on the simulated Mac, as far as Velko sends its user there: a window with the list
-/// of the apps that may control the Mac.
+/// The window of the system's settings on the simulated Mac. It shows the only part to which Velko sends its
+/// user: the list of the apps that may control the Mac.
 class SystemSettings final {
  public:
-    /// Opens the window when an address of the settings has been opened since the last look.
+    /// Opens the window if Velko has opened an address of the settings since the last call.
     void look(SimulatedMac& mac);
     void close(SimulatedMac& mac);
     [[nodiscard]] bool isOpen() const noexcept { return pid_.has_value(); }
@@ -35,21 +35,21 @@ class SystemSettings final {
     std::optional<ProcessID> pid_;
 };
 
-/// What became of something that the page asked for: nothing, or one line that says why it did not happen.
+/// The result of something that the page asked for. On failure, one line that says why it did not happen.
 using Done = std::expected<void, std::string>;
 
-/// A simulated Mac with Velko on it, and what a page needs to show it and to work it: how fast time passes,
-/// which menu is open, what the user has read. One thread at a time.
+/// A simulated Mac with Velko on it, and what a page needs to show and use it: how fast time passes, which
+/// menu is open, which alerts the user has read. One thread at a time.
 class Session final : private NonCopyable {
  public:
-    /// A menu that is open, and the element of the page that it hangs from.
+    /// An open menu, and the element of the page from which it hangs.
     struct OpenMenu {
         std::string anchor;
         view::Menu items;
-        std::optional<Surfaces::Kind> surface{};  ///< of the control that it belongs to
+        std::optional<Surfaces::Kind> surface{};  ///< the surface of its control, if it belongs to one
     };
 
-    /// Starts the neighbours and then Velko, with what the folder keeps of earlier runs.
+    /// Starts Velko, with what the folder keeps from earlier runs, then the sample apps.
     explicit Session(const std::filesystem::path& home);
 
     [[nodiscard]] scenarios::World& world() noexcept { return world_; }
@@ -57,34 +57,36 @@ class Session final : private NonCopyable {
 
     // Time
 
-    /// Lets real time pass: Velko's at its speed, and what is left of a jump as far as `budget` allows.
+    /// Lets as much virtual time pass as `real` is at the chosen speed, and as much of a jump as fits into
+    /// `budget` of real time.
     void pass(std::chrono::nanoseconds real, std::chrono::nanoseconds budget);
     void setSpeed(double speed) noexcept { speed_ = speed; }
     [[nodiscard]] double speed() const noexcept { return speed_; }
-    /// Virtual time that is to pass as fast as it can; not beyond what the simulated clock knows.
+    /// Lets virtual time pass as fast as possible. Refused beyond the last year that the simulated clock
+    /// knows.
     Done jump(MainThread::Uptime duration);
     void stopJump() noexcept { jump_ = MainThread::Uptime(0); }
     [[nodiscard]] MainThread::Uptime jumpLeft() const noexcept { return jump_; }
-    /// Runs what is due at this moment. After everything that the page has done.
+    /// Runs the work that is due now. Must be called after each thing that the page has done.
     void settle();
     /// Grows whenever what the page shows may have changed.
     [[nodiscard]] std::uint64_t revision();
 
-    // What only a page has
+    // What only a page needs
 
-    /// The menu that is open: a control's, the broom's or an app's.
+    /// The open menu: of a control, of the broom or of an app. One or none.
     [[nodiscard]] std::vector<OpenMenu> menus();
     void openControlMenu(OpenMenu menu);
-    /// Picks from the open menu; an empty place closes it.
+    /// Chooses an item of the open menu. An empty place closes the menu.
     Done choose(const std::vector<std::size_t>& place);
     void closeMenus();
-    /// Closes a control's menu, if one is open.
+    /// Closes the menu of a control, if one is open.
     void closeControlMenu();
     void readAlert() noexcept { ++alertsRead_; }
-    /// The alert that is on display; null when all have been read.
+    /// The alert on screen; null if the user has read all.
     [[nodiscard]] const Dialogs::Alert* alert();
     [[nodiscard]] SystemSettings& systemSettings() noexcept { return systemSettings_; }
-    /// Quits Velko, takes its layout away, and starts it anew.
+    /// Quits Velko, deletes its layout and starts it again.
     Done startOver();
 
  private:
@@ -106,7 +108,7 @@ class Session final : private NonCopyable {
 struct NamedSurface {
     Surfaces::Kind kind;
     std::string_view name;
-    std::string_view spoken;  ///< for screen readers, while it has no title
+    std::string_view spoken;  ///< for screen readers, if it has no title
 };
 [[nodiscard]] std::span<const NamedSurface> namedSurfaces();
 
