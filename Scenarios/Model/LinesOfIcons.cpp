@@ -69,7 +69,10 @@ void revealed(Heard& heard) {
         scene.require(mayToggle(scene), "icons come out and go for a click or the pointer alone", heard.text);
     } else if (event == "autoTuck") {
         scene.require(mayTuck(heard), "icons tuck themselves when their time is over", heard.text);
-        if (!scene.takesTime() && scene.step.verb != Verb::pressEscape && scene.step.verb != Verb::close) {
+        // A press on the broom is no click outside of the shelf: there the time was over.
+        const bool isClickOutside = !scene.takesTime() && !isBroomClick(scene.step) &&
+                                    scene.step.verb != Verb::pressEscape && scene.step.verb != Verb::close;
+        if (isClickOutside && belief.style == RevealStyle::shelf) {
             belief.shelfClickedAt = heard.at;
         }
     }

@@ -12,6 +12,7 @@ Model::Model(World& world) : world_(world), trace_(world) {
 
 std::optional<std::string> Model::check(const script::Step& done) {
     model::Scene scene{.world = world_, .belief = belief_, .step = done, .begun = checkedAt_};
+    scene.meaningAtFirst = model::meaningOfClick(scene);
     const auto happened = trace_.take();
     for (const model::Happening& each : happened) {
         model::expire(scene, each.at);

@@ -13,6 +13,9 @@
 
 namespace velko::scenarios::model {
 
+/// What a left click on the broom should come to.
+enum class ClickMeaning { menu, nothing, opensNote, toggles };
+
 /// A step of a scenario while its outcome is compared with what should come of it.
 struct Scene {
     using Uptime = MainThread::Uptime;
@@ -21,6 +24,7 @@ struct Scene {
     Belief& belief;
     const script::Step& step;
     Uptime begun;                         ///< when the step began
+    ClickMeaning meaningAtFirst{};        ///< of a click on the broom, before anything of the step is heard
     std::optional<std::string> breach{};  ///< what did not hold first
 
     void require(bool holds, const std::string& rule, const std::string& detail = {}) {
@@ -75,7 +79,6 @@ void compare(Scene& scene);
 [[nodiscard]] bool isBroomClick(const script::Step& step);
 
 /// What a left click on the broom should come to, as things stand.
-enum class ClickMeaning { menu, nothing, opensNote, toggles };
 [[nodiscard]] ClickMeaning meaningOfClick(const Scene& scene);
 
 /// Work that holds up the main thread makes what is due late, and a line heard later than it was written.

@@ -36,7 +36,10 @@ void BroomClicks::acted(const StatusItem::Click& click) {
     }
     clickedAt_ = now;
     wait_.cancel();
-    const auto press = std::exchange(press_, std::nullopt);
+    auto press = std::exchange(press_, std::nullopt);
+    if (press && menuClosedAt_ && *menuClosedAt_ >= press->at) {
+        press.reset();  // it closed the menu, and this click is another
+    }
     BroomClick made{.isRight = (click.pressedButtons & Pointer::rightButton) != 0};
     if (const Event* const event = ownEvent(click.event)) {
         made.isRight = made.isRight || isRight(*event);

@@ -104,6 +104,14 @@ void StatusItemController::showToolTip(const std::string& text) {
 
 // Clicks
 
+void StatusItemController::pressed(const ClickTapEvent& press) {
+    // A press that closes the icon's menu comes to no action, and yet the hand is on the icon.
+    if (onClick && frame_.holds(press.location)) {
+        onClick();
+    }
+    clicks_.pressed(press);
+}
+
 void StatusItemController::clicked(const BroomClick& click) {
     frame_.refresh();
     if (onClick) {

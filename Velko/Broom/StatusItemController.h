@@ -29,7 +29,7 @@ class StatusItemController final : private NonCopyable {
     void update();
 
     /// A button has gone down somewhere. Returns at once.
-    void pressed(const ClickTapEvent& press) { clicks_.pressed(press); }
+    void pressed(const ClickTapEvent& press);
 
     /// The note below the icon, made when it is first wanted.
     [[nodiscard]] NoteController& note();
