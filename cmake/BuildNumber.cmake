@@ -1,10 +1,10 @@
-# VELKO_BUILD: how many commits the sources have behind them; where that is unknown, as in an archive or a
-# shallow clone, the version. Nothing else, so that two builds of one commit are alike.
+# VELKO_BUILD: the number of commits up to these sources. If it is unknown, as in an archive or a
+# shallow clone, the version. It depends on nothing else, so that two builds of one commit are equal.
 
 set(VELKO_BUILD ${PROJECT_VERSION})
 find_package(Git QUIET)
 
-# velko_git(RESULT argument...): what git answers about the sources, empty when it doesn't.
+# velko_git(RESULT argument...): the answer of git about the sources; empty if it gives none.
 function(velko_git result)
     execute_process(COMMAND ${GIT_EXECUTABLE} ${ARGN}
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
@@ -17,7 +17,7 @@ function(velko_git result)
 endfunction()
 
 if(GIT_FOUND)
-    # An archive may lie in somebody else's repository, whose commits are not ours.
+    # An archive may be inside another repository, whose commits are not ours.
     velko_git(prefix rev-parse --is-inside-work-tree --show-prefix)
     velko_git(shallow rev-parse --is-shallow-repository)
     velko_git(commits rev-list --count HEAD)

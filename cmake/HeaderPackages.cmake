@@ -1,5 +1,5 @@
-# velko_header_package(TARGET HEADER): lets a target see one header-only package, and nothing else of the
-# folder in which the package is installed: its headers are reached through a link in the build tree.
+# velko_header_package(TARGET HEADER): lets a target see one header-only package, but nothing else of
+# the folder where it is installed: a link in the build tree leads to its headers.
 function(velko_header_package target header)
     get_filename_component(package ${header} DIRECTORY)
     find_path(VELKO_${package}_FOLDER ${header}

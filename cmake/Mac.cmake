@@ -1,4 +1,4 @@
-# What every target of a mac/ folder needs: Apple's frameworks and reference counting by the compiler.
+# What every target of a mac/ folder needs: Apple's frameworks, and reference counting by the compiler.
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 

@@ -1,4 +1,4 @@
-# How every target of Velko is built: language, warnings, sanitizers, and the fences between rooms.
+# How every target of Velko is built: language, warnings, sanitizers, and the borders between rooms.
 
 include(${CMAKE_CURRENT_LIST_DIR}/BuildNumber.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/HeaderPackages.cmake)
@@ -18,8 +18,8 @@ add_library(velko_options INTERFACE)
 target_compile_options(velko_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # False alarms of GCC 12 in the standard library's own code, once it is inlined: overlapping copies in
-    # string concatenation (its bug 105651) and moved-from optionals that it takes for uninitialised.
+    # GCC 12 gives false alarms in the standard library's own code after inlining: overlapping copies in
+    # string concatenation (its bug 105651), and moved-from optionals that it takes for uninitialised.
     target_compile_options(velko_options INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
 endif()
 if(VELKO_SANITIZE)
@@ -28,9 +28,9 @@ if(VELKO_SANITIZE)
     target_link_options(velko_options INTERFACE -fsanitize=${VELKO_SANITIZE})
 endif()
 
-# velko_unity(TARGET): compiles a few sources of a target as one. Most of a compiler's time goes into the
-# standard library's headers, which are then read once for all of them. A name of an unnamed namespace has to be
-# the only one of its kind in the target.
+# velko_unity(TARGET): compiles several sources of a target as one. A compiler spends most of its time on the
+# headers of the standard library, which are then read once for all of them. So a name in an unnamed namespace
+# must be unique in the target.
 function(velko_unity target)
     if(VELKO_UNITY_BATCH GREATER 1)
         set_target_properties(${target} PROPERTIES
@@ -40,8 +40,8 @@ endfunction()
 
 # velko_room(NAME SOURCES file... [DEPENDS room...])
 #
-# A room sees itself and the rooms that it names, and nothing else: each room's headers are offered
-# through a folder that holds a link to this room alone, so a wrong #include does not compile.
+# A room sees only itself and the rooms that it names. The headers of each room are in a folder with a
+# link to that room alone, so a wrong #include does not compile.
 function(velko_room name)
     cmake_parse_arguments(ROOM "" "" "SOURCES;DEPENDS" ${ARGN})
     set(window ${PROJECT_BINARY_DIR}/rooms/${name})
@@ -50,7 +50,7 @@ function(velko_room name)
     add_library(${name} STATIC ${ROOM_SOURCES})
     target_include_directories(${name} PUBLIC ${window})
     target_link_libraries(${name} PUBLIC ${ROOM_DEPENDS} PRIVATE velko_options)
-    # Reads of apps that hang may be under way on other threads when the process ends, and then nothing that
+    # When the process ends, other threads may still be reading apps that hang. So nothing that
     # they use may be freed.
     target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wexit-time-destructors>)
     velko_unity(${name})

@@ -1,6 +1,6 @@
-# Sourced by ./run and ./test: finds out what this machine lacks and installs it.
+# ./run and ./test source this file. It finds out what this machine lacks, and installs it.
 
-# The lists name what each script needs beyond a bare Debian 12.
+# What each script needs in addition to a bare Debian 12.
 PLAY_PACKAGES="g++ cmake ninja-build pkg-config nlohmann-json3-dev libplist-dev libmicrohttpd-dev"
 TEST_PACKAGES="$PLAY_PACKAGES libgtest-dev libbenchmark-dev tzdata python3"
 FULL_PACKAGES="$TEST_PACKAGES clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev llvm-19 nodejs npm chromium"
@@ -17,7 +17,7 @@ fail() {
     exit 1
 }
 
-# A package counts as present when dpkg has it, or, for tools, when a command of that name is there.
+# Whether a package is installed: dpkg knows it, or, for tools, there is a command of that name.
 has_package() {
     case "$1" in
         cmake | python3 | npm | g++) command -v "$1" >/dev/null && return 0 ;;
@@ -27,8 +27,8 @@ has_package() {
     [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
-# apt_get ARGUMENT...: apt-get as root, quiet while all goes well. While another program holds its lock it says
-# which, and waits for up to ten minutes.
+# apt_get ARGUMENT...: runs apt-get as root, quietly unless it fails. If another program holds its lock, it says
+# which, and waits up to ten minutes.
 apt_get() {
     local as_root="" said="" answer deadline=$((SECONDS + 600))
     [ "$(id -u)" = 0 ] || as_root=sudo
@@ -55,7 +55,7 @@ install_packages() {
     command -v apt-get >/dev/null || fail "This machine lacks:$missing. Install them, then try again."
     [ "$(id -u)" = 0 ] || command -v sudo >/dev/null || fail "Run this as root, or install:$missing"
     echo "Installing:$missing"
-    # An old package list names versions that are gone, so the list comes first.
+    # An old package list names versions that no longer exist, so the list is updated first.
     apt_get update
     # shellcheck disable=SC2086
     apt_get install -y --no-install-recommends $missing
@@ -74,7 +74,7 @@ install_formulae() {
     brew install --quiet $missing
 }
 
-# quietly PRESET COMMAND...: what it prints goes into a file, whose end is shown when it fails.
+# quietly PRESET COMMAND...: runs the command. Its output goes into a file; if it fails, the end of it is shown.
 quietly() {
     local output="build/$1/velko-build.log"
     shift
@@ -85,7 +85,7 @@ quietly() {
     }
 }
 
-# configure PRESET: with a cache of compiled files where there is one.
+# configure PRESET: configures, and uses ccache if it is installed.
 configure() {
     rm -f "$root/build/$1/velko-build.log"
     if command -v ccache >/dev/null; then
@@ -94,7 +94,7 @@ configure() {
     quietly "$1" cmake --preset "$1"
 }
 
-# configure_and_build PRESET [TARGET...]: quiet while all goes well.
+# configure_and_build PRESET [TARGET...]: prints nothing unless it fails.
 configure_and_build() {
     local preset="$1" targets=""
     shift

@@ -11,7 +11,7 @@ const day = 86_400_000;
 const quoted = (text) => `"${text.replace(/[\\"]/g, '\\$&')}"`;
 const chosenApp = () => document.querySelector('[name="desk-app"]:checked');
 
-/** Plays the lines of a template, in which $APP and $TEXT stand for something. Whether all could be played. */
+/** Plays the lines of a template, with words in place of $APP and $TEXT. Resolves to whether all could be played. */
 async function play(lines, words = {}) {
   for (const line of lines.split('|')) {
     if (!(await post('desk', { line: line.replace(/\$([A-Z]+)/g, (_, name) => words[name]) }))) return false;
@@ -113,7 +113,7 @@ byID('motion').addEventListener('change', (event) => showMotion(event.target.che
 prefersLess.addEventListener('change', () => { byID('motion').checked = prefersLess.matches; showMotion(prefersLess.matches); });
 showMotion(prefersLess.matches);
 
-// What to watch
+// The tabs below the screen
 
 function watch(tab) {
   for (const each of document.querySelectorAll('[data-watch]')) {
@@ -136,7 +136,7 @@ for (const tab of document.querySelectorAll('[data-watch]')) {
   });
 }
 
-// What the program says
+// Showing what the program sends
 
 function showApp() {
   const first = document.querySelector('[name="desk-app"]');
@@ -173,7 +173,7 @@ function setUnlessUsed(control, property, value) {
   if (!isUnderWay(control) && control[property] !== value) control[property] = value;
 }
 
-/** Brings the desk's own controls in line with the Mac. */
+/** Makes the desk's own controls show the state of the Mac. */
 export function showDesk(facts) {
   lastFacts = facts;
   for (const control of document.querySelectorAll('[data-fact]')) {

@@ -1,9 +1,9 @@
-// The page's link to the program: what it posts, and what it is told.
+// The page's connection to the program: what the page posts, and what the program sends.
 
 const token = document.querySelector('meta[name="velko-token"]').content;
 let last = Promise.resolve();
 
-/** Shows a line for a while, and to screen readers. */
+/** Shows a line for a few seconds. Screen readers say it. */
 export function tell(line) {
   const toast = document.getElementById('toast');
   toast.textContent = line;
@@ -27,23 +27,23 @@ async function send(action, body) {
   }
 }
 
-/** Asks for something to be done, after everything that was asked for before. Whether it was. */
+/** Asks the program to do something, after everything that was asked before. Resolves to whether it was done. */
 export function post(action, body = {}) {
   last = last.then(() => send(action, body));
   return last;
 }
 
-const underWay = new WeakMap();  // how many changes of a control have not been answered yet
+const underWay = new WeakMap();  // how many changes of a control have no answer yet
 const partOf = (control) => control.closest('[data-id]') ?? control;
 
-/** Whether a control is as its user has just set it, whatever the program said of it before. */
+/** Whether the user has just changed a control and the program has not answered yet. */
 export const isUnderWay = (control) => underWay.get(partOf(control)) > 0;
 
-/** Leaves a control as its user has set it until the change is answered; then it is to show what the program says. */
+/** Leaves a control as the user has set it until the program answers. Then `showAgain` shows what the program says. */
 export async function whileUnderWay(control, change, showAgain) {
   const part = partOf(control);
   underWay.set(part, (underWay.get(part) ?? 0) + 1);
-  // What the program says of it may come a little later than its answer.
+  // The new state of the control may arrive a little later than the answer.
   if (await change) await new Promise((done) => { setTimeout(done, 300); });
   underWay.set(part, underWay.get(part) - 1);
   if (!isUnderWay(control)) showAgain();
@@ -63,10 +63,10 @@ function openStream(receive) {
   return source;
 }
 
-/** Calls `receive` with each message, while the page is in sight. */
+/** Calls `receive` with each message while the page is visible. */
 export function listen(receive) {
   let source = null;
-  // A browser has few connections for all pages of one server: what nobody sees leaves its own to others.
+  // A browser has few connections for all pages of one server. So a hidden page gives its connection up.
   const follow = () => {
     source?.close();
     source = document.hidden ? null : openStream(receive);

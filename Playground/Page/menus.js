@@ -1,11 +1,11 @@
-// The open menu: where it hangs, and how the pointer and the keyboard walk through it.
+// The open menu: where it stands, and how the pointer and the keyboard move through it.
 
 import { post } from '/link.js';
 
 const screen = document.getElementById('screen');
 const menu = document.getElementById('menu');
 let anchorName = '';
-let openPlace = '';  // of the item whose submenu is open
+let openPlace = '';  // place of the item whose submenu is open
 let typed = '';
 let typedAt = 0;
 
@@ -20,7 +20,7 @@ function anchorOf(name) {
   return screen.querySelector(`[data-surface="${surface}"] [data-id="${CSS.escape(name.slice(slash + 1))}"]`);
 }
 
-/** Shows the menu that hangs from the element of that name; hides it when there is none. */
+/** Shows the menu below the element of that name. Without a name it hides the menu. */
 export function showMenu(name) {
   const isOpen = Boolean(name) && menu.childElementCount > 0;
   const isNew = isOpen && (menu.hidden || name !== anchorName);
@@ -59,7 +59,7 @@ function place() {
   const anchor = anchorOf(anchorName)?.getBoundingClientRect();
   if (!anchor) return;
   const area = screen.getBoundingClientRect();
-  menu.style.left = '0';  // it is measured where nothing narrows it
+  menu.style.left = '0';  // measured at the left edge, where it has its full width
   menu.style.setProperty('--room', `${area.height - 42}px`);
   const left = Math.min(anchor.left - area.left, area.width - menu.offsetWidth - 8);
   const below = anchor.bottom - area.top + 5;
@@ -86,7 +86,7 @@ function showBranch() {
   }
 }
 
-/** Moves a submenu over its own menu where there is no room beside it. */
+/** Moves a submenu over its own menu if there is no room beside it. */
 function keepInSight(list) {
   list.style.translate = '';
   const area = screen.getBoundingClientRect();

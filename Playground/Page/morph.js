@@ -1,5 +1,5 @@
-// Changes a part of the page in place: what kept its key and kind stays the same element, so that focus,
-// scroll position and open controls survive.
+// Changes a part of the page in place. An element whose key and kind are the same stays, so that it keeps its focus,
+// scroll position and open menus.
 
 import { isUnderWay } from '/link.js';
 
@@ -25,7 +25,7 @@ function matchAttributes(old, fresh) {
   }
 }
 
-/** What a control shows is no attribute once somebody has touched it. */
+/** Once a user has touched a control, its attributes no longer say what it shows. So set its properties. */
 function matchControl(old, fresh) {
   if (isUnderWay(old)) return;
   if (old instanceof HTMLInputElement) {
@@ -36,7 +36,7 @@ function matchControl(old, fresh) {
   }
 }
 
-/** Has the controls within a node show what the program last said of them. */
+/** Makes the controls within a node show what the program last said. */
 export function showControls(node) {
   for (const control of node.querySelectorAll('input, select')) matchControl(control, control);
 }
@@ -82,7 +82,7 @@ function matchChildren(old, fresh) {
   }
 }
 
-/** Makes the content of `target` that of the markup. */
+/** Changes the content of `target` into that of the markup. */
 export function morph(target, markup) {
   const template = document.createElement('template');
   template.innerHTML = markup;
@@ -90,7 +90,7 @@ export function morph(target, markup) {
   const hadFocus = target.contains(focused);
   matchChildren(target, template.content);
   if (!hadFocus || focused === document.activeElement) return;
-  // What had the keyboard was moved, or is gone: then the keyboard stays with what it was part of.
+  // The focused element was moved or removed. Give the focus back to it, or to the part of the page it was in.
   const next = focused.isConnected ? focused : target.closest('[tabindex]');
   next?.focus({ preventScroll: true });
 }

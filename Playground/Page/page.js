@@ -1,4 +1,4 @@
-// Puts what the program sends into the page, and sends it what the user does to the Mac.
+// Shows what the program sends, and sends what the user does on the Mac's screen.
 
 import { morph } from '/morph.js';
 import { listen, post } from '/link.js';
@@ -14,7 +14,7 @@ const shade = document.getElementById('shade');
 const sheet = document.getElementById('sheet');
 let facts = {};
 
-// What comes
+// Messages
 
 function showRegion(name, markup) {
   const region = document.querySelector(`[data-region="${name}"]`);
@@ -24,7 +24,7 @@ function showRegion(name, markup) {
   if (name === 'log' && isAtEnd) region.scrollTop = region.scrollHeight;
 }
 
-let beforeSheet = null;  // what had the keyboard before a sheet took it
+let beforeSheet = null;  // the focused element before the sheet opened
 
 function showSheet() {
   const isOpen = sheet.childElementCount > 0;
@@ -52,12 +52,12 @@ function showClocks() {
   }
 }
 
-let pinnedAt = 0;  // how far the bar is scrolled, unless its user has scrolled it
+let pinnedAt = 0;  // where pinBar has scrolled the bar to
 
 const isPinned = () =>
   Math.abs(bar.scrollLeft - pinnedAt) < 8 || bar.scrollWidth - bar.scrollLeft - bar.clientWidth < 8;
 
-/** Shows the right end of the bar, or as much of it as leaves the broom in sight. */
+/** Scrolls the bar to its right end, or as far as the broom stays visible. */
 function pinBar() {
   bar.scrollLeft = bar.scrollWidth;
   const broom = document.getElementById('broom')?.getBoundingClientRect();
@@ -67,7 +67,7 @@ function pinBar() {
 
 listen((message) => {
   const staysPinned = isPinned();
-  const held = document.activeElement?.closest('.surface');  // has the keyboard, before it may go
+  const held = document.activeElement?.closest('.surface');  // the surface with the focus, which the message may close
   for (const [name, markup] of Object.entries(message.regions ?? {})) showRegion(name, markup);
   const knewPointer = facts.wantsPointer;
   facts = message.facts ?? facts;
@@ -78,7 +78,7 @@ listen((message) => {
   showWindow(system, system.childElementCount > 0);
   showClocks();
   if (staysPinned) pinBar();
-  showSheet();  // a surface that opens as it goes takes the keyboard after it
+  showSheet();  // before the surfaces, so that a surface that opens as the sheet closes gets the focus
   showSurfaces(facts, held);
   showMenu(facts.menuAnchor);
   showDesk(facts);
@@ -106,7 +106,7 @@ screen.addEventListener('contextmenu', (event) => {
   else if (!event.target.closest('.selectable, input, textarea')) event.preventDefault();
 });
 
-// A press beside a menu closes it; one beside the note or the shelf closes those.
+// A press outside a menu closes it. A press outside the note or the shelf closes those.
 screen.addEventListener('pointerdown', (event) => {
   const surface = event.target.closest('.surface, .window');
   if (!surface) return;
@@ -131,7 +131,7 @@ bar.addEventListener('keydown', (event) => {
   }
 });
 
-// A key that is held down presses once, and goes on only where it writes.
+// A key that is held down presses a button only once. It repeats only in fields for text.
 document.addEventListener('keydown', (event) => {
   const isWritten = event.key === ' ' ? 'textarea, input[type="text"]' : 'textarea';
   if (!event.repeat || !['Enter', 'Escape', ' '].includes(event.key) || event.target.matches(isWritten)) return;
@@ -139,7 +139,7 @@ document.addEventListener('keydown', (event) => {
   event.stopPropagation();
 }, true);
 
-// The pointer, which matters while Velko reveals on hover, and while icons are out.
+// The pointer. Velko wants to know it while it reveals on hover, and while icons are revealed.
 
 let pointer = { over: 'desktop' };
 let movedAt = 0;

@@ -1,4 +1,4 @@
-// Velko's surfaces: which are open and where they stand, and what the user does to their controls.
+// Velko's surfaces: which are open, where they stand, and what the user does with their controls.
 
 import { post, whileUnderWay } from '/link.js';
 import { showControls } from '/morph.js';
@@ -6,8 +6,8 @@ import { bringToFront, keepWindowsInReach, openWindows, showWindow } from '/wind
 
 const screen = document.getElementById('screen');
 const surfaces = [...screen.querySelectorAll('.surface')];
-const panels = ['note', 'shelf'];  // in front of all windows
-const cameFrom = new Map();  // what had the keyboard before a surface took it
+const panels = ['note', 'shelf'];  // they are in front of all windows
+const cameFrom = new Map();  // the focused element before each surface opened
 
 const surfaceOf = (element) => element.closest?.('.surface');
 const nameOf = (element) => surfaceOf(element)?.dataset.surface;
@@ -48,7 +48,7 @@ function closed(surface, hadFocus) {
 
 let raisedBefore = null;
 
-/** What the program has raised since the last time comes to the front. */
+/** Brings the surfaces to the front that the program has raised since the last message. */
 function raise(raised) {
   for (const surface of surfaces) {
     const name = surface.dataset.surface;
@@ -57,7 +57,7 @@ function raise(raised) {
   raisedBefore = raised;
 }
 
-/** Shows the surfaces that are open, each under its title. `held` had the keyboard until now. */
+/** Shows the surfaces that are open, each with its title. `held` is the surface that had the focus until now. */
 export function showSurfaces({ surfaces: open = {}, raised = {} }, held = null) {
   for (const surface of surfaces) {
     const title = open[surface.dataset.surface];
@@ -96,7 +96,7 @@ function clicked(element) {
   }
 }
 
-/** What the program does not take is put back as it was. */
+/** Sends a change. If the program refuses it, the control goes back. */
 function changed(control, value) {
   const node = control.closest('[data-id]');
   whileUnderWay(control, act(control, value), () => showControls(node));
@@ -126,7 +126,7 @@ screen.addEventListener('change', (event) => {
   }
 });
 
-// Apps are dragged onto groups that take them.
+// Tiles of apps can be dragged onto groups.
 let dragged = '';
 
 screen.addEventListener('dragstart', (event) => {
@@ -172,7 +172,7 @@ function surfaceWithKeyboard() {
   return [...inFront, ...openWindows()].find((each) => !each.hidden && surfaceOf(each));
 }
 
-/** Keys that the control with the keyboard wants for itself. */
+/** Whether the focused control uses this key itself. */
 function isTaken(event) {
   const control = document.activeElement;
   if (event.key === 'Enter') return control.matches('button, select');
@@ -190,7 +190,7 @@ function turned(tab, key) {
   return true;
 }
 
-/** Left and right in reading order; up and down to the nearest tile of the row above or below. */
+/** Moves to another tile: left and right in reading order, up and down to the nearest tile of the next row. */
 function walked(tile, key) {
   const rows = Map.groupBy(surfaceOf(tile).querySelectorAll('.tile:enabled'), (each) => each.parentElement);
   const tiles = [...rows.values()];
@@ -215,7 +215,7 @@ function ofControl(control, key) {
 
 let keyToldAt = 0;
 
-/** The shelf stays while somebody works in it with the keyboard. */
+/** Tells the program about keys in the shelf: it stays open while somebody uses the keyboard there. */
 function tellKey(surface) {
   const now = performance.now();
   if (surface.dataset.surface !== 'shelf' || now - keyToldAt < 250) return;

@@ -1,13 +1,13 @@
-// The windows on the Mac's screen: which one is in front, and where its user has dragged it.
+// The windows on the Mac's screen: their order, and where the user has dragged them.
 
 const screen = document.getElementById('screen');
-const windows = [...screen.querySelectorAll('.window')];  // the one in front is last
-const lowest = 30;  // in the page's order; panels and menus lie above
+const windows = [...screen.querySelectorAll('.window')];  // the front window is the last
+const lowest = 30;  // z-index of the rearmost window; panels and menus are above all windows
 
-/** Those that are open, the one in front first. */
+/** The open windows, the front one first. */
 export const openWindows = () => windows.filter((each) => !each.hidden).reverse();
 
-/** Brings a window in front of all others. */
+/** Brings a window to the front. */
 export function bringToFront(window) {
   const at = windows.indexOf(window);
   if (at < 0) return;
@@ -15,7 +15,7 @@ export function bringToFront(window) {
   windows.forEach((each, index) => { each.style.zIndex = lowest + index; });
 }
 
-/** Shows or hides a window. One that opens comes to the front, where it stood at first. */
+/** Shows or hides a window. A window that opens comes to the front, at its first place. */
 export function showWindow(window, isOpen) {
   if (isOpen === !window.hidden) return;
   window.hidden = !isOpen;
@@ -27,7 +27,7 @@ export function showWindow(window, isOpen) {
 
 const between = (least, value, most) => Math.max(least, Math.min(value, most));
 
-/** Moves a window by so much from where it stood at first, but leaves its title bar within reach. */
+/** Moves a window to x and y from its first place, but keeps its title bar within the screen. */
 function moveTo(window, x, y) {
   const [oldX, oldY] = offsetOf(window);
   const area = screen.getBoundingClientRect();
@@ -41,7 +41,7 @@ function moveTo(window, x, y) {
 
 const offsetOf = (window) => (window.dataset.moved ?? '0 0').split(' ').map(Number);
 
-/** For when the windows or the screen have got another size. */
+/** Must be called when the size of the windows or of the screen has changed. */
 export function keepWindowsInReach() {
   for (const window of openWindows()) if (window.dataset.moved) moveTo(window, ...offsetOf(window));
 }
@@ -58,5 +58,5 @@ screen.addEventListener('pointerdown', (event) => {
   bar.addEventListener('lostpointercapture', () => bar.removeEventListener('pointermove', drag), { once: true });
 });
 
-// Where the keyboard goes is no less in front.
+// A window that gets the focus comes to the front.
 screen.addEventListener('focusin', (event) => bringToFront(event.target.closest('.window')));

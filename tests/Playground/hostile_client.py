@@ -1,7 +1,7 @@
-"""Attacks the playground's server the way a bad neighbour would, and checks that the page still loads.
+"""Attacks the playground's server as a hostile program on the same machine would, and checks that the page still loads.
 
-Nothing here depends on how busy the machine is: what takes time is waited for, and what has to be quick is
-compared with the same thing in peace."""
+Nothing here depends on how busy the machine is: the tests wait for what takes time, and compare what must be quick
+with the same thing without an attack."""
 
 import json
 import os
@@ -19,11 +19,11 @@ import time
 from pathlib import Path
 
 HOST = "127.0.0.1"
-PATIENCE = 120  # seconds until something is held to hang
+PATIENCE = 120  # seconds after which something counts as hanging
 
 
 class Playground:
-    """The server as a process, with a home of its own."""
+    """The server as a process with its own home folder."""
 
     def __init__(self, program, opens=False, **options):
         self.home = tempfile.mkdtemp(prefix="velko-hostile-")
@@ -34,7 +34,7 @@ class Playground:
         self.address = f"{HOST}:{self.port}"
 
     def close(self):
-        """Ends it as Ctrl-C does: its status, and the seconds that it took."""
+        """Ends it as Ctrl-C does. Returns its exit status and how many seconds that took."""
         started = time.monotonic()
         self.process.send_signal(signal.SIGINT)
         status = self.process.wait(PATIENCE)
@@ -45,7 +45,7 @@ class Playground:
         return socket.create_connection((HOST, self.port), PATIENCE)
 
     def raw(self, data):
-        """What the server answers; empty when it only hangs up."""
+        """The answer of the server; empty if it closes the connection without one."""
         with self.connect() as link:
             answer = b""
             try:
@@ -77,7 +77,7 @@ class Playground:
 
 
 class Tricklers:
-    """Clients that send a byte now and then and never end their requests."""
+    """Clients that send a byte from time to time and never end their requests."""
 
     def __init__(self, play, count):
         self.links = []
@@ -206,7 +206,7 @@ def crowds(play):
 
 
 def in_peace(play):
-    """What changes is told at once: sooner than it takes to ask for the next change."""
+    """A change is sent at once, before the next one can be asked for."""
     asking, hearing = [], []
     with play.stream() as link:
         for number in range(31):
@@ -222,7 +222,7 @@ def in_peace(play):
 
 
 def endings(program):
-    """Whoever holds a connection can't hold the program."""
+    """A client that keeps a connection open cannot keep the program from ending."""
     play = Playground(program)
     play.page()
     _, in_peace = play.close()
@@ -234,7 +234,7 @@ def endings(program):
     expect(ended == 0, f"it ended with status {ended}")
     expect(took < 2 + 5 * in_peace, f"it ended after {took} s, in peace after {in_peace} s")
     del streams
-    # Two signals that come together: it does not wait for the end that the first asks for.
+    # Two signals at once: the program does not wait for the orderly end that the first one asks for.
     play = Playground(program)
     play.process.send_signal(signal.SIGSTOP)
     play.process.send_signal(signal.SIGINT)
@@ -245,7 +245,7 @@ def endings(program):
 
 
 def opening(program):
-    """What others may see of the browser's arguments is good for one time."""
+    """The address in the browser's arguments, which others may see, works only once."""
     with tempfile.TemporaryDirectory() as folder:
         seen = Path(folder, "seen")
         for name in ("xdg-open", "open"):
@@ -264,7 +264,7 @@ def opening(program):
 
 
 def full_disk(program):
-    """A file that may not grow is told, and is no end."""
+    """A file that may not grow gives a message, and does not end the program."""
     limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100))
     play = Playground(program, preexec_fn=limit)
     with play.stream() as link:
@@ -294,7 +294,7 @@ def refused_starts(program):
 
 
 def strange_files(program):
-    """What others have written works no terminal, and is not copied without end."""
+    """Text from others cannot control the terminal, and a file without an end is not copied for ever."""
     def run(*arguments):
         limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (64 << 20, 64 << 20))
         ended = subprocess.run([program, *arguments], capture_output=True, text=True, timeout=PATIENCE, check=False,

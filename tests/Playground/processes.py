@@ -1,4 +1,4 @@
-"""Runs the playground as one process among others: two on one folder, signals, homes that are not its own."""
+"""Runs the playground beside other processes: two on one folder, signals, home folders of other users."""
 
 import contextlib
 import os
@@ -12,7 +12,7 @@ import time
 from pathlib import Path
 
 PROGRAM = sys.argv[1]
-STRANGER = 12345  # a user that nobody is
+STRANGER = 12345  # a user ID without a user
 
 
 def expect(condition, what):
@@ -34,7 +34,7 @@ def run(*arguments, **options):
 
 @contextlib.contextmanager
 def started(*arguments, **options):
-    """A process that goes on, killed in the end if it has not ended by then."""
+    """Starts a process. At the end it is killed if it has not ended."""
     process = subprocess.Popen([PROGRAM, *map(str, arguments)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                text=True, **options)
     with process:
@@ -45,7 +45,7 @@ def started(*arguments, **options):
 
 
 def refused(holder, home, *arguments):
-    """It is not let in, says who has the folder, and changes nothing."""
+    """The program refuses to start, says who has the folder, and changes nothing."""
     layout = home / "layout.json"
     before = layout.read_bytes()
     ended = run("--home", home, *arguments, input="r")
@@ -88,7 +88,7 @@ def stories_that_end_early(folder):
         with started("--script", story, *speed, env={**os.environ, "TMPDIR": str(scratch)}) as process:
             wait_until(lambda: list(scratch.iterdir()), "it has its folder")
             if ending == signal.SIGPIPE:
-                process.stdout.close()  # the next that it prints goes nowhere
+                process.stdout.close()  # nobody reads what it prints next
             else:
                 process.send_signal(ending)
             expect(process.wait(30) == -ending, f"{ending.name} ends it: {process.returncode}")
@@ -133,7 +133,7 @@ def homes_of_others(folder):
 
 def main():
     for each in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
-        signal.signal(each, signal.SIG_DFL)  # what was ignored would be ignored by the playground, too
+        signal.signal(each, signal.SIG_DFL)  # the playground would inherit an ignored signal
     for scene in (two_on_one_folder, stories_that_end_early, homes_of_others):
         folder = Path(tempfile.mkdtemp(prefix="velko-processes-"))
         try:

@@ -1,4 +1,4 @@
-// Every test, in one process: one browser serves them all, and they don't disturb each other's clocks.
+// All tests in one process: one browser serves them all, and none slows down another.
 
 import './setup.test.mjs';
 import './broom.test.mjs';

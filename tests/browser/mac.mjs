@@ -1,4 +1,4 @@
-// The simulated Mac as a person has it before them: a page in a browser, with a few words for what they do.
+// The simulated Mac as a person sees it: a page in a browser, with functions for what a person does.
 
 import assert from 'node:assert/strict';
 import { mkdir, readFile } from 'node:fs/promises';
@@ -12,7 +12,7 @@ const patience = Number(process.env.VELKO_PATIENCE ?? 30_000);  // ms; machines 
 const pictures = process.env.VELKO_PICTURES ?? join(root, 'build/browser');
 const axe = await readFile(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 
-/** What Chromium is started with. */
+/** How Chromium is started. */
 export const flags = ['--no-sandbox', '--disable-dev-shm-usage', '--font-render-hinting=none'];
 
 let browser;
@@ -23,7 +23,7 @@ const openBrowser = () => chromium.launch({
 after(() => browser?.close());
 
 export class Mac {
-  /** A browser with one page, that of a playground in a new folder. */
+  /** Starts a playground in a new folder, and a browser with its page. */
   static async open({ isSetUp = true, ...look } = {}) {
     browser ??= await openBrowser();
     const playground = await Playground.inNewFolder({ isSetUp });
@@ -49,7 +49,7 @@ export class Mac {
     });
   }
 
-  /** Shows the page, and waits for what it is told first. */
+  /** Opens the page and waits for the first message. */
   async load() {
     await this.page.goto(this.playground.address);
     await this.broom.waitFor();
@@ -63,7 +63,7 @@ export class Mac {
     assert.deepEqual(this.complaints, [], 'the browser has nothing to complain about');
   }
 
-  // What there is
+  // What is on the screen
 
   surface(name) { return this.page.locator(`[data-surface="${name}"]`); }
   control(id) { return this.page.locator(`.surface [data-id="${id}"]`); }
@@ -75,7 +75,7 @@ export class Mac {
     return Promise.all(icons.map((icon) => icon.getAttribute('data-bundle')));
   }
 
-  /** Waits until just these apps' icons show, in whatever order. */
+  /** Waits until the icons of exactly these apps show, in any order. */
   async shows(apps) {
     await this.page.waitForFunction((wanted) => {
       const shown = [...document.querySelectorAll('.status-item.app')].map((icon) => icon.dataset.bundle);
@@ -83,12 +83,12 @@ export class Mac {
     }, [...apps].sort().join());
   }
 
-  /** Waits until Velko's log tells that. */
+  /** Waits until Velko's log has that text. */
   logs(text) {
     return this.page.locator('#watch-log').getByText(text).first().waitFor({ state: 'attached' });
   }
 
-  /** What has the keyboard: the id of a control, or else its name. */
+  /** The focused element: its id, or else its name. */
   focused() {
     return this.page.evaluate(() => {
       const { activeElement: active } = document;
@@ -96,7 +96,7 @@ export class Mac {
     });
   }
 
-  /** Waits until that has the keyboard. */
+  /** Waits until that element has the focus. */
   async focuses(name) {
     for (const end = Date.now() + patience; Date.now() < end && await this.focused() !== name;) {
       await this.page.evaluate(() => new Promise(requestAnimationFrame));
@@ -104,7 +104,7 @@ export class Mac {
     assert.equal(await this.focused(), name);
   }
 
-  /** Whether one sees what has the keyboard: it lies within the window, and has a ring. */
+  /** Whether a person can see the focused element: it is within the window and has a ring around it. */
   focusIsSeen() {
     return this.page.evaluate(() => {
       const { activeElement: active } = document;
@@ -117,14 +117,14 @@ export class Mac {
 
   // What a person does
 
-  /** Plays a step, typed at the desk. */
+  /** Plays a step by typing it into the desk. */
   async play(line) {
     await this.desk.getByLabel('Any step of a scenario').fill(line);
     await this.desk.getByRole('button', { name: 'Do', exact: true }).click();
     await this.page.waitForFunction(() => document.getElementById('line').value === '');
   }
 
-  /** Plays a step without touching the page, as life goes on while somebody uses it. */
+  /** Plays a step without touching the page, for things that happen while somebody uses it. */
   async happens(line) {
     const token = await this.page.locator('meta[name="velko-token"]').getAttribute('content');
     const answer = await this.page.request.post(new URL('desk', this.playground.address).href, {
@@ -155,7 +155,7 @@ export class Mac {
     for (const key of keys) await this.page.keyboard.press(key);
   }
 
-  /** Goes on with Tab until that has the keyboard. */
+  /** Presses Tab until that element has the focus. */
   async tabTo(element) {
     for (let stop = 0; stop < 80; stop += 1) {
       await this.press('Tab');
@@ -164,7 +164,7 @@ export class Mac {
     assert.fail('Tab never gets there');
   }
 
-  /** Drags the window of that locator by its title bar. */
+  /** Drags that window by its title bar. */
   async drag(window, by) {
     const { x, y, width } = await window.locator('.title-bar').boundingBox();
     await this.page.mouse.move(x + width / 2, y + 20);
@@ -173,7 +173,7 @@ export class Mac {
     await this.page.mouse.up();
   }
 
-  /** Waits until no other window is in front of that one. */
+  /** Waits until that window is in front of all others. */
   async isInFront(window) {
     const handle = await window.elementHandle();
     await this.page.waitForFunction((each) => {
@@ -183,13 +183,13 @@ export class Mac {
     }, handle);
   }
 
-  // What is left of it
+  // What remains for a person to look at
 
   picture(name, options = {}) {
     return this.page.screenshot({ path: join(pictures, `${name}.png`), ...options });
   }
 
-  /** Complains of what keeps somebody out, in light or in dark: on the Mac's screen, or in another part. */
+  /** Fails if some people cannot use something, in light or dark colours: on the Mac's screen, or in another part. */
   async checkAccess(what, part = '#screen') {
     if (!await this.page.evaluate(() => 'axe' in globalThis)) await this.page.evaluate(axe);
     for (const colorScheme of ['light', 'dark']) {
@@ -205,7 +205,7 @@ export class Mac {
   }
 }
 
-/** A test on a Mac of its own. Its last sight is kept, also of one that fails. */
+/** A test with its own Mac. A picture of the end is kept, also when the test fails. */
 export function onMac(name, options, body) {
   test(name, { timeout: 4 * patience }, async () => {
     await mkdir(pictures, { recursive: true });

@@ -111,7 +111,7 @@ onMac('The desk does as it is told, and says when it cannot', {}, async (mac) =>
   await desk.getByRole('button', { name: 'Change' }).click();
   await page.locator('.status-text').getByText("$' \\ | “x”").waitFor();
 
-  // A switch stays as it was set while the program has not heard of it, and goes back when it never will.
+  // A switch stays as the user set it until the program answers. If no answer can come, it goes back.
   const notch = desk.getByLabel('Notch');
   const held = [];
   await page.route('**/desk', (route) => { held.push(route); });

@@ -1,11 +1,11 @@
-// Makes the pictures of docs/pictures: node tests/browser/pictures.mjs, where the font Inter is installed.
+// Makes the pictures in docs/pictures: node tests/browser/pictures.mjs. The font Inter must be installed.
 
 import { writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { flags, onMac } from './mac.mjs';
 import { root, sorted } from './playground.mjs';
 
-// Only a browser that is started so sets text in half points.
+// Only with these options does the browser place text at half points.
 flags.push('--force-device-scale-factor=2');
 
 const look = { viewport: { width: 1260, height: 1040 } };

@@ -1,4 +1,4 @@
-// A playground of a test's own: the program, in a folder of its own, as ./run would start it.
+// The playground of one test: the program in its own folder, started as ./run starts it.
 
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
@@ -21,7 +21,7 @@ const tucked = ['com.getdropbox.dropbox', 'com.google.drivefs', 'com.microsoft.O
   'com.nordvpn.macos', 'com.toggl.daneel', 'com.github.GitHubClient', 'com.elgato.StreamDeck',
   'com.grammarly.ProjectLlama', 'com.todoist.mac.Todoist'];
 
-/** How somebody who is through with the setup has sorted the neighbourhood. */
+/** A layout after the setup, with the sample apps sorted. */
 export const sorted = { bar, tucked, buried };
 
 function sortedLayout() {
@@ -30,7 +30,7 @@ function sortedLayout() {
 }
 
 export class Playground {
-  /** In a new folder, where Velko has been set up or not. */
+  /** Starts the playground in a new folder, with or without a layout after the setup. */
   static async inNewFolder({ isSetUp = true } = {}) {
     const playground = new Playground(await mkdtemp(join(tmpdir(), 'velko-browser-')));
     if (isSetUp) await writeFile(playground.layoutFile, JSON.stringify(sortedLayout()));
@@ -51,7 +51,7 @@ export class Playground {
     ended.catch(() => {});
   }
 
-  /** Ends it as Ctrl-C does; whether it ended well. */
+  /** Ends it as Ctrl-C does. Resolves to whether it ended well. */
   async stop() {
     const ended = once(this.process, 'exit');
     this.process.kill('SIGINT');

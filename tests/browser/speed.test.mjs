@@ -5,7 +5,7 @@ const clicks = 31;
 const limit = 50;  // ms
 const press = 90;  // ms from a press to what it does, on the simulated Mac as on a real one
 
-/** Has the page note how long after each click the menu bar changes, but for its clock, and how long its icons take. */
+/** Makes the page measure, for each click, how long the menu bar (without its clock) and its icons take to change. */
 function watchClicks() {
   let clickedAt = 0;
   const times = { broom: [], icons: [] };
@@ -23,7 +23,7 @@ function watchClicks() {
   }).observe(document.getElementById('bar'), { childList: true, subtree: true, attributes: true });
 }
 
-/** How long it takes until a change that has nothing to do with Velko, an icon's badge, has been drawn, sent and shown. */
+/** Measures how long a change without Velko, the badge of an icon, takes until it is drawn, sent and shown. */
 function badgeShows(text) {
   const token = document.querySelector('meta[name="velko-token"]').content;
   const headers = { 'Content-Type': 'application/json', 'X-Velko-Token': token };
@@ -39,7 +39,7 @@ function badgeShows(text) {
   });
 }
 
-/** What the broom, the icons and the badges took, each from the shortest time to the longest. */
+/** The times of the broom, the icons and the badges, each sorted. */
 async function reactionsTo(mac) {
   const badges = [];
   await mac.page.evaluate(watchClicks);
@@ -62,7 +62,7 @@ onMac('A click shows at once, also among a hundred apps', {}, async (mac) => {
     const [broom, icons, badges] = await reactionsTo(mac);
     const inWords = (times) => `${times[clicks >> 1].toFixed(1)} ms (at worst ${times.at(-1).toFixed(1)} ms)`;
     console.log(`${apps} apps, ${clicks} clicks: the broom answers after ${inWords(broom)}, the icons after ${inWords(icons)}, a badge after ${inWords(badges)}`);
-    // Where others keep the machine busy, all changes are late: what counts is what comes on top.
+    // On a busy machine all changes are late. So only the time beyond that counts.
     const third = Math.floor(clicks / 3);
     assert.ok(broom[third] - press < limit + 4 * badges[third], `${broom[third]} ms, a badge ${badges[third]} ms`);
   }
