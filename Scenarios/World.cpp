@@ -75,9 +75,7 @@ void World::startVelko() {
 
 bool World::reopenVelko() {
     if (velko_) {
-        const bool hasWindow = mac_.surfaces.surface(Surfaces::Kind::setup).isOpen() ||
-                               mac_.surfaces.surface(Surfaces::Kind::settings).isOpen();
-        velko_->reopen(hasWindow);
+        velko_->reopen(mac_.surfaces.isWindowOpen());
     }
     return velko_ != nullptr;
 }

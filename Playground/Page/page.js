@@ -106,14 +106,13 @@ screen.addEventListener('contextmenu', (event) => {
   else if (!event.target.closest('.selectable, input, textarea')) event.preventDefault();
 });
 
-// A press outside a menu closes it. A press outside the note or the shelf closes those.
+// A press outside a menu closes it. A press outside an open panel may close that.
 screen.addEventListener('pointerdown', (event) => {
   const surface = event.target.closest('.surface, .window');
   if (!surface) return;
   if (menuIsOpen()) closeMenu();
-  const { note, shelf } = facts.surfaces ?? {};
-  const isOther = !['note', 'shelf', 'guide'].includes(surface.dataset.surface);
-  if (isOther && (note !== undefined || shelf !== undefined)) post('click');
+  const isOther = !surface.matches('.popover, .shelf, .panel');
+  if (isOther && screen.querySelector('.popover:not([hidden]), .shelf:not([hidden])')) post('click');
 });
 
 bar.addEventListener('keydown', (event) => {

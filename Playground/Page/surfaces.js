@@ -6,7 +6,7 @@ import { bringToFront, keepWindowsInReach, openWindows, showWindow } from '/wind
 
 const screen = document.getElementById('screen');
 const surfaces = [...screen.querySelectorAll('.surface')];
-const panels = ['note', 'shelf'];  // they are in front of all windows
+const panels = surfaces.filter((each) => each.matches('.popover, .shelf')).reverse();  // in front of all windows
 const cameFrom = new Map();  // the focused element before each surface opened
 
 const surfaceOf = (element) => element.closest?.('.surface');
@@ -33,7 +33,7 @@ export function placeSurfaces() {
 }
 
 function opened(surface) {
-  if (surface.dataset.surface === 'guide') return;
+  if (surface.matches('.panel')) return;
   cameFrom.set(surface, document.activeElement);
   surface.focus({ preventScroll: true });
 }
@@ -168,8 +168,7 @@ function buttonOf(event, surface) {
 function surfaceWithKeyboard() {
   const active = document.activeElement;
   if (active !== document.body) return surfaceOf(active);
-  const inFront = panels.map((name) => surfaces.find((each) => each.dataset.surface === name));
-  return [...inFront, ...openWindows()].find((each) => !each.hidden && surfaceOf(each));
+  return [...panels, ...openWindows()].find((each) => !each.hidden && surfaceOf(each));
 }
 
 /** Whether the focused control uses this key itself. */

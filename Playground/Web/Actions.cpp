@@ -18,9 +18,7 @@ namespace {
 constexpr std::int64_t fastest = 100'000;  ///< times real time
 
 std::optional<Surfaces::Kind> surfaceIn(const Fields& fields) {
-    const auto name = fields.text("surface").value_or("");
-    const auto found = std::ranges::find(namedSurfaces(), name, &NamedSurface::name);
-    return found == namedSurfaces().end() ? std::nullopt : std::optional(found->kind);
+    return Surfaces::kindNamed(fields.text("surface").value_or(""));
 }
 
 SimulatedSurface* surfaceNamed(Session& session, const Fields& fields) {

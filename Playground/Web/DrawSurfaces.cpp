@@ -102,15 +102,15 @@ html::NameOf namesOn(Session& session) {
     };
 }
 
-std::string drawSurface(Session& session, const NamedSurface& surface) {
+std::string drawSurface(Session& session, const Surfaces::Traits& surface) {
     const auto* opening = session.mac().surfaces.surface(surface.kind).opening();
     if (opening == nullptr) {
         return {};
     }
     const html::NameOf names = namesOn(session);
-    const bool isWindow = surface.kind == Surfaces::Kind::setup || surface.kind == Surfaces::Kind::settings;
-    const std::string bar =
-        isWindow ? titleBar(opening->title, {"data-close", std::string(surface.name)}, "Close") : "";
+    const std::string bar = surface.isWindow()
+                                ? titleBar(opening->title, {"data-close", std::string(surface.name)}, "Close")
+                                : "";
     return bar + element("div", {{"class", "surface-content"}},
                          html::treeMarkup(opening->content, {.surface = surface.name, .nameOf = names}));
 }

@@ -48,9 +48,9 @@ bool hasActivity(const SimulatedMac& mac) {
 /// The surfaces that are open, each with its title.
 Json openSurfaces(SimulatedMac& mac) {
     Json::Object open;
-    for (const NamedSurface& surface : namedSurfaces()) {
+    for (const Surfaces::Traits& surface : Surfaces::all()) {
         if (const auto* opening = mac.surfaces.surface(surface.kind).opening()) {
-            open.emplace(surface.name, text(opening->title.empty() ? surface.spoken : opening->title));
+            open.emplace(surface.name, text(opening->title));
         }
     }
     return {.value = std::move(open)};
@@ -59,7 +59,7 @@ Json openSurfaces(SimulatedMac& mac) {
 /// How often Velko has brought each of its surfaces to the front.
 Json raises(SimulatedMac& mac) {
     Json::Object raises;
-    for (const NamedSurface& surface : namedSurfaces()) {
+    for (const Surfaces::Traits& surface : Surfaces::all()) {
         raises.emplace(surface.name,
                        Json{.value = std::int64_t{mac.surfaces.surface(surface.kind).raised()}});
     }
@@ -97,7 +97,7 @@ Picture draw(Session& session) {
     Picture picture;
     auto& regions = picture.regions;
     regions["bar"] = drawBar(session);
-    for (const NamedSurface& surface : namedSurfaces()) {
+    for (const Surfaces::Traits& surface : Surfaces::all()) {
         regions["surface-" + std::string(surface.name)] = drawSurface(session, surface);
     }
     regions["system"] = drawSystemSettings(session);

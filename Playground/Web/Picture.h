@@ -29,7 +29,7 @@ struct Picture {
 /// The icons that show in the menu bar, left to right.
 [[nodiscard]] std::string drawBar(Session& session);
 /// A surface, with its title bar if it has one; empty while it is closed.
-[[nodiscard]] std::string drawSurface(Session& session, const NamedSurface& surface);
+[[nodiscard]] std::string drawSurface(Session& session, const Surfaces::Traits& surface);
 /// The window of the system's settings; empty while it is closed.
 [[nodiscard]] std::string drawSystemSettings(Session& session);
 /// The open menu; empty while no menu is open.

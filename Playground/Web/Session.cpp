@@ -1,7 +1,6 @@
 #include "Playground/Web/Session.h"
 
 #include <algorithm>
-#include <array>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -207,18 +206,6 @@ Done Session::startOver() {
     mac().revokeTrust();
     world_.startVelko();
     return {};
-}
-
-std::span<const NamedSurface> namedSurfaces() {
-    using Kind = Surfaces::Kind;
-    static constexpr auto surfaces = std::to_array<NamedSurface>({
-        {Kind::note, "note", "Velko\u2019s notes"},
-        {Kind::shelf, "shelf", "Tucked icons"},
-        {Kind::setup, "setup", "Velko\u2019s setup"},
-        {Kind::permissionGuide, "guide", "Where to allow Velko"},
-        {Kind::settings, "settings", "Velko\u2019s settings"},
-    });
-    return surfaces;
 }
 
 }  // namespace velko::web

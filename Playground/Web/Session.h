@@ -6,7 +6,6 @@
 #include <expected>
 #include <filesystem>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -103,13 +102,5 @@ class Session final : private NonCopyable {
     SystemSettings systemSettings_;
     std::uint64_t changes_ = 0;
 };
-
-/// Every surface and its name in the page.
-struct NamedSurface {
-    Surfaces::Kind kind;
-    std::string_view name;
-    std::string_view spoken;  ///< for screen readers, if it has no title
-};
-[[nodiscard]] std::span<const NamedSurface> namedSurfaces();
 
 }  // namespace velko::web

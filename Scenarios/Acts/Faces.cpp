@@ -1,8 +1,6 @@
 #include "Scenarios/Acts/Faces.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 #include <utility>
 
 #include "Scenarios/SampleApps.h"
@@ -13,20 +11,9 @@ namespace velko::script {
 namespace {
 
 using scenarios::World;
-using Kind = Surfaces::Kind;
 
-constexpr auto surfaceNames = std::to_array<std::pair<std::string_view, Kind>>({
-    {"note", Kind::note},
-    {"shelf", Kind::shelf},
-    {"setup", Kind::setup},
-    {"guide", Kind::permissionGuide},
-    {"settings", Kind::settings},
-});
-
-Kind kindOf(const Step& step) {
-    const auto* const row = std::ranges::find(surfaceNames, std::string_view(step.word),
-                                              &std::pair<std::string_view, Kind>::first);
-    return row == surfaceNames.end() ? Kind::note : row->second;
+const Surfaces::Traits& traitsOf(const Step& step) {
+    return Surfaces::traitsOf(Surfaces::kindNamed(step.word).value_or(Surfaces::Kind::note));
 }
 
 /// What the step is about, when the mouse can reach it; a click there is outside of everything else.
@@ -46,9 +33,9 @@ std::expected<const view::Node*, std::string> reach(const Step& step, World& wor
     }
     mac.closeMenu();
     mac.surfaces.letGo();
-    for (const Kind passing : {Kind::note, Kind::shelf}) {
-        if (passing != kindOf(step)) {
-            mac.surfaces.surface(passing).dismiss(Surface::Dismissal::clickOutside);
+    for (const Surfaces::Traits& passing : Surfaces::all()) {
+        if (passing.isTransient() && passing.kind != traitsOf(step).kind) {
+            mac.surfaces.surface(passing.kind).dismiss(Surface::Dismissal::clickOutside);
         }
     }
     return node;
@@ -98,7 +85,7 @@ bool hasTile(const Step& step, World& world) {
 }  // namespace
 
 SimulatedSurface& surfaceOf(const Step& step, World& world) {
-    return world.mac().surfaces.surface(kindOf(step));
+    return world.mac().surfaces.surface(traitsOf(step).kind);
 }
 
 Done choose(const Step& step, World& world) {
@@ -180,12 +167,11 @@ Done close(const Step& step, World& world) {
     if (!surface.isOpen()) {
         return std::unexpected("The " + step.word + " is not open.");
     }
-    switch (kindOf(step)) {
-        case Kind::permissionGuide: return std::unexpected("The guide goes by itself.");
-        case Kind::note:
-        case Kind::shelf: surface.press({.key = view::Shortcut::Key::escape}); break;
-        case Kind::setup:
-        case Kind::settings: surface.dismiss(Surface::Dismissal::closeButton); break;
+    switch (traitsOf(step).form) {
+        case Surfaces::Form::quietPanel: return std::unexpected("The " + step.word + " goes by itself.");
+        case Surfaces::Form::panel:
+        case Surfaces::Form::panelWithArrow: surface.press({.key = view::Shortcut::Key::escape}); break;
+        case Surfaces::Form::window: surface.dismiss(Surface::Dismissal::closeButton); break;
     }
     return {};
 }

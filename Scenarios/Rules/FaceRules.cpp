@@ -25,8 +25,6 @@ using Kind = Surfaces::Kind;
 /// Twenty while it rocks, and what its dot and a problem may add.
 constexpr std::size_t mostImagesInASecond = 23;
 
-constexpr std::array allKinds{Kind::note, Kind::shelf, Kind::setup, Kind::permissionGuide, Kind::settings};
-
 std::string expectedToolTip(AppController& velko) {
     const AppValues& values = velko.values();
     if (!values.health().isOk()) {
@@ -94,9 +92,9 @@ std::optional<std::string> FaceRules::check(AppController& velko, bool isCalm) {
 }
 
 void FaceRules::checkTrees() {
-    for (const Kind kind : allKinds) {
-        if (const view::Node* root = content(kind)) {
-            const auto* const opening = world_.mac().surfaces.surface(kind).opening();
+    for (const Surfaces::Traits& traits : Surfaces::all()) {
+        if (const view::Node* root = content(traits.kind)) {
+            const auto* const opening = world_.mac().surfaces.surface(traits.kind).opening();
             require(!opening->title.empty(), "every surface has a title");
             const auto fault = faultIn(*root);
             require(!fault, "everything shown is well-formed", fault.value_or(""));
@@ -132,7 +130,7 @@ void FaceRules::checkBroom(AppController& velko, bool isCalm) {
 
 void FaceRules::checkSurfaces(const AppController& velko, bool isCalm) {
     const SimulatedMac& mac = world_.mac();
-    const bool hasWindow = isOpen(Kind::setup) || isOpen(Kind::settings);
+    const bool hasWindow = mac.surfaces.isWindowOpen();
     require((mac.application.policy() == Application::Policy::regular) == hasWindow,
             "Velko is in the Dock while it has a window");
     require(mac.statusItem.menu() == nullptr || !isOpen(Kind::note),

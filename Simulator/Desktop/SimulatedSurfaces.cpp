@@ -97,14 +97,16 @@ bool SimulatedSurface::press(const view::Shortcut& shortcut) {
 }
 
 SimulatedSurfaces::SimulatedSurfaces(MainThread& mainThread) {
-    for (std::size_t index = 0; index < count; ++index) {
-        const bool isTransient =
-            static_cast<Kind>(index) == Kind::note || static_cast<Kind>(index) == Kind::shelf;
-        surfaces_.at(index) = std::make_unique<SimulatedSurface>(mainThread, isTransient);
+    for (const Traits& traits : all()) {
+        surfaces_.push_back(std::make_unique<SimulatedSurface>(mainThread, traits.isTransient()));
     }
 }
 
 SimulatedSurface& SimulatedSurfaces::surface(Kind kind) {
+    return at(kind);
+}
+
+SimulatedSurface& SimulatedSurfaces::at(Kind kind) const {
     return *surfaces_.at(static_cast<std::size_t>(kind));
 }
 
@@ -125,6 +127,11 @@ void SimulatedSurfaces::clickOutside(Point point) {
 
 bool SimulatedSurfaces::isAnyOpen() const {
     return std::ranges::any_of(surfaces_, [](const auto& surface) { return surface->isOpen(); });
+}
+
+bool SimulatedSurfaces::isWindowOpen() const {
+    return std::ranges::any_of(
+        all(), [this](const Traits& each) { return each.isWindow() && at(each.kind).isOpen(); });
 }
 
 void SimulatedSurfaces::forget() {

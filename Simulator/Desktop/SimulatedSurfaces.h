@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -81,6 +79,7 @@ class SimulatedSurfaces final : public Surfaces {
     /// the bottom left of the primary screen; left out, on the desktop.
     void clickOutside(Point point = {.x = 300, .y = 500});
     [[nodiscard]] bool isAnyOpen() const;
+    [[nodiscard]] bool isWindowOpen() const;
     /// What a screen reader was told, oldest first.
     [[nodiscard]] const std::vector<std::string>& announcements() const noexcept { return announcements_; }
     /// Menus of theirs close, and what is being dragged is let go. Whether there was anything.
@@ -93,9 +92,9 @@ class SimulatedSurfaces final : public Surfaces {
     bool reducedMotion = false;
 
  private:
-    static constexpr std::size_t count = 5;
+    [[nodiscard]] SimulatedSurface& at(Kind kind) const;
 
-    std::array<std::unique_ptr<SimulatedSurface>, count> surfaces_;
+    std::vector<std::unique_ptr<SimulatedSurface>> surfaces_;  ///< in the order of `Kind`
     std::vector<std::string> announcements_;
 };
 

@@ -45,7 +45,7 @@ void NoteController::show() {
     showing_ = std::make_shared<Showing>();
     showing_->hasAsked = !questions.areAnswered();
     showing_->changes = parts_.controller.observe([this] { refresh(); });
-    surface().open({.title = "A note from Velko",
+    surface().open({.title = std::string(Surfaces::traitsOf(Surfaces::Kind::note).title),
                     .place = place_,
                     .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0 : Timing::noteFade},
                     .content = noteView(parts_.controller, questions, [this] { close(); }),

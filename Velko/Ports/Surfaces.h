@@ -2,7 +2,9 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "Velko/View/Node.h"
 #include "VelkoCore/Geometry.h"
@@ -77,14 +79,36 @@ class Surface : private NonCopyable {
 /// Velko's surfaces. Main thread; they live as long as this does.
 class Surfaces : private NonCopyable {
  public:
-    enum class Kind {
-        note,             ///< a panel as the shelf is, with an arrow at its top that points at its anchor
-        shelf,            ///< a floating panel on every Space, below menus, that takes the keyboard without
-                          ///< bringing Velko forward; a click outside closes it
-        setup,            ///< a window
-        permissionGuide,  ///< a floating panel that never takes the keyboard
-        settings,         ///< a window
+    enum class Kind { note, shelf, setup, permissionGuide, settings };
+
+    /// What the system shows a surface in. A panel floats above windows on every Space, and never brings
+    /// Velko to the front.
+    enum class Form {
+        window,
+        panel,           ///< below menus; takes the keyboard; a click outside and Escape close it
+        panelWithArrow,  ///< the same, with an arrow at its top that points at its anchor
+        quietPanel,      ///< never takes the keyboard, and only Velko closes it
     };
+
+    /// What is fixed about a surface.
+    struct Traits {
+        Kind kind;
+        std::string_view name;  ///< in scenarios and in the playground's page
+        Form form;
+        std::string_view title;  ///< empty: the title depends on what it shows
+
+        [[nodiscard]] constexpr bool isWindow() const noexcept { return form == Form::window; }
+        /// Whether a click outside and Escape close it.
+        [[nodiscard]] constexpr bool isTransient() const noexcept {
+            return form == Form::panel || form == Form::panelWithArrow;
+        }
+    };
+
+    /// All surfaces in the order of `Kind`. Whoever draws, plays or checks surfaces goes by this table.
+    [[nodiscard]] static std::span<const Traits> all() noexcept;
+    [[nodiscard]] static const Traits& traitsOf(Kind kind) noexcept;
+    /// Nothing where no surface has that name.
+    [[nodiscard]] static std::optional<Kind> kindNamed(std::string_view name) noexcept;
 
     virtual ~Surfaces() = default;
 

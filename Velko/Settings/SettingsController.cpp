@@ -27,13 +27,14 @@ void SettingsController::show() {
         return;
     }
     changes_ = std::make_shared<Subscription>(parts_.controller.observe([this] { update(); }));
-    window_.open(
-        {.title = "Velko Settings", .content = tree(), .closed = [this, weak = std::weak_ptr(changes_)] {
-             // It may have been opened again since.
-             if (!weak.expired()) {
-                 closed();
-             }
-         }});
+    window_.open({.title = std::string(Surfaces::traitsOf(Surfaces::Kind::settings).title),
+                  .content = tree(),
+                  .closed = [this, weak = std::weak_ptr(changes_)] {
+                      // It may have been opened again since.
+                      if (!weak.expired()) {
+                          closed();
+                      }
+                  }});
     onVisibilityChange();
 }
 

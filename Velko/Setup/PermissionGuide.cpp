@@ -66,7 +66,7 @@ void PermissionGuide::show(const Surface::Place& place) {
     if (!panel_.isOpen()) {
         place_ = place;
         panel_.open(
-            {.title = "Velko's guide",
+            {.title = std::string(Surfaces::traitsOf(Surfaces::Kind::permissionGuide).title),
              .place = place,
              .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0.0 : Timing::reducedMotionFade},
              .content = tree("arrow.up", pointing)});

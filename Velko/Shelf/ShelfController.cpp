@@ -37,7 +37,7 @@ void ShelfController::sync() {
         return;
     }
     if (!surface().isOpen()) {
-        surface().open({.title = "Velko's shelf",
+        surface().open({.title = std::string(Surfaces::traitsOf(Surfaces::Kind::shelf).title),
                         .place = place,
                         .motion = motion(),
                         .takesKeyboard = !parts_.controller.values().revealedByPointer,

@@ -14,15 +14,9 @@ namespace velko {
 /// A panel without a title bar above other windows, on every desktop. It does not bring Velko forward.
 class FloatingPanel final : public MacSurface {
  public:
-    enum class Kind {
-        note,   ///< takes the keyboard, goes on a click elsewhere, and has an arrow
-        shelf,  ///< takes the keyboard, and goes on a click elsewhere
-        guide,  ///< leaves the keyboard where it is, and stays
-    };
-
     /// All outlive this.
-    FloatingPanel(MainThread& mainThread, AppIcons& icons, Kind kind)
-        : MacSurface(mainThread, icons), kind_(kind) {}
+    FloatingPanel(MainThread& mainThread, AppIcons& icons, const Surfaces::Traits& traits)
+        : MacSurface(mainThread, icons), traits_(traits) {}
 
     void move(const Place& place) override;
 
@@ -33,12 +27,13 @@ class FloatingPanel final : public MacSurface {
     [[nodiscard]] NSWindow* window() const override;
     [[nodiscard]] bool goesOnEscape() const override { return isTransient(); }
 
-    [[nodiscard]] bool isTransient() const noexcept { return kind_ != Kind::guide; }
+    [[nodiscard]] bool isTransient() const noexcept { return traits_.isTransient(); }
+    [[nodiscard]] bool hasArrow() const noexcept { return traits_.form == Surfaces::Form::panelWithArrow; }
     [[nodiscard]] NSRect target() const;
     void moveToTarget();
     void pointArrow(NSRect frame);
 
-    Kind kind_;
+    const Surfaces::Traits& traits_;
     VLKSurfacePanel* panel_ = nil;
     NSView* content_ = nil;
     std::optional<Place> place_;

@@ -94,7 +94,7 @@ bool FloatingPanel::present(const Opening& opening, VLKTreeView* tree) {
 
 NSRect FloatingPanel::target() const {
     NSSize size = content_.frame.size;
-    size.height += kind_ == Kind::note ? panelArrowHeight : 0;
+    size.height += hasArrow() ? panelArrowHeight : 0;
     if (place_) {
         return native(panelFrame(*place_, portable(size)));
     }
@@ -112,7 +112,7 @@ void FloatingPanel::moveToTarget() {
 }
 
 void FloatingPanel::pointArrow(NSRect frame) {
-    if (kind_ == Kind::note && place_) {
+    if (hasArrow() && place_) {
         PanelShape::setArrow(panel_.background, frame.size, panelArrowTip(*place_, portable(frame)));
     }
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include "Velko/Ports/Surfaces.h"
-#import "Velko/mac/FloatingPanel.h"
-#import "Velko/mac/StandardWindow.h"
+#include "Velko/mac/Images.h"
+#include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
 
@@ -10,23 +13,14 @@ namespace velko {
 class MacSurfaces final : public Surfaces {
  public:
     /// Both outlive this.
-    MacSurfaces(MainThread& mainThread, AppIcons& icons)
-        : note_(mainThread, icons, FloatingPanel::Kind::note),
-          shelf_(mainThread, icons, FloatingPanel::Kind::shelf),
-          setup_(mainThread, icons),
-          permissionGuide_(mainThread, icons, FloatingPanel::Kind::guide),
-          settings_(mainThread, icons) {}
+    MacSurfaces(MainThread& mainThread, AppIcons& icons);
 
     [[nodiscard]] Surface& surface(Kind kind) override;
     [[nodiscard]] bool reducesMotion() const override;
     void announce(const std::string& words) override;
 
  private:
-    FloatingPanel note_;
-    FloatingPanel shelf_;
-    StandardWindow setup_;
-    FloatingPanel permissionGuide_;
-    StandardWindow settings_;
+    std::vector<std::unique_ptr<Surface>> surfaces_;  ///< in the order of `Kind`
 };
 
 }  // namespace velko

@@ -1,24 +1,26 @@
 #import "Velko/mac/MacSurfaces.h"
 
+#include <cstddef>
+
+#import "Velko/mac/FloatingPanel.h"
 #import "Velko/mac/RunLoop.h"
+#import "Velko/mac/StandardWindow.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 namespace velko {
 
-Surface& MacSurfaces::surface(Kind kind) {
-    switch (kind) {
-        case Kind::note:
-            return note_;
-        case Kind::shelf:
-            return shelf_;
-        case Kind::setup:
-            return setup_;
-        case Kind::permissionGuide:
-            return permissionGuide_;
-        case Kind::settings:
-            break;
+MacSurfaces::MacSurfaces(MainThread& mainThread, AppIcons& icons) {
+    for (const Traits& traits : all()) {
+        if (traits.isWindow()) {
+            surfaces_.push_back(std::make_unique<StandardWindow>(mainThread, icons));
+        } else {
+            surfaces_.push_back(std::make_unique<FloatingPanel>(mainThread, icons, traits));
+        }
     }
-    return settings_;
+}
+
+Surface& MacSurfaces::surface(Kind kind) {
+    return *surfaces_.at(static_cast<std::size_t>(kind));
 }
 
 bool MacSurfaces::reducesMotion() const {

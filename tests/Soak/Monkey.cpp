@@ -19,13 +19,6 @@ namespace {
 
 using script::Step;
 using script::Verb;
-using Kind = Surfaces::Kind;
-
-constexpr std::array<std::pair<const char*, Kind>, 5> surfaces{{{"note", Kind::note},
-                                                                {"shelf", Kind::shelf},
-                                                                {"setup", Kind::setup},
-                                                                {"guide", Kind::permissionGuide},
-                                                                {"settings", Kind::settings}}};
 
 std::optional<Step> oneOf(const Steps& steps, const Below& below) {
     return steps.empty() ? std::nullopt : std::optional(steps[below(steps.size())]);
@@ -67,7 +60,7 @@ struct ValuesOf {
 };
 
 /// Everything that can be done with one node of a surface.
-Steps waysToWork(const view::Node& node, const view::Node& root, const char* surface) {
+Steps waysToWork(const view::Node& node, const view::Node& root, const std::string& surface) {
     const Step press{.verb = Verb::press, .word = surface, .control = node.id};
     Steps steps;
     if (std::holds_alternative<view::Button>(node.content) ||
@@ -100,7 +93,7 @@ std::string kindOf(const view::Node& node) {
 }
 
 /// One kind of control as likely as another, then one control of it, and so one way to work that.
-std::optional<Step> work(const view::Node& root, const char* surface, const Below& below) {
+std::optional<Step> work(const view::Node& root, const std::string& surface, const Below& below) {
     std::map<std::string, std::vector<Steps>> controls;
     view::walk(root, [&](const view::Node& node) {
         if (auto ways = node.isEnabled ? waysToWork(node, root, surface) : Steps(); !ways.empty()) {
@@ -122,10 +115,10 @@ std::optional<Step> playfulStep(scenarios::World& world, const Below& below) {
     if (const view::Menu* menu = mac.statusItem.menu(); menu != nullptr && below(4) != 0) {
         return oneOf(choices(*menu, {.verb = Verb::choose}), below);
     }
-    std::vector<std::pair<const char*, const view::Node*>> open;
-    for (const auto& [name, kind] : surfaces) {
-        if (const view::Node* content = mac.surfaces.surface(kind).content()) {
-            open.emplace_back(name, content);
+    std::vector<std::pair<std::string, const view::Node*>> open;
+    for (const Surfaces::Traits& traits : Surfaces::all()) {
+        if (const view::Node* content = mac.surfaces.surface(traits.kind).content()) {
+            open.emplace_back(traits.name, content);
         }
     }
     const std::size_t chance = below(16);
