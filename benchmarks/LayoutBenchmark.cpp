@@ -2,7 +2,7 @@
 #include <string>
 #include <utility>
 
-#include "VelkoCore/Layout/LayoutCoding.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 
 namespace velko {
 namespace {

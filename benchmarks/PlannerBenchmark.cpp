@@ -1,7 +1,9 @@
 #include <benchmark/benchmark.h>
 #include <string>
 
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Visibility/RevealState.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko {
 namespace {

@@ -1,5 +1,5 @@
 #include "Fuzz.h"
-#include "VelkoCore/Layout/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 
 /// An export that can be read is written and read again without loss, and merging it twice is merging it
 /// once.

@@ -1,5 +1,5 @@
 #include "Fuzz.h"
-#include "VelkoCore/Layout/LayoutCoding.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 
 /// A layout that can be read at all is written and read again without loss.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -3,7 +3,7 @@
 #include "Fuzz.h"
 #include "Simulator/Files/LibplistReader.h"
 #include "VelkoCore/Import/Importers.h"
-#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "Simulator/Files/LibplistReader.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Import/Importers.h"
-#include "VelkoCore/Layout/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 
 namespace velko::playground {

@@ -81,7 +81,7 @@ std::string appRow(const DeskApp& app, const AppController* velko) {
     }
     if (app.isRunning && velko != nullptr) {
         const auto& layout = velko->values().layout;
-        const bool waits = std::ranges::find(layout.inbox, app.bundleID) != layout.inbox.end();
+        const bool waits = layout.isWaiting(app.bundleID);
         const std::string section(name(layout.section(app.bundleID)));
         chips += waits ? chip("new", "accent") : chip(section, section);
     }

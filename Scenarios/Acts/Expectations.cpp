@@ -60,9 +60,7 @@ Done inVelko(const Step& step, World& world) {
 }
 
 Done waiting(const Step& step, AppController& velko) {
-    const auto& inbox = velko.values().layout.inbox;
-    return holds(std::ranges::find(inbox, appOf(step)) != inbox.end(),
-                 step.app + " does not wait for an answer.");
+    return holds(velko.values().layout.isWaiting(appOf(step)), step.app + " does not wait for an answer.");
 }
 
 Done suggested(const Step& step, AppController& velko) {

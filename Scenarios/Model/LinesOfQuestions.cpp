@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Scenarios/Model/Heard.h"
-#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Time/Date.h"
 
 // What the log says of the apps that are there, and of what the user is asked about them.
 

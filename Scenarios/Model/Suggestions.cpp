@@ -2,7 +2,7 @@
 #include <set>
 
 #include "Scenarios/Model/Belief.h"
-#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Time/Date.h"
 
 // What the autopilot should say, once more.
 

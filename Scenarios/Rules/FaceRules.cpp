@@ -222,7 +222,7 @@ void FaceRules::checkSettings(const AppController& velko) {
     for (const BundleID& app : appsWith("section:", *settings)) {
         const view::Node* const node = view::find(*settings, "section:" + app);
         const auto* const picker = std::get_if<view::Picker>(&node->content);
-        const bool isWaiting = std::ranges::count(layout.inbox, app) > 0;
+        const bool isWaiting = layout.isWaiting(app);
         const std::size_t wanted =
             isWaiting ? view::Picker::nothing : static_cast<std::size_t>(layout.section(app));
         require(picker != nullptr && picker->selected == wanted, "the settings show what is set", app);

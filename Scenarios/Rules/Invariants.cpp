@@ -7,7 +7,6 @@
 
 #include "Scenarios/SampleApps.h"
 #include "VelkoCore/Time/Timing.h"
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko::scenarios {

@@ -14,7 +14,7 @@
 #include "Scenarios/Rules/FaceRules.h"
 #include "Scenarios/Rules/LayoutFileRules.h"
 #include "Scenarios/World.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"
 

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
 

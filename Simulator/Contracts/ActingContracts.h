@@ -2,10 +2,9 @@
 
 #include <functional>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 /// The part of the ports' contracts that needs a machine on which apps may be launched, hung and hidden.
 namespace velko::Contracts {

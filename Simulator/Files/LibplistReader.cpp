@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "VelkoCore/Import/PropertyListBudget.h"
+#include "VelkoCore/Import/PropertyListChecks.h"
 
 namespace velko {
 

@@ -5,7 +5,7 @@
 #include <variant>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko {
 

@@ -12,7 +12,7 @@
 #include "Velko/Flows/RevealStyleChoice.h"
 #include "Velko/Ports/LoginItem.h"
 #include "Velko/Ports/Surfaces.h"
-#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Time/Date.h"
 #include "VelkoEngine/Hiding/EngineProbe.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"

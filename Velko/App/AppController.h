@@ -31,7 +31,7 @@
 #include "Velko/Flows/UsageSampling.h"
 #include "Velko/Ports/AppPorts.h"
 #include "VelkoCore/Layout/LayoutStore.h"
-#include "VelkoCore/Visibility/RevealMachine.h"
+#include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/Ports/Platform.h"

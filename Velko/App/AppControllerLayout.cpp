@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <string>
@@ -65,7 +64,7 @@ bool AppController::edit(Saving saving, const Edit& change) {
 }
 
 void AppController::place(const BundleID& bundleID, Section section) {
-    const bool answered = std::ranges::count(values_.layout.inbox, bundleID) > 0;
+    const bool answered = values_.layout.isWaiting(bundleID);
     log_.log("layout",
              bundleID + " -> " + std::string(name(section)) + (answered ? " (new icon answered)" : ""));
     edit(Saving::now, [&](Layout& layout) { layout.place(bundleID, section); });

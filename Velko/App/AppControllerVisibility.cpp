@@ -7,7 +7,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
 #include "Velko/Flows/RevealStyleChoice.h"
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 // What the user sees: how a reveal event moves the state, and how the state becomes the system's.

@@ -12,7 +12,7 @@
 #include "Velko/Ports/Defaults.h"
 #include "Velko/Ports/LoginItem.h"
 #include "VelkoCore/Sorting/SortSession.h"
-#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Time/Date.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko {
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Velko/App/Health.h"
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Habits/AppUsage.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Visibility/RevealState.h"

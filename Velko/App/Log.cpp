@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "VelkoCore/Files/Descriptor.h"
+#include "VelkoCore/Files/AtomicFile.h"
 
 namespace velko {
 

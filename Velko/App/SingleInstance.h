@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Velko/Ports/AppPorts.h"
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Files/FolderLock.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"

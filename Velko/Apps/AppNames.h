@@ -3,7 +3,7 @@
 #include <string>
 
 #include "Velko/App/AppValues.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko {
 

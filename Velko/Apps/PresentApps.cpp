@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Velko/App/AppController.h"
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "Velko/App/AppValues.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko {
 

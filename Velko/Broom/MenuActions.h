@@ -4,7 +4,7 @@
 
 #include "Velko/App/FaceParts.h"
 #include "Velko/App/Updates.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
 

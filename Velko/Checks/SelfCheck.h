@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "Velko/Checks/RenderingCheck.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Import/PropertyList.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 /// Tries everything that Velko needs of a Mac once, without changing anything. Main thread.
 namespace velko::SelfCheck {

@@ -10,7 +10,7 @@
 #include "Velko/Apps/PresentApps.h"
 #include "VelkoCore/Habits/Autopilot.h"
 #include "VelkoCore/Layout/Section.h"
-#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Time/Date.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Habits/Autopilot.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoCore/Sorting/TidySuggestion.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 

@@ -1,6 +1,5 @@
 #include "Velko/Flows/ChangeWatch.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "VelkoCore/Time/Timing.h"
@@ -50,7 +49,7 @@ void ChangeWatch::compare(const Inventory::Readings& readings) {
 bool ChangeWatch::isWatched(const BundleID& bundleID) const {
     const Layout& layout = host_.values().layout;
     return layout.popOutOnChange && layout.section(bundleID) == Section::tucked &&
-           std::ranges::count(layout.inbox, bundleID) == 0;
+           !layout.isWaiting(bundleID);
 }
 
 std::map<BundleID, ProcessID> ChangeWatch::watchedApps() const {

@@ -4,12 +4,11 @@
 #include <map>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoCore/Watching/ChangeDetector.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {

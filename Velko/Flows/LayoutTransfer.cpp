@@ -6,7 +6,7 @@
 
 #include "Velko/App/Log.h"
 #include "VelkoCore/Files/AtomicFile.h"
-#include "VelkoCore/Layout/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 
 namespace velko {
 

@@ -3,10 +3,10 @@
 #include <optional>
 
 #include "Velko/Flows/FlowHost.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoCore/Watching/LiveActivityDetector.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {

@@ -2,9 +2,9 @@
 
 #include <functional>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoCore/Visibility/RevealMachine.h"
+#include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoEngine/Opening/ItemOpener.h"
 #include "VelkoEngine/Ports/Platform.h"
 

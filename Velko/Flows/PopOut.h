@@ -3,7 +3,7 @@
 #include <map>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"

@@ -3,8 +3,7 @@
 #include <functional>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/BundleID.h"
-#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "VelkoCore/Layout/RevealSettings.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoEngine/Ports/Platform.h"
 

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "Velko/Flows/FlowHost.h"
-#include "VelkoCore/Habits/UsageTracker.h"
+#include "VelkoCore/Habits/AppUsage.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"

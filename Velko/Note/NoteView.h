@@ -5,7 +5,7 @@
 
 #include "Velko/Apps/PresentApps.h"
 #include "Velko/View/Node.h"
-#include "VelkoCore/Sorting/TidySuggestion.h"
+#include "VelkoCore/Habits/Autopilot.h"
 
 namespace velko {
 

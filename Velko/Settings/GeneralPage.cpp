@@ -12,7 +12,7 @@
 #include "Velko/Ports/LoginItem.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
-#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Time/Timing.h"
 
 namespace velko::SettingsPages {

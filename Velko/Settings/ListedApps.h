@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Habits/AppUsage.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
 
 namespace velko {

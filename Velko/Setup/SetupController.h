@@ -12,7 +12,7 @@
 #include "Velko/Setup/PermissionGuide.h"
 #include "Velko/Setup/SetupFlow.h"
 #include "Velko/Setup/SetupSteps.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Import/Importers.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"

@@ -3,9 +3,8 @@
 #include <map>
 #include <optional>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Import/Importers.h"
-#include "VelkoCore/Layout/RevealSettings.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Sorting/SortSession.h"
 

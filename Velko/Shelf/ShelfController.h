@@ -6,7 +6,7 @@
 #include "Velko/Flows/ShelfClosing.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/View/Node.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Subscription.h"

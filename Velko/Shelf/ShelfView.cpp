@@ -31,10 +31,6 @@ constexpr double padding = 12;    // points
     return peek != nullptr ? showsBuried(peek->base) : state == RevealState::revealedWithBuried();
 }
 
-[[nodiscard]] bool isWaiting(const Layout& layout, const BundleID& bundleID) {
-    return std::ranges::find(layout.inbox, bundleID) != layout.inbox.end();
-}
-
 [[nodiscard]] std::string menuTitle(Section section) {
     switch (section) {
         case Section::bar: return "Keep in the Bar";
@@ -53,7 +49,7 @@ constexpr double padding = 12;    // points
         MenuItem::separator()};
     for (const Section section : allSections) {
         // For an app that waits for an answer, to stay where it is is an answer too.
-        if (section != layout.section(bundleID) || isWaiting(layout, bundleID)) {
+        if (section != layout.section(bundleID) || layout.isWaiting(bundleID)) {
             menu.push_back({.title = menuTitle(section),
                             .action = [move = request.move, bundleID, section] { move(bundleID, section); }});
         }
@@ -69,7 +65,7 @@ constexpr double padding = 12;    // points
         .width = tileWidth,
         .content = view::Tile{.bundleID = bundleID,
                               .name = app.name,
-                              .badge = isWaiting(request.controller.values().layout, bundleID) ? "New" : "",
+                              .badge = request.controller.values().layout.isWaiting(bundleID) ? "New" : "",
                               .press = [open = request.open, bundleID] { open(bundleID); },
                               .menu = [request, bundleID] { return tileMenu(request, bundleID); }}};
 }

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "Velko/View/Node.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
 
 namespace velko {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko::view {
 

@@ -7,7 +7,7 @@
 
 #include "Velko/View/Drawing.h"
 #include "Velko/View/Menu.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 /// The words in which every surface is described. A surface is a tree of nodes; a renderer turns it into
 /// the platform's own controls and calls the functions that it carries, on the main thread.

@@ -8,7 +8,7 @@
 #include <variant>
 
 #include "Velko/View/Node.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 /// What every renderer, and everyone who reads a tree, does with it. Pure functions.
 namespace velko::view {

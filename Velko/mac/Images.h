@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 
 namespace velko {

@@ -11,8 +11,6 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "VelkoCore/Files/Descriptor.h"
-
 namespace velko {
 
 namespace {

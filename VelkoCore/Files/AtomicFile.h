@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <expected>
 #include <filesystem>
@@ -7,6 +8,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "VelkoCore/NonCopyable.h"
 
 struct stat;
 
@@ -69,5 +73,40 @@ inline constexpr std::size_t largest = 16U << 20U;  ///< bytes that `read` accep
     const std::filesystem::path& path, const FileCalls& calls = {});
 
 }  // namespace AtomicFile
+
+/// Makes a call again for as long as signals interrupt it.
+template <class Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
+
+/// An open file, closed at the latest when it goes out of scope. The calls outlive it.
+class Descriptor final : private NonCopyable {
+ public:
+    Descriptor(const FileCalls& calls, const std::filesystem::path& file, int flags, unsigned mode = 0)
+        : calls_(calls), number_(uninterrupted([&] { return calls.open(file.c_str(), flags, mode); })) {}
+
+    ~Descriptor() { static_cast<void>(close()); }
+
+    [[nodiscard]] bool isOpen() const { return number_ != -1; }
+    [[nodiscard]] int number() const { return number_; }
+
+    /// Closes once. An interrupted close has closed the file all the same.
+    [[nodiscard]] bool close() {
+        if (!isOpen()) {
+            return true;
+        }
+        const int result = calls_.close(std::exchange(number_, -1));
+        return result == 0 || errno == EINTR;
+    }
+
+ private:
+    const FileCalls& calls_;
+    int number_;
+};
 
 }  // namespace velko

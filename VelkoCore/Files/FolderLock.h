@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "VelkoCore/Files/AtomicFile.h"
-#include "VelkoCore/Files/Descriptor.h"
 #include "VelkoCore/NonCopyable.h"
 
 namespace velko {

@@ -9,9 +9,15 @@
 #include <variant>
 #include <vector>
 
-#include "VelkoCore/Files/DecodingError.h"
-
 namespace velko {
+
+/// Why a file could not be understood, in words that name the key, such as
+/// "reveal.hover: expected true or false, found a number".
+struct DecodingError {
+    std::string description;
+
+    bool operator==(const DecodingError&) const = default;
+};
 
 /// A JSON document as a tree of values.
 struct Json {

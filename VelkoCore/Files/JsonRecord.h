@@ -12,7 +12,6 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoCore/Files/DecodingError.h"
 #include "VelkoCore/Files/Json.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Time/Date.h"

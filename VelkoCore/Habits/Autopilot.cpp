@@ -6,10 +6,36 @@
 #include <set>
 #include <utility>
 
+#include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Time/Timing.h"
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko {
+
+namespace {
+
+std::string daysText(std::int64_t days) {
+    return days == 1 ? "1 day" : std::to_string(days) + " days";
+}
+
+struct Describe {
+    std::string operator()(const TidySuggestion::Unused& reason) const {
+        return "Gathering dust: not clicked in " + daysText(reason.days);
+    }
+    std::string operator()(const TidySuggestion::UsedOften& reason) const {
+        return "In and out a lot: clicked on " + std::to_string(reason.days) + " of the last " +
+               daysText(Timing::autopilotPromoteWindowDays);
+    }
+    std::string operator()(const TidySuggestion::Heavy& reason) const {
+        return "Hogging " + describe(reason.usage) + ", and not clicked in " + daysText(reason.days);
+    }
+};
+
+}  // namespace
+
+std::string describe(const TidySuggestion::Reason& reason) {
+    return std::visit(Describe{}, reason);
+}
 
 namespace {
 
@@ -25,8 +51,7 @@ struct History {
 
 bool isLeftAlone(const Layout& layout, const BundleID& bundleID, Date now) {
     const auto snoozed = layout.autopilot.snoozedUntil.find(bundleID);
-    return layout.alwaysKeep.contains(bundleID) ||
-           std::ranges::find(layout.inbox, bundleID) != layout.inbox.end() ||
+    return layout.alwaysKeep.contains(bundleID) || layout.isWaiting(bundleID) ||
            AllowlistPlanner::isAlwaysAllowed(bundleID) ||
            (snoozed != layout.autopilot.snoozedUntil.end() && snoozed->second > now);
 }

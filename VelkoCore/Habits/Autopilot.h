@@ -1,19 +1,78 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <optional>
+#include <string>
+#include <variant>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Habits/AppUsage.h"
-#include "VelkoCore/Layout/Layout.h"
-#include "VelkoCore/Sorting/TidySuggestion.h"
-#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Identifiers.h"
+#include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Time/Date.h"
+
+namespace velko {
+
+struct Layout;
+
+/// What the weekly autopilot remembers between runs.
+struct AutopilotState {
+    bool enabled = true;
+    std::optional<Date> watchingSince = {};  ///< absent until clicks are first watched
+    std::optional<Date> lastOffered = {};
+    bool offerPending = false;
+    std::map<BundleID, Date> snoozedUntil = {};
+
+    /// Notes when clicks were first watched.
+    void startWatchingIfNeeded(Date now) { watchingSince = watchingSince.value_or(now); }
+
+    bool operator==(const AutopilotState&) const = default;
+};
+
+/// Something that the autopilot proposes for one app, and why.
+struct TidySuggestion {
+    struct MoveTo {
+        Section section = Section::bar;
+        bool operator==(const MoveTo&) const = default;
+    };
+    struct Quit {
+        bool operator==(const Quit&) const = default;
+    };
+    using Change = std::variant<MoveTo, Quit>;
+
+    /// Not clicked for so many days.
+    struct Unused {
+        std::int64_t days = 0;
+        bool operator==(const Unused&) const = default;
+    };
+    /// Clicked on so many of the last seven days.
+    struct UsedOften {
+        std::int64_t days = 0;
+        bool operator==(const UsedOften&) const = default;
+    };
+    /// Not clicked for so many days, and costly all the while.
+    struct Heavy {
+        std::int64_t days = 0;
+        AppUsage usage;
+        bool operator==(const Heavy&) const = default;
+    };
+    using Reason = std::variant<Unused, UsedOften, Heavy>;
+
+    BundleID bundleID;
+    Change change;
+    Reason reason;
+
+    bool operator==(const TidySuggestion&) const = default;
+};
+
+/// The line under a suggestion: "Gathering dust: not clicked in 20 days".
+[[nodiscard]] std::string describe(const TidySuggestion::Reason& reason);
 
 /// Keeps the sorting fresh: what gathers dust moves out of the way, what is clicked a lot comes into the
 /// bar, what idles and costs a lot may quit. Pure; it only proposes.
-namespace velko::Autopilot {
+namespace Autopilot {
 
 struct SuggestionsRequest {
     const Layout& layout;
@@ -38,4 +97,6 @@ struct OfferRequest {
 /// the last week.
 [[nodiscard]] bool isOfferDue(const OfferRequest& request);
 
-}  // namespace velko::Autopilot
+}  // namespace Autopilot
+
+}  // namespace velko

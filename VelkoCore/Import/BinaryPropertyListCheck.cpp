@@ -4,7 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "VelkoCore/Import/PropertyListBudget.h"
 #include "VelkoCore/Import/PropertyListChecks.h"
 
 namespace velko {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Import/PropertyList.h"
 #include "VelkoCore/Layout/Section.h"
 

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "VelkoCore/Import/PropertyListBudget.h"
 #include "VelkoCore/Import/PropertyListChecks.h"
 
 namespace velko {

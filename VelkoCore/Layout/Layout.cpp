@@ -1,15 +1,24 @@
 #include "VelkoCore/Layout/Layout.h"
 
 #include <algorithm>
+#include <chrono>
+#include <map>
+#include <optional>
+#include <utility>
 
-#include "VelkoCore/Sorting/TidySuggestion.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Time/Timing.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko {
 
 Section Layout::section(const BundleID& bundleID) const {
     const auto entry = sections.find(bundleID);
     return entry == sections.end() ? newIconDefault : entry->second;
+}
+
+bool Layout::isWaiting(const BundleID& bundleID) const {
+    return std::ranges::find(inbox, bundleID) != inbox.end();
 }
 
 void Layout::place(const BundleID& bundleID, Section section) {
@@ -35,6 +44,121 @@ void Layout::accept(const TidySuggestion& suggestion) {
 
 void Layout::snooze(const BundleID& bundleID, Date now, Calendar calendar) {
     autopilot.snoozedUntil.insert_or_assign(bundleID, calendar.addingDays(Timing::autopilotSnoozeDays, now));
+}
+
+void Layout::apply(const LayoutExport& other) {
+    if (!seenApps) {
+        seenApps.emplace();
+    }
+    for (const auto& [bundleID, section] : other.sections) {
+        place(bundleID, section);
+        seenApps->insert(bundleID);
+    }
+    alwaysKeep.insert(other.alwaysKeep.begin(), other.alwaysKeep.end());
+    reveal = other.reveal;
+    newIconDefault = other.newIconDefault;
+    askAboutNewIcons = other.askAboutNewIcons;
+    popOutOnChange = other.popOutOnChange;
+    showLiveActivities = other.showLiveActivities.value_or(showLiveActivities);
+    hasCompletedSetup = true;
+}
+
+namespace {
+
+bool counts(const BundleID& bundleID, const BundleID& ownBundleID) {
+    return bundleID != ownBundleID && !AllowlistPlanner::isAlwaysAllowed(bundleID);
+}
+
+/// The apps that an older build knew without saying so: sorted or waiting ones.
+BundleIDs knownBefore(const Layout& layout, const BundleID& ownBundleID) {
+    BundleIDs known(layout.inbox.begin(), layout.inbox.end());
+    for (const auto& [bundleID, section] : layout.sections) {
+        known.insert(bundleID);
+    }
+    std::erase_if(known, [&](const BundleID& bundleID) { return !counts(bundleID, ownBundleID); });
+    return known;
+}
+
+}  // namespace
+
+std::vector<BundleID> Layout::admit(const Admission& admission) {
+    const bool isUpgrade = !seenApps;
+    if (isUpgrade) {
+        seenApps = knownBefore(*this, admission.ownBundleID);
+        const auto grace = std::chrono::duration<double>(Timing::inboxUpgradeGraceSeconds);
+        knownGraceUntil = admission.now + std::chrono::floor<std::chrono::seconds>(grace);
+    }
+    const bool inGrace = knownGraceUntil && admission.now < *knownGraceUntil;
+    const bool asks = hasCompletedSetup && askAboutNewIcons && !isUpgrade && !inGrace;
+
+    std::vector<BundleID> newcomers;
+    for (const BundleID& bundleID : admission.present) {
+        if (!counts(bundleID, admission.ownBundleID)) {
+            continue;
+        }
+        const bool isUnseen = seenApps->insert(bundleID).second;
+        if (isUnseen || isUpgrade) {
+            firstSeen.try_emplace(bundleID, admission.now);
+        }
+        if (isUnseen && asks && !sections.contains(bundleID) && !isWaiting(bundleID)) {
+            newcomers.push_back(bundleID);
+        }
+    }
+    for (const BundleID& bundleID : newcomers) {
+        place(bundleID, Section::tucked);
+        inbox.push_back(bundleID);
+    }
+    return newcomers;
+}
+
+namespace {
+
+/// Sets back dates that lie more than a day further ahead than they can by themselves.
+class SettingBack {
+ public:
+    void operator()(Date& date, Date furthest) {
+        if (date - furthest > std::chrono::days(1)) {
+            date = furthest;
+            any_ = true;
+        }
+    }
+    void operator()(std::optional<Date>& date, Date furthest) {
+        if (date) {
+            (*this)(*date, furthest);
+        }
+    }
+    void operator()(std::map<BundleID, Date>& dates, Date furthest) {
+        for (auto& [bundleID, date] : dates) {
+            (*this)(date, furthest);
+        }
+    }
+
+    [[nodiscard]] bool any() const noexcept { return any_; }
+
+ private:
+    bool any_ = false;
+};
+
+}  // namespace
+
+bool Layout::setBackDates(Date now, Calendar calendar) {
+    SettingBack setBack;
+    setBack(autopilot.lastOffered, now);
+    setBack(autopilot.watchingSince, now);
+    setBack(lastClicked, now);
+    setBack(firstSeen, now);
+    const auto grace = std::chrono::duration<double>(Timing::inboxUpgradeGraceSeconds);
+    setBack(knownGraceUntil, now + std::chrono::floor<std::chrono::seconds>(grace));
+    setBack(autopilot.snoozedUntil, calendar.addingDays(Timing::autopilotSnoozeDays, now));
+    const Date today = calendar.startOfDay(now);
+    for (auto& [bundleID, days] : clickDays) {
+        for (Date& day : days) {
+            setBack(day, today);
+        }
+        bool isThere = false;
+        std::erase_if(days, [&](Date day) { return day == today && std::exchange(isThere, true); });
+    }
+    return setBack.any();
 }
 
 }  // namespace velko

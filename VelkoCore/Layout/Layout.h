@@ -6,17 +6,14 @@
 #include <set>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
-#include "VelkoCore/Habits/AutopilotState.h"
-#include "VelkoCore/Layout/RevealSettings.h"
+#include "VelkoCore/Habits/Autopilot.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
-#include "VelkoCore/Time/Calendar.h"
 #include "VelkoCore/Time/Date.h"
 
 namespace velko {
 
 struct LayoutExport;
-struct TidySuggestion;
 
 /// Everything that Velko remembers: where each app's icons belong, how they are revealed, and what was
 /// learnt from the user's clicks. A default-made layout is the one of a fresh installation.
@@ -44,6 +41,9 @@ struct Layout {
 
     /// The section of an app: its entry, else `newIconDefault`.
     [[nodiscard]] Section section(const BundleID& bundleID) const;
+
+    /// Whether an app is in `inbox`: new, and its place not yet said by the user.
+    [[nodiscard]] bool isWaiting(const BundleID& bundleID) const;
 
     /// Puts an app into a section and takes it out of `inbox`.
     void place(const BundleID& bundleID, Section section);

@@ -40,4 +40,8 @@ std::optional<RevealStyle> revealStyleNamed(std::string_view name) noexcept {
     return named(std::array{RevealStyle::inline_, RevealStyle::shelf}, name);
 }
 
+std::int64_t RevealSettings::normalisedAutoTuck(std::int64_t seconds) noexcept {
+    return seconds <= 0 ? 0 : std::clamp(seconds, shortestAutoTuck, longestAutoTuck);
+}
+
 }  // namespace velko

@@ -1,7 +1,9 @@
 #include "VelkoCore/Time/Date.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <ctime>
 
 namespace velko {
 
@@ -131,6 +133,120 @@ std::string formatDate(Date date) {
     append(text, static_cast<unsigned>(time.minutes().count()), 2, ':');
     append(text, static_cast<unsigned>(time.seconds().count()), 2, 'Z');
     return text;
+}
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::local_days;
+using std::chrono::local_seconds;
+using std::chrono::seconds;
+
+constexpr seconds oneDay{86'400};
+
+/// What the clock on the wall shows at a moment; nothing when the C library cannot say.
+std::optional<local_seconds> wallClock(Date date) noexcept {
+    const std::time_t time = date.time_since_epoch().count();
+    std::tm parts{};
+    if (localtime_r(&time, &parts) == nullptr) {
+        return std::nullopt;
+    }
+    const std::chrono::year_month_day day{std::chrono::year{parts.tm_year + 1900},
+                                          std::chrono::month{static_cast<unsigned>(parts.tm_mon + 1)},
+                                          std::chrono::day{static_cast<unsigned>(parts.tm_mday)}};
+    return local_days{day} + std::chrono::hours{parts.tm_hour} + std::chrono::minutes{parts.tm_min} +
+           seconds{parts.tm_sec};
+}
+
+Date minus(local_seconds wall, seconds offset) noexcept {
+    return Date{wall.time_since_epoch() - offset};
+}
+
+/// How far the zone is ahead of UTC before and after any change of its clocks near `wall`.
+struct Offsets {
+    seconds before;
+    seconds after;
+};
+
+std::optional<Offsets> offsetsAround(local_seconds wall) noexcept {
+    const auto offsetAt = [](Date date) -> std::optional<seconds> {
+        const auto shown = wallClock(date);
+        return shown ? std::optional{shown->time_since_epoch() - date.time_since_epoch()} : std::nullopt;
+    };
+    // A zone is never more than a day away from UTC, and never changes twice within these few days.
+    const auto before = offsetAt(minus(wall, 2 * oneDay));
+    const auto after = offsetAt(minus(wall, -2 * oneDay));
+    return before && after ? std::optional{Offsets{*before, *after}} : std::nullopt;
+}
+
+/// The first moment at which the wall clock shows `wall`; nothing if the clocks leap over it.
+std::optional<Date> firstShowing(local_seconds wall, const Offsets& offsets) noexcept {
+    const std::array candidates{minus(wall, offsets.before), minus(wall, offsets.after)};
+    const auto* const found =
+        std::ranges::find_if(candidates, [&](Date date) { return wallClock(date) == wall; });
+    return found == candidates.end() ? std::nullopt : std::optional{*found};
+}
+
+/// The moment at which the clocks leap over `wall`.
+Date leapOver(local_seconds wall, const Offsets& offsets) noexcept {
+    Date before = minus(wall, offsets.after) - seconds{1};
+    Date after = minus(wall, offsets.before);
+    while (after - before > seconds{1}) {
+        const Date middle = before + (after - before) / 2;
+        (wallClock(middle) < wall ? before : after) = middle;
+    }
+    return after;
+}
+
+Date withinRange(Date date) noexcept {
+    return std::clamp(date, earliestDate, latestDate);
+}
+
+}  // namespace
+
+void Calendar::rereadZone() noexcept {
+    tzset();
+}
+
+Date Calendar::startOfDay(Date date) const noexcept {
+    const auto shown = wallClock(date);
+    if (!shown) {
+        return date;
+    }
+    const local_seconds midnight = std::chrono::floor<days>(*shown);
+    const auto offsets = offsetsAround(midnight);
+    if (!offsets) {
+        return date;
+    }
+    const auto first = firstShowing(midnight, *offsets);
+    return withinRange(first ? *first : leapOver(midnight, *offsets));
+}
+
+std::optional<std::int64_t> Calendar::dayDifference(Date from, Date to) const noexcept {
+    const auto first = wallClock(from);
+    const auto last = wallClock(to);
+    if (!first || !last) {
+        return std::nullopt;
+    }
+    return (std::chrono::floor<days>(*last) - std::chrono::floor<days>(*first)).count();
+}
+
+std::int64_t Calendar::daysBetween(Date from, Date to) const noexcept {
+    return std::max<std::int64_t>(dayDifference(from, to).value_or(0), 0);
+}
+
+Date Calendar::addingDays(std::int64_t count, Date to) const noexcept {
+    constexpr std::int64_t most = (latestDate - earliestDate) / days{1} + 1;
+    const auto shown = wallClock(to);
+    if (!shown) {
+        return to;
+    }
+    const local_seconds wanted = *shown + days{std::clamp(count, -most, most)};
+    const auto offsets = offsetsAround(wanted);
+    if (!offsets) {
+        return to;
+    }
+    return withinRange(firstShowing(wanted, *offsets).value_or(minus(wanted, offsets->before)));
 }
 
 }  // namespace velko

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,5 +29,29 @@ using PreciseDate = std::chrono::sys_time<std::chrono::milliseconds>;
 /// Writes ISO 8601 text in UTC, as `parseDate` reads it. A date outside the years 0001 to 9999 is
 /// written as the nearest one inside.
 [[nodiscard]] std::string formatDate(Date date);
+
+/// Days as the user counts them, in the process's time zone and by the C library's rules for it.
+///
+/// A value without state of its own: the zone belongs to the process. It is read when the first
+/// calendar is used and again by `rereadZone`. Main thread only, as the C library's zone is shared.
+class Calendar {
+ public:
+    /// Reads the system's time zone again, after the environment has changed.
+    static void rereadZone() noexcept;
+
+    /// The first instant of the local day that holds `date`, also on days that have no midnight.
+    [[nodiscard]] Date startOfDay(Date date) const noexcept;
+
+    /// Local days from the day of `from` to the day of `to`: negative when `to` is on an earlier day;
+    /// nothing when the C library cannot place one of the two.
+    [[nodiscard]] std::optional<std::int64_t> dayDifference(Date from, Date to) const noexcept;
+
+    /// `dayDifference`, where a missing or negative count is 0.
+    [[nodiscard]] std::int64_t daysBetween(Date from, Date to) const noexcept;
+
+    /// The same local time of day, `days` days later. A time that does not exist on that day moves
+    /// forward by the gap. Stays within the years 0001 to 9999.
+    [[nodiscard]] Date addingDays(std::int64_t days, Date to) const noexcept;
+};
 
 }  // namespace velko

@@ -2,12 +2,20 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
-#include "VelkoCore/Watching/ItemReading.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko {
+
+/// What one menu-bar item looked like at a moment; compared over time to notice changes.
+struct ItemReading {
+    std::string text;  ///< title, description, help and value, joined with "|"
+    double width = 0;  ///< in points; 0 when unknown
+
+    bool operator==(const ItemReading&) const = default;
+};
 
 /// Notices that an app's icons show something else than a moment ago. A value; keeps the previous look at
 /// each app and when each last popped out.

@@ -2,10 +2,10 @@
 
 #include <optional>
 
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Processes.h"
 
 namespace velko {

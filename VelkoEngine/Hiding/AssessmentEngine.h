@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/PrivateFramework.h"
 

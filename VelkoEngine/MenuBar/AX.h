@@ -4,11 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 /// Reading single Accessibility elements. Whatever goes wrong reads as "no value". Any thread, but for the
 /// permission calls.

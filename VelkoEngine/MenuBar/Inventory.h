@@ -7,12 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Geometry.h"
-#include "VelkoCore/Watching/ItemReading.h"
+#include "VelkoCore/Identifiers.h"
+#include "VelkoCore/Watching/ChangeDetector.h"
 #include "VelkoEngine/MenuBar/MenuBarItem.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Task.h"
 #include "VelkoEngine/Ports/Workspace.h"
 

@@ -4,9 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Geometry.h"
-#include "VelkoEngine/Ports/ProcessID.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko {
 

@@ -3,8 +3,8 @@
 #include <optional>
 #include <vector>
 
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 /// What other processes say of the Accessibility permission, which the system may report wrongly for as long
 /// as a program runs: an entry of another build still counts, or a new one does not yet.

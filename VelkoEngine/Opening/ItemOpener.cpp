@@ -4,12 +4,12 @@
 #include <string_view>
 #include <utility>
 
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Ports/Processes.h"
 #include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Platform.h"
 

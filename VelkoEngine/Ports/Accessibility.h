@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko {
 

@@ -6,13 +6,12 @@
 #include <optional>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Background/ReadsInTurn.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Pointer.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 #include "VelkoEngine/Watching/ClickOwner.h"
 
 namespace velko {

@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/BundleID.h"
-#include "VelkoEngine/Ports/ProcessID.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {

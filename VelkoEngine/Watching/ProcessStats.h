@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "VelkoCore/Habits/AppUsage.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/ProcessID.h"
 
 namespace velko::ProcessStats {
 

@@ -9,7 +9,7 @@
 #include "Scenarios/Language/Pattern.h"
 #include "Scenarios/Language/Verbs.h"
 #include "Scenarios/SampleApps.h"
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "tests/Soak/Monkey.h"
 
 namespace velko::soak {

@@ -10,7 +10,7 @@
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Velko/App/AppDelegate.h"
 #include "Velko/App/Log.h"
-#include "VelkoCore/Layout/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/Hiding/AssessmentEngine.h"
 #include "tests/TemporaryFolder.h"

@@ -1,4 +1,4 @@
-#include "VelkoCore/Layout/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Visibility/RevealState.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko {
 namespace {

@@ -5,7 +5,7 @@
 #include <tuple>
 #include <vector>
 
-#include "VelkoCore/Habits/UsageTracker.h"
+#include "VelkoCore/Habits/AppUsage.h"
 
 namespace velko {
 namespace {

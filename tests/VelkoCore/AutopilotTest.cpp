@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "VelkoCore/Habits/Autopilot.h"
-#include "VelkoCore/Visibility/AllowlistPlanner.h"
+#include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Visibility/VisibilityPlan.h"
 
 // These rules hold in every time zone; some zones run them as tests of their own.
 

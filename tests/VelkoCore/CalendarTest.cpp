@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoCore/Time/Calendar.h"
+#include "VelkoCore/Time/Date.h"
 
 // Runs once per zone, as a test of its own with TZ set for the process.
 

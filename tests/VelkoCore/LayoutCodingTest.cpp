@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/Layout/LayoutCoding.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 
 namespace velko {
 namespace {

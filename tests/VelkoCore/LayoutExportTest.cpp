@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "VelkoCore/Layout/LayoutCoding.h"
-#include "VelkoCore/Layout/LayoutExport.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 
 namespace velko {
 namespace {

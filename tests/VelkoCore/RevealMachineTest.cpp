@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoCore/Visibility/RevealMachine.h"
+#include "VelkoCore/Visibility/RevealState.h"
 
 namespace velko {
 namespace {

@@ -8,13 +8,19 @@
 #include <string_view>
 #include <variant>
 
-#include "VelkoCore/BundleID.h"
-#include "VelkoCore/Files/DecodingError.h"
+#include "VelkoCore/Files/Json.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Layout.h"
-#include "VelkoCore/Layout/RevealSettings.h"
 #include "VelkoCore/Layout/Section.h"
 
 namespace velko {
+
+/// Reads a layout from JSON. Missing keys take the defaults of older files; a value of the wrong type
+/// fails, and the error names its key.
+[[nodiscard]] std::expected<Layout, DecodingError> decodeLayout(std::string_view json);
+
+/// Writes a layout as JSON: indented, keys sorted, dates as ISO 8601, ending in a line feed.
+[[nodiscard]] std::string encodeLayout(const Layout& layout);
 
 /// Why a file is not a layout that this Velko can import.
 enum class ImportError { notVelko, newerFormat };
