@@ -8,7 +8,7 @@
 
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
-#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/MenuBarEngine.h"
 
 namespace velko::scenarios {
 

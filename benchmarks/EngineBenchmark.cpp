@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "Simulator/Machine/SimulatedMac.h"
-#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 
 namespace velko {

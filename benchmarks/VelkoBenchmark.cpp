@@ -11,7 +11,7 @@
 #include "Velko/App/Log.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/MenuBarEngine.h"
 
 // What Velko costs the machine that it runs on, and how long people wait for it, in the machine's own time.
 

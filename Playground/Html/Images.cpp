@@ -7,8 +7,7 @@
 #include <vector>
 
 #include "Playground/Html/Markup.h"
-#include "VelkoEngine/Text/NumberText.h"
-#include "VelkoEngine/Text/Utf8.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko::html {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "Velko/View/Drawing.h"
-#include "VelkoCore/BundleID.h"
+#include "VelkoCore/Identifiers.h"
 
 namespace velko::html {
 

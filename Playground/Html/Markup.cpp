@@ -2,8 +2,7 @@
 
 #include <cmath>
 
-#include "VelkoEngine/Text/NumberText.h"
-#include "VelkoEngine/Text/Utf8.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko::html {
 

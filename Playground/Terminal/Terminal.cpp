@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <unistd.h>
 
-#include "VelkoEngine/Text/Utf8.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko::playground {
 

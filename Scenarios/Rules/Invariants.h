@@ -16,7 +16,7 @@
 #include "Scenarios/World.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko::scenarios {
 

@@ -8,10 +8,9 @@
 #include <vector>
 
 #include "VelkoEngine/Ports/Accessibility.h"
-#include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/PrivateFramework.h"
 #include "VelkoEngine/Ports/Processes.h"
-#include "VelkoEngine/Ports/Windows.h"
+#include "VelkoEngine/Ports/Screen.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko::Contracts {

@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "Simulator/Contracts/ActingContracts.h"
-#include "VelkoEngine/MenuBar/MenuBarHost.h"
+#include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Pointer.h"
 #include "VelkoEngine/Ports/Processes.h"
-#include "VelkoEngine/Ports/Windows.h"
+#include "VelkoEngine/Ports/Screen.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko::Contracts {
@@ -119,7 +119,7 @@ void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& c
     const auto under = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
     const ProcessID named = under ? platform.accessibility.pid(*under).value_or(0) : 0;
     expect(checks, "the element under a point is the app's, or the menu bar's host's",
-           named == pid || named == menuBarHostPID(platform), std::to_string(named));
+           named == pid || named == AX::menuBarHostPID(platform), std::to_string(named));
     heard.clear();
     stagehand.disableTaps();
     stagehand.click(pid);

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "Simulator/Desktop/SimulatedObservers.h"
-#include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "VelkoEngine/Ports/Windows.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

@@ -6,7 +6,7 @@
 #include <thread>
 #include <utility>
 
-#include "VelkoEngine/Background/BackgroundAnswer.h"
+#include "VelkoEngine/Background/Reads.h"
 
 namespace velko {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoEngine/Ports/Activity.h"
+#include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
 

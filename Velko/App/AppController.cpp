@@ -13,7 +13,7 @@
 #include "Velko/Ports/LoginItem.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Time/Date.h"
-#include "VelkoEngine/Hiding/EngineProbe.h"
+#include "VelkoEngine/Hiding/VKAssessment.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"
 

@@ -15,7 +15,6 @@
 #include "Velko/Shelf/ShelfController.h"
 #include "VelkoCore/Import/Importers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {

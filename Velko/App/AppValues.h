@@ -13,7 +13,7 @@
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Visibility/RevealState.h"
-#include "VelkoEngine/MenuBar/MenuBarItem.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 
 namespace velko {
 

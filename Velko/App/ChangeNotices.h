@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {

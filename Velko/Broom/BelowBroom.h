@@ -5,7 +5,7 @@
 
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Geometry.h"
-#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

@@ -10,8 +10,8 @@
 #include "Velko/App/Log.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
-#include "VelkoEngine/Ports/Displays.h"
 #include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

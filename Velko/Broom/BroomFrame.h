@@ -7,7 +7,6 @@
 #include "Velko/App/FaceParts.h"
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {

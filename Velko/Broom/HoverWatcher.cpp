@@ -8,7 +8,7 @@
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
-#include "VelkoEngine/Opening/OpenMenus.h"
+#include "VelkoEngine/Opening/ItemOpener.h"
 #include "VelkoEngine/Ports/Pointer.h"
 
 namespace velko {

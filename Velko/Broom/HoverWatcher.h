@@ -7,8 +7,7 @@
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoCore/Time/Timing.h"
-#include "VelkoEngine/Ports/Displays.h"
-#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Screen.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {

@@ -11,12 +11,12 @@
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Time/Date.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
-#include "VelkoEngine/Hiding/EngineProbe.h"
+#include "VelkoEngine/Hiding/VKAssessment.h"
 #include "VelkoEngine/MenuBar/AX.h"
-#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/InventoryDump.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
-#include "VelkoEngine/Text/NumberText.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 

@@ -14,9 +14,10 @@
 #include "VelkoEngine/Hiding/VKAssessment.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/InventoryDump.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
-#include "VelkoEngine/Opening/OpenMenus.h"
-#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Opening/ItemOpener.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko::SelfCheck {
 

@@ -10,9 +10,9 @@
 #include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
-#include "VelkoEngine/Opening/OpenMenus.h"
-#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Opening/ItemOpener.h"
 #include "VelkoEngine/Ports/Pointer.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

@@ -6,7 +6,6 @@
 
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
-#include "VelkoEngine/MenuBar/MenuBarItem.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"

@@ -5,7 +5,6 @@
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Processes.h"
-#include "VelkoEngine/Watching/ProcessStats.h"
 
 namespace velko {
 

@@ -6,7 +6,7 @@
 #include "VelkoCore/Geometry.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
-#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

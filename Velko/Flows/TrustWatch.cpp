@@ -4,7 +4,6 @@
 
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/MenuBar/AX.h"
-#include "VelkoEngine/MenuBar/TrustEvidence.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {

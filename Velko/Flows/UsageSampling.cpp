@@ -5,7 +5,7 @@
 
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/Watching/ProcessStats.h"
+#include "VelkoEngine/Ports/Processes.h"
 
 namespace velko {
 

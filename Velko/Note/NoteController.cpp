@@ -12,7 +12,7 @@
 #include "Velko/Ports/PanelPlacement.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
-#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

@@ -7,7 +7,6 @@
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/Ports/Subscription.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {

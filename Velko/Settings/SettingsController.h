@@ -11,7 +11,7 @@
 #include "Velko/Settings/SettingsPages.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 

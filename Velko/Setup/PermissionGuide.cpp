@@ -7,8 +7,7 @@
 #include "Velko/View/Build.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
-#include "VelkoEngine/Ports/Displays.h"
-#include "VelkoEngine/Ports/Windows.h"
+#include "VelkoEngine/Ports/Screen.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {

@@ -17,7 +17,7 @@
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoCore/Sorting/SortSession.h"
-#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 

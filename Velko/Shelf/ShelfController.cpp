@@ -5,7 +5,7 @@
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Shelf/ShelfView.h"
 #include "VelkoCore/Time/Timing.h"
-#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 

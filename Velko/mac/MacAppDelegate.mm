@@ -19,10 +19,9 @@
 #import "Velko/mac/MacSurfaces.h"
 #import "Velko/mac/MacUpdater.h"
 #include "Velko/mac/Surroundings.h"
-#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/mac/Conversions.h"
 #include "VelkoEngine/mac/MacPlatform.h"
-#include "VelkoEngine/mac/MacPropertyListReader.h"
 
 namespace {
 

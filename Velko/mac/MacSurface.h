@@ -8,7 +8,7 @@
 #include "Velko/mac/Images.h"
 #import "Velko/mac/TreeView.h"
 #include "VelkoEngine/Ports/MainThread.h"
-#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 

@@ -4,7 +4,7 @@
 
 #include "Velko/mac/Keys.h"
 #include "VelkoEngine/mac/Conversions.h"
-#import "VelkoEngine/mac/EventMonitors.h"
+#import "VelkoEngine/mac/Observers.h"
 
 namespace velko {
 

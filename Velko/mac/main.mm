@@ -12,7 +12,6 @@
 #include "Velko/mac/Surroundings.h"
 #import "Velko/mac/TreeView.h"
 #include "VelkoEngine/mac/MacPlatform.h"
-#include "VelkoEngine/mac/MacPropertyListReader.h"
 
 namespace {
 

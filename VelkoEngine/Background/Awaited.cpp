@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "VelkoEngine/Ports/Activity.h"
+#include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko::Awaited {
 

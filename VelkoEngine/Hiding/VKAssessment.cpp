@@ -206,3 +206,15 @@ void invalidate(const Platform& platform, const PrivateFramework::ObjectRef& ass
 }
 
 }  // namespace velko::VKAssessment
+
+std::string velko::engineProbeReport(const Platform& platform) {
+    const auto report = VKAssessment::probeReport(platform);
+    std::string text = report.loaded ? "loaded: true" : "loaded: false";
+    if (report.loadError && !report.loadError->empty()) {
+        text += "\nerror: " + *report.loadError;
+    }
+    for (const auto& check : report.checks) {
+        text += (check.ok ? "\nOK   " : "\nFAIL ") + check.name;
+    }
+    return text;
+}

@@ -61,3 +61,10 @@ void activate(const Platform& platform, const std::vector<int>& systemItems,
 void invalidate(const Platform& platform, const PrivateFramework::ObjectRef& assertion);
 
 }  // namespace velko::VKAssessment
+
+namespace velko {
+
+/// Whether hiding can work on this system and what is missing, as lines for the log. Main thread.
+[[nodiscard]] std::string engineProbeReport(const Platform& platform);
+
+}  // namespace velko

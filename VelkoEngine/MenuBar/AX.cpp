@@ -3,14 +3,19 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 #include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Processes.h"
 #include "VelkoEngine/Ports/Workspace.h"
-#include "VelkoEngine/Text/NumberText.h"
+#include "VelkoEngine/Text/Text.h"
 
-namespace velko::AX {
+namespace velko {
+
+namespace AX {
 
 namespace {
 
@@ -152,6 +157,10 @@ std::optional<ProcessID> liveActivityHelperPID(const Platform& platform) {
     return pid(platform, "com.apple.chrono.WidgetRenderer-Activities", "WidgetRenderer_Activities");
 }
 
+std::optional<ProcessID> menuBarHostPID(const Platform& platform) {
+    return pid(platform, "com.apple.MenuBarAgent", "MenuBarAgent");
+}
+
 bool isTrusted(const Platform& platform) {
     return platform.accessibility.isTrusted();
 }
@@ -165,4 +174,46 @@ void openAccessibilitySettings(const Platform& platform) {
         "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility");
 }
 
-}  // namespace velko::AX
+}  // namespace AX
+
+namespace TrustEvidence {
+
+namespace {
+
+constexpr std::size_t mostWitnesses = 3;
+
+}  // namespace
+
+std::vector<ProcessID> witnesses(const Platform& platform) {
+    std::vector<ProcessID> pids;
+    if (const auto host = AX::menuBarHostPID(platform)) {
+        pids.push_back(*host);
+    }
+    for (const Inventory::AppRef& app : Inventory::runningApps(platform)) {
+        if (pids.size() == mostWitnesses) {
+            break;
+        }
+        if (pids.empty() || app.pid != pids.front()) {
+            pids.push_back(app.pid);
+        }
+    }
+    return pids;
+}
+
+std::optional<bool> ask(const Platform& platform, const std::vector<ProcessID>& witnesses) {
+    const Accessibility& accessibility = platform.accessibility;
+    for (const ProcessID pid : witnesses) {
+        const auto role = accessibility.attribute(AX::application(accessibility, pid), "AXRole");
+        if (AX::isHeard(role)) {
+            return true;
+        }
+        if (role.error() == AXError::apiDisabled) {
+            return false;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace TrustEvidence
+
+}  // namespace velko

@@ -8,10 +8,13 @@
 #include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/Processes.h"
+
+namespace velko {
 
 /// Reading single Accessibility elements. Whatever goes wrong reads as "no value". Any thread, but for the
 /// permission calls.
-namespace velko::AX {
+namespace AX {
 
 /// The element of a process, with the messaging time-out that keeps a hung app from holding us up.
 [[nodiscard]] AXElement application(const Accessibility& accessibility, ProcessID pid);
@@ -69,6 +72,9 @@ namespace velko::AX {
 /// The process that draws iPhone Live Activities.
 [[nodiscard]] std::optional<ProcessID> liveActivityHelperPID(const Platform& platform);
 
+/// The process that hosts the menu bar's items.
+[[nodiscard]] std::optional<ProcessID> menuBarHostPID(const Platform& platform);
+
 /// Whether the user lets this process use Accessibility. Main thread.
 [[nodiscard]] bool isTrusted(const Platform& platform);
 
@@ -78,4 +84,45 @@ void promptForTrust(const Platform& platform);
 /// Opens the page of the system's settings where that permission is given. Main thread.
 void openAccessibilitySettings(const Platform& platform);
 
-}  // namespace velko::AX
+}  // namespace AX
+
+/// One element of a walk.
+struct Walked {
+    /// Null for an element of this very process: whatever it is asked, it would answer within the call, on
+    /// the asking thread, though it belongs to the main one.
+    const AXElement* element = nullptr;
+    std::optional<ProcessID> pid{};
+    int depth = 0;
+};
+
+/// Goes through a tree from its top, which is at `depth`. `visit` receives a `Walked` and says whether to go
+/// on below that element. Any thread.
+template <class Visit>
+void walkOthers(const Platform& platform, const AXElement& top, int depth, const Visit& visit) {
+    const Accessibility& accessibility = platform.accessibility;
+    const auto pid = accessibility.pid(top);
+    const bool isOwn = pid && *pid == platform.processes.ownPID();
+    const bool goesOn = visit(Walked{
+        .element = isOwn ? nullptr : &top, .pid = pid ? std::optional(*pid) : std::nullopt, .depth = depth});
+    if (isOwn || !goesOn) {
+        return;
+    }
+    for (const AXElement& child : AX::children(accessibility, top)) {
+        walkOthers(platform, child, depth + 1, visit);
+    }
+}
+
+/// What other processes say of the Accessibility permission, which the system may report wrongly for as long
+/// as a program runs: an entry of another build still counts, or a new one does not yet.
+namespace TrustEvidence {
+
+/// Whom to ask, best first: the menu bar's host, and a few others in case it is busy. Main thread.
+[[nodiscard]] std::vector<ProcessID> witnesses(const Platform& platform);
+
+/// Whether the first of them that answers lets itself be read; nothing when none answers. Blocks for a few
+/// messages; any thread.
+[[nodiscard]] std::optional<bool> ask(const Platform& platform, const std::vector<ProcessID>& witnesses);
+
+}  // namespace TrustEvidence
+
+}  // namespace velko

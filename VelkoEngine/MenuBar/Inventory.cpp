@@ -5,10 +5,14 @@
 #include <filesystem>
 #include <iterator>
 #include <optional>
+#include <ranges>
+#include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
-#include "VelkoEngine/Background/GatheredReads.h"
+#include "VelkoEngine/Background/Reads.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Processes.h"
@@ -162,4 +166,116 @@ std::optional<Rect> ownItemFrame(const Platform& platform) {
     return own.empty() ? std::nullopt : AX::frame(platform.accessibility, own.front());
 }
 
+namespace {
+
+using Names = std::vector<std::string>;
+
+/// How one item looks; nothing when it does not answer.
+std::optional<ItemReading> readItem(const Accessibility& accessibility, const AXElement& element,
+                                    const Names& attributes) {
+    // One message for all: this is done for every tucked icon every two seconds.
+    const auto answers = AX::attributes(accessibility, element, attributes);
+    if (std::ranges::none_of(answers, AX::isHeard)) {
+        return std::nullopt;
+    }
+    const auto frame = AX::frame(answers[0], answers[1]);
+    ItemReading reading{.text = {}, .width = frame ? frame->width : 0};
+    // Empty fields stay, and the value stands where a title would use the identifier: the text must change
+    // whenever one of the four attributes does.
+    const char* separator = "";
+    for (const AXAnswer& answer : answers | std::views::drop(2)) {
+        reading.text += separator;
+        reading.text += AX::text(answer);
+        separator = "|";
+    }
+    return reading;
+}
+
+}  // namespace
+
+Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps, ReadingsHandler then) {
+    using App = std::pair<BundleID, ProcessID>;
+    using Reading = std::pair<BundleID, AppReading>;
+    return gatherReads(
+        platform.mainThread, std::vector<App>(apps.begin(), apps.end()),
+        [&accessibility = platform.accessibility,
+         attributes =
+             Names{"AXPosition", "AXSize", "AXTitle", "AXDescription", "AXHelp", "AXValue"}](const App& app) {
+            Reading reading{app.first, {.pid = app.second, .items = {}}};
+            for (const AXElement& element : AX::statusItems(accessibility, app.second)) {
+                if (auto item = readItem(accessibility, element, attributes)) {
+                    reading.second.items.push_back(*std::move(item));
+                }
+            }
+            return reading;
+        },
+        [then = std::move(then)](std::vector<Reading> perApp) {
+            then(Readings(std::make_move_iterator(perApp.begin()), std::make_move_iterator(perApp.end())));
+        });
+}
+
+namespace {
+
+/// Elements at this depth are still looked at, those below are not: the host's windows can be large.
+constexpr int deepestWalk = 4;
+
+/// Whether an element of the host's menu-bar window stands for an item, and then whose.
+std::optional<ProcessID> ownerOfItem(const Accessibility& accessibility, const Walked& walked,
+                                     ProcessID hostPID) {
+    if (walked.element == nullptr) {
+        return walked.pid;
+    }
+    const auto role = AX::string(accessibility, *walked.element, "AXRole");
+    if (role == "AXApplication" || role == "AXMenuBarItem") {
+        return walked.pid.value_or(hostPID);
+    }
+    return role == "AXButton" && walked.pid != hostPID ? walked.pid : std::nullopt;
+}
+
+}  // namespace
+
+std::set<ProcessID> visiblePIDs(const Platform& platform) {
+    const auto hostPID = AX::menuBarHostPID(platform);
+    if (!hostPID) {
+        return {};
+    }
+    const Accessibility& accessibility = platform.accessibility;
+    std::set<ProcessID> found;
+    bool hasWindow = false;
+    walkOthers(platform, AX::application(accessibility, *hostPID), 0, [&](const Walked& walked) {
+        if (walked.depth == 0) {
+            return true;
+        }
+        if (walked.depth == 1) {
+            const bool isWindow = !hasWindow && walked.element != nullptr &&
+                                  AX::string(accessibility, *walked.element, "AXRole") == "AXWindow";
+            hasWindow = hasWindow || isWindow;
+            return isWindow;
+        }
+        const auto owner = ownerOfItem(accessibility, walked, *hostPID);
+        if (owner) {
+            found.insert(*owner);
+        }
+        return !owner && walked.depth < deepestWalk;
+    });
+    return found;
+}
+
 }  // namespace velko::Inventory
+
+std::size_t std::hash<velko::MenuBarItem>::operator()(const velko::MenuBarItem& item) const noexcept {
+    std::size_t mixed = 0;
+    const auto mix = [&mixed](const auto& field) {
+        const std::size_t one = std::hash<std::remove_cvref_t<decltype(field)>>{}(field);
+        mixed ^= one + 0x9e3779b9U + (mixed << 6U) + (mixed >> 2U);
+    };
+    mix(item.bundleID);
+    mix(item.appName);
+    mix(item.pid);
+    mix(item.title);
+    mix(item.frame.x);
+    mix(item.frame.y);
+    mix(item.frame.width);
+    mix(item.frame.height);
+    return mixed;
+}

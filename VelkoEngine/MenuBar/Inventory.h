@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <optional>
@@ -10,10 +11,30 @@
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Watching/ChangeDetector.h"
-#include "VelkoEngine/MenuBar/MenuBarItem.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 #include "VelkoEngine/Ports/Workspace.h"
+
+namespace velko {
+
+/// One icon in the menu bar. An app may own several; they differ by title and frame.
+struct MenuBarItem {
+    BundleID bundleID;
+    std::string appName;
+    ProcessID pid = 0;
+    std::string title;  ///< empty when the item has no text
+    Rect frame;         ///< points; origin at the top left of the primary screen, y grows downwards
+
+    bool operator==(const MenuBarItem&) const = default;
+};
+
+}  // namespace velko
+
+/// Of all five fields.
+template <>
+struct std::hash<velko::MenuBarItem> {
+    [[nodiscard]] std::size_t operator()(const velko::MenuBarItem& item) const noexcept;
+};
 
 /// What the menu bar holds, read at every call. Main thread unless said otherwise.
 namespace velko::Inventory {
@@ -75,11 +96,5 @@ using ReadingsHandler = std::function<void(Readings)>;
 /// The frame of this program's own first status item; origin at the top left of the primary screen. Main
 /// thread: a program's own elements answer on the thread that asks, and they are the main thread's.
 [[nodiscard]] std::optional<Rect> ownItemFrame(const Platform& platform);
-
-/// An app's Accessibility tree as indented text, down to `maxDepth`. Any thread.
-[[nodiscard]] std::string axDump(const Platform& platform, ProcessID pid, int maxDepth);
-
-/// The tree of the menu bar's host as text. Any thread.
-[[nodiscard]] std::string menuBarAgentDump(const Platform& platform);
 
 }  // namespace velko::Inventory

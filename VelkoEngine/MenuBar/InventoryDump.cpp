@@ -1,12 +1,11 @@
+#include "VelkoEngine/MenuBar/InventoryDump.h"
+
 #include <array>
 #include <cstddef>
 
-#include "VelkoEngine/Background/OthersWalk.h"
 #include "VelkoEngine/MenuBar/AX.h"
-#include "VelkoEngine/MenuBar/Inventory.h"
-#include "VelkoEngine/MenuBar/MenuBarHost.h"
 #include "VelkoEngine/Ports/Accessibility.h"
-#include "VelkoEngine/Text/NumberText.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko::Inventory {
 
@@ -106,7 +105,7 @@ std::string axDump(const Platform& platform, ProcessID pid, int maxDepth) {
 }
 
 std::string menuBarAgentDump(const Platform& platform) {
-    const auto hostPID = menuBarHostPID(platform);
+    const auto hostPID = AX::menuBarHostPID(platform);
     if (!hostPID) {
         return "MenuBarAgent process not found";
     }

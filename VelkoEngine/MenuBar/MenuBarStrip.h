@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
-#include "VelkoEngine/Ports/Displays.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 /// Where the menu bars lie on screens in any arrangement. Pure functions; a display is as `Displays` gives
 /// it, the primary one first.

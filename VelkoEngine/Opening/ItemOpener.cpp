@@ -1,5 +1,6 @@
 #include "VelkoEngine/Opening/ItemOpener.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -11,7 +12,7 @@
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Processes.h"
-#include "VelkoEngine/Ports/Subscription.h"
+#include "VelkoEngine/Ports/Screen.h"
 #include "VelkoEngine/Ports/Task.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
@@ -162,6 +163,18 @@ void ItemOpener::cancel() {
     if (const auto opening = std::exchange(current_, {}).lock()) {
         opening->supersede();
     }
+}
+
+bool isAnyMenuOpen(const Platform& platform) {
+    const auto windows = platform.windows.onScreen();
+    if (!windows) {
+        return false;
+    }
+    const auto menuLevel = platform.windows.popUpMenuLevel();
+    const ProcessID ownPID = platform.processes.ownPID();
+    return std::ranges::any_of(*windows, [&](const WindowInfo& window) {
+        return window.layer == menuLevel && window.ownerPID != ownPID;
+    });
 }
 
 }  // namespace velko

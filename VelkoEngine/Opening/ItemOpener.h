@@ -42,4 +42,7 @@ class ItemOpener final : private NonCopyable {
     std::weak_ptr<Opening> current_;
 };
 
+/// Whether another process shows a pop-up menu right now; this program's own menus never count.
+[[nodiscard]] bool isAnyMenuOpen(const Platform& platform);
+
 }  // namespace velko

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -68,5 +69,16 @@ class MainThread : private NonCopyable {
 [[nodiscard]] constexpr double secondsOf(MainThread::Uptime uptime) noexcept {
     return std::chrono::duration<double>(uptime).count();
 }
+
+/// The system's leave to stretch the timers of a program that nobody looks at, held off for a while. Main
+/// thread.
+class Activity : private NonCopyable {
+ public:
+    virtual ~Activity() = default;
+
+    /// While the subscription lasts, timers come when they are due. `reason` says what for; people can read
+    /// it. Several may last at a time. The machine may still go to sleep.
+    [[nodiscard]] virtual Subscription begin(const std::string& reason) = 0;
+};
 
 }  // namespace velko

@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "VelkoCore/Habits/AppUsage.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 
@@ -57,5 +59,13 @@ class Processes : private NonCopyable {
     /// Whether a process exists: one that may not be signalled does. `pid` is above 0.
     [[nodiscard]] bool exists(ProcessID pid) const { return nullSignal(pid) != NullSignal::noSuchProcess; }
 };
+
+namespace ProcessStats {
+
+/// A process's cumulative CPU time and its memory footprint; nothing when it is gone, out of reach, or its
+/// figures make no sense. Any thread.
+[[nodiscard]] std::optional<ProcessSample> sample(const Platform& platform, ProcessID pid);
+
+}  // namespace ProcessStats
 
 }  // namespace velko

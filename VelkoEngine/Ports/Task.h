@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -26,13 +27,21 @@ class Task {
     Task() noexcept = default;
     explicit Task(std::shared_ptr<Handle> handle) noexcept : handle_(std::move(handle)) {}
     Task(Task&&) noexcept = default;
-    Task& operator=(Task&& other) noexcept;
+    Task& operator=(Task&& other) noexcept {
+        // The new handle is in place before the old one goes: its work may be what is running right now.
+        const Task old(std::exchange(handle_, std::exchange(other.handle_, nullptr)));
+        return *this;
+    }
     Task(const Task&) = delete;
     Task& operator=(const Task&) = delete;
     ~Task() { cancel(); }
 
     /// Calls the work off. Safe within the work itself.
-    void cancel() noexcept;
+    void cancel() noexcept {
+        if (const auto handle = std::exchange(handle_, nullptr)) {
+            handle->cancel();
+        }
+    }
 
     /// Gives up ownership: the work runs though nobody holds it.
     void detach() noexcept { handle_.reset(); }
@@ -41,6 +50,33 @@ class Task {
 
  private:
     std::shared_ptr<Handle> handle_;
+};
+
+/// A registration with the system that ends when it is destroyed or replaced. Move-only; main thread only.
+class Subscription {
+ public:
+    Subscription() = default;
+    explicit Subscription(std::function<void()> end) : end_(std::move(end)) {}
+    Subscription(Subscription&& other) noexcept : end_(std::exchange(other.end_, nullptr)) {}
+    Subscription& operator=(Subscription&& other) noexcept {
+        const Subscription old(std::exchange(end_, std::exchange(other.end_, nullptr)));
+        return *this;
+    }
+    Subscription(const Subscription&) = delete;
+    Subscription& operator=(const Subscription&) = delete;
+    ~Subscription() { end(); }
+
+    /// Ends the registration: its callback is never called again. Safe within that callback.
+    void end() {
+        if (const auto end = std::exchange(end_, nullptr)) {
+            end();
+        }
+    }
+
+    [[nodiscard]] bool isActive() const noexcept { return static_cast<bool>(end_); }
+
+ private:
+    std::function<void()> end_;
 };
 
 }  // namespace velko

@@ -9,12 +9,28 @@
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Background/ReadsInTurn.h"
+#include "VelkoEngine/Background/Reads.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Pointer.h"
-#include "VelkoEngine/Watching/ClickOwner.h"
 
 namespace velko {
+
+/// An icon where it was last seen; origin at the top left of the primary screen.
+struct KnownIcon {
+    ProcessID pid = 0;
+    Rect frame;
+    bool shows = true;  ///< it is not hidden now
+};
+
+/// A click in the menu bar whose owner is to be found.
+struct MenuBarClick {
+    Point at;  ///< origin at the top left of the primary screen
+    std::vector<KnownIcon> shown;
+};
+
+/// The process whose icon lies under a click, or whatever the system names there. Blocks for some messages;
+/// any thread.
+[[nodiscard]] std::optional<ProcessID> ownerOf(const Platform& platform, const MenuBarClick& click);
 
 /// What is known of the menu bar when a click is heard; origin at the top left of the primary screen.
 struct KnownBar {

@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "VelkoCore/Time/Timing.h"
-#include "VelkoEngine/Background/GatheredReads.h"
+#include "VelkoEngine/Background/Reads.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
-#include "VelkoEngine/Text/NumberText.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 

@@ -1,7 +1,6 @@
 #import "VelkoEngine/mac/Conversions.h"
 
-#include "VelkoEngine/Text/Utf8.h"
-#include "VelkoEngine/mac/CFRef.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 

@@ -31,4 +31,10 @@ class MacMainThread final : public MainThread {
     std::shared_ptr<Core> core_;
 };
 
+/// The activities that the system knows of this process.
+class MacActivity final : public Activity {
+ public:
+    [[nodiscard]] Subscription begin(const std::string& reason) override;
+};
+
 }  // namespace velko

@@ -1,5 +1,6 @@
 #import "VelkoEngine/mac/MacMainThread.h"
 
+#import <Foundation/Foundation.h>
 #import <dispatch/dispatch.h>
 #include <pthread.h>
 
@@ -10,8 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "VelkoEngine/Background/BackgroundAnswer.h"
+#include "VelkoEngine/Background/Reads.h"
 #include "VelkoEngine/Background/WorkQueue.h"
+#include "VelkoEngine/mac/Conversions.h"
 
 namespace velko {
 
@@ -168,6 +170,14 @@ Task MacMainThread::startBackground(Read read, Then then) {
       core->post([answer = std::move(job->second), result = std::move(result)] { answer->deliver(result); });
     });
     return task;
+}
+
+Subscription MacActivity::begin(const std::string& reason) {
+    NSProcessInfo* process = [NSProcessInfo processInfo];
+    const id<NSObject> token =
+        [process beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                   reason:native(reason)];
+    return Subscription([process, token] { [process endActivity:token]; });
 }
 
 }  // namespace velko

@@ -1,14 +1,12 @@
-#import "VelkoEngine/mac/MacPointer.h"
-
 #import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>
 
 #include <memory>
 #include <utility>
 
-#include "VelkoEngine/mac/CFRef.h"
 #include "VelkoEngine/mac/Conversions.h"
-#include "VelkoEngine/mac/EventMonitors.h"
+#import "VelkoEngine/mac/MacPlatform.h"
+#include "VelkoEngine/mac/Observers.h"
 
 namespace velko {
 

@@ -1,5 +1,3 @@
-#import "VelkoEngine/mac/MacPropertyListReader.h"
-
 #import <Foundation/Foundation.h>
 
 #include <chrono>
@@ -7,6 +5,7 @@
 #include <optional>
 
 #include "VelkoEngine/mac/Conversions.h"
+#import "VelkoEngine/mac/MacPlatform.h"
 
 namespace velko {
 

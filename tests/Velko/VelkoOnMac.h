@@ -12,7 +12,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
 #include "VelkoCore/Layout/LayoutStore.h"
-#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

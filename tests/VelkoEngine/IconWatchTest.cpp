@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Simulator/Machine/SimulatedMac.h"
-#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/Watching/IconWatch.h"
 
 namespace velko {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Simulator/Machine/SimulatedMac.h"
-#include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/InventoryDump.h"
 
 namespace velko {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "Simulator/Machine/SimulatedMac.h"
-#include "VelkoEngine/Watching/ProcessStats.h"
+#include "VelkoEngine/Ports/Processes.h"
 
 namespace velko {
 namespace {

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "Simulator/Machine/SimulatedMac.h"
-#include "VelkoEngine/Opening/OpenMenus.h"
+#include "VelkoEngine/Opening/ItemOpener.h"
 #include "VelkoEngine/Watching/SystemEvents.h"
 
 namespace velko {

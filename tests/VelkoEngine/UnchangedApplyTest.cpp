@@ -4,7 +4,7 @@
 #include <new>
 
 #include "Simulator/Machine/SimulatedMac.h"
-#include "VelkoEngine/Hiding/AssessmentEngine.h"
+#include "VelkoEngine/Hiding/MenuBarEngine.h"
 
 // Counts what is allocated from the heap. Not built under sanitizers, which bring their own operators.
 namespace {

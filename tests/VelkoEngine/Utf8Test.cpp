@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "VelkoEngine/Text/Utf8.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 namespace {

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "VelkoEngine/Hiding/EngineProbe.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"
 #include "tests/VelkoEngine/FaultyFramework.h"
 

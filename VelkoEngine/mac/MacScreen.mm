@@ -1,13 +1,44 @@
-#import "VelkoEngine/mac/MacWindows.h"
-
+#import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>
 
 #include <limits>
+#include <utility>
 
-#include "VelkoEngine/mac/CFRef.h"
 #include "VelkoEngine/mac/Conversions.h"
+#import "VelkoEngine/mac/MacPlatform.h"
+#include "VelkoEngine/mac/Observers.h"
 
 namespace velko {
+
+namespace {
+
+Display portable(NSScreen* screen) {
+    return {.frame = velko::portable(screen.frame),
+            .visibleFrame = velko::portable(screen.visibleFrame),
+            .safeAreaTop = screen.safeAreaInsets.top,
+            .auxiliaryTopLeft = velko::portable(screen.auxiliaryTopLeftArea),
+            .auxiliaryTopRight = velko::portable(screen.auxiliaryTopRightArea)};
+}
+
+}  // namespace
+
+std::vector<Display> MacDisplays::displays() const {
+    std::vector<Display> result;
+    for (NSScreen* screen in [NSScreen screens]) {
+        result.push_back(portable(screen));
+    }
+    return result;
+}
+
+double MacDisplays::statusBarThickness() const {
+    return [NSStatusBar systemStatusBar].thickness;
+}
+
+Subscription MacDisplays::observeChanges(std::function<void()> handler) {
+    return observeNotification([NSNotificationCenter defaultCenter],
+                               NSApplicationDidChangeScreenParametersNotification,
+                               [handler = std::move(handler)](NSNotification*) { handler(); });
+}
 
 namespace {
 
@@ -25,7 +56,7 @@ std::optional<Rect> frame(CFTypeRef bounds) {
         !CGRectMakeWithDictionaryRepresentation(static_cast<CFDictionaryRef>(bounds), &rect)) {
         return std::nullopt;
     }
-    return portable(rect);
+    return velko::portable(rect);
 }
 
 }  // namespace

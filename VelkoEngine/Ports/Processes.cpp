@@ -1,8 +1,9 @@
-#include "VelkoEngine/Watching/ProcessStats.h"
+#include "VelkoEngine/Ports/Processes.h"
 
 #include <cstdint>
+#include <optional>
 
-#include "VelkoEngine/Ports/Processes.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko::ProcessStats {
 

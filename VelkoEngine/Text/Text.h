@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace velko {
 
@@ -9,5 +10,8 @@ namespace velko {
 
 /// The number as whole decimal text, truncated towards zero: "-3" for -3.9. Any finite number will do.
 [[nodiscard]] std::string wholeText(double number);
+
+/// The text with every byte that is not part of well-formed UTF-8 replaced by U+FFFD.
+[[nodiscard]] std::string repairedUtf8(std::string_view text);
 
 }  // namespace velko
