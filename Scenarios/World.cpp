@@ -6,9 +6,17 @@
 #include <system_error>
 #include <utility>
 
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/Ports/AppPorts.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko::scenarios {
 

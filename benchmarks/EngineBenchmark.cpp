@@ -6,6 +6,7 @@
 #include "Simulator/Machine/SimulatedMac.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 namespace {

@@ -7,11 +7,16 @@
 #include <system_error>
 
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
+#include "Velko/Ports/AppPorts.h"
+#include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 // What Velko costs the machine that it runs on, and how long people wait for it, in the machine's own time.
 

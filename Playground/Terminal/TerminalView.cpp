@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Playground/Terminal/Terminal.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko::playground {
 

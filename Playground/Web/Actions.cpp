@@ -9,6 +9,10 @@
 #include "Playground/Web/Fields.h"
 #include "Scenarios/Acts/Player.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Velko/View/Tree.h"
 
 namespace velko::web {

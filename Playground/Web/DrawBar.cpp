@@ -6,6 +6,9 @@
 #include "Playground/Html/Images.h"
 #include "Playground/Html/Markup.h"
 #include "Playground/Web/Picture.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 
 namespace velko::web {
 
@@ -29,7 +32,7 @@ std::string systemItem(const Slot& slot) {
     Attributes attributes{{"class", "status-item system"},
                           {"data-key", "system:" + std::to_string(number)},
                           {"style", widthOf(slot)}};
-    if (number == SimulatedMenuBar::clockItem) {
+    if (number == SimulatedApp::clockItem) {
         attributes.push_back({"data-clock", "bar"});
         return html::element("span", attributes);
     }

@@ -11,6 +11,11 @@
 #include "Playground/Html/Markup.h"
 #include "Playground/Web/Picture.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
 
 namespace velko::web {
 

@@ -7,6 +7,10 @@
 #include "Playground/Web/Desktop.h"
 #include "Playground/Web/Picture.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 
 namespace velko::web {
 

@@ -5,6 +5,14 @@
 #include <cstdint>
 #include <string_view>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/Time/SimulatedMainThread.h"
+
 namespace velko::web {
 
 namespace {

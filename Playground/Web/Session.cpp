@@ -7,6 +7,14 @@
 
 #include "Scenarios/Acts/Clock.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko::web {
 

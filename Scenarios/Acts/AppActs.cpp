@@ -2,6 +2,9 @@
 #include <chrono>
 
 #include "Scenarios/Acts/Acts.h"
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
 
 namespace velko::script {
 

@@ -1,5 +1,9 @@
 #include "Scenarios/Acts/Clicks.h"
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+
 namespace velko::script {
 
 namespace {
@@ -25,7 +29,7 @@ Done clickBroom(World& world, const SimulatedClick& click) {
     if (!world.mac().clickBroom(click)) {
         return std::unexpected("The broom does not show.");
     }
-    world.passTime(SimulatedMac::clickTime + click.held);
+    world.passTime(SimulatedBroom::clickTime + click.held);
     return {};
 }
 

@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "Simulator/Time/SimulatedMainThread.h"
+
 namespace velko::script {
 
 namespace {

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "Simulator/Desktop/SimulatedDisplays.h"
+
 namespace velko::script {
 
 namespace {

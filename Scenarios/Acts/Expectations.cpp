@@ -6,6 +6,10 @@
 #include "Scenarios/Acts/Acts.h"
 #include "Scenarios/Acts/Faces.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/View/Tree.h"
 
 namespace velko::script {

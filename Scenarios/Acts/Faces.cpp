@@ -4,6 +4,9 @@
 #include <utility>
 
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/View/Tree.h"
 
 namespace velko::script {

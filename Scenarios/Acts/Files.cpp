@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 

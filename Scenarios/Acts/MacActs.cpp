@@ -13,6 +13,17 @@
 #include "Scenarios/Acts/Pointing.h"
 #include "Scenarios/Language/Verbs.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Machine/SimulatedSession.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedActivity.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko::script {
 
@@ -127,7 +138,7 @@ Done wait(const Step& step, World& world) {
 Done sleep(const Step& step, World& world) {
     const Done done = clockCanMove(world.mac(), durationOf(step));
     if (done) {
-        world.mac().sleepAndWake(durationOf(step));
+        world.mac().session.sleepAndWake(durationOf(step));
     }
     return done;
 }
@@ -148,7 +159,7 @@ constexpr auto tellings = std::to_array<std::pair<std::string_view, Telling>>({{
                                                                                {"doubled", Telling::doubled},
                                                                                {"lost", Telling::lost}});
 
-using Spot = SimulatedMac::BroomSpot;
+using Spot = BroomSpot;
 constexpr auto broomSpots = std::to_array<std::pair<std::string_view, Spot>>(
     {{"bar", Spot::bar}, {"notch", Spot::notch}, {"nowhere", Spot::nowhere}, {"stub", Spot::stub}});
 
@@ -177,7 +188,7 @@ Done clickOn(const Step& step, World& world) {
 }
 
 Done clickFrontMenu(const Step&, World& world) {
-    const auto menus = world.mac().frontMenus();
+    const auto menus = world.mac().windows.frontMenus(world.mac().displays.statusBarThickness());
     if (!menus) {
         return std::unexpected("No app has come to the front.");
     }
@@ -203,7 +214,7 @@ constexpr auto macVerbs = std::to_array<MacAct>({
     {Verb::launch, launch},
     {Verb::launchNeighbours, launchNeighbours},
     {Verb::launchRegular, launch},
-    {Verb::stall, does<[](const Step& step, World& world) { world.mac().stall(durationOf(step)); }>},
+    {Verb::stall, does<[](const Step& step, World& world) { world.mac().session.stall(durationOf(step)); }>},
     {Verb::menuClose, does<[](const Step&, World& world) {
          world.mac().closeMenu();
          world.mac().surfaces.letGo();
@@ -227,7 +238,7 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      does<[](const Step& step, World& world) { world.mac().putBroom(meantBy(broomSpots, step.word)); }>},
     {Verb::imagesCost,
      does<[](const Step& step, World& world) { world.mac().statusItem.imageCost = durationOf(step); }>},
-    {Verb::nap, does<[](const Step&, World& world) { world.mac().nap(); }>},
+    {Verb::nap, does<[](const Step&, World& world) { world.mac().activity.nap(); }>},
     {Verb::clickOutside, does<[](const Step&, World& world) { clickOutside(world); }>},
     {Verb::pressEscape, does<[](const Step&, World& world) { pressEscape(world); }>},
     {Verb::pressKey, pressKey},
@@ -261,8 +272,8 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      does<[](const Step& step, World& world) { world.mac().framework.answerDelay = durationOf(step); }>},
     {Verb::engineMissing, does<[](const Step&, World& world) { world.mac().framework.installed = false; }>},
     {Verb::engineRecover, recover},
-    {Verb::switchSpace, does<[](const Step&, World& world) { world.mac().changeSpace(); }>},
-    {Verb::returnToSession, does<[](const Step&, World& world) { world.mac().returnToSession(); }>},
+    {Verb::switchSpace, does<[](const Step&, World& world) { world.mac().session.changeSpace(); }>},
+    {Verb::returnToSession, does<[](const Step&, World& world) { world.mac().session.returnToUser(); }>},
     {Verb::filePlace, placeInFile},
     {Verb::fileSpoil, spoilFile},
     {Verb::savingFail, does<[](const Step&, World& world) { world.savingFails = true; }>},

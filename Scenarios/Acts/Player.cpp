@@ -5,6 +5,8 @@
 
 #include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 
 namespace velko::script {
 

@@ -6,6 +6,13 @@
 #include <ranges>
 #include <string>
 
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+
 namespace velko::script {
 
 namespace {

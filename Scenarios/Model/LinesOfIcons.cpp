@@ -3,6 +3,9 @@
 #include <string>
 
 #include "Scenarios/Model/Heard.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
 
 // What the log says of icons that come and go.
 

@@ -3,6 +3,9 @@
 #include <utility>
 
 #include "Scenarios/Model/Scene.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 
 namespace velko::scenarios {
 

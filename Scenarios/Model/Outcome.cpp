@@ -3,6 +3,13 @@
 #include <string>
 
 #include "Scenarios/Model/Scene.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Velko/Apps/PresentApps.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 

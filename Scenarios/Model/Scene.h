@@ -9,6 +9,7 @@
 #include "Scenarios/Model/Belief.h"
 #include "Scenarios/Model/Trace.h"
 #include "Scenarios/World.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoCore/Habits/AppUsage.h"
 
 namespace velko::scenarios::model {

@@ -7,6 +7,7 @@
 
 #include "Scenarios/Model/Scene.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 
 // What each step should come to.
 

@@ -5,6 +5,9 @@
 #include <string_view>
 #include <utility>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Time/SimulatedMainThread.h"
+
 namespace velko::scenarios::model {
 
 namespace {

@@ -10,6 +10,13 @@
 #include <vector>
 
 #include "Simulator/Accessibility/TreeFaults.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/BroomDrawing.h"
 #include "Velko/Ports/PanelPlacement.h"
@@ -163,8 +170,7 @@ void FaceRules::checkArrow(bool isCalm) {
     const auto& slots = mac.menuBar().slots();
     const auto broom = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
     const auto shown = note.frame();
-    if (!place || !shown || !isCalm || mac.broomSpot() != SimulatedMac::BroomSpot::bar ||
-        broom == slots.end()) {
+    if (!place || !shown || !isCalm || mac.broomSpot() != BroomSpot::bar || broom == slots.end()) {
         return;
     }
     const Rect& frame = *shown;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Scenarios/World.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 
 namespace velko::scenarios {
 

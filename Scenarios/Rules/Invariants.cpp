@@ -6,6 +6,15 @@
 #include <utility>
 
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/Time/Timing.h"

@@ -14,8 +14,9 @@ namespace velko {
 /// The screens, in any arrangement.
 class SimulatedDisplays final : public Displays {
  public:
+    /// Without any display: a desk screen.
     SimulatedDisplays(MainThread& mainThread, std::vector<Display> displays)
-        : displays_(std::move(displays)), observers_(mainThread) {}
+        : displays_(displays.empty() ? std::vector{plain()} : std::move(displays)), observers_(mainThread) {}
 
     /// A laptop's screen with a camera housing, its lower left corner at `origin`.
     [[nodiscard]] static Display notched(Point origin = {});

@@ -100,4 +100,10 @@ SimulatedProcess* SimulatedProcesses::editable(ProcessID pid) {
     return found == running_.end() ? nullptr : &*found;
 }
 
+std::optional<ProcessID> SimulatedProcesses::oldestNamed(const std::string& processName) const {
+    const auto found =
+        std::ranges::find_if(running_, [&](const auto& process) { return name(process.pid) == processName; });
+    return found == running_.end() ? std::nullopt : std::optional(found->pid);
+}
+
 }  // namespace velko

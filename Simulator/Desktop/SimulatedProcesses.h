@@ -50,6 +50,7 @@ class SimulatedProcesses final : public Processes {
     void setOwn(ProcessID pid) noexcept { ownPID_ = pid; }
 
     [[nodiscard]] const SimulatedProcess* find(ProcessID pid) const;
+    [[nodiscard]] std::optional<ProcessID> oldestNamed(const std::string& processName) const;
     /// The running processes, oldest first.
     [[nodiscard]] const std::vector<SimulatedProcess>& running() const noexcept { return running_; }
 

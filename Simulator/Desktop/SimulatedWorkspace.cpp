@@ -1,5 +1,6 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 
+#include <chrono>
 #include <utility>
 
 namespace velko {
@@ -70,6 +71,17 @@ bool SimulatedWorkspace::openURL(const std::string& url) {
     }
     openedURLs_.push_back(url);
     return true;
+}
+
+void SimulatedWorkspace::announce(const SimulatedApp& app, const WorkspaceNotice& notice) {
+    constexpr std::chrono::milliseconds announcing{50};  // how much later than the list a notice is
+    if (!app.isApplication) {
+        return;
+    }
+    tell({.kind = WorkspaceNotice::Kind::listChanged});
+    if (app.isRegular) {
+        thread_.happen(announcing, [this, notice] { tell(notice); });
+    }
 }
 
 }  // namespace velko

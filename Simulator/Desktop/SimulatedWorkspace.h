@@ -10,7 +10,7 @@
 #include "Simulator/Desktop/SimulatedObservers.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Machine/SimulatedApp.h"
-#include "VelkoEngine/Ports/MainThread.h"
+#include "Simulator/Time/MachineThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
@@ -18,8 +18,8 @@ namespace velko {
 /// The workspace's view of the table of processes.
 class SimulatedWorkspace final : public Workspace {
  public:
-    SimulatedWorkspace(MainThread& mainThread, const SimulatedProcesses& processes)
-        : processes_(processes), observers_(mainThread) {}
+    SimulatedWorkspace(MachineThread& thread, const SimulatedProcesses& processes)
+        : thread_(thread), processes_(processes), observers_(thread) {}
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::optional<BundleID> bundleID(ProcessID pid) const override;
@@ -34,6 +34,10 @@ class SimulatedWorkspace final : public Workspace {
     /// Sends a notice to whoever observes now.
     void tell(const WorkspaceNotice& notice) { observers_.tell(notice); }
 
+    /// The list of applications has changed by this app, and a moment later the notice tells of it, if it is
+    /// a regular one.
+    void announce(const SimulatedApp& app, const WorkspaceNotice& notice);
+
     /// Puts an app into the Applications folder, where it stays. Without an identifier nobody finds it.
     void install(const SimulatedApp& app);
 
@@ -47,6 +51,7 @@ class SimulatedWorkspace final : public Workspace {
     [[nodiscard]] const std::vector<std::string>& openedURLs() const noexcept { return openedURLs_; }
 
  private:
+    MachineThread& thread_;
     const SimulatedProcesses& processes_;
     std::map<BundleID, std::string> installed_;
     SimulatedObservers<WorkspaceNotice> observers_;

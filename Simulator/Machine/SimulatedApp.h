@@ -30,6 +30,15 @@ struct SimulatedApp {
     bool isForeign = false;                   ///< another user's: the kernel says little of it
     bool isApplication = true;                ///< false: a process that the workspace does not list
     bool isRegular = false;  ///< its launch and its end are announced; of an agent only the list tells
+
+    // The programs with which every Mac starts.
+    static constexpr auto menuBarHostName = "MenuBarAgent";
+    static constexpr int clockItem = 0;  ///< the number of the clock among the system's items
+    /// The menu bar's host, with the system's own items.
+    [[nodiscard]] static SimulatedApp menuBarAgent();
+    [[nodiscard]] static SimulatedApp systemUIServer();
+    /// Velko with its broom.
+    [[nodiscard]] static SimulatedApp velkoItself();
 };
 
 }  // namespace velko

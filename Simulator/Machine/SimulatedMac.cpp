@@ -1,50 +1,31 @@
 #include "Simulator/Machine/SimulatedMac.h"
 
-#include <algorithm>
-#include <array>
 #include <utility>
+
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedLoginItem.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Files/SimulatedDisk.h"
+#include "Simulator/Machine/SimulatedSession.h"
+#include "Simulator/MenuBar/SimulatedIcons.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/HostMainThread.h"
+#include "Simulator/Time/SimulatedActivity.h"
+#include "Velko/Ports/AppPorts.h"
+#include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 
 namespace {
 
-constexpr auto hostProcess = "MenuBarAgent";
-constexpr auto placingTime = std::chrono::milliseconds(150);   ///< of a new icon
+constexpr auto placingAnew = std::chrono::milliseconds(200);   ///< of the broom, when displays change
 constexpr auto quittingTime = std::chrono::milliseconds(200);  ///< an app's last words
-constexpr auto announcing = std::chrono::milliseconds(50);     ///< how much later than the list a notice is
-
-SimulatedIcon systemItem(int number, std::string title, double width) {
-    return {.title = std::move(title),
-            .identifier = "com.apple.menuextra." + std::to_string(number),
-            .width = width,
-            .systemItem = number};
-}
-
-SimulatedApp menuBarAgent() {
-    return {.bundleID = "com.apple.MenuBarAgent",
-            .name = hostProcess,
-            .icons = {systemItem(SimulatedMenuBar::clockItem, "Clock", 140),
-                      systemItem(1, "Control Center", 32), systemItem(2, "Wi-Fi", 32)},
-            .bundlePath = "/System/Library/CoreServices/MenuBarAgent.app"};
-}
-
-SimulatedApp systemUIServer() {
-    return {.bundleID = "com.apple.systemuiserver",
-            .name = "SystemUIServer",
-            .icons = {systemItem(3, "VPN", 32)},
-            .bundlePath = "/System/Library/CoreServices/SystemUIServer.app"};
-}
-
-SimulatedApp velkoItself() {
-    return {.bundleID = "app.velko.mac", .name = "Velko", .icons = {{.title = "Velko", .width = 28}}};
-}
-
-MachineThread& threadOf(HostMainThread* host, SimulatedMainThread& inVirtualTime) {
-    if (host != nullptr) {
-        return *host;
-    }
-    return inVirtualTime;
-}
 
 std::optional<BundleID> identifierOf(const SimulatedApp& app) {
     return app.bundleID.empty() ? std::nullopt : std::optional(app.bundleID);
@@ -52,62 +33,95 @@ std::optional<BundleID> identifierOf(const SimulatedApp& app) {
 
 }  // namespace
 
+struct SimulatedMac::Parts {
+    Parts(SimulatedMac& mac, SimulatedMacOptions options)
+        : mainThread(options.date),
+          host(options.host),
+          thread(host != nullptr ? static_cast<MachineThread&>(*host) : mainThread),
+          accessibility(thread, options.trusted),
+          displays(thread, std::move(options.displays)),
+          framework(thread, [this] { icons.refresh(); }),
+          icons(mac, thread, accessibility) {}
+
+    SimulatedMainThread mainThread;
+    HostMainThread* host;
+    MachineThread& thread;
+    SimulatedAccessibility accessibility;
+    SimulatedProcesses processes{thread};
+    SimulatedWorkspace workspace{thread, processes};
+    SimulatedDisplays displays;
+    SimulatedPointer pointer{thread, accessibility};
+    SimulatedWindows windows{accessibility};
+    SimulatedFramework framework;
+    SimulatedActivity activity{mainThread};
+    SimulatedDialogs dialogs{thread};
+    SimulatedLoginItem loginItem;
+    SimulatedApplication application;
+    SimulatedDefaults defaults;
+    SimulatedPasteboard pasteboard;
+    SimulatedStatusItem statusItem{thread};
+    SimulatedSurfaces surfaces{thread};
+    SimulatedUpdater updater;
+
+    SimulatedIcons icons;
+    SimulatedSession session{SimulatedSession::Parts{mainThread, thread, accessibility, workspace}};
+    SimulatedDisk disk;
+};
+
 SimulatedMac::SimulatedMac(SimulatedMacOptions options)
-    : mainThread(options.date),
-      host_(options.host),
-      thread_(threadOf(host_, mainThread)),
-      accessibility(thread_, options.trusted),
-      processes(thread_),
-      workspace(thread_, processes),
-      displays(thread_, std::move(options.displays)),
-      pointer(thread_, accessibility),
-      framework(thread_, [this] { refresh(); }),
-      dialogs(thread_),
-      trees_(accessibility) {
-    launch(menuBarAgent());
-    launch(systemUIServer());
-    processes.setOwn(launch(velkoItself()));
+    : parts_(std::make_unique<Parts>(*this, std::move(options))),
+      mainThread(parts_->mainThread),
+      accessibility(parts_->accessibility),
+      processes(parts_->processes),
+      workspace(parts_->workspace),
+      displays(parts_->displays),
+      pointer(parts_->pointer),
+      windows(parts_->windows),
+      framework(parts_->framework),
+      activity(parts_->activity),
+      dialogs(parts_->dialogs),
+      loginItem(parts_->loginItem),
+      application(parts_->application),
+      defaults(parts_->defaults),
+      pasteboard(parts_->pasteboard),
+      statusItem(parts_->statusItem),
+      surfaces(parts_->surfaces),
+      updater(parts_->updater),
+      session(parts_->session) {
+    launch(SimulatedApp::menuBarAgent());
+    launch(SimulatedApp::systemUIServer());
+    processes.setOwn(launch(SimulatedApp::velkoItself()));
     accessibility.setOwn(processes.ownPID());
     workspace.onTerminate = [this](ProcessID pid) {
-        thread_.happen(quittingTime, [this, pid] { quit(pid); });
+        parts_->thread.happen(quittingTime, [this, pid] { quit(pid); });
     };
-    mainThread.isNapping = [this] { return isNapping(); };
-    activity.onBegin = [this] { mainThread.wakeFromNap(); };
+    mainThread.isNapping = [this] {
+        return activity.isNapping(surfaces.isAnyOpen() || statusItem.isMenuOpen());
+    };
     windows.others = {{.layer = 24, .ownerPID = menuBarHost(), .frame = Rect{.width = 1920, .height = 24}},
                       {.layer = 0, .ownerPID = std::nullopt}};
 }
 
 SimulatedMac::~SimulatedMac() {
-    if (host_ != nullptr) {
-        host_->waitForReads();
+    if (parts_->host != nullptr) {
+        parts_->host->waitForReads();
     }
 }
 
 void SimulatedMac::advance(MainThread::Uptime duration) {
-    if (host_ != nullptr) {
-        host_->runFor(duration);
+    if (parts_->host != nullptr) {
+        parts_->host->runFor(duration);
     } else {
         mainThread.advance(duration);
     }
 }
 
 FileCalls SimulatedMac::fileCalls() const {
-    FileCalls calls;
-    calls.write = [write = calls.write, counter = bytesWritten_](int file, const void* data,
-                                                                 std::size_t size) {
-        const auto written = write(file, data, size);
-        *counter += static_cast<std::uint64_t>(std::max<std::ptrdiff_t>(written, 0));
-        return written;
-    };
-    calls.fsync = [](int) { return 0; };  // nobody pulls the plug of a Mac in memory
-    // Locks are the machine's own: whoever else has the folder on the host does not work on this Mac.
-    calls.flock = [](int, int) { return 0; };
-    calls.ftruncate = [](int, long long) { return 0; };
-    return calls;
+    return parts_->disk.calls();
 }
 
 Platform SimulatedMac::platform() noexcept {
-    return {.mainThread = thread_,
+    return {.mainThread = parts_->thread,
             .accessibility = accessibility,
             .workspace = workspace,
             .displays = displays,
@@ -133,7 +147,7 @@ SimulatedMac::Cost SimulatedMac::cost() const {
     return {.wakeUps = mainThread.wakeUps(),
             .accessibilityMessages = accessibility.messages(),
             .engineCalls = framework.activations() + framework.invalidations(),
-            .bytesWritten = *bytesWritten_};
+            .bytesWritten = parts_->disk.bytesWritten()};
 }
 
 SimulatedMac::Registered SimulatedMac::registered() const {
@@ -149,24 +163,33 @@ ProcessID SimulatedMac::launch(SimulatedApp app) {
     workspace.install(process.app);
     accessibility.addApplication(pid, process.app.name);
     for (const auto& icon : process.app.icons) {
-        put(process, icon, std::nullopt);
+        parts_->icons.put(pid, icon);
     }
-    refresh();
-    announce(WorkspaceNotice::Kind::launched, process.app, pid, identifierOf(process.app));
+    parts_->icons.refresh();
+    workspace.announce(
+        process.app,
+        {.kind = WorkspaceNotice::Kind::launched, .pid = pid, .bundleID = identifierOf(process.app)});
     return pid;
 }
 
 void SimulatedMac::quit(ProcessID pid) {
     if (const auto* process = processes.find(pid)) {
-        end(pid, identifierOf(process->app));
+        const auto bundleID = identifierOf(process->app);
+        end(pid, {.kind = WorkspaceNotice::Kind::terminated,
+                  .pid = bundleID ? std::optional(pid) : std::nullopt,
+                  .bundleID = bundleID});
     }
 }
 
 void SimulatedMac::crash(ProcessID pid) {
-    end(pid, std::nullopt);
+    end(pid, {.kind = WorkspaceNotice::Kind::terminated});
 }
 
-void SimulatedMac::end(ProcessID pid, std::optional<BundleID> bundleID) {
+void SimulatedMac::hang(ProcessID pid, bool hung) {
+    accessibility.setHung(pid, hung);
+}
+
+void SimulatedMac::end(ProcessID pid, const WorkspaceNotice& notice) {
     const auto* process = processes.find(pid);
     if (process == nullptr) {
         return;
@@ -174,89 +197,104 @@ void SimulatedMac::end(ProcessID pid, std::optional<BundleID> bundleID) {
     const SimulatedApp app = process->app;
     processes.end(pid);
     accessibility.removeApplication(pid);
-    menuBar_.removeAll(pid);
+    parts_->icons.removeAll(pid);
     if (windows.menuOwner() == pid) {
         windows.closeMenu();
     }
-    refresh();
-    const auto told = bundleID ? std::optional(pid) : std::nullopt;
-    announce(WorkspaceNotice::Kind::terminated, app, told, std::move(bundleID));
-}
-
-void SimulatedMac::announce(WorkspaceNotice::Kind kind, const SimulatedApp& app, std::optional<ProcessID> pid,
-                            std::optional<BundleID> bundleID) {
-    if (!app.isApplication) {
-        return;
-    }
-    tell(WorkspaceNotice::Kind::listChanged);
-    if (app.isRegular) {
-        thread_.happen(announcing,
-                       [this, kind, pid, bundleID = std::move(bundleID)] { tell(kind, pid, bundleID); });
-    }
-}
-
-void SimulatedMac::tell(WorkspaceNotice::Kind kind, std::optional<ProcessID> pid,
-                        std::optional<BundleID> bundleID) {
-    workspace.tell({.kind = kind, .pid = pid, .bundleID = std::move(bundleID)});
-}
-
-ProcessID SimulatedMac::menuBarHost() const {
-    const auto& running = processes.running();
-    const auto host = std::ranges::find_if(
-        running, [&](const auto& process) { return processes.name(process.pid) == hostProcess; });
-    return host == running.end() ? 0 : host->pid;
-}
-
-void SimulatedMac::put(const SimulatedProcess& owner, SimulatedIcon icon, std::optional<std::size_t> place) {
-    const auto element = menuBar_.add(owner, std::move(icon), place);
-    element->actions["AXPress"] = [this, pid = owner.pid] { openMenu(pid); };
+    parts_->icons.refresh();
+    workspace.announce(app, notice);
 }
 
 void SimulatedMac::changeIcon(ProcessID pid, std::size_t index,
                               const std::function<void(SimulatedIcon&)>& change) {
-    auto* slot = menuBar_.find(pid, index);
-    if (slot == nullptr) {
-        return;
-    }
-    const SimulatedIcon before = slot->icon;
-    change(slot->icon);
-    const SimulatedIcon after = slot->icon;
-    const auto element = slot->element;
-    refresh();
-    const std::array<std::pair<const char*, bool>, 3> changes{{
-        {"AXTitleChanged", after.title != before.title},
-        {"AXValueChanged", after.value != before.value},
-        {"AXResized", after.width != before.width},
-    }};
-    for (const auto& [notification, isMade] : changes) {
-        if (isMade) {
-            accessibility.notify(element, notification);
-        }
-    }
+    parts_->icons.change(pid, index, change);
 }
 
 void SimulatedMac::addIcon(ProcessID pid, SimulatedIcon icon, std::optional<std::size_t> place) {
-    if (const auto* process = processes.find(pid)) {
-        put(*process, std::move(icon), place);
-        if (pid == processes.ownPID()) {
-            settleBroom(BroomSpot::nowhere, placingTime);
-            lookedAt();
-        }
-        refresh();
-    }
+    parts_->icons.add(pid, std::move(icon), place);
 }
 
 void SimulatedMac::removeIcon(ProcessID pid, std::size_t index) {
-    if (const auto* slot = menuBar_.find(pid, index)) {
-        accessibility.notify(slot->element, "AXUIElementDestroyed");
-        menuBar_.remove(pid, index);
-        refresh();
-    }
+    parts_->icons.remove(pid, index);
 }
 
 SimulatedElement* SimulatedMac::iconElement(ProcessID pid, std::size_t index) {
-    const auto* slot = menuBar_.find(pid, index);
-    return slot == nullptr ? nullptr : slot->element.get();
+    return parts_->icons.element(pid, index);
+}
+
+void SimulatedMac::setHitsEndAtHost(bool host) {
+    parts_->icons.setHitsEndAtHost(host);
+}
+
+void SimulatedMac::click(Point location) {
+    parts_->icons.click(location);
+}
+
+bool SimulatedMac::clickIcon(ProcessID pid, std::size_t index) {
+    return parts_->icons.clickOn(pid, index);
+}
+
+std::string SimulatedMac::menuBarPicture() const {
+    return parts_->icons.picture();
+}
+
+ProcessID SimulatedMac::menuBarHost() const {
+    return processes.oldestNamed(SimulatedApp::menuBarHostName).value_or(0);
+}
+
+void SimulatedMac::grantTrust(bool isTold) {
+    accessibility.setTrusted(true, isTold);
+}
+
+void SimulatedMac::revokeTrust(bool isTold) {
+    accessibility.setTrusted(false, isTold);
+    pointer.killTaps();
+}
+
+void SimulatedMac::setDisplays(std::vector<Display> arrangement) {
+    session.keepAppsBusy();
+    displays.set(std::move(arrangement));
+    parts_->icons.broom().settle(BroomSpot::stub, placingAnew);
+    parts_->icons.refresh();
+}
+
+void SimulatedMac::openMenu(ProcessID pid) {
+    windows.openMenu(pid);
+}
+
+void SimulatedMac::closeMenu() {
+    windows.closeMenu();
+}
+
+void SimulatedMac::activate(ProcessID pid) {
+    windows.bringToFront(pid);
+    parts_->icons.refresh();
+    workspace.tell(
+        {.kind = WorkspaceNotice::Kind::activated, .pid = pid, .bundleID = workspace.bundleID(pid)});
+}
+
+bool SimulatedMac::clickBroom(const SimulatedClick& click) {
+    return parts_->icons.broom().click(click);
+}
+
+void SimulatedMac::putBroom(BroomSpot spot) {
+    parts_->icons.broom().put(spot);
+}
+
+BroomSpot SimulatedMac::broomSpot() const noexcept {
+    return parts_->icons.broom().spot();
+}
+
+std::vector<BundleID> SimulatedMac::visibleIcons() const {
+    return parts_->icons.visible().apps();
+}
+
+std::vector<std::string> SimulatedMac::visibleSystemItems() const {
+    return parts_->icons.visible().systemItems();
+}
+
+const SimulatedMenuBar& SimulatedMac::menuBar() const noexcept {
+    return parts_->icons.menuBar();
 }
 
 }  // namespace velko

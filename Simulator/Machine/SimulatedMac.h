@@ -9,35 +9,47 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/Accessibility/SimulatedAccessibility.h"
-#include "Simulator/Accessibility/SimulatedTrees.h"
-#include "Simulator/Desktop/SimulatedDesktop.h"
-#include "Simulator/Desktop/SimulatedDialogs.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
-#include "Simulator/Desktop/SimulatedLoginItem.h"
-#include "Simulator/Desktop/SimulatedPointer.h"
-#include "Simulator/Desktop/SimulatedProcesses.h"
-#include "Simulator/Desktop/SimulatedSurfaces.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
-#include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/Machine/SimulatedApp.h"
-#include "Simulator/MenuBar/SimulatedFramework.h"
-#include "Simulator/MenuBar/SimulatedMenuBar.h"
-#include "Simulator/MenuBar/SimulatedStatusItem.h"
-#include "Simulator/Time/HostMainThread.h"
-#include "Simulator/Time/SimulatedActivity.h"
-#include "Simulator/Time/SimulatedMainThread.h"
-#include "Velko/Ports/AppPorts.h"
-#include "VelkoCore/Files/AtomicFile.h"
+#include "Simulator/MenuBar/SimulatedBroom.h"
+#include "VelkoCore/Geometry.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Ports/Platform.h"
+#include "VelkoCore/Time/Date.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Processes.h"
+#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
+
+struct AppPorts;
+struct FileCalls;
+struct Platform;
+struct SimulatedElement;
+struct WorkspaceNotice;
+class HostMainThread;
+class SimulatedAccessibility;
+class SimulatedActivity;
+class SimulatedApplication;
+class SimulatedDefaults;
+class SimulatedDialogs;
+class SimulatedDisplays;
+class SimulatedFramework;
+class SimulatedLoginItem;
+class SimulatedMainThread;
+class SimulatedMenuBar;
+class SimulatedPasteboard;
+class SimulatedPointer;
+class SimulatedProcesses;
+class SimulatedSession;
+class SimulatedStatusItem;
+class SimulatedSurfaces;
+class SimulatedUpdater;
+class SimulatedWindows;
+class SimulatedWorkspace;
 
 struct SimulatedMacOptions {
     bool trusted = true;  ///< whether the user has given Velko the Accessibility permission
     PreciseDate date = std::chrono::sys_days(std::chrono::year{2026} / 3 / 2) + std::chrono::hours(8);
-    std::vector<Display> displays = {SimulatedDisplays::plain()};
+    std::vector<Display> displays = {};  ///< left out: a desk screen
     /// What the machine runs on, and outlives it; left out, it runs in virtual time. On a host it is never
     /// put to sleep, and neither wake-ups nor waiting work are counted.
     HostMainThread* host = nullptr;
@@ -47,8 +59,11 @@ struct SimulatedMacOptions {
 ///
 /// It starts with the menu bar's host and its system items, and with Velko's broom beside them. Whatever
 /// happens to it is done by its operations and seen by Velko through the ports. Nothing happens by itself
-/// but in `advance`.
+/// but in `advance`. This header only names the machine's parts; include those that you use.
 class SimulatedMac final : private NonCopyable {
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+
  public:
     /// What Velko has cost the machine since it started.
     struct Cost {
@@ -74,6 +89,25 @@ class SimulatedMac final : private NonCopyable {
     /// Waits for the reads that a host makes on other threads: they ask this machine.
     ~SimulatedMac();
 
+    SimulatedMainThread& mainThread;  ///< idle when the machine runs on a host
+    SimulatedAccessibility& accessibility;
+    SimulatedProcesses& processes;
+    SimulatedWorkspace& workspace;
+    SimulatedDisplays& displays;
+    SimulatedPointer& pointer;
+    SimulatedWindows& windows;
+    SimulatedFramework& framework;
+    SimulatedActivity& activity;
+    SimulatedDialogs& dialogs;
+    SimulatedLoginItem& loginItem;
+    SimulatedApplication& application;
+    SimulatedDefaults& defaults;
+    SimulatedPasteboard& pasteboard;
+    SimulatedStatusItem& statusItem;
+    SimulatedSurfaces& surfaces;
+    SimulatedUpdater& updater;
+    SimulatedSession& session;
+
     [[nodiscard]] Platform platform() noexcept;
     [[nodiscard]] AppPorts appPorts() noexcept;
     /// The file system's calls, with what is written counted. They may outlive the machine.
@@ -90,7 +124,7 @@ class SimulatedMac final : private NonCopyable {
     /// The process is gone, and with it what the notice could say of it.
     void crash(ProcessID pid);
     /// While it hangs, a process answers no Accessibility message.
-    void hang(ProcessID pid, bool hung) { accessibility.setHung(pid, hung); }
+    void hang(ProcessID pid, bool hung);
     /// The process that presents the menu bar: the oldest one named "MenuBarAgent"; 0 without one.
     [[nodiscard]] ProcessID menuBarHost() const;
 
@@ -102,27 +136,19 @@ class SimulatedMac final : private NonCopyable {
     /// The icon's element in its app's tree, to break it; null when there is no such icon.
     [[nodiscard]] SimulatedElement* iconElement(ProcessID pid, std::size_t index);
 
-    // The user and the session.
+    // The user.
     /// `isTold`: the system notices; else it goes on saying what it said before.
-    void grantTrust(bool isTold = true) { accessibility.setTrusted(true, isTold); }
+    void grantTrust(bool isTold = true);
     void revokeTrust(bool isTold = true);
     /// Whose element lies at a point of the menu bar that an app's icon takes: the bar's host's, or the
     /// app's.
     void setHitsEndAtHost(bool host);
-    /// For so long no app answers anything.
-    void stall(std::chrono::milliseconds duration);
-    void sleepAndWake(std::chrono::milliseconds duration);
-    void changeSpace();
-    void returnToSession();
     void setDisplays(std::vector<Display> arrangement);
     /// An app's menu opens in place of any other; its observers hear of both.
     void openMenu(ProcessID pid);
     void closeMenu();
     /// Another app comes to the front, and its own menus stand at the left end of the bar.
     void activate(ProcessID pid);
-    /// Where those menus are, origin at the top left of the primary screen; nothing before an app has come
-    /// to the front, and while it is gone.
-    [[nodiscard]] std::optional<Rect> frontMenus() const;
     /// A click, left or right: on an app's icon it opens its menu, and wherever it is, it closes the menu
     /// that was open. Origin at the top left of the primary screen.
     void click(Point location);
@@ -132,19 +158,8 @@ class SimulatedMac final : private NonCopyable {
     /// action runs a moment after the button is up again, by way of the menu bar's host. Whether it can be
     /// clicked on.
     bool clickBroom(const SimulatedClick& click = {});
-    static constexpr std::chrono::milliseconds clickTime{90};  ///< from the press to the action
-    /// Where the system puts the broom, or says that it is.
-    enum class BroomSpot {
-        bar,      ///< where its icon shows
-        notch,    ///< under the camera housing of the first display that has one
-        nowhere,  ///< it has not been placed, or is not allowed
-        stub,     ///< it shows, and the system gives a frame of no size
-    };
     void putBroom(BroomSpot spot);
-    [[nodiscard]] BroomSpot broomSpot() const noexcept { return settling_.value_or(broomSpot_); }
-    /// The system begins to stretch Velko's timers, which it otherwise does after minutes in which nobody has
-    /// looked at it; until somebody does.
-    void nap();
+    [[nodiscard]] BroomSpot broomSpot() const noexcept;
 
     // What a person sees.
     /// The owners of the apps' icons that show, left to right, the broom among them; once per icon.
@@ -154,73 +169,12 @@ class SimulatedMac final : private NonCopyable {
     /// The menu bar as text, in rows of at most 108 columns; a last line tells of an open menu.
     [[nodiscard]] std::string menuBarPicture() const;
     /// Every icon, hidden ones too, and where it stands.
-    [[nodiscard]] const SimulatedMenuBar& menuBar() const noexcept { return menuBar_; }
+    [[nodiscard]] const SimulatedMenuBar& menuBar() const noexcept;
     /// Called after every change of what shows, also amid an `advance`.
     std::function<void()> onMenuBarChange;
 
-    SimulatedMainThread mainThread;  ///< idle when the machine runs on a host
-
  private:
-    HostMainThread* host_;
-    MachineThread& thread_;
-
- public:
-    SimulatedAccessibility accessibility;
-    SimulatedProcesses processes;
-    SimulatedWorkspace workspace;
-    SimulatedDisplays displays;
-    SimulatedPointer pointer;
-    SimulatedWindows windows;
-    SimulatedFramework framework;
-    SimulatedActivity activity;
-    SimulatedDialogs dialogs;
-    SimulatedLoginItem loginItem;
-    SimulatedApplication application;
-    SimulatedDefaults defaults;
-    SimulatedPasteboard pasteboard;
-    SimulatedStatusItem statusItem{thread_};
-    SimulatedSurfaces surfaces{thread_};
-    SimulatedUpdater updater;
-
- private:
-    void end(ProcessID pid, std::optional<BundleID> bundleID);
-    void tell(WorkspaceNotice::Kind kind, std::optional<ProcessID> pid = std::nullopt,
-              std::optional<BundleID> bundleID = std::nullopt);
-    void announce(WorkspaceNotice::Kind kind, const SimulatedApp& app, std::optional<ProcessID> pid,
-                  std::optional<BundleID> bundleID);
-    /// Everybody has much to do for a moment, and answers late.
-    void keepAppsBusy(MainThread::Uptime delay, MainThread::Uptime duration);
-    void put(const SimulatedProcess& owner, SimulatedIcon icon, std::optional<std::size_t> place);
-    void refresh();
-    [[nodiscard]] bool isBroomInSight() const;
-    void tellWhereBroomIs();
-    void settleBroom(BroomSpot meanwhile, std::chrono::milliseconds duration);
-    [[nodiscard]] bool isNapping() const;
-    void lookedAt();
-
-    /// What a person sees of one icon.
-    struct Sight {
-        ProcessID pid = 0;
-        std::optional<std::string> title;
-        Rect frame;
-
-        bool operator==(const Sight&) const = default;
-    };
-
-    std::shared_ptr<std::uint64_t> bytesWritten_ = std::make_shared<std::uint64_t>(0);
-    SimulatedMenuBar menuBar_;
-    SimulatedTrees trees_;
-    ProcessID front_ = 0;
-    bool hitsEndAtHost_ = true;
-    MainThread::Uptime busyUntil_{0};
-    MainThread::Uptime busyBy_{0};  ///< how late apps answer until then
-    double barWidth_ = 0;           ///< of the last primary screen that there was
-    std::vector<Sight> sight_;
-    BroomSpot broomSpot_ = BroomSpot::bar;
-    std::optional<BroomSpot> settling_;  ///< what the system says until the broom has its place
-    MainThread::Uptime settledAt_{};
-    MainThread::Uptime lookedAtAt_{};
-    bool mustNap_ = false;
+    void end(ProcessID pid, const WorkspaceNotice& notice);
 };
 
 }  // namespace velko

@@ -49,7 +49,7 @@ Label labelOf(const SimulatedMenuBar::Slot& slot, PreciseDate clock, ProcessID b
         return {.text = "\U0001F9F9", .columns = 2};
     }
     if (slot.icon.systemItem) {
-        return label(slot.icon.systemItem == SimulatedMenuBar::clockItem ? clockText(clock) : title);
+        return label(slot.icon.systemItem == SimulatedApp::clockItem ? clockText(clock) : title);
     }
     if (title.empty() || title == slot.appName) {
         return label(slot.appName);
@@ -73,6 +73,18 @@ bool isAllowed(const SimulatedMenuBar::Slot& slot, const SimulatedAllowlist& all
                                 : contains(allowlist.bundleIDs, slot.bundleID);
 }
 
+/// The icon of an app that has `index` of its icons before it; null when there is none.
+template <class Slots>
+auto* findIn(Slots& slots, ProcessID pid, std::size_t index) {
+    auto owned = slots | std::views::filter([pid](const auto& slot) { return slot.pid == pid; });
+    for (auto& slot : owned) {
+        if (index-- == 0) {
+            return &slot;
+        }
+    }
+    return static_cast<decltype(slots.data())>(nullptr);
+}
+
 }  // namespace
 
 SimulatedElementRef SimulatedMenuBar::add(const SimulatedProcess& owner, SimulatedIcon icon,
@@ -89,13 +101,11 @@ SimulatedElementRef SimulatedMenuBar::add(const SimulatedProcess& owner, Simulat
 }
 
 SimulatedMenuBar::Slot* SimulatedMenuBar::find(ProcessID pid, std::size_t index) {
-    auto owned = slots_ | std::views::filter([pid](const Slot& slot) { return slot.pid == pid; });
-    for (Slot& slot : owned) {
-        if (index-- == 0) {
-            return &slot;
-        }
-    }
-    return nullptr;
+    return findIn(slots_, pid, index);
+}
+
+const SimulatedMenuBar::Slot* SimulatedMenuBar::find(ProcessID pid, std::size_t index) const {
+    return findIn(slots_, pid, index);
 }
 
 const SimulatedMenuBar::Slot* SimulatedMenuBar::under(Point point) const {

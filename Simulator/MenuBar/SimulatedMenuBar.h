@@ -32,9 +32,6 @@ class SimulatedMenuBar final {
         SimulatedElementRef element;  ///< in its app's tree
     };
 
-    /// The number of the clock among the system's items.
-    static constexpr int clockItem = 0;
-
     /// The element of the new icon. `place`: its index among the slots; left out, it comes last.
     SimulatedElementRef add(const SimulatedProcess& owner, SimulatedIcon icon,
                             std::optional<std::size_t> place = std::nullopt);
@@ -43,6 +40,7 @@ class SimulatedMenuBar final {
     void removeAll(ProcessID pid);
     /// An app's icon, counted as the app added them; null when there is none.
     [[nodiscard]] Slot* find(ProcessID pid, std::size_t index);
+    [[nodiscard]] const Slot* find(ProcessID pid, std::size_t index) const;
 
     /// The icon that shows at a point; null where none does.
     [[nodiscard]] const Slot* under(Point point) const;

@@ -10,29 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "Simulator/MenuBar/SimulatedBroom.h"
 #include "Simulator/Time/MachineThread.h"
 #include "Velko/Ports/StatusItem.h"
 
 namespace velko {
-
-/// A click on the broom as a person makes it, and how the system tells of it.
-struct SimulatedClick {
-    enum class Telling {
-        usual,    ///< now in this way and now in that
-        mouse,    ///< by the event of the mouse itself
-        system,   ///< by a system-defined event about the mouse's buttons
-        other,    ///< by an event that says nothing of buttons; a right one is still down
-        stale,    ///< not at all: the last event is an old right click
-        doubled,  ///< twice
-        lost,     ///< not even by the icon's action
-    };
-
-    bool isRight = false;
-    bool option = false;
-    bool control = false;
-    Telling telling = Telling::usual;
-    std::chrono::milliseconds held{0};  ///< how long the button is down, besides the time that a click takes
-};
 
 /// The broom as a person sees it and clicks on it.
 class SimulatedStatusItem final : public StatusItem {

@@ -11,6 +11,14 @@
 #include "Playground/Web/Desktop.h"
 #include "Playground/Web/Live.h"
 #include "Playground/Web/Picture.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/Ports/AppPorts.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko::web {

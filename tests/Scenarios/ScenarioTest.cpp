@@ -6,6 +6,8 @@
 #include "Scenarios/Language/Script.h"
 #include "Scenarios/Language/Verbs.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko::script {

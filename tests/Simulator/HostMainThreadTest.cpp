@@ -7,9 +7,11 @@
 #include <utility>
 #include <vector>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/Time/HostMainThread.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Watching/ClickHistory.h"
 
 namespace velko {

@@ -2,11 +2,19 @@
 #include <gtest/gtest.h>
 #include <iterator>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Contracts/ActingContracts.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/ForwardingPorts.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedSession.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/HostMainThread.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/Contracts/Contracts.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 namespace {
@@ -27,7 +35,7 @@ Contracts::Stagehand stagehandOf(SimulatedMac& mac) {
             .quit = [&mac](ProcessID pid) { mac.quit(pid); },
             .hang = [&mac](ProcessID pid) { mac.hang(pid, true); },
             .setTrusted = [&mac](bool trusted) { trusted ? mac.grantTrust() : mac.revokeTrust(); },
-            .wake = [&mac] { mac.sleepAndWake(1h); },
+            .wake = [&mac] { mac.session.sleepAndWake(1h); },
             .changeDisplays = [&mac] { mac.setDisplays({SimulatedDisplays::notched()}); },
             .openMenu = [&mac](ProcessID pid) { mac.openMenu(pid); },
             .closeMenu = [&mac] { mac.closeMenu(); },

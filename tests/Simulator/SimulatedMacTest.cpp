@@ -3,7 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedSession.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko {
 namespace {
@@ -123,7 +129,7 @@ TEST(SimulatedMac, TellsTheSameStoryTwice) {
         mac.launch({.bundleID = "com.example.a", .name = "a", .icons = {{}}});
         mac.advance(1500ms);
         mac.hang(302, true);
-        mac.sleepAndWake(1h);
+        mac.session.sleepAndWake(1h);
         mac.advance(2s);
         return log;
     };

@@ -9,6 +9,8 @@
 #include "Scenarios/Language/Pattern.h"
 #include "Scenarios/Language/Verbs.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "tests/Soak/Monkey.h"
 

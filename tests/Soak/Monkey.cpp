@@ -10,6 +10,8 @@
 #include <variant>
 #include <vector>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/View/Tree.h"
 #include "tests/Soak/Walk.h"
 

@@ -5,6 +5,7 @@
 #include "Scenarios/Acts/Player.h"
 #include "Scenarios/Rules/Invariants.h"
 #include "Scenarios/World.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/Soak/Chance.h"
 #include "tests/TemporaryFolder.h"
 

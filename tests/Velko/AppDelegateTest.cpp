@@ -1,3 +1,7 @@
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedLoginItem.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "tests/Velko/ProgramOnMac.h"
 
 namespace velko {

@@ -1,3 +1,6 @@
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

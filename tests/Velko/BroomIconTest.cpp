@@ -4,9 +4,13 @@
 #include <utility>
 #include <variant>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedActivity.h"
 #include "Velko/Broom/BroomIcon.h"
 #include "VelkoCore/Time/Timing.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 namespace {

@@ -4,8 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/StatusItemController.h"
+#include "Velko/Ports/AppPorts.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

@@ -1,3 +1,4 @@
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

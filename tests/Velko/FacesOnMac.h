@@ -8,7 +8,9 @@
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/HoverWatcher.h"
 #include "Velko/Note/NoteController.h"
+#include "Velko/Ports/AppPorts.h"
 #include "Velko/Shelf/ShelfController.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/TreeAudit.h"
 #include "tests/Velko/VelkoOnMac.h"
 

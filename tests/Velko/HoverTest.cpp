@@ -1,5 +1,9 @@
 #include <utility>
 
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "tests/Velko/FacesOnMac.h"
 
 namespace velko {

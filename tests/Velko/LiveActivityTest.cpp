@@ -1,3 +1,4 @@
+#include "Simulator/Desktop/SimulatedProcesses.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

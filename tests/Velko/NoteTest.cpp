@@ -1,6 +1,9 @@
 #include <array>
 #include <gmock/gmock.h>
 
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/Velko/FacesOnMac.h"
 
 namespace velko {

@@ -1,3 +1,5 @@
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "tests/Velko/ProgramOnMac.h"
 
 namespace velko {

@@ -1,3 +1,6 @@
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
 #include "tests/Velko/SetupOnMac.h"
 
 namespace velko {

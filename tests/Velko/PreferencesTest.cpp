@@ -1,3 +1,4 @@
+#include "Simulator/Desktop/SimulatedLoginItem.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

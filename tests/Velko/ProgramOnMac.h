@@ -6,13 +6,17 @@
 #include <memory>
 #include <string>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Files/LibplistReader.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppDelegate.h"
 #include "Velko/App/Log.h"
+#include "Velko/Ports/AppPorts.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

@@ -1,3 +1,5 @@
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Machine/SimulatedSession.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {
@@ -75,7 +77,7 @@ TEST_F(RevealTest, AppliesAgainAfterTheEnvironmentChangedAndDoesNothingWhenNothi
     EXPECT_EQ(mac.cost().engineCalls, calls);
     EXPECT_EQ(log.lines().size(), lines);
     const auto change = velko->lastHidingChange();
-    mac.sleepAndWake(8h);
+    mac.session.sleepAndWake(8h);
     pass(5s);
     EXPECT_TRUE(logged("[system] wake"));
     EXPECT_TRUE(logged("[system] wake settled"));

@@ -1,3 +1,5 @@
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

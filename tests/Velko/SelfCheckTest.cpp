@@ -5,7 +5,9 @@
 
 #include "Simulator/Files/LibplistReader.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Velko/Checks/SelfCheck.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

@@ -1,3 +1,7 @@
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Machine/SimulatedSession.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
 #include "tests/Velko/SettingsOnMac.h"
 
 namespace velko {
@@ -30,7 +34,7 @@ TEST_F(SettingsAppsTest, AreEveryAppWithIconsOrASectionByName) {
     set("section:com.example.gone", std::int64_t{0});
     EXPECT_EQ(saved().section("com.example.gone"), Section::bar) << "it can be sorted all the same";
     mac.removeIcon(hidden, 0);
-    mac.changeSpace();
+    mac.session.changeSpace();
     pass(3s);
     EXPECT_EQ(words("usage:com.example.3"), "running, without an icon right now");
     launch("com.example.new");

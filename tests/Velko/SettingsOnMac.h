@@ -5,8 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Velko/Broom/BroomFrame.h"
+#include "Velko/Ports/AppPorts.h"
 #include "Velko/Settings/SettingsController.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/TreeAudit.h"
 #include "tests/Velko/VelkoOnMac.h"
 

@@ -7,9 +7,13 @@
 #include <utility>
 #include <vector>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Apps/PresentApps.h"
+#include "Velko/Ports/AppPorts.h"
 #include "Velko/Ports/Application.h"
 #include "Velko/Setup/SetupController.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/TreeAudit.h"
 #include "tests/Velko/VelkoOnMac.h"
 

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Velko/App/Refusal.h"
 #include "tests/Velko/SetupOnMac.h"
 

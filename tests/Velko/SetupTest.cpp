@@ -1,3 +1,7 @@
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
 #include "tests/Velko/SetupOnMac.h"
 
 namespace velko {

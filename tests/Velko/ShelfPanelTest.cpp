@@ -1,5 +1,10 @@
 #include <gmock/gmock.h>
 
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
 #include "Velko/Broom/BelowBroom.h"
 #include "tests/Velko/FacesOnMac.h"
 

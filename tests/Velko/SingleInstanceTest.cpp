@@ -1,6 +1,9 @@
 #include <cerrno>
 #include <optional>
 
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "VelkoCore/Files/FolderLock.h"
 #include "tests/Velko/ProgramOnMac.h"
 

@@ -3,6 +3,9 @@
 #include <fstream>
 #include <string>
 
+#include "Simulator/Machine/SimulatedSession.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {
@@ -112,7 +115,7 @@ TEST_F(StartTest, FallsBackToCollapsedWhenTheSystemRefusesAndRecoversLater) {
     EXPECT_EQ(values().state, RevealState::collapsed());
     EXPECT_TRUE(shows("com.example.tucked"));
     mac.framework.refusal.reset();
-    mac.changeSpace();
+    mac.session.changeSpace();
     pass(2s);
     EXPECT_FALSE(shows("com.example.tucked"));
     expectSettled();

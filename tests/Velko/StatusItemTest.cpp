@@ -1,3 +1,6 @@
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "tests/Velko/BroomOnMac.h"
 
 namespace velko {

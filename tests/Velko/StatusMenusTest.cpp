@@ -1,6 +1,15 @@
 #include <gmock/gmock.h>
 
+#include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Broom/StatusMenus.h"
+#include "Velko/Ports/AppPorts.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/BroomOnMac.h"
 
 namespace velko {

@@ -1,3 +1,4 @@
+#include "Simulator/Desktop/SimulatedDialogs.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "tests/Velko/VelkoOnMac.h"
 

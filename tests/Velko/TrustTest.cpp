@@ -1,3 +1,4 @@
+#include "Simulator/Machine/SimulatedSession.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {
@@ -40,7 +41,7 @@ TEST_F(TrustTest, ShowsEverythingWhenThePermissionIsTakenAndTidiesWhenItIsBack) 
     EXPECT_TRUE(shows("com.example.tucked"));
     EXPECT_EQ(timesLogged("[app] Accessibility taken away. Hiding nothing until it is granted again."), 1);
     const auto messages = mac.cost().accessibilityMessages;
-    mac.changeSpace();
+    mac.session.changeSpace();
     pass(2min);
     EXPECT_EQ(mac.cost().accessibilityMessages, messages) << "nothing is read meanwhile";
     mac.grantTrust();

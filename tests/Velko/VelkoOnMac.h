@@ -9,10 +9,15 @@
 #include <vector>
 
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
+#include "Velko/Ports/AppPorts.h"
+#include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {

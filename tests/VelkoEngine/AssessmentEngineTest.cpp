@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "Simulator/MenuBar/SimulatedFramework.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "tests/VelkoEngine/FaultyFramework.h"
 

@@ -6,8 +6,16 @@
 #include <utility>
 #include <vector>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Watching/ClickHistory.h"
 
 namespace velko {

@@ -6,8 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Watching/IconWatch.h"
 
 namespace velko {

@@ -1,7 +1,13 @@
 #include <gtest/gtest.h>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Time/SimulatedMainThread.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/MenuBar/InventoryDump.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 namespace {

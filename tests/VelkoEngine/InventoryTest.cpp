@@ -3,10 +3,21 @@
 #include <limits>
 #include <unordered_set>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/ForwardingPorts.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/Time/SimulatedActivity.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 namespace {

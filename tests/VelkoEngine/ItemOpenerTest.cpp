@@ -6,9 +6,15 @@
 #include <utility>
 #include <vector>
 
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/ForwardingPorts.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "VelkoEngine/Opening/ItemOpener.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 namespace {

@@ -4,7 +4,9 @@
 #include <limits>
 #include <optional>
 
+#include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Processes.h"
 
 namespace velko {

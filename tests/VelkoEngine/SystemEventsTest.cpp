@@ -2,8 +2,13 @@
 #include <gtest/gtest.h>
 #include <utility>
 
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWindows.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Machine/SimulatedSession.h"
 #include "VelkoEngine/Opening/ItemOpener.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Watching/SystemEvents.h"
 
 namespace velko {
@@ -38,8 +43,8 @@ TEST_F(SystemEventsTest, DeliverABurstOnceHalfASecondAfterItsLastNote) {
     EXPECT_EQ(deliveries(499ms), Strings{});
     EXPECT_EQ(deliveries(1ms), Strings{"apps: launched a, launched ?, launched c"});
     mac.setDisplays({SimulatedDisplays::notched()});
-    mac.changeSpace();
-    mac.returnToSession();
+    mac.session.changeSpace();
+    mac.session.returnToUser();
     mac.quit(last);
     EXPECT_EQ(deliveries(10s),
               Strings{"environment: displays changed, Space changed, session active, quit c"});
@@ -48,13 +53,13 @@ TEST_F(SystemEventsTest, DeliverABurstOnceHalfASecondAfterItsLastNote) {
 }
 
 TEST_F(SystemEventsTest, LookAgainTwoSecondsAfterWakingUnlessTheyAreGone) {
-    mac.sleepAndWake(8h);
+    mac.session.sleepAndWake(8h);
     EXPECT_EQ(deliveries(1999ms), Strings{"environment: wake, screens woke"});
     EXPECT_EQ(deliveries(500ms), Strings{});
     EXPECT_EQ(deliveries(1ms), Strings{"environment: wake settled"});
-    mac.sleepAndWake(8h);
+    mac.session.sleepAndWake(8h);
     EXPECT_EQ(deliveries(100ms), Strings{});
-    mac.changeSpace();
+    mac.session.changeSpace();
     events.reset();
     EXPECT_EQ(deliveries(10s), Strings{});
 }

@@ -5,6 +5,7 @@
 
 #include "Simulator/Machine/SimulatedMac.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
+#include "VelkoEngine/Ports/Platform.h"
 
 // Counts what is allocated from the heap. Not built under sanitizers, which bring their own operators.
 namespace {

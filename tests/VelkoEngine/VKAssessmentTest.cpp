@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
+#include "Simulator/MenuBar/SimulatedFramework.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"
+#include "VelkoEngine/Ports/Platform.h"
 #include "tests/VelkoEngine/FaultyFramework.h"
 
 namespace velko {

@@ -1,0 +1,62 @@
+#include "Simulator/Machine/SimulatedSession.h"
+
+#include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Time/SimulatedMainThread.h"
+
+namespace velko {
+
+namespace {
+
+constexpr auto lateAnswer = std::chrono::milliseconds(5);
+constexpr auto busyTime = std::chrono::seconds(1);
+constexpr auto longerThanAnybodyWaits = std::chrono::hours(1);
+
+}  // namespace
+
+void SimulatedSession::keepAppsBusy() {
+    keepAppsBusy(lateAnswer, busyTime);
+}
+
+void SimulatedSession::stall(std::chrono::milliseconds duration) {
+    keepAppsBusy(longerThanAnybodyWaits, duration);
+}
+
+void SimulatedSession::keepAppsBusy(MainThread::Uptime delay, MainThread::Uptime duration) {
+    const auto now = parts_.thread.now();
+    const auto until = now + duration;
+    if (now < busyUntil_ && delay < busyBy_) {
+        return;  // they are busier already
+    }
+    busyUntil_ = until;
+    busyBy_ = delay;
+    parts_.accessibility.setLoad(delay);
+    parts_.thread.happen(duration, [this, until] {
+        if (busyUntil_ == until) {  // nothing has kept them busy anew
+            parts_.accessibility.setLoad({});
+        }
+    });
+}
+
+void SimulatedSession::sleepAndWake(std::chrono::milliseconds duration) {
+    parts_.clock.sleepFor(duration);
+    keepAppsBusy();
+    tell(WorkspaceNotice::Kind::didWake);
+    tell(WorkspaceNotice::Kind::screensDidWake);
+}
+
+void SimulatedSession::changeSpace() {
+    keepAppsBusy();
+    tell(WorkspaceNotice::Kind::activeSpaceChanged);
+}
+
+void SimulatedSession::returnToUser() {
+    keepAppsBusy();
+    tell(WorkspaceNotice::Kind::sessionBecameActive);
+}
+
+void SimulatedSession::tell(WorkspaceNotice::Kind kind) {
+    parts_.workspace.tell({.kind = kind});
+}
+
+}  // namespace velko

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Simulator/Accessibility/SimulatedTrees.h"
+#include "Simulator/MenuBar/SimulatedBroom.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Simulator/MenuBar/VisibleIcons.h"
+#include "VelkoCore/NonCopyable.h"
+
+namespace velko {
+
+/// The icons of the machine's programs, and everything that follows from them: where they stand, what
+/// Accessibility says of them, and what a person sees. Icons are counted as their app added them, from 0.
+class SimulatedIcons final : private NonCopyable {
+ public:
+    /// Both outlive this, and `accessibility` is the machine's own.
+    SimulatedIcons(SimulatedMac& mac, MachineThread& thread, SimulatedAccessibility& accessibility);
+
+    /// Puts an icon into the bar without bringing anything up to date.
+    void put(ProcessID owner, SimulatedIcon icon, std::optional<std::size_t> place = std::nullopt);
+    void add(ProcessID pid, SimulatedIcon icon, std::optional<std::size_t> place);
+    void change(ProcessID pid, std::size_t index, const std::function<void(SimulatedIcon&)>& change);
+    void remove(ProcessID pid, std::size_t index);
+    void removeAll(ProcessID pid) { menuBar_.removeAll(pid); }
+    [[nodiscard]] SimulatedElement* element(ProcessID pid, std::size_t index);
+
+    // The same as those of `SimulatedMac`.
+    void click(Point location);
+    bool clickOn(ProcessID pid, std::size_t index);
+    void setHitsEndAtHost(bool host);
+    [[nodiscard]] std::string picture() const;
+
+    /// Brings everything that follows from processes, icons, displays and the allowlist up to date.
+    void refresh();
+
+    [[nodiscard]] const SimulatedMenuBar& menuBar() const noexcept { return menuBar_; }
+    [[nodiscard]] const VisibleIcons& visible() const noexcept { return visible_; }
+    [[nodiscard]] SimulatedBroom& broom() noexcept { return broom_; }
+
+ private:
+    SimulatedMac& mac_;
+    MachineThread& thread_;
+    SimulatedMenuBar menuBar_;
+    VisibleIcons visible_{menuBar_};
+    SimulatedTrees trees_;
+    SimulatedBroom broom_;
+    bool hitsEndAtHost_ = true;
+    double barWidth_ = 0;  ///< of the last primary screen that there was
+};
+
+}  // namespace velko
