@@ -3,18 +3,57 @@
 #include <algorithm>
 #include <array>
 
+#include "Playground/Html/Markup.h"
+#include "Velko/Ports/Surfaces.h"
+
 namespace velko::web {
 
 namespace {
 
 constexpr std::string_view tokenMark = "{{token}}";
 constexpr std::string_view glyphsMark = "{{glyphs}}";
+constexpr std::string_view surfacesMark = "{{surfaces}}";
 constexpr std::string_view matterMark = "{{matter}}";
 
 void replace(std::string& text, std::string_view mark, std::string_view by) {
     if (const auto place = text.find(mark); place != std::string::npos) {
         text.replace(place, mark.size(), by);
     }
+}
+
+/// The style of a surface in page.css.
+std::string_view styleClass(Surfaces::Form form) {
+    using Form = Surfaces::Form;
+    switch (form) {
+        case Form::window: return "window";
+        case Form::panel: return "shelf";
+        case Form::panelWithArrow: return "popover";
+        case Form::quietPanel: return "panel";
+    }
+    return "window";
+}
+
+/// An empty element for each surface, the rearmost first.
+std::string surfaceElements() {
+    using Form = Surfaces::Form;
+    std::string markup;
+    for (const Form form : {Form::window, Form::quietPanel, Form::panel, Form::panelWithArrow}) {
+        for (const Surfaces::Traits& surface : Surfaces::all()) {
+            if (surface.form != form) {
+                continue;
+            }
+            const std::string name(surface.name);
+            markup += html::element(
+                "div", {{"class", "surface " + std::string(styleClass(form))},
+                        {"data-surface", name},
+                        {"data-region", "surface-" + name},
+                        {"role", "dialog"},
+                        {"tabindex", "-1"},
+                        {"aria-label", surface.title.empty() ? name : std::string(surface.title)},
+                        html::Attribute::flag("hidden", true)});
+        }
+    }
+    return markup;
 }
 
 }  // namespace
@@ -45,6 +84,7 @@ std::string pageWith(std::string_view token) {
     std::string page(embedded::page_html);
     replace(page, tokenMark, token);
     replace(page, glyphsMark, embedded::glyphs_svg);
+    replace(page, surfacesMark, surfaceElements());
     return page;
 }
 
