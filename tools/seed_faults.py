@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
-"""Seeds one-line faults, one at a time, and tells by room which of them the native tests catch.
+"""Puts one-line faults into the sources, one at a time, and says for each room which of them the native tests catch.
 
-The faults stand in a list (tools/faults.txt, or the file named first): for each a paragraph with the file's path,
-then the old line after "-" and the new one after "+"; without "+" the line goes. Lines after " " around them say
-which of several alike is meant. Indentation does not count.
+The faults are in a list (tools/faults.txt, or the file that is named first). Each fault is a paragraph: the path of the
+file, then the old line after "-" and the new line after "+". Without "+" the line is deleted. If the old line is in the
+file several times, lines after " " before and behind it say which one is meant. Indentation does not count.
 
-Everything happens in a copy of the sources below build/faults. The tests of the fault's own room run first, then
-those of the rooms that use it, until one fails.
+Everything happens in a copy of the sources below build/faults. The tests of the fault's own room run first, then those
+of the rooms that use it, until one fails.
+
+With --check nothing is built. It only checks that the file of each fault exists and has the old line exactly once.
 """
 import argparse
 import fcntl
@@ -28,7 +30,7 @@ SOURCE = SCRATCH / "copy"
 BUILD = SOURCE / "build" / "debug"
 RESULTS = SCRATCH / "results.json"
 
-# Where a file belongs; the first row that fits holds. The folder is the one whose tests run first.
+# The room of a file: the first row that fits. The tests of the folder run first.
 ROOMS = [
     ("core", "VelkoCore/", "tests/VelkoCore"),
     ("engine", "VelkoEngine/", "tests/VelkoEngine"),
@@ -51,7 +53,7 @@ ROOMS = [
 FOLDERS = ["tests/VelkoCore", "fuzz", "tests/VelkoEngine", "tests/Simulator", "tests/Velko", "tests/Scenarios",
            "tests/Playground", "Playground", "tests/Soak"]
 
-MEMORY_LIMIT = 6 << 30  # bytes; a fault may make a test grow without end
+MEMORY_LIMIT = 6 << 30  # bytes; with a fault a test may need more and more memory
 
 
 @dataclass
@@ -74,7 +76,7 @@ class Fault:
         return next(row for row in ROOMS if self.file.startswith(row[1]))
 
     def seeded(self, content):
-        """The content with the fault, or None where the old line is not there exactly once."""
+        """The content with the fault; None if the old line is not there exactly once."""
         old = [text for mark, text in self.context if mark != "+"]
         lines = content.split("\n")
         bare = [line.strip() for line in lines]
@@ -120,7 +122,7 @@ def stale(fault):
 
 
 def copy_sources():
-    """Brings the scratch copy up to date; what is equal keeps its date, so that it is not built again."""
+    """Updates the copy of the sources. Equal files keep their date, so that they are not built again."""
     listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT,
                             check=True, capture_output=True, text=True).stdout.split("\0")
     wanted = {name for name in listed if name and (ROOT / name).is_file() and not (ROOT / name).is_symlink()}
@@ -137,7 +139,7 @@ def copy_sources():
 
 
 def configure(options):
-    """As every other debug build, so that a cache of compile results serves both."""
+    """Configures like every other debug build, so that both use the same cache of compiled files."""
     command = ["cmake", "--preset", "debug", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST", *options]
     subprocess.run(command, cwd=SOURCE, check=True, stdout=subprocess.DEVNULL)
 
@@ -148,7 +150,7 @@ def build(*targets):
 
 
 def programs(pattern):
-    """The test programs, and the one that plays scenarios."""
+    """The test programs, and the program that plays scenarios."""
     listing = subprocess.run(["ninja", "-t", "targets", "all"], cwd=BUILD, check=True, capture_output=True, text=True)
     found = re.findall(r"^([^:\n]+): CXX_EXECUTABLE_LINKER", listing.stdout, re.MULTILINE)
     return [name for name in found if os.path.dirname(name) in FOLDERS and re.search(pattern, name)]
@@ -158,7 +160,7 @@ def programs(pattern):
 class Run:
     """A command that runs some tests."""
     name: str
-    target: str  # what must be built for it
+    target: str  # the program that it needs
     command: list
     environment: dict
     seconds: float = 0
@@ -169,7 +171,7 @@ class Run:
 
 
 def find_runs(pattern, leave_out):
-    """What ctest knows; the tests of one program that need nothing of their own run in one process."""
+    """The tests that ctest knows. Those of one program run in one process, unless they need something of their own."""
     listing = subprocess.run(["ctest", "--show-only=json-v1"], cwd=BUILD, check=True, capture_output=True, text=True)
     runs = {}
     for test in json.loads(listing.stdout)["tests"]:
@@ -191,7 +193,7 @@ def limit_memory():
 
 
 def failure_of(run, limit=None):
-    """What failed, in a word or two; None when all passed."""
+    """The name of what failed; None if all passed."""
     try:
         done = subprocess.run(run.command, cwd=BUILD, env={**os.environ, **run.environment}, timeout=limit,
                               preexec_fn=limit_memory, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
@@ -205,7 +207,7 @@ def failure_of(run, limit=None):
 
 
 def measure(runs):
-    """Every test passes without a fault; how long that takes says when one hangs."""
+    """Checks that every test passes without a fault. The time it takes tells later whether a test hangs."""
     for run in runs:
         started = time.monotonic()
         failure = failure_of(run)
@@ -215,7 +217,7 @@ def measure(runs):
 
 
 def verdict_on(fault, runs):
-    """Pairs: caught, survived or "does not build", and by what."""
+    """A pair: "caught", "survived" or "does not build", and the test that has caught it."""
     first = FOLDERS.index(fault.room[2])
     built = set()
     for run in (each for each in runs if each.place >= first):
@@ -259,25 +261,25 @@ def report(faults, results):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("faults", nargs="?", type=Path, default=ROOT / "tools" / "faults.txt")
-    parser.add_argument("--check", action="store_true", help="only say which faults do not match any more")
-    parser.add_argument("--only", default="", metavar="WORD", help="only faults of such a room or file")
-    parser.add_argument("--again", default="", metavar="VERDICT", help="only what came out so the last time")
-    parser.add_argument("--tests", default="", metavar="PATTERN", help="only test programs of such a path")
+    parser.add_argument("--check", action="store_true", help="only say which faults do not fit the sources any more")
+    parser.add_argument("--only", default="", metavar="WORD", help="only faults with that in their room or file")
+    parser.add_argument("--again", default="", metavar="VERDICT", help="only faults with that result the last time")
+    parser.add_argument("--tests", default="", metavar="PATTERN", help="only test programs with such a path")
     parser.add_argument("--cmake", default="", metavar="OPTIONS", help="further options for the build")
-    parser.add_argument("--leave-out", default="Hostile", metavar="PATTERN", help="tests that do not run")
+    parser.add_argument("--leave-out", default="Hostile", metavar="PATTERN", help="tests that shall not run")
     options = parser.parse_args()
 
     chosen = [each for each in read_faults(options.faults) if options.only in each.room[0] + " " + each.file]
-    SCRATCH.mkdir(parents=True, exist_ok=True)
     results = json.loads(RESULTS.read_text()) if RESULTS.is_file() else {}
     if options.again:
         chosen = [each for each in chosen if results.get(each.key, ["never"])[0] == options.again]
     gone = [each for each in chosen if stale(each)]
     if options.check:
         for fault in gone:
-            print(f"{options.faults}:{fault.line}: no longer there: {fault.title}")
+            print(f"{options.faults}:{fault.line}: no longer there exactly once: {fault.title}")
         sys.exit(1 if gone else 0)
 
+    SCRATCH.mkdir(parents=True, exist_ok=True)
     signal.signal(signal.SIGTERM, lambda *_: sys.exit("stopped"))
     with open(SCRATCH / "lock", "w") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
