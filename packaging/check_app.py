@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Looks at a built Velko.app as a Mac would before it runs it: check_app.py BUILD_FOLDER
+"""Checks a built Velko.app as a Mac does before it runs it: check_app.py BUILD_FOLDER
 
 Prints one line per check. Exits 1 when one fails. Needs LLVM's llvm-otool and llvm-nm.
 """
@@ -41,7 +41,7 @@ def tool(name, *arguments):
 
 
 def field(commands, command, name):
-    """The values of a field in every load command of that kind."""
+    """The values of a field in all load commands of that kind."""
     found = []
     for part in commands.split("Load command")[1:]:
         if re.search(rf"^\s*cmd {command}$", part, re.M):
@@ -70,7 +70,7 @@ def check_binary(binary):
 def check_symbols(binary):
     undefined = set(tool("llvm-nm", "-u", "-j", binary).split())
     listed = make_stubs.symbol_names(LISTED.read_text(encoding="utf-8"))
-    # What the C library has is known to the compiler, which brings its own list.
+    # The compiler has its own list of what the C library contains.
     c_library = "\n".join(path.read_text(encoding="utf-8")
                           for path in (ROOT / "node_modules" / "@zigc" / "lib" / "libc" / "darwin").glob("*.tbd"))
     known = set(re.findall(r"[\w$.]+", c_library))
@@ -83,7 +83,7 @@ def check_symbols(binary):
 
 
 def declared_in(framework):
-    """What our headers for a framework declare: names as symbols.txt writes them."""
+    """The names that our headers for a framework declare, written as in symbols.txt."""
     text = "\n".join(path.read_text(encoding="utf-8") for path in (HEADERS / framework).rglob("*.h"))
     names = set(re.findall(r"^@interface (\w+)\b(?! \()", text, re.M))  # a category adds to a class of another's
     return names | {f"_{name}" for name in [*check_declarations.functions(text),
@@ -91,8 +91,8 @@ def declared_in(framework):
 
 
 def check_libraries():
-    """A name that its library does not have ends the app when it is launched: each stands under the library
-    whose header declares it. No header of ours declares the runtime's names and those that the compiler uses."""
+    """Checks that symbols.txt lists each name under the library whose header declares it: with a wrong library the app
+    would end at launch. No header of ours declares the names of the runtime, and those that the compiler uses."""
     home = {name: framework.name for framework in HEADERS.iterdir() for name in declared_in(framework.name)}
     listed = {name: library.rsplit("/", 1)[1]
               for library, names in make_stubs.sections(LISTED.read_text(encoding="utf-8")).items() for name in names}

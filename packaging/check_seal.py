@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Reads the seal of an app bundle as a Mac does, and says what doesn't fit: check_seal.py APP
+"""Checks the seal of an app bundle as a Mac does, and says what does not fit: check_seal.py APP
 
 It shares nothing with the program that seals, so that a mistake of one isn't repeated by the other. It is stricter
 than a Mac: no file and no byte of the signature goes unexplained.
@@ -20,7 +20,7 @@ HASH = 32
 
 
 class Broken(Exception):
-    """What doesn't fit, for people."""
+    """Says what does not fit, for people to read."""
 
 
 def need(condition, problem):
@@ -54,7 +54,7 @@ def place_of_signature(data):
 
 
 def blobs_of(signature):
-    """Code directory, requirements and certificate's signature. They fill the signature up to zeros."""
+    """The code directory, the requirements and the certificate's signature. After them the signature has only zeros."""
     magic, length, count = numbers(">III", signature, 0)
     need(magic == 0xFADE0CC0 and count == len(BLOBS), "the signature isn't made of three blobs")
     found, at = [], 12 + 8 * count
@@ -70,7 +70,7 @@ def blobs_of(signature):
 
 
 def check_executable(data):
-    """The identifier, the hashes of slots 1 to 3, and the hash that names this code to the system."""
+    """The identifier, the hashes of slots 1 to 3, and the hash by which the system knows this code."""
     start, code_size = place_of_signature(data)
     directory, requirements, certificate = blobs_of(data[start:])
     pages = -(-start // PAGE)
@@ -92,7 +92,7 @@ def check_executable(data):
 
 
 def is_sealed(name, rules):
-    """Whether the heaviest matching rule of the bundle wants the file sealed by its hash."""
+    """Whether the matching rule with the highest weight wants the hash of the file in the seal."""
     rules = {pattern: {} if rule is True else rule for pattern, rule in rules.items()}
     heaviest = max((rule for pattern, rule in rules.items() if re.search(pattern, name)),
                    key=lambda rule: rule.get("weight", 1), default={"omit": True})
@@ -101,7 +101,7 @@ def is_sealed(name, rules):
 
 
 def check_resources(contents, names, sealed):
-    """Both lists name exactly the files there are, with their hashes."""
+    """Checks that both lists name exactly the existing files, with their hashes."""
     need(set(sealed) == {"files", "files2", "rules", "rules2"}, "CodeResources has other lists than it should")
     for name in names:
         need(is_sealed(name, sealed["rules2"]) == (name in sealed["files2"]), f"{name} isn't sealed as the rules say")
@@ -117,7 +117,7 @@ def check_resources(contents, names, sealed):
 
 
 def check(app):
-    """Identifier, hash of the code directory, and count of sealed files; throws Broken at the first fault."""
+    """The identifier, the hash of the code directory, and how many files are sealed. Raises Broken at the first fault."""
     contents = Path(app) / "Contents"
     need([path.name for path in Path(app).iterdir()] == ["Contents"], "something lies beside Contents")
     paths = list(contents.rglob("*"))

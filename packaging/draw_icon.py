@@ -80,7 +80,7 @@ def sparkle(x, y, size):
 
 
 def placed(outline, shift=(0, 0)):
-    """The broom stands upright in its own coordinates; here it leans and moves to its place."""
+    """Turns and moves an outline of the upright broom to its place in the icon."""
     angle, scale = math.radians(38), 0.93
     c, s = math.cos(angle) * scale, math.sin(angle) * scale
     return [(526 + (x - 512) * c - (y - 500) * s + shift[0], 508 + (x - 512) * s + (y - 500) * c + shift[1])
@@ -93,7 +93,7 @@ BRISTLE_TOP, BRISTLE_BOTTOM = 560, 842
 
 
 def bristle_edge(t):
-    """The bristles' width at a height, 0 at the collar and 1 at the floor."""
+    """Half the width of the bristles at a height: 0 is at the band, 1 at the floor."""
     return 84 + 148 * t ** 0.72
 
 
@@ -126,7 +126,7 @@ def strand(fraction, until):
 
 
 def collar(top, bottom, bow_top=14, bulge=0):
-    """A piece of the band that holds the bristles; it bows towards us."""
+    """A piece of the band that holds the bristles. It is curved."""
     def half(y):
         return 62 + (y - 470) * 0.30 + bulge
 
@@ -176,7 +176,7 @@ def crossings(outline, y):
 
 
 def spans(outline, y):
-    """Where a scan line is inside, by winding number."""
+    """The parts of a scan line that are inside the outline, by winding number."""
     winding, start, result = 0, 0.0, []
     for x, direction in crossings(outline, y):
         if winding == 0:
@@ -188,7 +188,7 @@ def spans(outline, y):
 
 
 def coverage(outline, row, size):
-    """How much of each pixel of a row is inside, as {pixel: 0 to 1}."""
+    """How much of each pixel of a row is inside the outline, as {pixel: 0 to 1}."""
     sums = {}
     for line in range(ROWS):
         for start, end in spans(outline, row + (line + 0.5) / ROWS):
@@ -201,7 +201,7 @@ def coverage(outline, row, size):
 
 
 def blend(pixels, at, colour, alpha):
-    """Lays a colour over a pixel of straight red, green, blue, alpha."""
+    """Draws a colour over a pixel of red, green, blue and alpha."""
     below = pixels[at + 3] / 255
     above = alpha + below * (1 - alpha)
     for channel in range(3):
@@ -227,7 +227,7 @@ def rendered(size):
 
 
 def halved(pixels, size):
-    """Half the size, each pixel the mean of four, weighed by their alpha."""
+    """The picture at half its size. Each pixel is the mean of four, weighted by alpha."""
     half = size // 2
     result = bytearray(half * half * 4)
     for y in range(half):
@@ -255,7 +255,7 @@ def png(pixels, size):
 
 
 def packed(channel):
-    """Runs of three to 130 equal bytes as two bytes; the others as they are, up to 128 at a time."""
+    """Compresses bytes: three to 130 equal bytes become two bytes, other bytes stay, up to 128 at a time."""
     result, plain, at = bytearray(), bytearray(), 0
 
     def flush():

@@ -26,7 +26,7 @@ WITH_EXECUTABLE_SEGMENT = 0x20400  # the version of the code directory that says
 
 MACH_O_64, SEGMENT_64, CODE_SIGNATURE = 0xFEEDFACF, 0x19, 0x1D
 
-# What the system's own tool writes by default. The first list is for systems before 10.9.
+# The rules that the system's own tool writes by default. The first list is for systems before 10.9.
 LOCALIZED = {
     r"^Resources/.*\.lproj/": {"optional": True, "weight": 1000.0},
     r"^Resources/.*\.lproj/locversion.plist$": {"omit": True, "weight": 1100.0},
@@ -50,7 +50,7 @@ RULES = {
 
 
 def rule_for(name, rules):
-    """What the heaviest rule that matches says; None where none does."""
+    """The matching rule with the highest weight; None if no rule matches."""
     found = [{} if value is True else value for pattern, value in rules.items() if re.search(pattern, name)]
     return max(found, key=lambda rule: rule.get("weight", 1.0), default=None)
 
@@ -121,7 +121,7 @@ def blob(magic, content):
 def code_directory(code, identifier, special, code_segment):
     name = identifier.encode() + b"\0"
     pages = [code[at:at + (1 << PAGE_BITS)] for at in range(0, len(code), 1 << PAGE_BITS)]
-    # Those of the special slots stand before the first page's, the highest slot first.
+    # The hashes of the special slots come before those of the pages, the highest slot first.
     hashes = b"".join(hashlib.sha256(part).digest() for part in [*reversed(special), *pages])
     name_at = 88
     hashes_at = name_at + len(name) + len(special) * HASH_SIZE
@@ -133,7 +133,7 @@ def code_directory(code, identifier, special, code_segment):
 
 
 def embedded(blobs):
-    """One blob of several, in the order of their slots."""
+    """Joins several blobs into one, in the order of their slots."""
     at = 12 + 8 * len(blobs)
     index = b""
     for slot, content in blobs:
@@ -144,7 +144,7 @@ def embedded(blobs):
 
 
 def signed(data, identifier, info, resources):
-    """The executable with a signature that binds what it is given."""
+    """The executable with a signature over the hashes that are passed in."""
     segments, command = load_commands(data)
     start, old_size = struct.unpack_from("<II", data, command + 8)
     if start + old_size != len(data):
@@ -158,7 +158,7 @@ def signed(data, identifier, info, resources):
         return embedded([(DIRECTORY_SLOT, code_directory(code, identifier, special, code_segment)),
                          (REQUIREMENTS_SLOT, requirements), (CMS_SLOT, blob(WRAPPER, b""))])
 
-    # The pages that are hashed say how long the signature is; its length doesn't depend on what they say.
+    # The hashed pages contain the length of the signature, so it is written first. It does not depend on the pages.
     size = aligned(len(signature()), 16)
     linkedit = segments["__LINKEDIT"]
     file_offset, = struct.unpack_from("<Q", code, linkedit + 40)
@@ -170,7 +170,7 @@ def signed(data, identifier, info, resources):
 
 
 def replace(path, content, mode):
-    """A file that is there whole or not at all: the system remembers the signatures of files that it has run."""
+    """Writes a new file in the place of the old one: the system remembers the signature of a file that it has run."""
     path.parent.mkdir(exist_ok=True)
     new = path.with_name(path.name + ".new")
     new.write_bytes(content)

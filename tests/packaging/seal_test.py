@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Seals a small bundle, or a copy of the one that is given, and spoils it in every way: seal_test.py [APP]"""
+"""Seals a small bundle, or a copy of APP, damages it, and checks that this is found: seal_test.py [APP]"""
 import plistlib
 import shutil
 import struct
@@ -22,7 +22,7 @@ def segment(name, offset, size):
 
 
 def small_executable():
-    """A header, half a page of code, and a signature of the linker's that is to be replaced."""
+    """A header, half a page of code, and the linker's signature, which will be replaced."""
     start, linkedit, signature = 0x1240, 0x1200, 0x20
     commands = [segment(b"__TEXT", 0, linkedit), segment(b"__LINKEDIT", linkedit, start + signature - linkedit),
                 struct.pack("<4I", 0x1D, 16, start, signature)]
@@ -54,7 +54,7 @@ def contents_of(app):
 
 
 def places(name, content):
-    """Every byte where a signature has its lists, and some of everything else."""
+    """Every byte of the lists in a signature, and some bytes of everything else."""
     found = set(range(0, len(content), max(1, len(content) // 400))) | {len(content) - 1}
     if name == "Velko":
         start, _ = check_seal.place_of_signature(content)
@@ -116,7 +116,7 @@ class Seal(unittest.TestCase):
         self.assertRefused("a link")
 
     def test_another_seal_does_not_fit(self):
-        """What was sealed with other contents is whole in itself, but of another bundle."""
+        """A signature of the same program with other resources is correct by itself, but belongs to another bundle."""
         executable, resources = (self.app / "Contents" / name for name in ("MacOS/Velko", check_seal.SIGNED_WITH))
         sealed = executable.read_bytes(), resources.read_bytes()
         (self.app / "Contents/Resources/Velko.icns").write_bytes(b"icns")
