@@ -20,7 +20,7 @@ std::string markup(const view::Node& node) {
     return treeMarkup(node, {.surface = "note", .nameOf = names()});
 }
 
-/// One of each control, with the text for everything that an app or a user can name.
+/// One of each control, with that text in every place where an app or a user can give one.
 view::Node everyControl(const std::string& text) {
     view::Stack all;
     all.children = {
@@ -45,7 +45,7 @@ std::size_t count(const std::string& text, std::string_view part) {
     return found;
 }
 
-TEST(Html, LetsNoTextBecomeMarkup) {
+TEST(Html, WritesNoTextAsMarkup) {
     EXPECT_EQ(escaped("<b a=\"1\" b='2'>&\n"), "&lt;b a=&quot;1&quot; b=&#39;2&#39;&gt;&amp;\n");
     EXPECT_EQ(escaped("\x01\xFF\x7F"), "\uFFFD\uFFFD\uFFFD");
     const std::string page =

@@ -52,7 +52,7 @@ TEST(Options, RefuseWhatTheyDoNotUnderstandInOneLine) {
     }
 }
 
-TEST(Printable, IsWhatWorksNoTerminal) {
+TEST(Printable, ReplacesWhatWouldControlTheTerminal) {
     EXPECT_EQ(printable("Caf\u00E9 \u00A0\u2026"), "Caf\u00E9 \u00A0\u2026");
     for (const auto* control : {"\x01", "\n", "\x1B", "\x7F", "\u0080", "\u009F", "\x9B", "\xC2"}) {
         EXPECT_EQ(printable(control + std::string("m")), "\uFFFDm") << control;

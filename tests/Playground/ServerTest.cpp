@@ -8,7 +8,7 @@
 namespace velko::web {
 namespace {
 
-TEST(Waiting, HasAnEndForTheSlowAndForTheOldestOfTooMany) {
+TEST(Waiting, EndsTheSlowAndTheOldestOfTooMany) {
     const Waiting::Time start{};
     Waiting waiting;
     waiting.enter(1, start);

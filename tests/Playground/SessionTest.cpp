@@ -36,7 +36,7 @@ class SessionTest : public testing::Test {
     Done play(const std::string& line) {
         return act(session, "desk", {.value = Json::Object{{"line", {.value = line}}}});
     }
-    /// Has Velko run and a tile's menu hang open on its shelf.
+    /// Starts Velko and opens the menu of a tile on its shelf.
     void openTileMenu() {
         for (const auto* line : {"displays laptop", "trust grant", "velko start"}) {
             ASSERT_TRUE(play(line)) << line;
@@ -96,7 +96,7 @@ TEST_F(SessionTest, OpensAnAppsMenuAndChoosesFromIt) {
     EXPECT_TRUE(session.menus().empty());
 }
 
-TEST_F(SessionTest, LetsNoMenuOutliveWhatItHangsFrom) {
+TEST_F(SessionTest, ClosesAMenuWithTheSurfaceItHangsFrom) {
     const auto restart = [this] { return ask("restart"); };
     const auto line = [this](const char* text) { return [this, text] { return play(text); }; };
     for (const auto& ending : std::vector<std::function<Done()>>{
@@ -166,7 +166,7 @@ TEST_F(SessionTest, LetsTimeJumpInTurnsThatEndOnTime) {
     EXPECT_EQ(session.mac().mainThread.date() - before, std::chrono::hours(2));
 }
 
-TEST_F(SessionTest, MakesUpForASecondOfRealTimeAndNoMore) {
+TEST_F(SessionTest, CatchesUpWithASecondOfRealTimeAtMost) {
     for (const int speed : {1, 60}) {
         ASSERT_TRUE(ask("pace", R"({"speed":)" + std::to_string(speed) + "}"));
         for (const auto& [real, passed] : {std::pair(400, 400), {999, 999}, {1001, 1000}, {90'000, 1000}}) {
@@ -200,7 +200,7 @@ TEST_F(SessionTest, KeepsFilesWithinTheDocumentsFolder) {
     const auto pipe = session.world().documents() / "pipe";
     std::filesystem::create_directories(session.world().documents());
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);  // or a writer would wait for ever
+    const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);  // without a reader, a writer waits for ever
     for (const auto* body : {R"({"file":"pipe","text":"broken"})", R"({"file":"pipe"})"}) {
         EXPECT_FALSE(ask("panel", body)) << "it is no file";
     }
