@@ -18,6 +18,7 @@
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/Switches.h"
 
 namespace velko::playground {
 
@@ -55,12 +56,9 @@ bool goBackToTheFirstDay(const std::filesystem::path& layoutFile) {
     if (!layout) {
         return false;
     }
-    Layout first{.sections = layout->sections,
-                 .newIconDefault = layout->newIconDefault,
-                 .reveal = layout->reveal,
-                 .askAboutNewIcons = layout->askAboutNewIcons,
-                 .popOutOnChange = layout->popOutOnChange,
-                 .showLiveActivities = layout->showLiveActivities};
+    Layout first{
+        .sections = layout->sections, .newIconDefault = layout->newIconDefault, .reveal = layout->reveal};
+    Switches::copy(LayoutExport::of(*layout), first);
     first.sections.erase(newcomer);
     return store.save(first).has_value();
 }

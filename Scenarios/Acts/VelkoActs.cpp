@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "Scenarios/Acts/Acts.h"
+#include "VelkoCore/Layout/Switches.h"
 
 namespace velko::script {
 
@@ -63,19 +64,22 @@ RevealStyle styleOf(const Step& step) {
     return revealStyleNamed(step.word).value_or(RevealStyle::inline_);
 }
 
-/// The act of a switch.
-template <void (Preferences::*setter)(bool)>
 Done flip(const Step& step, AppController& velko, const BundleID&) {
-    (velko.preferences().*setter)(isOn(step));
+    const SwitchRow* const row = Switches::named(step.control);
+    if (row == nullptr) {
+        return std::unexpected("There is no switch called " + step.control + ".");
+    }
+    velko.preferences().setSwitch(row->which, isOn(step));
     return {};
 }
 
 constexpr auto settingTable = std::to_array<VelkoAct>({
-    {Verb::setPopOut, flip<&Preferences::setPopOutOnChange>},
-    {Verb::setLiveActivities, flip<&Preferences::setShowLiveActivities>},
-    {Verb::setAutopilot, flip<&Preferences::setAutopilotEnabled>},
-    {Verb::setAsk, flip<&Preferences::setAskAboutNewIcons>},
-    {Verb::setLogin, flip<&Preferences::setLaunchAtLogin>},
+    {Verb::setSwitch, flip},
+    {Verb::setLogin,
+     [](const Step& step, AppController& velko, const BundleID&) -> Done {
+         velko.preferences().setLaunchAtLogin(isOn(step));
+         return {};
+     }},
     {Verb::setNewIcons,
      [](const Step& step, AppController& velko, const BundleID&) -> Done {
          velko.preferences().setNewIconDefault(sectionNamed(step.word).value_or(Section::bar));
@@ -84,10 +88,6 @@ constexpr auto settingTable = std::to_array<VelkoAct>({
     {Verb::setAutoTuck,
      [](const Step& step, AppController& velko, const BundleID&) -> Done {
          return setReveal(velko, [&](auto& reveal) { reveal.autoTuckSeconds = step.amount.value_or(0); });
-     }},
-    {Verb::setHover,
-     [](const Step& step, AppController& velko, const BundleID&) -> Done {
-         return setReveal(velko, [&](auto& reveal) { reveal.hover = isOn(step); });
      }},
     {Verb::setNotchedStyle,
      [](const Step& step, AppController& velko, const BundleID&) -> Done {

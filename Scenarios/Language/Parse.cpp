@@ -39,7 +39,10 @@ bool isFileName(std::string_view text) {
 class Reading {
  public:
     Reading(const VerbRow& row, std::span<const Token> operands)
-        : pattern_(Pattern::of(row.pattern)), text_(row.pattern), rest_(operands), step_{.verb = row.verb} {}
+        : pattern_(Pattern::of(row.pattern)),
+          text_(row.pattern),
+          rest_(operands),
+          step_{.verb = row.verb, .control = std::string(row.control)} {}
 
     [[nodiscard]] std::expected<std::optional<Step>, std::string> read() {
         for (const auto& part : pattern_.parts) {

@@ -56,7 +56,9 @@ std::optional<std::string> operandText(const Step& step, std::string_view name) 
 }  // namespace
 
 std::string print(const Step& step) {
-    const auto row = std::ranges::find(verbs(), step.verb, &VerbRow::verb);
+    const auto row = std::ranges::find_if(verbs(), [&](const VerbRow& each) {
+        return each.verb == step.verb && (each.control.empty() || each.control == step.control);
+    });
     const Pattern pattern = Pattern::of(row->pattern);
     std::string line;
     const auto add = [&line](std::string_view word) { line.append(line.empty() ? "" : " ").append(word); };

@@ -74,13 +74,9 @@ enum class Verb {
     exportLayout,
     importLayout,
     // Settings
-    setPopOut,
-    setLiveActivities,
-    setAutopilot,
-    setAsk,
+    setSwitch,
     setNewIcons,
     setAutoTuck,
-    setHover,
     setNotchedStyle,
     setOtherStyle,
     setLogin,
@@ -142,11 +138,11 @@ enum class Verb {
 /// verbs; the others are left out.
 struct Step {
     Verb verb = Verb::wait;
-    std::string app{};                                    ///< a bundle identifier or a neighbour's name
-    std::string word{};                                   ///< a section, a style, "on": one of a few words
-    std::string control{};                                ///< the id of something on a surface
-    std::optional<std::string> value{};                   ///< what a control is set to
-    std::optional<std::string> text{};                    ///< a line of text, or a file's name
+    std::string app{};                   ///< a bundle identifier or a neighbour's name
+    std::string word{};                  ///< a section, a style, "on": one of a few words
+    std::string control{};               ///< the id of something on a surface, or a switch's name
+    std::optional<std::string> value{};  ///< what a control is set to
+    std::optional<std::string> text{};   ///< a line of text, or a file's name
     std::optional<std::chrono::milliseconds> duration{};  ///< from 0 to ten years
     std::optional<std::int64_t> amount{};                 ///< percent, megabytes, seconds or a count
     std::optional<std::int64_t> icons{};                  ///< how many icons an app has

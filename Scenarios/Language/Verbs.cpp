@@ -2,12 +2,54 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+
+#include "VelkoCore/Layout/Switches.h"
 
 namespace velko::script {
 
 namespace {
 
-constexpr auto allVerbs = std::to_array<VerbRow>({
+constexpr std::size_t longestPattern = 40;
+
+/// "set NAME SWITCH" for every switch, each with a zero at its end.
+constexpr auto switchPatterns = [] {
+    std::array<std::array<char, longestPattern>, Switches::all.size()> patterns{};
+    for (std::size_t index = 0; index < patterns.size(); ++index) {
+        char* end = patterns.at(index).data();
+        for (const std::string_view part :
+             {std::string_view("set "), Switches::all.at(index).name, std::string_view(" SWITCH")}) {
+            end = std::ranges::copy(part, end).out;
+        }
+    }
+    return patterns;
+}();
+
+/// The rows of the switches that a log line of the reveal settings tells, or of the others.
+template <bool isReveal>
+constexpr auto switchRows() {
+    constexpr auto belongs = [](const SwitchRow& row) { return row.words.empty() == isReveal; };
+    std::array<VerbRow, static_cast<std::size_t>(std::ranges::count_if(Switches::all, belongs))> rows{};
+    std::size_t next = 0;
+    for (std::size_t index = 0; index < Switches::all.size(); ++index) {
+        if (belongs(Switches::all.at(index))) {
+            rows.at(next++) = {Verb::setSwitch, switchPatterns.at(index).data(),
+                               Switches::all.at(index).name};
+        }
+    }
+    return rows;
+}
+
+/// The tables one after the other.
+template <std::size_t... sizes>
+constexpr auto joined(const std::array<VerbRow, sizes>&... tables) {
+    std::array<VerbRow, (sizes + ...)> rows{};
+    auto end = rows.begin();
+    ((end = std::ranges::copy(tables, end).out), ...);
+    return rows;
+}
+
+constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::say, "say TEXT"},
 
     {Verb::wait, "wait DURATION"},
@@ -70,13 +112,14 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::exportLayout, "export [FILE]"},
     {Verb::importLayout, "import [FILE]"},
 
-    {Verb::setPopOut, "set pop-out SWITCH"},
-    {Verb::setLiveActivities, "set live-activities SWITCH"},
-    {Verb::setAutopilot, "set autopilot SWITCH"},
-    {Verb::setAsk, "set ask SWITCH"},
+});
+
+constexpr auto verbsAmongSwitches = std::to_array<VerbRow>({
     {Verb::setNewIcons, "set new-icons SECTION"},
     {Verb::setAutoTuck, "set auto-tuck SECONDS"},
-    {Verb::setHover, "set hover SWITCH"},
+});
+
+constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
     {Verb::setNotchedStyle, "set notched-style STYLE"},
     {Verb::setOtherStyle, "set other-style STYLE"},
     {Verb::setLogin, "set login SWITCH"},
@@ -133,6 +176,9 @@ constexpr auto allVerbs = std::to_array<VerbRow>({
     {Verb::expectNoChoice, "expect no choice"},
     {Verb::expectAnnounced, "expect announced TEXT"},
 });
+
+constexpr auto allVerbs = joined(verbsBeforeSwitches, switchRows<false>(), verbsAmongSwitches,
+                                 switchRows<true>(), verbsAfterSwitches);
 
 constexpr auto numberOperands = std::to_array<NumberOperand>({
     {"APPS", &Step::amount, 0, 1000},

@@ -14,6 +14,7 @@ namespace velko::script {
 struct VerbRow {
     Verb verb;
     std::string_view pattern;
+    std::string_view control{};  ///< the step's, where several rows have one verb
 };
 
 /// All verbs, each once.

@@ -6,6 +6,7 @@
 
 #include "Scenarios/Model/Heard.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/Switches.h"
 
 // What the log says of the layout and the settings in it.
 
@@ -28,26 +29,28 @@ void placed(Heard& heard) {
 
 // Settings
 
-template <bool Layout::* value>
+/// A line of the settings that no other row knows: one of a switch.
 void switched(Heard& heard) {
-    heard.scene.belief.layout.*value = heard.parts[0] == "true";
-}
-
-void popOutSwitched(Heard& heard) {
-    switched<&Layout::popOutOnChange>(heard);
-    if (!heard.scene.belief.layout.popOutOnChange) {
-        heard.scene.belief.popped.clear();
-        heard.scene.belief.asked.insert("pop out off");
+    Belief& belief = heard.scene.belief;
+    for (const SwitchRow& row : Switches::all) {
+        const std::string words = std::string(row.words) + ' ';
+        if (row.words.empty() || !heard.text.starts_with(words)) {
+            continue;
+        }
+        const bool on = heard.text == words + "true";
+        Switches::set(belief.layout, row.which, on);
+        if (row.which == Switch::popOutOnChange && !on) {
+            belief.popped.clear();
+            belief.asked.insert("pop out off");
+        }
+        return;
     }
+    heard.scene.require(false, "the log says nothing unheard of", "[settings] " + heard.text);
 }
 
 void defaultChanged(Heard& heard) {
     heard.scene.belief.layout.newIconDefault = sectionCalled(heard.parts[0]);
     heard.scene.belief.asked.insert("new icon default");
-}
-
-void autopilotSwitched(Heard& heard) {
-    heard.scene.belief.layout.autopilot.enabled = heard.parts[0] == "true";
 }
 
 void keepSwitched(Heard& heard) {
@@ -149,13 +152,10 @@ constexpr auto layoutLines = std::to_array<LineRow>({
     {"layout", "the clock was ahead: dates set back", datesSetBack},
     {"layout", "* -> *", placed},
     {"settings", "new icons go to *", defaultChanged},
-    {"settings", "ask about new icons *", switched<&Layout::askAboutNewIcons>},
-    {"settings", "show Live Activities *", switched<&Layout::showLiveActivities>},
-    {"settings", "pop out on change *", popOutSwitched},
-    {"settings", "autopilot *", autopilotSwitched},
     {"settings", "always keep * *", keepSwitched},
     {"settings", "reveal settings *, *, *, *", revealSettingsChanged},
     {"settings", "launch at login *", nothingFollows},
+    {"settings", "*", switched},
     {"setup", "sorted: * in the bar, * tucked, * buried", replaced<bySetup>},
 });
 

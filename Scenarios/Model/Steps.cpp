@@ -8,6 +8,7 @@
 #include "Scenarios/Model/Scene.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "VelkoCore/Layout/Switches.h"
 
 // What each step should come to.
 
@@ -54,6 +55,11 @@ Promise promiseOfNote(const std::string& what, const BundleID& app) {
     return std::nullopt;
 }
 
+Promise promiseOfSwitch(const SwitchRow& row, const std::string& value) {
+    return {
+        {"settings", row.words.empty() ? "reveal settings " : std::string(row.words) + ' ' + spoken(value)}};
+}
+
 Promise promiseOfSettings(const std::string& what, const BundleID& app, const std::string& value) {
     if (what == "section") {
         return {{"layout", app + " -> " +
@@ -61,17 +67,10 @@ Promise promiseOfSettings(const std::string& what, const BundleID& app, const st
                                            : value == "Tucked" ? "tucked"
                                                                : "buried")}};
     }
-    constexpr auto switches = std::to_array<std::pair<std::string_view, std::string_view>>(
-        {{"ask", "ask about new icons "},
-         {"pop-out", "pop out on change "},
-         {"live-activities", "show Live Activities "},
-         {"autopilot", "autopilot "}});
-    for (const auto& [id, words] : switches) {
-        if (id == what) {
-            return {{"settings", std::string(words) + spoken(value)}};
-        }
+    if (const SwitchRow* const row = Switches::named(what)) {
+        return promiseOfSwitch(*row, value);
     }
-    const bool isReveal = what == "hover" || what == "auto-tuck" || what.starts_with("style-");
+    const bool isReveal = what == "auto-tuck" || what.starts_with("style-");
     return isReveal ? Promise({"settings", "reveal settings "}) : std::nullopt;
 }
 
@@ -91,13 +90,12 @@ Promise promiseOf(const Step& step) {
         case Verb::dismiss: return {{"autopilot", "not now: " + app}};
         case Verb::alwaysKeep: return {{"autopilot", "always keep: " + app}};
         case Verb::finishSetup: return {{"setup", "sorted: 0 in the bar, 0 tucked, 0 buried"}};
-        case Verb::setPopOut: return {{"settings", "pop out on change " + spoken(step.word)}};
-        case Verb::setLiveActivities: return {{"settings", "show Live Activities " + spoken(step.word)}};
-        case Verb::setAutopilot: return {{"settings", "autopilot " + spoken(step.word)}};
-        case Verb::setAsk: return {{"settings", "ask about new icons " + spoken(step.word)}};
+        case Verb::setSwitch: {
+            const SwitchRow* const row = Switches::named(step.control);
+            return row == nullptr ? std::nullopt : promiseOfSwitch(*row, step.word);
+        }
         case Verb::setNewIcons: return {{"settings", "new icons go to " + step.word}};
         case Verb::setAutoTuck:
-        case Verb::setHover:
         case Verb::setNotchedStyle:
         case Verb::setOtherStyle: return {{"settings", "reveal settings "}};
         case Verb::setLogin: return {{"settings", "launch at login "}};

@@ -21,6 +21,7 @@
 #include "Velko/Broom/BroomDrawing.h"
 #include "Velko/Ports/PanelPlacement.h"
 #include "Velko/View/Tree.h"
+#include "VelkoCore/Layout/Switches.h"
 #include "VelkoCore/Time/Timing.h"
 
 namespace velko::scenarios {
@@ -214,16 +215,11 @@ void FaceRules::checkSettings(const AppController& velko) {
         return;
     }
     const Layout& layout = velko.values().layout;
-    const std::array<std::pair<std::string_view, bool>, 5> toggles{
-        {{"hover", layout.reveal.hover},
-         {"ask", layout.askAboutNewIcons},
-         {"pop-out", layout.popOutOnChange},
-         {"live-activities", layout.showLiveActivities},
-         {"autopilot", layout.autopilot.enabled}}};
-    for (const auto& [id, isOn] : toggles) {
-        const view::Node* const node = view::find(*settings, id);
+    for (const SwitchRow& row : Switches::all) {
+        const view::Node* const node = view::find(*settings, row.name);
         const auto* const toggle = node == nullptr ? nullptr : std::get_if<view::Toggle>(&node->content);
-        require(toggle == nullptr || toggle->isOn == isOn, "the settings show what is set", std::string(id));
+        require(toggle == nullptr || toggle->isOn == Switches::isOn(layout, row.which),
+                "the settings show what is set", std::string(row.name));
     }
     for (const BundleID& app : appsWith("section:", *settings)) {
         const view::Node* const node = view::find(*settings, "section:" + app);

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "Velko/App/Log.h"
@@ -35,30 +36,25 @@ void Preferences::setNewIconDefault(Section section) {
     affected_.autopilot.settle();
 }
 
-void Preferences::setAskAboutNewIcons(bool on) {
-    host_.edit(Saving::now, [&](Layout& layout) { layout.askAboutNewIcons = on; });
-    log_.log("settings", "ask about new icons " + word(on));
-}
-
-void Preferences::setShowLiveActivities(bool on) {
-    host_.edit(Saving::now, [&](Layout& layout) { layout.showLiveActivities = on; });
-    log_.log("settings", "show Live Activities " + word(on));
-    affected_.liveActivity.settingChanged();
-}
-
-void Preferences::setPopOutOnChange(bool on) {
-    if (!on) {
+void Preferences::setSwitch(Switch which, bool on) {
+    const std::string_view words = Switches::row(which).words;
+    if (words.empty()) {
+        Layout edited = host_.values().layout;
+        Switches::set(edited, which, on);
+        setReveal(edited.reveal);
+        return;
+    }
+    if (which == Switch::popOutOnChange && !on) {
         affected_.popOut.endAll();
         host_.apply({.reason = "pop out off"});
     }
-    host_.edit(Saving::now, [&](Layout& layout) { layout.popOutOnChange = on; });
-    log_.log("settings", "pop out on change " + word(on));
-}
-
-void Preferences::setAutopilotEnabled(bool on) {
-    host_.edit(Saving::now, [&](Layout& layout) { layout.autopilot.enabled = on; });
-    log_.log("settings", "autopilot " + word(on));
-    affected_.autopilot.settle();
+    host_.edit(Saving::now, [&](Layout& layout) { Switches::set(layout, which, on); });
+    log_.log("settings", std::string(words) + " " + word(on));
+    if (which == Switch::showLiveActivities) {
+        affected_.liveActivity.settingChanged();
+    } else if (which == Switch::autopilot) {
+        affected_.autopilot.settle();
+    }
 }
 
 void Preferences::setAlwaysKeep(const BundleID& bundleID, bool keep) {

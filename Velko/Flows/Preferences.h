@@ -5,6 +5,7 @@
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Layout/Switches.h"
 #include "VelkoCore/NonCopyable.h"
 
 namespace velko {
@@ -30,10 +31,7 @@ class Preferences final : private NonCopyable {
     Preferences(FlowHost& host, Log& log, LoginItem& loginItem, Affected affected);
 
     void setNewIconDefault(Section section);
-    void setAskAboutNewIcons(bool on);
-    void setShowLiveActivities(bool on);
-    void setPopOutOnChange(bool on);
-    void setAutopilotEnabled(bool on);
+    void setSwitch(Switch which, bool on);
     /// Keeps an app out of suggestions for good, or lets it back in.
     void setAlwaysKeep(const BundleID& bundleID, bool keep);
 

@@ -13,6 +13,7 @@
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Layout/Switches.h"
 #include "VelkoCore/Time/Timing.h"
 
 namespace velko::SettingsPages {
@@ -27,6 +28,13 @@ view::Node toggle(std::string id, std::string title, bool isOn, std::function<vo
 view::Node group(std::string id, std::string title, std::vector<view::Node> children) {
     return {.id = std::move(id),
             .content = view::Group{.title = std::move(title), .children = std::move(children)}};
+}
+
+/// The control of one of the layout's switches.
+view::Node toggle(AppController& controller, Switch which, std::string title) {
+    return toggle(std::string(Switches::row(which).name), std::move(title),
+                  Switches::isOn(controller.values().layout, which),
+                  [&controller, which](bool on) { controller.preferences().setSwitch(which, on); });
 }
 
 template <class Change>
@@ -110,34 +118,25 @@ view::Node stylePicker(AppController& controller, std::string id, std::string ti
 }
 
 view::Node revealing(AppController& controller) {
-    const RevealSettings& reveal = controller.values().layout.reveal;
     return group(
         "revealing", "When icons come out",
         {stylePicker(controller, "style-notched", "On displays with a notch", &RevealSettings::notchedStyle),
          stylePicker(controller, "style-other", "On other displays", &RevealSettings::otherStyle),
          tuckTime(controller),
-         toggle("hover", "Show tucked icons when the pointer rests on the broom", reveal.hover,
-                [&controller](bool on) {
-                    editReveal(controller, [on](RevealSettings& edited) { edited.hover = on; });
-                })});
+         toggle(controller, Switch::revealOnHover, "Show tucked icons when the pointer rests on the broom")});
 }
 
 // What Velko does by itself
 
 view::Node byItself(AppController& controller) {
-    Preferences& preferences = controller.preferences();
-    const Layout& layout = controller.values().layout;
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Timing::popOutDuration).count();
     return group(
         "by-itself", "What Velko does by itself",
-        {explained(toggle("pop-out", "Let a tucked icon pop out when it changes", layout.popOutOnChange,
-                          [&preferences](bool on) { preferences.setPopOutOnChange(on); }),
+        {explained(toggle(controller, Switch::popOutOnChange, "Let a tucked icon pop out when it changes"),
                    "It shows in the bar for " + std::to_string(seconds) + " seconds, then tucks back in."),
-         explained(toggle("live-activities", "Make room for Live Activities", layout.showLiveActivities,
-                          [&preferences](bool on) { preferences.setShowLiveActivities(on); }),
+         explained(toggle(controller, Switch::showLiveActivities, "Make room for Live Activities"),
                    "While your iPhone has a Live Activity running, everything is out."),
-         explained(toggle("autopilot", "Autopilot", layout.autopilot.enabled,
-                          [&preferences](bool on) { preferences.setAutopilotEnabled(on); }),
+         explained(toggle(controller, Switch::autopilot, "Autopilot"),
                    "Once a week it suggests what to tuck, bury, bring back or quit. You decide.")});
 }
 

@@ -9,6 +9,7 @@
 #include "Velko/Apps/EmptyList.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
+#include "VelkoCore/Layout/Switches.h"
 
 namespace velko::SettingsPages {
 
@@ -73,11 +74,12 @@ view::Node appList(AppController& controller, const ListedApps& listed,
 view::Node newIcons(AppController& controller) {
     Preferences& preferences = controller.preferences();
     const Layout& layout = controller.values().layout;
-    view::Node ask{
-        .id = "ask",
-        .content = view::Toggle{.title = "Ask where new icons go",
-                                .isOn = layout.askAboutNewIcons,
-                                .change = [&preferences](bool on) { preferences.setAskAboutNewIcons(on); }}};
+    view::Node ask{.id = std::string(Switches::row(Switch::askAboutNewIcons).name),
+                   .content = view::Toggle{.title = "Ask where new icons go",
+                                           .isOn = layout.askAboutNewIcons,
+                                           .change = [&preferences](bool on) {
+                                               preferences.setSwitch(Switch::askAboutNewIcons, on);
+                                           }}};
     view::Node picker{.id = "new-icons",
                       .content = view::Picker{.title = "Apps that you haven't sorted go to",
                                               .options = {sectionNames.begin(), sectionNames.end()},

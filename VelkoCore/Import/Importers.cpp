@@ -1,6 +1,7 @@
 #include "VelkoCore/Import/Importers.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -159,21 +160,35 @@ std::optional<ImportedLayout> Importers::vanilla(const Dictionary& preferences) 
     return layout;
 }
 
+namespace {
+
+/// An organiser that Velko knows: the domain of its preferences, and what reads them.
+struct Importer {
+    std::string_view domain;
+    std::optional<ImportedLayout> (*read)(const Dictionary& preferences, const BundleIDs& knownBundleIDs);
+};
+
+/// In the order in which they are asked.
+constexpr std::array importers{
+    Importer{Importers::bartenderDomains[0], Importers::bartender},
+    Importer{Importers::bartenderDomains[1], Importers::bartender},
+    Importer{Importers::iceDomain,
+             [](const auto& preferences, const auto&) { return Importers::ice(preferences); }},
+    Importer{Importers::vanillaDomain,
+             [](const auto& preferences, const auto&) { return Importers::vanilla(preferences); }},
+};
+
+}  // namespace
+
 std::optional<ImportedLayout> Importers::detect(const Request& request) {
-    for (const std::string_view domain : bartenderDomains) {
-        if (const auto preferences = preferencesOf(domain, request)) {
-            if (auto layout = bartender(*preferences, request.knownBundleIDs)) {
+    for (const Importer& importer : importers) {
+        if (const auto preferences = preferencesOf(importer.domain, request)) {
+            if (auto layout = importer.read(*preferences, request.knownBundleIDs)) {
                 return layout;
             }
         }
     }
-    if (const auto preferences = preferencesOf(iceDomain, request)) {
-        if (auto layout = ice(*preferences)) {
-            return layout;
-        }
-    }
-    const auto preferences = preferencesOf(vanillaDomain, request);
-    return preferences ? vanilla(*preferences) : std::nullopt;
+    return std::nullopt;
 }
 
 }  // namespace velko

@@ -39,7 +39,7 @@ struct Request {
     const PropertyListReader& reader;
 };
 
-/// The first of Bartender, Ice and Vanilla whose preferences yield something.
+/// The first of the organisers in the table of importers whose preferences yield something.
 [[nodiscard]] std::optional<ImportedLayout> detect(const Request& request);
 
 /// Placements by Bartender. An app in several lists keeps the most hidden section.

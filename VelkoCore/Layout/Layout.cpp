@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "VelkoCore/Layout/LayoutFormats.h"
+#include "VelkoCore/Layout/Switches.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 
@@ -57,9 +58,7 @@ void Layout::apply(const LayoutExport& other) {
     alwaysKeep.insert(other.alwaysKeep.begin(), other.alwaysKeep.end());
     reveal = other.reveal;
     newIconDefault = other.newIconDefault;
-    askAboutNewIcons = other.askAboutNewIcons;
-    popOutOnChange = other.popOutOnChange;
-    showLiveActivities = other.showLiveActivities.value_or(showLiveActivities);
+    Switches::copy(other, *this);
     hasCompletedSetup = true;
 }
 

@@ -1,21 +1,51 @@
 #include "VelkoCore/Layout/LayoutFormats.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <utility>
+#include <variant>
 
 #include "VelkoCore/Files/JsonRecord.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Layout/Switches.h"
 
 namespace velko {
+
+namespace {
+
+/// The fields of all switches that are stored as members of that type in a record.
+template <class Record, class Member>
+constexpr auto switchFields() {
+    using Stored = Member Record::*;
+    constexpr auto memberOf = [](const SwitchRow& row) {
+        const auto* const stored = std::get_if<Stored>(&row.stored);
+        return stored != nullptr ? stored : std::get_if<Stored>(&row.exported);
+    };
+    constexpr auto count = static_cast<std::size_t>(
+        std::ranges::count_if(Switches::all, [=](const SwitchRow& row) { return memberOf(row) != nullptr; }));
+    std::array<JsonField<Record, Member>, count> fields{};
+    std::size_t next = 0;
+    for (const SwitchRow& row : Switches::all) {
+        if (const Stored* const member = memberOf(row)) {
+            fields.at(next++) = {row.key, *member};
+        }
+    }
+    return fields;
+}
+
+}  // namespace
 
 /// Shared by the layout file and the export file, so that neither lets an odd auto-tuck time in.
 template <>
 struct JsonRecord<RevealSettings> {
-    static constexpr std::tuple fields{
-        JsonField{"autoTuckSeconds", &RevealSettings::autoTuckSeconds},
-        JsonField{"notchedStyle", &RevealSettings::notchedStyle},
-        JsonField{"otherStyle", &RevealSettings::otherStyle},
-        JsonField{"hover", &RevealSettings::hover},
-    };
+    static constexpr auto fields = std::tuple_cat(
+        std::tuple{
+            JsonField{"autoTuckSeconds", &RevealSettings::autoTuckSeconds},
+            JsonField{"notchedStyle", &RevealSettings::notchedStyle},
+            JsonField{"otherStyle", &RevealSettings::otherStyle},
+        },
+        switchFields<RevealSettings, bool>());
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
 
     static void normalise(RevealSettings& settings) noexcept {
@@ -25,13 +55,13 @@ struct JsonRecord<RevealSettings> {
 
 template <>
 struct JsonRecord<AutopilotState> {
-    static constexpr std::tuple fields{
-        JsonField{"enabled", &AutopilotState::enabled},
-        JsonField{"watchingSince", &AutopilotState::watchingSince},
-        JsonField{"lastOffered", &AutopilotState::lastOffered},
-        JsonField{"offerPending", &AutopilotState::offerPending},
-        JsonField{"snoozedUntil", &AutopilotState::snoozedUntil},
-    };
+    static constexpr auto fields = std::tuple_cat(
+        switchFields<AutopilotState, bool>(), std::tuple{
+                                                  JsonField{"watchingSince", &AutopilotState::watchingSince},
+                                                  JsonField{"lastOffered", &AutopilotState::lastOffered},
+                                                  JsonField{"offerPending", &AutopilotState::offerPending},
+                                                  JsonField{"snoozedUntil", &AutopilotState::snoozedUntil},
+                                              });
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
 };
 
@@ -39,24 +69,23 @@ template <>
 struct JsonRecord<Layout> {
     static constexpr JsonField hasCompletedSetup{"hasCompletedSetup", &Layout::hasCompletedSetup};
 
-    static constexpr std::tuple fields{
-        JsonField{"version", &Layout::version},
-        JsonField{"sections", &Layout::sections},
-        JsonField{"newIconDefault", &Layout::newIconDefault},
-        JsonField{"reveal", &Layout::reveal},
-        JsonField{"lastClicked", &Layout::lastClicked},
-        hasCompletedSetup,
-        JsonField{"askAboutNewIcons", &Layout::askAboutNewIcons},
-        JsonField{"seenApps", &Layout::seenApps},
-        JsonField{"inbox", &Layout::inbox},
-        JsonField{"firstSeen", &Layout::firstSeen},
-        JsonField{"knownGraceUntil", &Layout::knownGraceUntil},
-        JsonField{"clickDays", &Layout::clickDays},
-        JsonField{"alwaysKeep", &Layout::alwaysKeep},
-        JsonField{"autopilot", &Layout::autopilot},
-        JsonField{"popOutOnChange", &Layout::popOutOnChange},
-        JsonField{"showLiveActivities", &Layout::showLiveActivities},
-    };
+    static constexpr auto fields = std::tuple_cat(
+        std::tuple{
+            JsonField{"version", &Layout::version},
+            JsonField{"sections", &Layout::sections},
+            JsonField{"newIconDefault", &Layout::newIconDefault},
+            JsonField{"reveal", &Layout::reveal},
+            JsonField{"lastClicked", &Layout::lastClicked},
+            hasCompletedSetup,
+            JsonField{"seenApps", &Layout::seenApps},
+            JsonField{"inbox", &Layout::inbox},
+            JsonField{"firstSeen", &Layout::firstSeen},
+            JsonField{"knownGraceUntil", &Layout::knownGraceUntil},
+            JsonField{"clickDays", &Layout::clickDays},
+            JsonField{"alwaysKeep", &Layout::alwaysKeep},
+            JsonField{"autopilot", &Layout::autopilot},
+        },
+        switchFields<Layout, bool>());
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
 
     /// An app waits once, whatever somebody has written into the file.
@@ -112,16 +141,15 @@ struct JsonRecord<Marker> {
 
 template <>
 struct JsonRecord<LayoutExport> {
-    static constexpr std::tuple fields{
-        JsonField{"velkoLayout", &LayoutExport::velkoLayout},
-        JsonField{"sections", &LayoutExport::sections},
-        JsonField{"alwaysKeep", &LayoutExport::alwaysKeep},
-        JsonField{"reveal", &LayoutExport::reveal},
-        JsonField{"newIconDefault", &LayoutExport::newIconDefault},
-        JsonField{"askAboutNewIcons", &LayoutExport::askAboutNewIcons},
-        JsonField{"popOutOnChange", &LayoutExport::popOutOnChange},
-        JsonField{"showLiveActivities", &LayoutExport::showLiveActivities},
-    };
+    static constexpr auto fields = std::tuple_cat(
+        std::tuple{
+            JsonField{"velkoLayout", &LayoutExport::velkoLayout},
+            JsonField{"sections", &LayoutExport::sections},
+            JsonField{"alwaysKeep", &LayoutExport::alwaysKeep},
+            JsonField{"reveal", &LayoutExport::reveal},
+            JsonField{"newIconDefault", &LayoutExport::newIconDefault},
+        },
+        switchFields<LayoutExport, bool>(), switchFields<LayoutExport, std::optional<bool>>());
     static constexpr MissingKeys missingKeys = MissingKeys::fail;
 };
 
@@ -148,13 +176,12 @@ std::string describe(const LayoutReadError& error) {
 }
 
 LayoutExport LayoutExport::of(const Layout& layout) {
-    return {.sections = layout.sections,
-            .alwaysKeep = layout.alwaysKeep,
-            .reveal = layout.reveal,
-            .newIconDefault = layout.newIconDefault,
-            .askAboutNewIcons = layout.askAboutNewIcons,
-            .popOutOnChange = layout.popOutOnChange,
-            .showLiveActivities = layout.showLiveActivities};
+    LayoutExport exported{.sections = layout.sections,
+                          .alwaysKeep = layout.alwaysKeep,
+                          .reveal = layout.reveal,
+                          .newIconDefault = layout.newIconDefault};
+    Switches::copy(layout, exported);
+    return exported;
 }
 
 std::string LayoutExport::data() const {

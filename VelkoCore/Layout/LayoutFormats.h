@@ -43,7 +43,7 @@ struct LayoutExport {
     Section newIconDefault = Section::bar;
     bool askAboutNewIcons = true;
     bool popOutOnChange = true;
-    std::optional<bool> showLiveActivities;  ///< absent in files of builds that did not have it
+    std::optional<bool> showLiveActivities{};  ///< absent in files of builds that did not have it
 
     bool operator==(const LayoutExport&) const = default;
 

@@ -161,7 +161,9 @@ TEST(Acts, AreThereForEveryVerbOnce) {
     add(settingActs());
     std::vector<Verb> rows;
     for (const VerbRow& row : verbs()) {
-        rows.push_back(row.verb);
+        if (row.control.empty() || std::ranges::count(rows, row.verb) == 0) {
+            rows.push_back(row.verb);
+        }
     }
     std::ranges::sort(acts);
     std::ranges::sort(rows);

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 class AnySteps {
  public:
     Step of(const VerbRow& row) {
-        Step step{.verb = row.verb};
+        Step step{.verb = row.verb, .control = std::string(row.control)};
         for (const auto& part : Pattern::of(row.pattern).parts) {
             if (!part.isOptional || upTo(1) == 1) {
                 fill(step, part.operand);

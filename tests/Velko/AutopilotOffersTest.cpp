@@ -87,7 +87,7 @@ TEST_F(AutopilotOffersTest, EndWhenTheUserPlacesTheAppOrSwitchesThemOff) {
     skipDays(7);
     pass(1h);
     EXPECT_TRUE(velko->note().isAnythingToAsk());
-    velko->preferences().setAutopilotEnabled(false);
+    velko->preferences().setSwitch(Switch::autopilot, false);
     EXPECT_TRUE(suggestions().empty());
     EXPECT_FALSE(isOffering());
 }

@@ -62,10 +62,10 @@ TEST_F(LiveActivityTest, GivesWayToAClickForAsLongAsItLastsAndEndsWithItsRendere
 
 TEST_F(LiveActivityTest, CountsForNothingWhenTheUserDoesNotWantIt) {
     runActivity();
-    velko->preferences().setShowLiveActivities(false);
+    velko->preferences().setSwitch(Switch::showLiveActivities, false);
     pass(1min);
     EXPECT_FALSE(showsTucked());
-    velko->preferences().setShowLiveActivities(true);
+    velko->preferences().setSwitch(Switch::showLiveActivities, true);
     EXPECT_TRUE(showsTucked());
     Layout edited = values().layout;
     edited.showLiveActivities = false;

@@ -53,7 +53,7 @@ TEST_F(PopOutTest, EndsAtOnceWhenSwitchedOffAndBeginsAnewWhenSwitchedOn) {
     change(other, "1 new message");
     pass(2500ms);
     EXPECT_EQ(values().poppedOut.size(), 2U);
-    velko->preferences().setPopOutOnChange(false);
+    velko->preferences().setSwitch(Switch::popOutOnChange, false);
     pass(1s);
     EXPECT_FALSE(shows("com.example.tucked"));
     EXPECT_TRUE(values().poppedOut.empty());
@@ -61,7 +61,7 @@ TEST_F(PopOutTest, EndsAtOnceWhenSwitchedOffAndBeginsAnewWhenSwitchedOn) {
     pass(6min);
     EXPECT_FALSE(logged("pop out over"));
     change(app, "2 new messages");
-    velko->preferences().setPopOutOnChange(true);
+    velko->preferences().setSwitch(Switch::popOutOnChange, true);
     pass(5s);
     EXPECT_FALSE(shows("com.example.tucked")) << "what changed meanwhile is not news";
     change(app, "3 new messages");

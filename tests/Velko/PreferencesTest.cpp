@@ -14,13 +14,13 @@ class PreferencesTest : public VelkoOnMac {
 TEST_F(PreferencesTest, AreSavedAtOnceAndLogged) {
     start();
     Preferences& preferences = velko->preferences();
-    preferences.setAskAboutNewIcons(false);
+    preferences.setSwitch(Switch::askAboutNewIcons, false);
     EXPECT_TRUE(log.lines().back().ends_with("[settings] ask about new icons false"));
-    preferences.setShowLiveActivities(false);
+    preferences.setSwitch(Switch::showLiveActivities, false);
     EXPECT_TRUE(log.lines().back().ends_with("[settings] show Live Activities false"));
-    preferences.setPopOutOnChange(false);
+    preferences.setSwitch(Switch::popOutOnChange, false);
     EXPECT_TRUE(log.lines().back().ends_with("[settings] pop out on change false"));
-    preferences.setAutopilotEnabled(false);
+    preferences.setSwitch(Switch::autopilot, false);
     EXPECT_TRUE(log.lines().back().ends_with("[settings] autopilot false"));
     preferences.setReveal({.autoTuckSeconds = 90, .otherStyle = RevealStyle::shelf, .hover = true});
     EXPECT_TRUE(log.lines().back().ends_with("[settings] reveal settings 30, shelf, shelf, true"));

@@ -48,7 +48,7 @@ TEST_F(TransferTest, BringsSwitchesThatTakeEffectAtOnce) {
     velko->transfer().exportLayout();
     mac.dialogs.choose(exported);
     pass(1s);
-    velko->preferences().setPopOutOnChange(true);
+    velko->preferences().setSwitch(Switch::popOutOnChange, true);
     velko->preferences().setReveal({.autoTuckSeconds = 0});
     pass(3s);
     mac.changeIcon(second, 0, [](SimulatedIcon& icon) { icon.title = "1 new message"; });
