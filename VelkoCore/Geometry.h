@@ -2,7 +2,7 @@
 
 namespace velko {
 
-/// A point in screen points. Whether y grows up or down is said where one is handed over.
+/// A point on a screen, in points. The functions that take or return one say whether y grows up or down.
 struct Point {
     double x = 0;
     double y = 0;

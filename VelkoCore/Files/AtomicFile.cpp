@@ -67,7 +67,7 @@ std::optional<int> writerOf(std::string_view name) {
     return isNumber && process > 0 ? std::optional(process) : std::nullopt;
 }
 
-/// Removes the temporary files of processes that are gone. That it can't is no reason not to save.
+/// Removes the temporary files of processes that have ended. When that fails, saving goes on.
 void sweep(const path& folder, const FileCalls& calls) {
     std::error_code error;
     for (auto entry = std::filesystem::directory_iterator(folder, error);
@@ -81,7 +81,7 @@ void sweep(const path& folder, const FileCalls& calls) {
 
 /// Writes the content beside `file`, under a name of this process's own, and moves it into place.
 Done writeAndRename(const path& file, std::string_view content, const FileCalls& calls) {
-    constexpr int mostLeftovers = 10'000;  // of earlier processes of the same number, which died
+    constexpr int mostLeftovers = 10'000;  // left by processes with the same number that died
     constexpr unsigned userOnly = 0600;
     const std::string mark = std::string(temporaryMark) + std::to_string(::getpid()) + "-";
     for (int attempt = 0; attempt < mostLeftovers; ++attempt) {
@@ -106,7 +106,7 @@ Done writeAndRename(const path& file, std::string_view content, const FileCalls&
 }
 
 Done flushFolder(const path& folder, const FileCalls& calls) {
-    // What file systems say that have no flush for folders, such as those of network homes.
+    // The errors of file systems that cannot flush folders, such as those of network homes.
     constexpr std::array unable{EINVAL, ENOTSUP, EOPNOTSUPP, ENOSYS};
     Descriptor descriptor{calls, folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC};
     const auto flushed = [&] {
@@ -218,7 +218,7 @@ std::expected<std::optional<std::string>, FileError> AtomicFile::readOwn(const p
     if (!target) {
         return std::unexpected(target.error());
     }
-    // Where no link was, none may have come since.
+    // There was no link a moment ago. If somebody has put one there since, opening the file fails.
     return readAll(file, *target == file ? O_NOFOLLOW : 0, calls);
 }
 

@@ -67,8 +67,9 @@ inline constexpr std::size_t largest = 16U << 20U;  ///< bytes that `read` accep
 [[nodiscard]] std::expected<void, FileError> makeFolder(const std::filesystem::path& folder,
                                                         const FileCalls& calls = {});
 
-/// The file that a path means once symbolic links in its last place are followed; there need not be one. An
-/// error when a link belongs to somebody else, who would choose what the user reads or overwrites.
+/// The file to which a path leads when symbolic links in its last place are followed. The file need not
+/// exist. A link that belongs to another user is an error: that user could choose what is read or
+/// overwritten.
 [[nodiscard]] std::expected<std::filesystem::path, FileError> followOwnLinks(
     const std::filesystem::path& path, const FileCalls& calls = {});
 
@@ -95,7 +96,7 @@ class Descriptor final : private NonCopyable {
     [[nodiscard]] bool isOpen() const { return number_ != -1; }
     [[nodiscard]] int number() const { return number_; }
 
-    /// Closes once. An interrupted close has closed the file all the same.
+    /// Closes the file once. A close that a signal interrupts has closed it too.
     [[nodiscard]] bool close() {
         if (!isOpen()) {
             return true;

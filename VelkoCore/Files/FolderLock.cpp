@@ -45,7 +45,7 @@ std::expected<void, FolderLock::Refusal> FolderLock::take() {
     file_.emplace(calls_, file, flags, userOnly);
     if (file_->isOpen() &&
         uninterrupted([&] { return calls_.flock(file_->number(), LOCK_EX | LOCK_NB); }) == 0) {
-        calls_.ftruncate(file_->number(), 0);  // what an earlier holder told
+        calls_.ftruncate(file_->number(), 0);  // the line of an earlier holder
         return {};
     }
     const int error = errno;

@@ -12,8 +12,8 @@
 namespace velko {
 
 /// Lets one program at a time work in a folder: an advisory lock on a small file there, which the system
-/// releases when the process ends, however it ends. Programs on other machines are kept out where the file
-/// system passes locks on. One thread.
+/// releases when the process ends, however it ends. Programs on other Macs are kept out if the file system
+/// shares locks between machines. One thread.
 class FolderLock final : private NonCopyable {
  public:
     /// Why a folder was not locked.
@@ -28,7 +28,8 @@ class FolderLock final : private NonCopyable {
     /// Locks the folder, unless this object has done so already. A folder that is missing is made.
     [[nodiscard]] std::expected<void, Refusal> take();
 
-    /// Leaves a line for programs that come later and find the folder locked. While it is locked.
+    /// Writes a line that other programs read when they find the folder locked. Call it only while the lock
+    /// is held.
     void tell(std::string_view line);
 
     void release() noexcept;

@@ -40,7 +40,7 @@ class Builder final : public nlohmann::json_sax<Library> {
 
     [[nodiscard]] Json takeRoot() { return std::move(root_); }
 
-    /// Why building ended early, where the text itself is not to blame.
+    /// Why building ended early although the text was valid so far.
     [[nodiscard]] const std::optional<std::string>& refusal() const { return refusal_; }
 
     /// How many bytes had been read when the syntax error was noticed.

@@ -23,7 +23,7 @@ struct DecodingError {
 struct Json {
     using Array = std::vector<Json>;
     using Object = std::map<std::string, Json, std::less<>>;
-    /// A whole number is signed where it is negative and unsigned elsewhere, when it comes from a text.
+    /// A whole number that was read from a text is signed if it is negative, else unsigned.
     using Value =
         std::variant<std::nullptr_t, bool, std::int64_t, std::uint64_t, double, std::string, Array, Object>;
 

@@ -57,7 +57,7 @@ JsonRead readText(const Json& json, T& member, std::string_view expected, Parse 
 }
 
 JsonRead readReal(double real, std::int64_t& member) {
-    // Beyond this, neighbouring whole numbers share one real, so the number meant is not known.
+    // Above this, several whole numbers have the same real, so it is not known which one was meant.
     constexpr double exact = 1LL << std::numeric_limits<double>::digits;
     if (std::abs(real) > exact) {
         return problem("the number is out of range");

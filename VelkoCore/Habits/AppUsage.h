@@ -57,8 +57,8 @@ class UsageTracker {
         double at;  ///< seconds on a monotonic clock
     };
 
-    /// Takes one round of samples. Apps that are not in it are forgotten; an app whose process, clock or
-    /// counter does not continue the last round starts anew, with its memory only.
+    /// Takes one round of samples. Apps that are not in it are forgotten. An app starts anew, without a CPU
+    /// use, when it has another process than before or when its clock or counter has gone back.
     void record(const Request& request);
 
     /// The figures of the apps in the last round.

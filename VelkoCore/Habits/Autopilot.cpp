@@ -74,7 +74,8 @@ std::int64_t clickedDays(const Autopilot::SuggestionsRequest& request, const Bun
     if (entry == request.layout.clickDays.end()) {
         return 0;
     }
-    // Starts of days that were noted in other time zones may lie on one local day: a day counts by its age.
+    // Days that were noted in different time zones may be the same local day, so days are told apart by their
+    // age.
     std::set<std::int64_t> ages;
     std::set<Date> withoutAge;
     for (const Date day : entry->second) {

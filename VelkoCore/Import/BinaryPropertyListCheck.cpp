@@ -33,7 +33,7 @@ struct Object {
     std::size_t body = 0;     ///< where the content starts
 };
 
-/// What a value costs, with everything in it written out.
+/// How large a value is when everything in it is written out.
 struct Extent {
     std::size_t nodes = 0;  ///< 0: not known yet
     std::size_t payload = 0;
@@ -192,7 +192,7 @@ class BinaryCheck {
             return malformed;
         }
         const std::size_t references = object.count * perElement;
-        // Objects may overlap, so that their number alone does not bound the references to follow.
+        // Objects may overlap, so the number of objects does not limit the number of references.
         if (const auto error = references_.addNodes(references)) {
             return std::unexpected(*error);
         }

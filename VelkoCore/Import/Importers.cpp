@@ -25,7 +25,7 @@ std::optional<bool> booleanIn(const Dictionary& dictionary, const std::string& k
     return value == nullptr ? std::nullopt : std::optional{*value};
 }
 
-/// A real or a whole number; what is literally no number counts as missing.
+/// A real or a whole number. NaN counts as missing.
 std::optional<double> numberIn(const Dictionary& dictionary, const std::string& key) {
     if (const auto* real = valueIn<double>(dictionary, key)) {
         return std::isnan(*real) ? std::nullopt : std::optional{*real};
@@ -34,7 +34,8 @@ std::optional<double> numberIn(const Dictionary& dictionary, const std::string& 
     return integer == nullptr ? std::nullopt : std::optional{static_cast<double>(*integer)};
 }
 
-/// A delay as the layout keeps it. Clamped before it is rounded, so that any number has a whole one.
+/// A delay as the layout keeps it. It is clamped before it is rounded, because a very large number has no
+/// integer.
 std::int64_t autoTuckFor(double seconds) {
     if (seconds <= 0) {
         return 0;

@@ -54,7 +54,7 @@ std::expected<PropertyList, PropertyListError> readPropertyList(const std::files
         return std::unexpected(PropertyListError::unreadable);
     }
     std::ifstream file{path, std::ios::binary};
-    // One byte more than allowed tells a file that is too large, whatever its size is said to be.
+    // One byte more than allowed shows that a file is too large, whatever size the file system tells.
     std::vector<std::byte> bytes(PropertyListLimits::bytes + 1);
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (!file.is_open() || file.bad()) {

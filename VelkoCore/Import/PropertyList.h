@@ -64,8 +64,8 @@ class PropertyListReader : private NonCopyable {
  public:
     virtual ~PropertyListReader() = default;
 
-    /// The value that `bytes` hold. Is only handed bytes that passed the checks of `readPropertyList`.
-    /// Raises nothing, keeps nothing.
+    /// The value that `bytes` hold. Is only handed bytes that passed the checks of `readPropertyList`. Throws
+    /// nothing and keeps nothing.
     [[nodiscard]] virtual std::expected<PropertyList, PropertyListError> read(
         std::span<const std::byte> bytes) const = 0;
 };

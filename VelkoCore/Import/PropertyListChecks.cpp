@@ -73,7 +73,7 @@ bool isLetter(char byte) noexcept {
     return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
 }
 
-/// Other encodings could hide tags from this check that a library would see.
+/// In another encoding, a library could see tags that this check does not see.
 bool namesTrustedEncoding(std::string_view declaration) {
     std::string lowered{declaration};
     std::ranges::transform(lowered, lowered.begin(), [](char byte) {
@@ -149,7 +149,8 @@ class XmlCheck {
             static_cast<std::size_t>(std::ranges::find_if_not(tag, isLetter) - tag.begin()), tag.size());
         const std::string_view name = tag.substr(0, nameEnd);
         const std::string_view afterName = tag.substr(nameEnd);
-        // With attributes on the root alone, nobody can read a tag's end differently from here.
+        // Only the root may have attributes, so that every reader finds the end of a tag where this check
+        // finds it.
         const bool isRoot = !closes && open_.empty();
         const bool isPlain = isRoot ? afterName.find('<') == std::string_view::npos : isBlank(afterName);
         if (name.empty() || !isPlain) {
@@ -173,7 +174,7 @@ class XmlCheck {
             }
             sawRoot_ = true;
         } else {
-            // The root is no value, so as many elements are open as the new value's depth.
+            // The root is not a value, so the number of open elements is the depth of the new value.
             if (const Failure failure = PropertyListBudget::checkDepth(open_.size())) {
                 return failure;
             }

@@ -112,7 +112,7 @@ std::vector<BundleID> Layout::admit(const Admission& admission) {
 
 namespace {
 
-/// Sets back dates that lie more than a day further ahead than they can by themselves.
+/// Replaces dates that lie more than a day after the latest date that is possible for them.
 class SettingBack {
  public:
     void operator()(Date& date, Date furthest) {

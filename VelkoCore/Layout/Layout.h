@@ -51,13 +51,13 @@ struct Layout {
     /// The apps that are in the menu bar at a moment.
     struct Admission {
         const BundleIDs& present;
-        const BundleID& ownBundleID;  ///< Velko itself, which never counts, nor do the system's hosts
+        const BundleID& ownBundleID;  ///< Velko itself; it and the hosts of system items never count
         Date now;
     };
 
-    /// Gets to know the apps that are present. Those that are new and have no place yet are tucked, wait in
-    /// `inbox` for the user's answer, and are returned in ascending order. Nobody is new before the setup
-    /// is done, when the user doesn't want to be asked, or in the first day after an older build's file.
+    /// Remembers the apps that are present. Those that are new and have no place yet are tucked, wait in
+    /// `inbox` for the user's answer, and are returned in ascending order. Nobody is new before the setup is
+    /// done, when the user doesn't want to be asked, or in the first day after an older build's file.
     std::vector<BundleID> admit(const Admission& admission);
 
     /// Notes a click on an app's icon: its moment and its local day. Days past are let go after three weeks.
@@ -69,8 +69,9 @@ struct Layout {
     /// Leaves the app out of suggestions for the next 30 local days.
     void snooze(const BundleID& bundleID, Date now, Calendar calendar);
 
-    /// Sets back what a clock that was ahead has dated: of moments past, whatever lies more than a day ahead
-    /// is now, and what lies ahead by rights gets its usual length. Whether there was any.
+    /// Corrects dates that were noted while the clock was ahead. A past moment that lies more than a day
+    /// ahead becomes now. A snooze or a grace period that ends too late gets its usual length. Returns
+    /// whether a date was corrected.
     bool setBackDates(Date now, Calendar calendar);
 
     /// Merges an imported layout: its placements and preferences win, what it does not name stays. The

@@ -36,7 +36,7 @@ constexpr auto switchFields() {
 
 }  // namespace
 
-/// Shared by the layout file and the export file, so that neither lets an odd auto-tuck time in.
+/// Shared by the layout file and the export file, so that both correct the auto-tuck time.
 template <>
 struct JsonRecord<RevealSettings> {
     static constexpr auto fields = std::tuple_cat(
@@ -88,7 +88,7 @@ struct JsonRecord<Layout> {
         switchFields<Layout, bool>());
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
 
-    /// An app waits once, whatever somebody has written into the file.
+    /// An app waits only once, even if the file names it twice.
     static void normalise(Layout& layout) {
         BundleIDs met;
         std::erase_if(layout.inbox, [&](const BundleID& bundleID) { return !met.insert(bundleID).second; });
@@ -114,7 +114,7 @@ std::expected<Layout, DecodingError> decodeLayout(std::string_view text) {
     older.seenApps.reset();
     auto layout = decodeRecord(*json, std::move(older));
     if (layout && lacks(*json, JsonRecord<Layout>::hasCompletedSetup.key)) {
-        // Files from before this key existed: whoever had sorted an app was past the setup.
+        // Older files lack this key. A user who has sorted an app is past the setup.
         layout->hasCompletedSetup = !layout->sections.empty();
     }
     return layout;

@@ -52,8 +52,8 @@ struct LayoutExport {
     /// The content of an export file: indented JSON with sorted keys.
     [[nodiscard]] std::string data() const;
 
-    /// Reads an export file. What it is comes first: only a file of this format or an older one is read in
-    /// full, and then every key but `showLiveActivities` must be there.
+    /// Reads an export file. The format is checked first: only a file of this format or an older one is read
+    /// in full. Then every key but `showLiveActivities` must be there.
     [[nodiscard]] static std::expected<LayoutExport, LayoutReadError> read(std::string_view data);
 };
 

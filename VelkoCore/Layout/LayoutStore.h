@@ -35,7 +35,7 @@ class LayoutStore {
     /// unless only the last step failed, the flush of the folder.
     [[nodiscard]] std::expected<void, StoreError> save(const Layout& layout) const;
 
-    /// For whoever works on the file over some time: the lock of its folder, not taken yet.
+    /// The lock of the file's folder, not taken yet, for a program that works on the file for some time.
     [[nodiscard]] FolderLock folderLock() const;
 
  private:

@@ -106,7 +106,7 @@ class SortSession {
 
     /// Puts the card's app into a section and shows the next card.
     void choose(Section section);
-    /// Shows the card before; what was chosen for it holds until something else is.
+    /// Shows the card before. Its choice stays until another one is made.
     void back() noexcept;
     /// Takes the suggestion of this card and of all that follow.
     void acceptRest();

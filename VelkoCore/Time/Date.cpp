@@ -15,7 +15,7 @@ constexpr bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// Takes the parts of a text off its front; after the first part that does not fit, all others fail too.
+/// Reads a text part by part. After the first part that does not fit, all later parts fail too.
 class Scanner {
  public:
     explicit Scanner(std::string_view text) : rest_(text) {}
@@ -44,7 +44,7 @@ class Scanner {
 
     void expect(char character) { failed_ = !take(character) || failed_; }
 
-    /// One or more digits, of no interest.
+    /// Skips one or more digits.
     void skipDigits() {
         static_cast<void>(number(1));
         while (!rest_.empty() && isDigit(rest_.front())) {

@@ -12,11 +12,12 @@ using Duration = std::chrono::milliseconds;
 using namespace std::chrono_literals;
 
 // Reveal, hover, shelf and peek
-inline constexpr Duration hoverRevealDelay = 300ms;      ///< pointer rest over the broom before revealing
-inline constexpr Duration hoverTuckDelay = 1200ms;       ///< pointer away before tucking again
-inline constexpr Duration autoTuckRetry = 1s;            ///< next try of an auto-tuck that had to wait
-inline constexpr Duration autoTuckHold = 60s;            ///< longest that a pointer at rest puts it off
-inline constexpr Duration shelfCloseClickGrace = 400ms;  ///< a click so soon after closing is the same click
+inline constexpr Duration hoverRevealDelay = 300ms;  ///< how long the pointer rests on the broom first
+inline constexpr Duration hoverTuckDelay = 1200ms;   ///< how long the pointer is away first
+inline constexpr Duration autoTuckRetry = 1s;        ///< next try of an auto-tuck that had to wait
+inline constexpr Duration autoTuckHold = 60s;        ///< how long a pointer at rest may delay it
+inline constexpr Duration shelfCloseClickGrace =
+    400ms;  ///< a click this soon after closing is the same click
 inline constexpr double shelfSpringResponse = 0.42;
 inline constexpr double shelfSpringDamping = 0.72;
 inline constexpr Duration peekReflowDelay = 150ms;  ///< until the bar has made room for a peeking app

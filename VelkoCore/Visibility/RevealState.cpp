@@ -101,7 +101,7 @@ RevealState afterPlainEvent(const RevealState& state, const RevealEvent& event) 
     switch (event.kind) {
         case Kind::peek: return RevealState::peeking(event.bundleID, state);
         case Kind::toggle: return state.isRevealed() ? RevealState::collapsed() : RevealState::revealed();
-        // From `revealed` this goes further out; only from there on it comes back.
+        // From `revealed` this shows the buried icons too. The next time it hides everything again.
         case Kind::toggleWithBuried:
             return std::holds_alternative<RevealState::RevealedWithBuried>(state.value())
                        ? RevealState::collapsed()

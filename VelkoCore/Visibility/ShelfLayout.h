@@ -9,8 +9,8 @@ namespace velko::ShelfLayout {
 
 inline constexpr int columns = 8;
 
-/// The items in rows of `columnCount`, in order; the last row holds what is left. With fewer than one
-/// column there is a single row of everything, even of nothing.
+/// The items in rows of `columnCount`, in order; the last row holds what is left. With fewer than one column
+/// there is one row of everything, even when there are no items.
 template <class Item>
 [[nodiscard]] std::vector<std::vector<Item>> rows(const std::vector<Item>& items, int columnCount = columns) {
     if (columnCount < 1) {

@@ -15,8 +15,8 @@ using Work = MainThread::Work;
 
 constexpr Uptime longest = std::chrono::minutes(1);
 
-/// A task with the activity that lasts as long. The task's own work holds this too, so that it goes on when
-/// its owner lets go of it.
+/// A task and its activity, which lasts as long as the task. The task's work owns this object too, so the
+/// activity also lasts when the owner detaches the task.
 class Waiting final : public Task::Handle {
  public:
     explicit Waiting(Subscription activity) : activity_(std::move(activity)) {}
@@ -25,7 +25,7 @@ class Waiting final : public Task::Handle {
     void end() { activity_.end(); }
 
     void cancel() noexcept override {
-        // What the task's work holds may hold this.
+        // Destroying the task's work may destroy this object, so it happens last.
         const Task cancelled = std::exchange(task_, {});
         activity_.end();
     }

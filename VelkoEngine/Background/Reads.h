@@ -39,14 +39,14 @@ class BackgroundAnswer final : public Task::Handle {
     Then then_;
 };
 
-/// How many background reads of one gathering are under way at a time. Reads that hang block a thread
-/// each, so several are needed, and not many.
+/// How many background reads of one gathering run at a time. A read that hangs blocks a thread, so there must
+/// be several, but not many.
 inline constexpr std::size_t gatheredReadsAtOnce = 4;
 
-/// The reads under way, seen as one piece of work. The reads know it weakly, so nothing owns itself.
+/// The reads that run now, as one task. The reads point to it weakly, so that no object owns itself.
 class ReadsUnderWay final : public Task::Handle {
  public:
-    /// An owner that lets go without cancelling wants the gathering to go on by itself.
+    /// An owner that detaches the task wants the gathering to go on.
     ~ReadsUnderWay() override { std::ranges::for_each(tasks, &Task::detach); }
 
     void cancel() noexcept override { std::ranges::for_each(tasks, &Task::cancel); }
@@ -73,7 +73,7 @@ class Gathering final : public std::enable_shared_from_this<Gathering<Input, Rea
           then_(std::move(then)),
           underWay_(std::move(underWay)) {}
 
-    /// Begins the next read that waits, if there is one, in a place that is free.
+    /// Begins the next waiting read, if there is one, in a free place.
     void startNext(std::size_t place) {
         if (started_ == inputs_.size()) {
             return;
@@ -131,9 +131,9 @@ template <class Input, class Read, class Then>
     return Task(underWay);
 }
 
-/// Background reads that are made one at a time, in the order in which they were asked for, and never
-/// inside the call that asks. Of too many that wait, the oldest is dropped. Main thread; what is not
-/// answered when this is destroyed is never answered.
+/// Background reads that run one at a time, in the order of the requests, and never inside the call that
+/// asks. When too many wait, the oldest is dropped. Main thread. Destroying this cancels the reads that are
+/// not answered.
 template <class Input, class Result>
 class ReadsInTurn final : private NonCopyable {
  public:
@@ -170,7 +170,7 @@ class ReadsInTurn final : private NonCopyable {
                                            if (!waiting_.empty()) {
                                                startNext();
                                            }
-                                           const auto then = then_;  // it may destroy this
+                                           const auto then = then_;  // it may destroy this object
                                            then(std::move(result));
                                        });
     }

@@ -15,7 +15,7 @@ class WorkQueue::Entry final : public Task::Handle {
         if (const auto entries = entries_.lock()) {
             entries->erase(key());
         }
-        // What the work holds may hold this entry's owner: it goes last, and not from within the field.
+        // Destroying the work may destroy this entry's owner, so it happens last and outside the member.
         const Work dropped = std::exchange(work_, nullptr);
     }
 
@@ -25,10 +25,10 @@ class WorkQueue::Entry final : public Task::Handle {
     [[nodiscard]] Uptime latest() const noexcept { return due_ + period_ / 10; }
     void enlist(std::uint64_t number) noexcept { number_ = number; }
 
-    /// Runs the work; whether it wants another turn, which comes after `now`.
+    /// Runs the work. Returns whether it has another turn, which comes after `now`.
     [[nodiscard]] bool run(Uptime now) {
         pending_ = repeats();
-        // Out of the field while it runs, so that cancelling from within can't destroy it.
+        // Moved out of the member while it runs, so that cancelling from within does not destroy it.
         Work work = std::exchange(work_, nullptr);
         work();
         if (!pending_) {
@@ -61,7 +61,7 @@ Task WorkQueue::once(Uptime due, Work work) {
 }
 
 Task WorkQueue::repeatedly(Uptime first, Uptime period, Work work) {
-    // A period of nothing would never let anything else run.
+    // With a period of zero, no other work would ever run.
     return schedule(first, std::max(period, Uptime{1}), std::move(work));
 }
 

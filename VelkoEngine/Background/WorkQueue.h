@@ -12,9 +12,9 @@
 
 namespace velko {
 
-/// Work that waits for its time, kept in order of due time and then of scheduling: what a main thread on a
-/// real clock is made of. Knows no clock; whoever owns it says what time it is and comes back in time.
-/// One thread only. Tasks may outlive the queue; their work never runs then.
+/// Work that waits for its time, in order of due time and then of scheduling. A main thread on a real clock
+/// is made of it. The queue has no clock: its owner says what time it is, and calls again when the next work
+/// is due. One thread only. Tasks may outlive the queue; their work never runs then.
 class WorkQueue final : private NonCopyable {
  public:
     using Uptime = MainThread::Uptime;
@@ -26,7 +26,8 @@ class WorkQueue final : private NonCopyable {
     /// Runs `work` once, at `due` or after.
     [[nodiscard]] Task once(Uptime due, Work work);
 
-    /// Runs `work` at `first` and then every `period`. Turns that were missed are made up by one.
+    /// Runs `work` at `first` and then every `period`. When turns were missed, the work runs once for all of
+    /// them.
     [[nodiscard]] Task repeatedly(Uptime first, Uptime period, Work work);
 
     /// When to come back: at `at`, or up to `leeway` later. Repeated work may wait for a tenth of its

@@ -52,7 +52,7 @@ void checkOwnTree(const Accessibility& accessibility, ProcessID own, Checks& che
            }));
 }
 
-/// Questions, actions and observers that reach nobody.
+/// Questions, actions and observers for a process that does not exist.
 void checkWithoutEffect(const Platform& platform, Checks& checks) {
     Accessibility& accessibility = platform.accessibility;
     const auto start = platform.mainThread.now();

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 constexpr MainThread::Uptime shortly = 20ms;
 constexpr MainThread::Uptime longEnough = 150ms;
 
-/// A main thread on trial, with the notes that its work leaves.
+/// The main thread under test, and what its work has written down.
 struct Trial {
     MainThread& thread;
     const Pass& pass;
@@ -85,7 +85,7 @@ void checkCancelling(const Trial& trial) {
 }
 
 void checkWithinItself(const Trial& trial) {
-    // Each piece of work goes on using what it captured after its own task is gone.
+    // Each piece of work uses what it captured after its own task is destroyed.
     std::string notes;
     const std::string tag = "a text too long to be stored in place, to show memory that was freed";
     const auto note = [&](const std::string& text, const std::string& captured) {

@@ -52,10 +52,10 @@ class MenuBarEngine : private NonCopyable {
     virtual void showAll() = 0;
 };
 
-/// Hides icons through the assessment mode of the system's menu bar, system items always excepted. Owns
-/// the assertion in force and ends it on destruction; an answer that comes later than that, or after a
-/// newer request, has its assertion ended at once. To ask for the plan in force is no newer request than one
-/// that is about to renew that very plan. Main thread.
+/// Hides icons through the assessment mode of the system's menu bar, system items always excepted. Owns the
+/// assertion in force and ends it on destruction; when an answer comes after that, or after a newer request,
+/// its assertion is ended at once. A request for the plan in force does not make void a request that renews
+/// this same plan. Main thread.
 class AssessmentEngine final : public MenuBarEngine {
  public:
     explicit AssessmentEngine(const Platform& platform);
@@ -84,7 +84,7 @@ class AssessmentEngine final : public MenuBarEngine {
     PrivateFramework::ObjectRef assertion_;
     std::int64_t generation_ = 0;  ///< grows with every request; an answer to an older one is stale
     VisibilityPlan current_ = VisibilityPlan::showAll();
-    std::optional<VisibilityPlan> asked_;      ///< of the system, which has not answered yet
+    std::optional<VisibilityPlan> asked_;      ///< for, but not answered yet
     std::shared_ptr<AssessmentEngine*> self_;  ///< answers in flight hold it weakly
 };
 

@@ -35,15 +35,15 @@ std::string methodLine(const RuntimeMethod& method) {
     return (method.isClassMethod ? "+" : "-") + method.selector + " (" + method.typeEncoding + ")";
 }
 
-/// The one answer to an activation. The framework's handler shares it, on whatever thread and for as long as
-/// it likes; completion and assertion are let go on the main thread only, and as soon as it has answered.
+/// The one answer to an activation. The framework's handler shares it, on any thread and for any time.
+/// Completion and assertion are destroyed on the main thread only, and as soon as the framework has answered.
 class Answer final : private NonCopyable {
  public:
     Answer(const Platform& platform, Completion completion)
         : platform_(platform), completion_(std::move(completion)) {}
     ~Answer() { refuse(std::nullopt); }  // nobody is left who could answer
 
-    /// Keeps the assertion alive until the framework has answered. Before that may happen.
+    /// Keeps the assertion alive until the framework has answered. Call it before the activation.
     void keep(PrivateFramework::ObjectRef assertion) { assertion_ = std::move(assertion); }
 
     /// The framework has put the assertion in force.
@@ -52,7 +52,7 @@ class Answer final : private NonCopyable {
         if (before == State::waiting) {
             tell({.assertion = std::move(assertion_), .error = std::nullopt});
         } else if (before == State::givenUp) {
-            // It has raised, and then confirmed all the same: nobody holds this one.
+            // The framework has raised an exception and confirmed all the same. Nobody owns this assertion.
             platform_.mainThread.post(
                 [platform = platform_, late = std::move(assertion_)] { invalidate(platform, late); });
         }
@@ -69,7 +69,7 @@ class Answer final : private NonCopyable {
         }
     }
 
-    /// Without waiting for an answer, which may come all the same.
+    /// Answers with an error and waits no longer, though the framework may still answer.
     void giveUp(FrameworkError error) {
         State before = State::waiting;
         if (state_.compare_exchange_strong(before, State::givenUp)) {
@@ -80,7 +80,8 @@ class Answer final : private NonCopyable {
  private:
     enum class State : std::uint8_t { waiting, givenUp, answered };
 
-    /// The state before. Whoever meets another than `answered` is alone with the assertion.
+    /// Marks it as answered and returns the state before. The caller that gets another state than `answered`
+    /// is the only one that uses the assertion.
     State answered() { return state_.exchange(State::answered); }
 
     void tell(Activation outcome) {
@@ -125,8 +126,8 @@ std::expected<void, FrameworkError> begin(PrivateFramework& framework, const std
     return sent ? std::expected<void, FrameworkError>() : raised(sent.error());
 }
 
-/// The library that is to be looked into: classes are listed only under the path by which the loader knows
-/// it, which one of them tells, or else the list of what is loaded.
+/// The library to look into. The runtime lists classes only under the path by which the loader knows their
+/// library. A class tells this path, or else the list of loaded libraries does.
 std::string declaringImage(const PrivateFramework& framework) {
     for (const char* const className : {configurationClass, assertionClass}) {
         if (auto image = framework.imagePath(className)) {

@@ -106,7 +106,7 @@ std::optional<Rect> frame(const AXAnswer& position, const AXAnswer& size) {
 }
 
 std::optional<Rect> frame(const Accessibility& accessibility, const AXElement& element) {
-    // Scans live on this: they ask singly, which every app has to answer.
+    // Scans need this, so it asks for each attribute alone, which every app can answer.
     const auto position = accessibility.attribute(element, "AXPosition");
     return position ? frame(position, accessibility.attribute(element, "AXSize")) : std::nullopt;
 }

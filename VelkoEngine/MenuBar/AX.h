@@ -16,7 +16,8 @@ namespace velko {
 /// permission calls.
 namespace AX {
 
-/// The element of a process, with the messaging time-out that keeps a hung app from holding us up.
+/// The element of a process, with the messaging time-out, so that a hung app blocks the caller only for a
+/// moment.
 [[nodiscard]] AXElement application(const Accessibility& accessibility, ProcessID pid);
 
 /// An attribute that holds text.
@@ -27,8 +28,8 @@ namespace AX {
 [[nodiscard]] std::string attributeText(const Accessibility& accessibility, const AXElement& element,
                                         const std::string& attribute);
 
-/// Whether the process has answered, be it that there is no such thing. A time-out, a missing permission
-/// and the like say nothing about what was asked.
+/// Whether the process has answered, even if only that there is no such attribute. A time-out or a missing
+/// permission is no answer.
 [[nodiscard]] bool isHeard(const AXAnswer& answer);
 
 /// Several attributes with one message: as many answers as names, each an error when the element does not
@@ -39,7 +40,7 @@ namespace AX {
 /// Text or a number, as text; a switch counts as 1 or 0, anything else is empty.
 [[nodiscard]] std::string text(const AXAnswer& answer);
 
-/// The frame that answers for position and size make, when both have a value and are finite.
+/// The frame made of the answers for position and size, when both have a value and are finite.
 [[nodiscard]] std::optional<Rect> frame(const AXAnswer& position, const AXAnswer& size);
 
 /// An attribute that holds an element.
@@ -88,8 +89,8 @@ void openAccessibilitySettings(const Platform& platform);
 
 /// One element of a walk.
 struct Walked {
-    /// Null for an element of this very process: whatever it is asked, it would answer within the call, on
-    /// the asking thread, though it belongs to the main one.
+    /// Null for an element of this process. Nobody may ask it: it would answer within the call and on this
+    /// thread, though it belongs to the main thread.
     const AXElement* element = nullptr;
     std::optional<ProcessID> pid{};
     int depth = 0;
@@ -112,8 +113,8 @@ void walkOthers(const Platform& platform, const AXElement& top, int depth, const
     }
 }
 
-/// What other processes say of the Accessibility permission, which the system may report wrongly for as long
-/// as a program runs: an entry of another build still counts, or a new one does not yet.
+/// What other processes show of the Accessibility permission. What the system itself says may be wrong for as
+/// long as a program runs: the entry of another build may still count, or a new one may not count yet.
 namespace TrustEvidence {
 
 /// Whom to ask, best first: the menu bar's host, and a few others in case it is busy. Main thread.

@@ -31,7 +31,7 @@ bool isAppBundle(std::string_view path) {
     return std::filesystem::path(path).extension() == ".app";
 }
 
-/// What an app says of its items; nothing when it keeps silent.
+/// What an app says of its items; nothing when it does not answer.
 struct Answer {
     ProcessID pid = 0;
     std::optional<Items> items;
@@ -80,7 +80,7 @@ bool hasPID(const auto& entries, ProcessID pid) {
     return std::ranges::any_of(entries, [pid](const auto& entry) { return entry.pid == pid; });
 }
 
-/// What the apps' answers make of the items that are known.
+/// The known items, brought up to date by the apps' answers.
 Found foundBy(std::vector<Answer> answers, Items known) {
     const bool isAnyAsked = !answers.empty();
     std::erase_if(answers, [](const Answer& answer) { return !answer.items; });
@@ -180,8 +180,8 @@ std::optional<ItemReading> readItem(const Accessibility& accessibility, const AX
     }
     const auto frame = AX::frame(answers[0], answers[1]);
     ItemReading reading{.text = {}, .width = frame ? frame->width : 0};
-    // Empty fields stay, and the value stands where a title would use the identifier: the text must change
-    // whenever one of the four attributes does.
+    // Empty fields stay in the text, and its last field is the value, not the identifier as in a title: the
+    // text must change whenever one of the four attributes changes.
     const char* separator = "";
     for (const AXAnswer& answer : answers | std::views::drop(2)) {
         reading.text += separator;
@@ -219,7 +219,8 @@ namespace {
 /// Elements at this depth are still looked at, those below are not: the host's windows can be large.
 constexpr int deepestWalk = 4;
 
-/// Whether an element of the host's menu-bar window stands for an item, and then whose.
+/// The owner of the item for which an element of the host's menu-bar window stands; nothing when it stands
+/// for none.
 std::optional<ProcessID> ownerOfItem(const Accessibility& accessibility, const Walked& walked,
                                      ProcessID hostPID) {
     if (walked.element == nullptr) {

@@ -30,7 +30,7 @@ struct MenuBarItem {
 
 }  // namespace velko
 
-/// Of all five fields.
+/// A hash of all five fields.
 template <>
 struct std::hash<velko::MenuBarItem> {
     [[nodiscard]] std::size_t operator()(const velko::MenuBarItem& item) const noexcept;
@@ -74,8 +74,8 @@ using ReadingsHandler = std::function<void(Readings)>;
 [[nodiscard]] std::vector<AppRef> runningApps(const Platform& platform);
 
 /// Reads every app's items in the background, at most four apps at once. A running process that does not
-/// answer, as many do for a moment after waking, keeps the items that it has in `known`; an element that
-/// does not is left out.
+/// answer, as happens for a moment after the Mac wakes, keeps the items that it has in `known`; an element
+/// that does not is left out.
 [[nodiscard]] Task items(const Platform& platform, std::vector<MenuBarItem> known, ItemsHandler then);
 
 /// The cheap refresh: keeps the items of `known` whose process still runs and reads only apps that have
@@ -94,7 +94,7 @@ using ReadingsHandler = std::function<void(Readings)>;
 [[nodiscard]] std::set<ProcessID> visiblePIDs(const Platform& platform);
 
 /// The frame of this program's own first status item; origin at the top left of the primary screen. Main
-/// thread: a program's own elements answer on the thread that asks, and they are the main thread's.
+/// thread only: a program's own elements answer on the thread that asks.
 [[nodiscard]] std::optional<Rect> ownItemFrame(const Platform& platform);
 
 }  // namespace velko::Inventory

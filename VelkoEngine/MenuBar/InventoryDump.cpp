@@ -56,7 +56,7 @@ class AppDump final {
         }
     }
 
-    /// What hangs on an app's own element besides its children.
+    /// The elements that an app's own element names besides its children.
     void appExtras(const AXElement& app) {
         static constexpr std::array attributes{"AXExtrasMenuBar", "AXFocusedWindow", "AXMainWindow"};
         for (const char* const attribute : attributes) {
@@ -81,7 +81,7 @@ class AppDump final {
     std::string text_;
 };
 
-/// An element of the host's tree as a line; whether its children belong below it.
+/// Adds an element of the host's tree as a line. Returns whether its children follow below it.
 bool appendHostElement(std::string& text, const Accessibility& accessibility, const Walked& walked,
                        ProcessID hostPID) {
     const auto role = walked.element != nullptr ? roleOf(accessibility, *walked.element) : "?";

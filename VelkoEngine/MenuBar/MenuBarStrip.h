@@ -10,9 +10,9 @@
 /// it, the primary one first.
 namespace velko::MenuBarStrip {
 
-/// The first screen that holds a point (origin at the bottom left, y grows upwards); null when none does.
-/// A point on a screen's top edge is on that screen and not on one above it: there the pointer ends when
-/// it is thrown upwards.
+/// The first screen that holds a point (origin at the bottom left, y grows upwards); null when none does. A
+/// point on a screen's top edge is on that screen and not on one above it: a pointer that is moved up fast
+/// stops there.
 [[nodiscard]] const Display* displayUnder(const std::vector<Display>& displays, Point point);
 
 /// How far a screen's menu bar reaches down from its top edge.
@@ -23,7 +23,7 @@ namespace velko::MenuBarStrip {
 
 /// Whether something with that frame (origin at the top left of the primary screen, y grows downwards) stands
 /// in a menu bar, where a person can see it: both its ends are on one screen, and its middle lies in the bar
-/// and not under a camera housing. What is of no size stands nowhere.
+/// and not under a camera housing. Something without a size is nowhere.
 [[nodiscard]] bool shows(const std::vector<Display>& displays, double statusBarThickness, const Rect& frame);
 
 /// Whether a point (origin at the bottom left, y grows upwards) lies in the menu bar of its screen.

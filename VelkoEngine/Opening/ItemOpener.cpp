@@ -43,8 +43,8 @@ PressResult pressFirstItem(Accessibility& accessibility, ProcessID pid) {
 
 }  // namespace
 
-/// One opening, from the request to its end. It waits, then watches and presses. Whoever it calls may end
-/// it or the opener, so every step that calls out holds it.
+/// One opening, from the request to its end. It waits, then watches and presses. A callback may end it or
+/// destroy the opener, so each step that calls back keeps a reference to it.
 class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
  public:
     Opening(ItemOpener& opener, Request request)
@@ -62,7 +62,7 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
                                [this, pid = pids.front()] { watchAndPress(pid); });
     }
 
-    /// Nobody hears of its end any more. One that watches ends here, one that waits goes on.
+    /// Nobody is told of its end any more. An opening that watches ends here; one that still waits goes on.
     void supersede() {
         request_.onClose = nullptr;
         if (!wait_.isPending()) {
@@ -145,7 +145,7 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
 ItemOpener::ItemOpener(const Platform& platform) : platform_(platform) {}
 
 ItemOpener::~ItemOpener() {
-    // An opening that is calling out right now survives the opener, but does nothing more.
+    // An opening that is in a callback right now lives longer than the opener, but does nothing more.
     for (const auto& opening : openings_) {
         opening->letGo();
     }

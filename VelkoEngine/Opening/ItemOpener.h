@@ -12,8 +12,8 @@
 namespace velko {
 
 /// Presses an app's first status item, so that its menu opens, and reports when that menu has closed again.
-/// Says nothing about visibility: the caller lets the icon out before and tucks it after. One opening at a
-/// time. Main thread; nothing that it has registered outlives it.
+/// Does not change what is visible: the caller shows the icon before and hides it afterwards. One opening at
+/// a time. Main thread; nothing that it has registered outlives it.
 class ItemOpener final : private NonCopyable {
  public:
     explicit ItemOpener(const Platform& platform);
@@ -30,8 +30,8 @@ class ItemOpener final : private NonCopyable {
     /// not run, `onClose` is called before this returns.
     void open(Request request);
 
-    /// Ends the opening in progress without calling its `onClose`. One that still waits for its icon goes
-    /// on by itself: it opens the menu, and nobody hears when that closes.
+    /// Ends the opening in progress without calling its `onClose`. An opening that still waits for its icon
+    /// goes on: it opens the menu, and nobody is told when the menu closes.
     void cancel();
 
  private:

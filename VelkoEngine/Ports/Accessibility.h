@@ -55,14 +55,14 @@ using AXValue =
 /// What an element says when it is asked for an attribute.
 using AXAnswer = std::expected<AXValue, AXError>;
 
-/// A listener for what one process tells of its elements, registered until it is destroyed. Main thread.
+/// Listens to the notifications of one process until it is destroyed. Main thread.
 class AXObserver : private NonCopyable {
  public:
-    /// Safe within the handler, which is never called afterwards.
+    /// May be destroyed within the handler, which is never called afterwards.
     virtual ~AXObserver() = default;
 
-    /// Asks to be told whenever that happens to an element of the process; an application's element stands
-    /// for all elements below it. May block for the element's time-out.
+    /// Asks for a notification about an element of the process. An application's element stands for all
+    /// elements below it. May block for the element's time-out.
     [[nodiscard]] virtual std::expected<void, AXError> add(const AXElement& element,
                                                            const std::string& notification) = 0;
 };
@@ -88,8 +88,8 @@ class Accessibility : private NonCopyable {
     [[nodiscard]] virtual std::expected<AXValue, AXError> attribute(const AXElement& element,
                                                                     const std::string& name) const = 0;
 
-    /// Several attributes for the price of one question: an answer for each name, in their order. An error
-    /// when the element does not answer at all.
+    /// Several attributes with one message: an answer for each name, in their order. An error when the
+    /// element does not answer at all.
     [[nodiscard]] virtual std::expected<std::vector<AXAnswer>, AXError> attributes(
         const AXElement& element, const std::vector<std::string>& names) const = 0;
 
@@ -99,13 +99,14 @@ class Accessibility : private NonCopyable {
     /// The process that owns an element.
     [[nodiscard]] virtual std::expected<ProcessID, AXError> pid(const AXElement& element) const = 0;
 
-    /// The element under a point, whichever app it belongs to, or of whoever shows that part of the screen
-    /// for it; origin at the top left of the primary screen. The question takes at most the time-out that
-    /// the process has for all; the one given holds for the element that is found.
+    /// The element under a point, of any app. It may belong to the process that draws this part of the screen
+    /// for the app. Origin at the top left of the primary screen. The call takes at most the time-out of the
+    /// whole process; the one given holds for the element that is found.
     [[nodiscard]] virtual std::expected<AXElement, AXError> elementAt(Point point,
                                                                       float messagingTimeout) const = 0;
 
-    /// Makes an element do something; may block for its time-out, though it does it all the same.
+    /// Makes an element perform an action. May block for the element's time-out even though the action is
+    /// performed.
     [[nodiscard]] virtual std::expected<void, AXError> perform(const AXElement& element,
                                                                const std::string& action) = 0;
 

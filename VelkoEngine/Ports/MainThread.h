@@ -15,8 +15,8 @@ namespace velko {
 
 /// The thread on which all of Velko's state lives, with its clocks and timers.
 ///
-/// Everything is called on that thread, but for what says otherwise. Work runs one piece at
-/// a time, in order of its due time and then of its scheduling; never inside the call that schedules it.
+/// All functions are called on that thread unless they say otherwise. Work runs one piece at a time, in order
+/// of its due time and then of its scheduling; never inside the call that schedules it.
 class MainThread : private NonCopyable {
  public:
     using Work = std::function<void()>;
@@ -61,7 +61,7 @@ class MainThread : private NonCopyable {
     using Read = std::function<std::shared_ptr<void>()>;
     using Then = std::function<void(const std::shared_ptr<void>&)>;
 
-    /// `background`, with the type of the result put aside.
+    /// `background`, without the type of the result.
     [[nodiscard]] virtual Task startBackground(Read read, Then then) = 0;
 };
 
@@ -70,14 +70,14 @@ class MainThread : private NonCopyable {
     return std::chrono::duration<double>(uptime).count();
 }
 
-/// The system's leave to stretch the timers of a program that nobody looks at, held off for a while. Main
+/// The system delays the timers of a program that nobody looks at. This asks it not to, for a while. Main
 /// thread.
 class Activity : private NonCopyable {
  public:
     virtual ~Activity() = default;
 
-    /// While the subscription lasts, timers come when they are due. `reason` says what for; people can read
-    /// it. Several may last at a time. The machine may still go to sleep.
+    /// While the subscription lasts, timers come when they are due. People can read the `reason`. Several may
+    /// last at a time. The machine may still go to sleep.
     [[nodiscard]] virtual Subscription begin(const std::string& reason) = 0;
 };
 

@@ -29,10 +29,10 @@ class ClickTap : private NonCopyable {
  public:
     virtual ~ClickTap() = default;
 
-    /// Switches the tap on again after the system has switched it off, which now and then is in vain.
+    /// Switches the tap on again after the system has switched it off, which sometimes has no effect.
     virtual void enable() = 0;
 
-    /// Whether the system lets it hear of clicks. One that is dead stays so; it is to be replaced.
+    /// Whether the system sends clicks to it. A tap that does not come on again must be replaced.
     [[nodiscard]] virtual bool isEnabled() const = 0;
 };
 
@@ -41,8 +41,8 @@ class Pointer : private NonCopyable {
  public:
     virtual ~Pointer() = default;
 
-    /// Installs a tap that listens for buttons going down and alters nothing; null when the system refuses.
-    /// Without the Accessibility permission it may ask the user for another one, so only call it with that.
+    /// Installs a tap that hears buttons going down and changes nothing; null when the system refuses. Call
+    /// it only with the Accessibility permission: without it, the system may ask the user for another one.
     /// `handler` must return at once: the system switches off a slow tap.
     [[nodiscard]] virtual std::unique_ptr<ClickTap> tapClicks(
         std::function<void(const ClickTapEvent&)> handler) = 0;

@@ -69,7 +69,7 @@ class PrivateFramework : private NonCopyable {
     [[nodiscard]] virtual std::optional<std::string> imagePath(const std::string& className) const = 0;
 
     /// The libraries in this process, by the paths under which the loader knows them: those of frameworks
-    /// name a version that `open` may have been spared.
+    /// contain a version, which `open` does not need.
     [[nodiscard]] virtual std::vector<std::string> loadedLibraries() const = 0;
 
     /// Every class that a library defines, with its own class and instance methods, in no set order; none
@@ -87,8 +87,7 @@ class PrivateFramework : private NonCopyable {
     [[nodiscard]] virtual std::expected<ObjectRef, RaisedException> makeAssertion(
         const std::string& className) = 0;
 
-    /// Called by the framework with an error or without one, on a thread of its choosing; how often is the
-    /// framework's affair.
+    /// Called by the framework with an error or without one, on any thread and any number of times.
     using Activated = std::function<void(std::optional<FrameworkError>)>;
 
     /// Asks the framework to put a configuration in force for as long as the assertion is valid.

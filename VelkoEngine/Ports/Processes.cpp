@@ -9,8 +9,8 @@ namespace velko::ProcessStats {
 
 namespace {
 
-/// The whole nanoseconds of a time, without a product that could overflow; nothing when they need more
-/// than 64 bits or the time base makes no sense.
+/// A time in whole nanoseconds; nothing when the number needs more than 64 bits or the time base makes no
+/// sense. No product overflows on the way.
 std::optional<std::uint64_t> nanoseconds(std::uint64_t time, TimeBase base) {
     if (base.denominator == 0) {
         return std::nullopt;

@@ -29,7 +29,7 @@ struct TimeBase {
     bool operator==(const TimeBase&) const = default;
 };
 
-/// How the kernel answers a signal that is none.
+/// How the kernel answers the null signal, which only asks whether a process exists.
 enum class NullSignal { delivered, notPermitted, noSuchProcess };
 
 /// The kernel's list of processes. Any thread.
@@ -56,7 +56,7 @@ class Processes : private NonCopyable {
     /// Asks whether a process exists, without touching it. `pid` is above 0.
     [[nodiscard]] virtual NullSignal nullSignal(ProcessID pid) const = 0;
 
-    /// Whether a process exists: one that may not be signalled does. `pid` is above 0.
+    /// Whether a process exists. A process that may not be signalled exists too. `pid` is above 0.
     [[nodiscard]] bool exists(ProcessID pid) const { return nullSignal(pid) != NullSignal::noSuchProcess; }
 };
 

@@ -8,8 +8,8 @@
 
 namespace velko {
 
-/// Scheduled work that its owner can call off. Move-only: destroying or replacing a task cancels it, so
-/// an object that owns its tasks outlives none of them. Main thread only.
+/// Scheduled work that its owner can call off. Move-only: destroying or replacing a task cancels it, so no
+/// task runs after its owner is destroyed. Main thread only.
 class Task {
  public:
     /// What a `MainThread` keeps for each piece of work.
@@ -17,7 +17,8 @@ class Task {
      public:
         virtual ~Handle() = default;
 
-        /// The work never starts after this, and what it captured is let go. Harmless when it has run.
+        /// The work never starts after this call, and what it captured is destroyed. Does nothing when the
+        /// work has run.
         virtual void cancel() noexcept = 0;
 
         /// Whether the work may still run: neither done nor cancelled.
@@ -28,7 +29,8 @@ class Task {
     explicit Task(std::shared_ptr<Handle> handle) noexcept : handle_(std::move(handle)) {}
     Task(Task&&) noexcept = default;
     Task& operator=(Task&& other) noexcept {
-        // The new handle is in place before the old one goes: its work may be what is running right now.
+        // The new handle is stored before the old one is destroyed, because the old one's work may be running
+        // right now.
         const Task old(std::exchange(handle_, std::exchange(other.handle_, nullptr)));
         return *this;
     }

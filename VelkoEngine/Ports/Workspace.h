@@ -29,10 +29,10 @@ struct WorkspaceNotice {
         screensDidWake,
         activeSpaceChanged,
         sessionBecameActive,
-        launched,    ///< only of regular apps, which few apps of the menu bar are
+        launched,    ///< only for regular apps; few apps in the menu bar are regular
         terminated,  ///< likewise
         activated,
-        listChanged,  ///< the running applications are others than before, whatever kind they are
+        listChanged,  ///< the list of running applications has changed; apps of every kind
     };
 
     Kind kind = Kind::didWake;
@@ -50,8 +50,8 @@ class Workspace : private NonCopyable {
     /// Every running application, in the system's order, this process included. Main thread.
     [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
 
-    /// The identifier of the app that a process runs; nothing when it is none, has none, or is gone. Main
-    /// thread.
+    /// The identifier of the app that a process runs; nothing when it runs no app, the app has no identifier,
+    /// or the process has ended. Main thread.
     [[nodiscard]] virtual std::optional<BundleID> bundleID(ProcessID pid) const = 0;
 
     /// The processes that run an app with that identifier, in the system's order. Any thread.
@@ -61,8 +61,8 @@ class Workspace : private NonCopyable {
     /// ".app"; nothing when there is none. Main thread.
     [[nodiscard]] virtual std::optional<std::string> installedName(const BundleID& bundleID) const = 0;
 
-    /// Calls `handler` on the main thread for every notice until the subscription ends. What comes first of a
-    /// regular app, its own notice or that of the list, is open.
+    /// Calls `handler` on the main thread for every notice until the subscription ends. For a regular app,
+    /// its own notice and that of the list may come in either order.
     [[nodiscard]] virtual Subscription observe(std::function<void(const WorkspaceNotice&)> handler) = 0;
 
     /// Asks every process that runs an app with that identifier to quit; each may take its time or decline.

@@ -28,8 +28,8 @@ std::string wholeText(double number) {
 
 namespace {
 
-/// The first bytes of a kind of sequence, its length, and what its second byte may be: the narrow ranges
-/// keep out overlong forms, surrogates and what lies beyond the last code point.
+/// A kind of sequence: its first bytes, its length, and the range of its second byte. The narrow ranges keep
+/// out overlong forms, surrogates and numbers above the last code point.
 struct Form {
     unsigned char firstLow;
     unsigned char firstHigh;

@@ -35,8 +35,8 @@ bool hasIconAt(const Accessibility& accessibility, ProcessID pid, Point point) {
     });
 }
 
-/// The app that has an icon at the click. Icons move whenever others come and go, so each app is asked
-/// where its own are now; the one that was nearest first, since that is mostly it.
+/// The app that has an icon under the click. Icons move when others come and go, so each app is asked where
+/// its icons are now. The app that was nearest is asked first, because it is usually the one.
 std::optional<ProcessID> ownerByFrame(const Accessibility& accessibility, const MenuBarClick& click) {
     std::vector<std::pair<double, ProcessID>> nearest;
     nearest.reserve(click.shown.size());
@@ -56,8 +56,8 @@ std::optional<ProcessID> ownerByFrame(const Accessibility& accessibility, const 
 }  // namespace
 
 std::optional<ProcessID> ownerOf(const Platform& platform, const MenuBarClick& click) {
-    // The system would ask this process amid the call, on this thread, and its windows belong to the main
-    // one.
+    // The system would ask this process within the call and on this thread, but its windows belong to the
+    // main thread.
     if (isOwnWindow(platform, click.at)) {
         return platform.processes.ownPID();
     }
@@ -75,8 +75,8 @@ std::optional<ProcessID> ownerOf(const Platform& platform, const MenuBarClick& c
 
 namespace {
 
-/// Whether a point in a menu bar is left of every icon in that bar by more than the width of the leftmost:
-/// that much room is left for one that is not known yet. A bar without icons says nothing.
+/// Whether a point in a menu bar is left of every known icon in that bar by more than the leftmost icon's
+/// width. That room is left for an icon that is not known yet. Where no icon is known, the answer is no.
 bool isLeftOfAll(const std::vector<KnownIcon>& icons, const std::vector<Display>& displays,
                  double statusBarThickness, Point point) {
     const double top = displays.front().frame.maxY();
@@ -120,7 +120,7 @@ void ClickHistory::stop() {
     hitTests_.clear();
 }
 
-/// The system waits for this, and switches the tap off when it takes long.
+/// The system waits until this returns, and switches the tap off when it takes long.
 void ClickHistory::hear(const ClickTapEvent& event) {
     switch (event.kind) {
         case ClickTapEvent::Kind::disabled: tap_->enable(); break;
@@ -133,7 +133,7 @@ void ClickHistory::hear(const ClickTapEvent& event) {
     }
 }
 
-/// Finds out whose icon it was, if it may be an icon's at all.
+/// Asks for the owner of the icon, if the press may be on an icon.
 void ClickHistory::press(Point at) {
     const auto displays = platform_.displays.displays();
     const double thickness = platform_.displays.statusBarThickness();
@@ -141,7 +141,7 @@ void ClickHistory::press(Point at) {
         return;
     }
     KnownBar bar = look_();
-    // The window list does not tell that the broom is ours, and nobody may ask for it on another thread.
+    // The window list does not show that the broom is ours, and another thread must not ask for it.
     const bool mayBeOwn = !bar.broom || bar.broom->contains(at);
     if (mayBeOwn || isLeftOfAll(bar.icons, displays, thickness, at)) {
         return;
@@ -156,7 +156,7 @@ void ClickHistory::report(std::optional<ProcessID> pid) const {
     }
     const auto bundleID = platform_.workspace.bundleID(*pid);
     if (bundleID && *bundleID != "com.apple.MenuBarAgent") {
-        const auto onClick = onClick_;  // it may destroy this
+        const auto onClick = onClick_;  // it may destroy this object
         onClick(*bundleID);
     }
 }

@@ -28,13 +28,13 @@ struct MenuBarClick {
     std::vector<KnownIcon> shown;
 };
 
-/// The process whose icon lies under a click, or whatever the system names there. Blocks for some messages;
-/// any thread.
+/// The process whose icon lies under a click, or else the process that the system names there. Blocks for
+/// some messages; any thread.
 [[nodiscard]] std::optional<ProcessID> ownerOf(const Platform& platform, const MenuBarClick& click);
 
 /// What is known of the menu bar when a click is heard; origin at the top left of the primary screen.
 struct KnownBar {
-    /// Velko's own icon: empty where there is none, nothing while nobody knows where it is.
+    /// Velko's own icon: an empty frame when there is none, absent while its place is not known.
     std::optional<Rect> broom = Rect{};
     std::vector<KnownIcon> icons{};  ///< the other apps' icons, as last read
 };
@@ -43,20 +43,21 @@ struct KnownBar {
 /// up, because asking for the owner happens off the main thread, one click at a time. Main thread.
 class ClickHistory final : private NonCopyable {
  public:
-    /// Clicks that may wait for their owner to be found; of more, the oldest is dropped.
+    /// How many clicks may wait until their owner is found. When there are more, the oldest is dropped.
     static constexpr std::size_t mostWaiting = 32;
 
     using PressHandler = std::function<void(const ClickTapEvent&)>;
 
-    /// `look` is called amid a click, and quick; `onClick` receives the clicked app. A click left of all
-    /// known icons is one on the menus of the app in front, and nobody's icon click. `onPress` is told of
-    /// every button that goes down, wherever it is, and must return at once: the system waits for it. All of
-    /// them on the main thread.
+    /// `look` is called while a click waits, so it must be quick. `onClick` receives the clicked app. A click
+    /// left of all known icons is on the menus of the app in front, and on no icon. `onPress` is told of
+    /// every button that goes down anywhere. It must return at once, because the system waits for it. All
+    /// three are called on the main thread.
     ClickHistory(const Platform& platform, std::function<KnownBar()> look,
                  std::function<void(const BundleID&)> onClick, PressHandler onPress = {});
 
-    /// Begins to listen, unless it does; again, if the system has made it deaf. Only with the permission,
-    /// or the user may be asked for one that Velko has no use for. The system may refuse all the same.
+    /// Begins to listen. Does nothing while clicks are heard; begins again after the system has switched the
+    /// tap off. Call it only with the Accessibility permission: without it, the system may ask the user for a
+    /// permission that Velko does not need. The system may still refuse.
     void start();
 
     /// Whether clicks are heard.

@@ -138,7 +138,8 @@ void IconWatch::compare(std::vector<Sight> sights) {
     observeNext();
 }
 
-/// One app in each turn of the main thread: every notification is a message, which an app may keep waiting.
+/// Asks one app in each turn of the main thread, because each notification costs a message and the app may
+/// answer slowly.
 void IconWatch::observeNext() {
     if (unobserved_.empty() || observing_.isPending()) {
         return;
@@ -168,7 +169,7 @@ void IconWatch::observe(const BundleID& bundleID) {
     }
 }
 
-/// False as soon as the app lets one of the questions wait for too long: it would do so with all.
+/// False as soon as the app answers one question too late, because it would answer all of them late.
 bool IconWatch::registerItems(AXObserver& observer, const std::vector<AXElement>& items) const {
     static constexpr std::array notifications{"AXTitleChanged", "AXValueChanged",       "AXResized",
                                               "AXCreated",      "AXUIElementDestroyed", "AXLayoutChanged"};

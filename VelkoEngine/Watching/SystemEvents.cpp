@@ -79,7 +79,8 @@ ProcessRoll::Events ProcessRoll::hearEnd(const WorkspaceNotice& notice) {
     return {{.isLaunch = false, .app = notice.bundleID.value_or(unknown)}};
 }
 
-/// Whether the list has told of that end. A notice that says little is taken to be about what it told.
+/// Whether the list has already shown this end. A notice that names neither process nor app counts as one
+/// that it has shown.
 bool ProcessRoll::isKnownEnd(const WorkspaceNotice& notice) const {
     return std::ranges::any_of(ended_, [&](const End& end) {
         return notice.pid ? end.pid == *notice.pid : !notice.bundleID || end.app == *notice.bundleID;

@@ -14,9 +14,9 @@
 
 namespace velko {
 
-/// Which applications have come and gone, from two sources of which neither is complete: notices, which the
-/// system sends for regular apps only, and the list of running applications, which holds much that can have
-/// no icon. Each launch and each end counts once, whichever source tells of it first. A value; main thread.
+/// Which applications have been launched and have ended. There are two sources, and neither is complete: the
+/// system sends notices for regular apps only, and the list of running applications holds many that can have
+/// no icon. Each launch and each end counts once, whichever source shows it first. A value; main thread.
 class ProcessRoll final {
  public:
     struct Event {
@@ -27,23 +27,24 @@ class ProcessRoll final {
     };
     using Events = std::vector<Event>;
 
-    /// `listed`: the running applications that are no news.
+    /// `listed`: the applications that run already.
     explicit ProcessRoll(const std::vector<RunningApplication>& listed);
 
-    /// What has happened by a list of running applications. Only apps that may have icons come by it alone.
+    /// What has changed since the list before. Without a notice, only the launch of an app that may have
+    /// icons counts.
     [[nodiscard]] Events compare(const std::vector<RunningApplication>& listed);
 
-    /// What a notice of a launch or an end tells that is not known yet, the list having been compared.
+    /// What is new in a notice of a launch or an end. Call `compare` with the current list first.
     [[nodiscard]] Events hear(const WorkspaceNotice& notice);
 
-    /// Notices that come from now on are about something new.
+    /// Begins a new burst: later notices are about other launches and ends.
     void beginBurst() { ended_.clear(); }
 
  private:
     struct Entry {
         std::string app;
-        bool isListed = false;  ///< the list has held it
-        bool hasEnded = false;  ///< though the list still holds it
+        bool isListed = false;  ///< the list has shown it
+        bool hasEnded = false;  ///< by a notice, though the list still shows it
     };
     struct End {
         ProcessID pid = 0;

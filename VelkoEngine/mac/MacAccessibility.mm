@@ -12,7 +12,8 @@ namespace velko {
 
 namespace {
 
-/// What the system's callback needs. It holds this for the call, in which the observer may end.
+/// What the system's callback needs. The callback keeps it alive during the call, in which the observer may
+/// end.
 struct Listener : std::enable_shared_from_this<Listener> {
     Listener(float messagingTimeout, Accessibility::NotificationHandler notificationHandler)
         : timeout(messagingTimeout), handler(std::move(notificationHandler)) {}
@@ -24,7 +25,7 @@ struct Listener : std::enable_shared_from_this<Listener> {
 void hear(AXObserverRef /*observer*/, AXUIElementRef element, CFStringRef notification, void* context) {
     const auto listener = static_cast<Listener*>(context)->shared_from_this();
     if (const auto handler = listener->handler) {
-        @autoreleasepool {  // the run loop calls this beside AppKit's events, and drains nothing by itself
+        @autoreleasepool {  // the run loop calls this outside AppKit's events, where no pool is drained
             handler(portable((__bridge NSString*)notification),
                     MacElement::make(CFRef<AXUIElementRef>::retain(element), listener->timeout));
         }
@@ -35,11 +36,12 @@ class MacAXObserver final : public AXObserver {
  public:
     MacAXObserver(CFRef<AXObserverRef> observer, std::shared_ptr<Listener> listener)
         : observer_(std::move(observer)), listener_(std::move(listener)) {
-        // Also while a menu, an alert or a drag of our own holds the run loop in a mode of its own.
+        // In the common modes: it is also called while a menu, an alert or a drag of ours runs the loop in
+        // another mode.
         CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()),
                            kCFRunLoopCommonModes);
     }
-    /// First no more callbacks, then the release. That waits for its turn on the main queue, because an
+    /// First stops the callbacks, then releases. The release waits for its turn on the main queue, because an
     /// observer may end within its own callback, while the system is still busy with it.
     ~MacAXObserver() override {
         CFRunLoopRemoveSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()),
@@ -146,7 +148,7 @@ AXValue valueOf(CFTypeRef object, float timeout) {
     return AXOther{};
 }
 
-/// What stands for one attribute among several: its value, or the error that reading it alone would give.
+/// The answer for one attribute of several: its value, or the error that reading it alone would give.
 AXAnswer answerOf(CFTypeRef object, float timeout) {
     ::AXError error = kAXErrorSuccess;
     if (CFGetTypeID(object) == AXValueGetTypeID() &&
@@ -159,7 +161,7 @@ AXAnswer answerOf(CFTypeRef object, float timeout) {
 }  // namespace
 
 MacAccessibility::MacAccessibility(float messagingTimeout) {
-    // For this one element the system takes it as the default of the whole process.
+    // On the system-wide element, the time-out becomes the default of the whole process.
     const auto everything = CFRef<AXUIElementRef>::adopt(AXUIElementCreateSystemWide());
     AXUIElementSetMessagingTimeout(everything.get(), messagingTimeout);
 }

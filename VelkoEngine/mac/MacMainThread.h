@@ -8,8 +8,8 @@ namespace velko {
 
 /// The process's main thread, by way of the system's main queue, which also runs while menus track.
 ///
-/// The queue does not run inside its own work: whoever starts a run loop of its own from there (a modal
-/// alert, a menu that is tracked within the call) stops all other work until that loop ends.
+/// Work on the queue never runs inside other work. A modal alert or a menu that runs a loop of its own there
+/// stops all other work until that loop ends.
 class MacMainThread final : public MainThread {
  public:
     MacMainThread();

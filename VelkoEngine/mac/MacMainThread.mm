@@ -26,7 +26,7 @@ MainThread::Uptime uptime() {
 
 }  // namespace
 
-/// Outlives the main thread's object for as long as anything may still come back to it.
+/// Lives longer than the main thread's object, until the last background answer has come back.
 class MacMainThread::Core final : public std::enable_shared_from_this<Core> {
  public:
     Core() : timer_(dispatch_source_create(DISPATCH_SOURCE_TYPE_TIMER, 0, 0, dispatch_get_main_queue())) {}
@@ -75,7 +75,7 @@ class MacMainThread::Core final : public std::enable_shared_from_this<Core> {
         Work work;
     };
 
-    /// Runs what is due at its beginning; what comes up meanwhile waits, so that events get their turn.
+    /// Runs what is due when it begins. Newer work waits, so that events are handled in between.
     void drain() {
         std::vector<Posted> posted;
         {
@@ -166,7 +166,7 @@ Task MacMainThread::startBackground(Read read, Then then) {
           result = job->first();
           job->first = nullptr;
       }
-      // The answer travels on in the work alone, so its last reference goes on the main thread.
+      // Only the posted work owns the answer now, so it is destroyed on the main thread.
       core->post([answer = std::move(job->second), result = std::move(result)] { answer->deliver(result); });
     });
     return task;

@@ -12,7 +12,7 @@ namespace velko {
 
 namespace {
 
-/// What the system's callback needs. It holds this for the call, in which the tap may end.
+/// What the system's callback needs. The callback keeps it alive during the call, in which the tap may end.
 struct Listener : std::enable_shared_from_this<Listener> {
     explicit Listener(std::function<void(const ClickTapEvent&)> eventHandler)
         : handler(std::move(eventHandler)) {}
@@ -22,7 +22,7 @@ struct Listener : std::enable_shared_from_this<Listener> {
 
 CGEventRef hear(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* context) {
     const auto listener = static_cast<Listener*>(context)->shared_from_this();
-    @autoreleasepool {  // the run loop calls this beside AppKit's events, and drains nothing by itself
+    @autoreleasepool {  // the run loop calls this outside AppKit's events, where no pool is drained
         if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) {
             listener->handler({.kind = ClickTapEvent::Kind::disabled});
         } else {
@@ -43,8 +43,8 @@ class MacClickTap final : public ClickTap {
         CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
         enable();
     }
-    /// Off first, so that no event is under way; then out of the loop; the port goes last, with the
-    /// listener that it knows.
+    /// Switches the tap off first, so that no event comes any more, and then leaves the run loop. The port
+    /// goes last, with the listener to which it points.
     ~MacClickTap() override {
         CGEventTapEnable(tap_.get(), false);
         CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);

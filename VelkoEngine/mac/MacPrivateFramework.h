@@ -4,7 +4,7 @@
 
 namespace velko {
 
-/// The dynamic loader and the object runtime. Nothing that a framework raises gets past this class.
+/// The dynamic loader and the object runtime. It catches every exception that a framework raises.
 class MacPrivateFramework final : public PrivateFramework {
  public:
     [[nodiscard]] std::expected<void, std::string> open(const std::string& path) override;

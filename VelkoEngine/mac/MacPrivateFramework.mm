@@ -117,7 +117,8 @@ std::optional<std::string> MacPrivateFramework::imagePath(const std::string& cla
 std::vector<std::string> MacPrivateFramework::loadedLibraries() const {
     std::vector<std::string> paths;
     for (std::uint32_t image = 0; image < _dyld_image_count(); ++image) {
-        if (const char* const path = _dyld_get_image_name(image)) {  // gone since it was counted
+        // Null if the library was unloaded since the count.
+        if (const char* const path = _dyld_get_image_name(image)) {
             paths.emplace_back(path);
         }
     }
@@ -151,8 +152,8 @@ std::expected<PrivateFramework::ObjectRef, RaisedException> MacPrivateFramework:
 std::expected<void, RaisedException> MacPrivateFramework::activate(const ObjectRef& assertion,
                                                                    const ObjectRef& configuration,
                                                                    Activated completion) {
-    // Made here and not in the guarded call: a block within a lambda captures by reference what the lambda
-    // does, and this one outlives both.
+    // Made outside the lambda: a block inside it would share the lambda's references, and this block lives
+    // longer.
     void (^handler)(NSError*) = ^(NSError* error) {
       completion(error == nil ? std::nullopt : std::optional(portable(error)));
     };

@@ -26,7 +26,7 @@ PropertyList portableNumber(CFNumberRef number) {
 
 PropertyList portableDate(NSDate* date) {
     const double seconds = std::floor(date.timeIntervalSince1970);
-    constexpr double farthest = 1e12;  // tens of thousands of years; also keeps out what is no number
+    constexpr double farthest = 1e12;  // tens of thousands of years; the test below also keeps out NaN
     if (!(std::abs(seconds) < farthest)) {
         return {};
     }

@@ -9,8 +9,8 @@
 
 namespace velko {
 
-/// Calls `handler` on the main thread for every notification of that name, until the subscription ends;
-/// one that is already on its way then is dropped. Main thread.
+/// Calls `handler` on the main thread for every notification of that name, until the subscription ends; a
+/// notification that is on its way at that moment is dropped. Main thread.
 [[nodiscard]] Subscription observeNotification(NSNotificationCenter* center, NSNotificationName name,
                                                std::function<void(NSNotification*)> handler);
 

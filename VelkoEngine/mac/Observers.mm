@@ -16,7 +16,7 @@ Subscription observeNotification(NSNotificationCenter* center, NSNotificationNam
                                              object:nil
                                               queue:[NSOperationQueue mainQueue]
                                          usingBlock:^(NSNotification* notification) {
-                                           // Held for the call, in which the subscription may end.
+                                           // Kept alive during the call, in which the subscription may end.
                                            if (const auto alive = weak.lock()) {
                                                (*alive)(notification);
                                            }
@@ -57,7 +57,7 @@ Subscription observeNotification(NSNotificationCenter* center, NSNotificationNam
     const auto weak = _handler;
     dispatch_async(dispatch_get_main_queue(), ^{
       @autoreleasepool {
-          // Held for the call, in which the subscription may end.
+          // Kept alive during the call, in which the subscription may end.
           if (const auto handler = weak.lock()) {
               (*handler)();
           }
@@ -84,7 +84,7 @@ Subscription observeKey(NSObject* object, NSString* keyPath, std::function<void(
 
 namespace {
 
-/// The handler lives as long as the subscription, and for a call in which that ends.
+/// The handler lives as long as the subscription, and until a running call has returned.
 template <class Handler>
 Subscription monitoring(id monitor, std::shared_ptr<Handler> handler) {
     return Subscription([monitor, handler = std::move(handler)]() mutable {
