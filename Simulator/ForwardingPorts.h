@@ -20,7 +20,7 @@ class ForwardingAccessibility : public Accessibility {
 
     [[nodiscard]] bool isTrusted() const override { return next_.isTrusted(); }
     void promptForTrust() override { next_.promptForTrust(); }
-    [[nodiscard]] AXElement application(ProcessID pid, float messagingTimeout) const override {
+    [[nodiscard]] AXElement application(ProcessID pid, Uptime messagingTimeout) const override {
         return next_.application(pid, messagingTimeout);
     }
     [[nodiscard]] std::expected<AXValue, AXError> attribute(const AXElement& element,
@@ -39,14 +39,14 @@ class ForwardingAccessibility : public Accessibility {
         return next_.pid(element);
     }
     [[nodiscard]] std::expected<AXElement, AXError> elementAt(Point point,
-                                                              float messagingTimeout) const override {
+                                                              Uptime messagingTimeout) const override {
         return next_.elementAt(point, messagingTimeout);
     }
     [[nodiscard]] std::expected<void, AXError> perform(const AXElement& element,
                                                        const std::string& action) override {
         return next_.perform(element, action);
     }
-    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, float messagingTimeout,
+    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, Uptime messagingTimeout,
                                                       NotificationHandler handler) override {
         return next_.observe(pid, messagingTimeout, std::move(handler));
     }

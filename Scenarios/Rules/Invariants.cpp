@@ -37,9 +37,7 @@ constexpr std::uint64_t wakeUpsToSpare = 600;
 constexpr std::size_t mostWork = 12;  ///< the loops, a save, a scan, and some to spare
 
 /// After how long without work a Live Activity counts as over.
-constexpr auto quiet = std::chrono::duration_cast<std::chrono::milliseconds>(
-                           std::chrono::duration<double>(Timing::liveActivityQuietSeconds)) +
-                       Timing::liveActivityCheckInterval * 2;
+constexpr auto quiet = Timing::liveActivityQuietSeconds + Timing::liveActivityCheckInterval * 2;
 
 bool isEvent(Verb verb) {
     using enum Verb;

@@ -67,7 +67,7 @@ class Invariants final : private NonCopyable {
     Model model_;
     Subscription notices_;
     bool wasToldThisTurn_ = false;
-    std::optional<double> shownAllAt_;  ///< the hiding change that was the user's wish to see everything
+    std::optional<Uptime> shownAllAt_;  ///< the hiding change that was the user's wish to see everything
     Uptime calmSince_{0};
     std::uint64_t wakeUps_ = 0;  ///< up to the last check
     std::optional<std::string> breach_;

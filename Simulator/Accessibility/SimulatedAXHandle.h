@@ -18,10 +18,10 @@ class SimulatedAXHandle final : public AXElement::Native {
     static constexpr MainThread::Uptime defaultTimeout = std::chrono::seconds(6);
 
     /// An application's element is looked up when it is asked, for it can be made for any process.
-    SimulatedAXHandle(ProcessID pid, std::optional<std::weak_ptr<SimulatedElement>> element, float timeout)
+    SimulatedAXHandle(ProcessID pid, std::optional<std::weak_ptr<SimulatedElement>> element, Uptime timeout)
         : pid_(pid), element_(std::move(element)), timeout_(timeout) {}
 
-    [[nodiscard]] static AXElement make(const SimulatedElementRef& element, float timeout) {
+    [[nodiscard]] static AXElement make(const SimulatedElementRef& element, Uptime timeout) {
         return AXElement(std::make_shared<const SimulatedAXHandle>(element->pid, element, timeout));
     }
     [[nodiscard]] static const SimulatedAXHandle& of(const AXElement& element) {
@@ -33,16 +33,16 @@ class SimulatedAXHandle final : public AXElement::Native {
     [[nodiscard]] const std::optional<std::weak_ptr<SimulatedElement>>& element() const noexcept {
         return element_;
     }
-    [[nodiscard]] float timeoutSeconds() const noexcept { return timeout_; }
-    [[nodiscard]] MainThread::Uptime timeout() const {
-        return timeout_ > 0 ? std::chrono::round<MainThread::Uptime>(std::chrono::duration<double>(timeout_))
-                            : defaultTimeout;
+    /// As it was set; zero when it was not.
+    [[nodiscard]] Uptime setTimeout() const noexcept { return timeout_; }
+    [[nodiscard]] Uptime timeout() const noexcept {
+        return timeout_ > Uptime::zero() ? timeout_ : defaultTimeout;
     }
 
  private:
     ProcessID pid_;
     std::optional<std::weak_ptr<SimulatedElement>> element_;
-    float timeout_;
+    Uptime timeout_;
 };
 
 }  // namespace velko

@@ -6,7 +6,7 @@ namespace velko {
 
 struct SimulatedAXObservers::State {
     ProcessID pid = 0;
-    float timeout = 0;
+    Uptime timeout{};
     Accessibility::NotificationHandler handler;
     std::vector<std::pair<std::weak_ptr<SimulatedElement>, std::string>> wanted;
 
@@ -43,7 +43,7 @@ class SimulatedAXObservers::Observer final : public AXObserver {
     Reach reach_;
 };
 
-std::unique_ptr<AXObserver> SimulatedAXObservers::observe(ProcessID pid, float messagingTimeout,
+std::unique_ptr<AXObserver> SimulatedAXObservers::observe(ProcessID pid, Uptime messagingTimeout,
                                                           Accessibility::NotificationHandler handler) {
     std::erase_if(states_, [](const auto& state) { return state.expired(); });
     auto state = std::make_shared<State>(

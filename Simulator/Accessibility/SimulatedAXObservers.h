@@ -23,7 +23,7 @@ class SimulatedAXObservers final {
     SimulatedAXObservers(MainThread& mainThread, Reach reach)
         : mainThread_(mainThread), reach_(std::move(reach)) {}
 
-    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, float messagingTimeout,
+    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, Uptime messagingTimeout,
                                                       Accessibility::NotificationHandler handler);
 
     /// Tells whoever has asked for it, on the main thread and never within this call. `root` is the

@@ -35,7 +35,7 @@ std::expected<AXValue, AXError> handOut(const SimulatedAnswer& answer, MakeEleme
 }
 
 std::expected<AXValue, AXError> valueOf(const SimulatedElement& element, const std::string& name,
-                                        float timeout) {
+                                        Uptime timeout) {
     for (const auto* answers : {&element.overrides, &element.attributes}) {
         if (const auto found = answers->find(name); found != answers->end()) {
             return handOut(found->second, [timeout](const SimulatedElementRef& reached) {
@@ -90,16 +90,15 @@ SimulatedAccessibility::SimulatedAccessibility(MachineThread& mainThread, bool t
           });
       }) {}
 
-AXElement SimulatedAccessibility::application(ProcessID pid, float messagingTimeout) const {
+AXElement SimulatedAccessibility::application(ProcessID pid, Uptime messagingTimeout) const {
     return AXElement(std::make_shared<const SimulatedAXHandle>(pid, std::nullopt, messagingTimeout));
 }
 
 std::expected<AXValue, AXError> SimulatedAccessibility::attribute(const AXElement& element,
                                                                   const std::string& name) const {
     const auto& handle = SimulatedAXHandle::of(element);
-    return ask(handle, [&](const SimulatedElementRef& asked) {
-        return valueOf(*asked, name, handle.timeoutSeconds());
-    });
+    return ask(handle,
+               [&](const SimulatedElementRef& asked) { return valueOf(*asked, name, handle.setTimeout()); });
 }
 
 std::expected<std::vector<AXAnswer>, AXError> SimulatedAccessibility::attributes(
@@ -109,7 +108,7 @@ std::expected<std::vector<AXAnswer>, AXError> SimulatedAccessibility::attributes
         std::vector<AXAnswer> answers;
         answers.reserve(names.size());
         for (const std::string& name : names) {
-            answers.push_back(valueOf(*asked, name, handle.timeoutSeconds()));
+            answers.push_back(valueOf(*asked, name, handle.setTimeout()));
         }
         return std::expected<std::vector<AXAnswer>, AXError>(std::move(answers));
     });
@@ -127,7 +126,7 @@ std::expected<ProcessID, AXError> SimulatedAccessibility::pid(const AXElement& e
 }
 
 std::expected<AXElement, AXError> SimulatedAccessibility::elementAt(Point point,
-                                                                    float messagingTimeout) const {
+                                                                    Uptime messagingTimeout) const {
     std::optional<AXElement> found;
     {
         const auto lock = hold();
@@ -175,7 +174,7 @@ std::expected<void, AXError> SimulatedAccessibility::perform(const AXElement& el
     return {};
 }
 
-std::unique_ptr<AXObserver> SimulatedAccessibility::observe(ProcessID pid, float messagingTimeout,
+std::unique_ptr<AXObserver> SimulatedAccessibility::observe(ProcessID pid, Uptime messagingTimeout,
                                                             NotificationHandler handler) {
     return observers_.observe(pid, messagingTimeout, std::move(handler));
 }
@@ -275,11 +274,11 @@ bool SimulatedAccessibility::isHung(ProcessID pid) const {
     return found != processes_.end() && found->second.hung;
 }
 
-bool SimulatedAccessibility::answersWithin(ProcessID pid, float seconds) const {
+bool SimulatedAccessibility::answersWithin(ProcessID pid, Uptime time) const {
     const auto lock = hold();
     const auto found = processes_.find(pid);
-    return found == processes_.end() || (!found->second.hung && messageCost + load_ + found->second.delay <=
-                                                                    std::chrono::duration<double>(seconds));
+    return found == processes_.end() ||
+           (!found->second.hung && messageCost + load_ + found->second.delay <= time);
 }
 
 void SimulatedAccessibility::setDelay(ProcessID pid, MainThread::Uptime delay) {

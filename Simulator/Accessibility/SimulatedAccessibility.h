@@ -34,7 +34,7 @@ class SimulatedAccessibility final : public Accessibility {
     [[nodiscard]] bool isTrusted() const override { return saidToBeTrusted_; }
     void promptForTrust() override { ++prompts_; }
     /// A time-out of zero leaves the default one, as the system has it.
-    [[nodiscard]] AXElement application(ProcessID pid, float messagingTimeout) const override;
+    [[nodiscard]] AXElement application(ProcessID pid, Uptime messagingTimeout) const override;
     [[nodiscard]] std::expected<AXValue, AXError> attribute(const AXElement& element,
                                                             const std::string& name) const override;
     [[nodiscard]] std::expected<std::vector<AXAnswer>, AXError> attributes(
@@ -44,11 +44,11 @@ class SimulatedAccessibility final : public Accessibility {
     /// Known without asking the process.
     [[nodiscard]] std::expected<ProcessID, AXError> pid(const AXElement& element) const override;
     [[nodiscard]] std::expected<AXElement, AXError> elementAt(Point point,
-                                                              float messagingTimeout) const override;
+                                                              Uptime messagingTimeout) const override;
     /// An app that takes longer than the time-out acts all the same; one that hangs does not.
     [[nodiscard]] std::expected<void, AXError> perform(const AXElement& element,
                                                        const std::string& action) override;
-    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, float messagingTimeout,
+    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, Uptime messagingTimeout,
                                                       NotificationHandler handler) override;
 
     /// Whether the user lets Velko read, which is what the system obeys.
@@ -92,7 +92,7 @@ class SimulatedAccessibility final : public Accessibility {
     void setHung(ProcessID pid, bool hung);
     [[nodiscard]] bool isHung(ProcessID pid) const;
     /// Whether a process answers somebody who waits so many seconds. One without elements holds up nobody.
-    [[nodiscard]] bool answersWithin(ProcessID pid, float seconds) const;
+    [[nodiscard]] bool answersWithin(ProcessID pid, Uptime time) const;
     /// How much longer than usual a process takes over every answer.
     void setDelay(ProcessID pid, MainThread::Uptime delay);
     /// How much longer every process takes, besides.

@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr float patience = 0.1F;  // seconds
+constexpr Uptime patience = std::chrono::milliseconds(100);
 constexpr auto library = "/System/Library/PrivateFrameworks/MenuBarClientCore.framework/MenuBarClientCore";
 
 std::optional<AXElement> elementAt(const Platform& platform, const AXElement& element,
@@ -29,17 +29,21 @@ std::optional<AXElement> elementAt(const Platform& platform, const AXElement& el
     return found != nullptr ? std::optional(*found) : std::nullopt;
 }
 
-/// Seconds that a read costs whoever makes it on the main thread; nothing when it succeeds.
-std::optional<double> costOfFailure(const Platform& platform, const AXElement& element) {
+/// The time that a read on the main thread takes; nothing when it succeeds.
+std::optional<Uptime> costOfFailure(const Platform& platform, const AXElement& element) {
     const auto start = platform.mainThread.now();
     if (platform.accessibility.attribute(element, "AXRole")) {
         return std::nullopt;
     }
-    return secondsOf(platform.mainThread.now() - start);
+    return platform.mainThread.now() - start;
 }
 
-bool isOneTimeout(std::optional<double> cost) {
-    return cost && *cost > 0.9 * double{patience} && *cost < 2 * double{patience};
+bool isOneTimeout(std::optional<Uptime> cost) {
+    return cost && *cost > patience * 9 / 10 && *cost < 2 * patience;
+}
+
+std::string secondsText(std::optional<Uptime> time) {
+    return std::to_string(secondsOf(time.value_or(Uptime::zero()))) + " s";
 }
 
 /// Asks for an allowlist and waits for the answer; the assertion, if the framework agreed.
@@ -133,14 +137,13 @@ void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand
     stagehand.setTrusted(true);
     stagehand.hang(pid);
     const auto cost = costOfFailure(platform, application);
-    expect(checks, "a hung app costs the time-out of its element", isOneTimeout(cost),
-           std::to_string(cost.value_or(0)) + " s");
+    expect(checks, "a hung app costs the time-out of its element", isOneTimeout(cost), secondsText(cost));
     const auto reached = bar ? costOfFailure(platform, *bar) : std::nullopt;
     expect(checks, "an element that is reached from another has its time-out", isOneTimeout(reached),
-           std::to_string(reached.value_or(0)) + " s");
+           secondsText(reached));
     stagehand.quit(pid);
     expect(checks, "an element of an app that has quit is read without a wait",
-           costOfFailure(platform, application).value_or(1) < double{patience});
+           costOfFailure(platform, application).value_or(patience) < patience);
 }
 
 void checkAssertions(const Platform& platform, const Stagehand& stagehand, Checks& checks) {

@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr float timeout = 0.1F;
+constexpr Uptime timeout = std::chrono::milliseconds(100);
 
 std::optional<AXElement> firstIcon(const Platform& platform, ProcessID pid) {
     const auto& accessibility = platform.accessibility;
@@ -141,9 +141,9 @@ void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& c
     stagehand.hang(named);
     const auto start = platform.mainThread.now();
     const auto hung = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
-    const double cost = secondsOf(platform.mainThread.now() - start);
+    const Uptime cost = platform.mainThread.now() - start;
     expect(checks, "asking for what lies under a point takes at most the time-out",
-           !hung && cost > 0.9 * double{timeout} && cost < 2 * double{timeout}, std::to_string(cost) + " s");
+           !hung && cost > timeout * 9 / 10 && cost < 2 * timeout, std::to_string(secondsOf(cost)) + " s");
     stagehand.setTrusted(false);
     expect(checks, "without the permission there is no tap and no answer",
            !platform.pointer.tapClicks([](const ClickTapEvent&) {}) &&

@@ -37,18 +37,12 @@ Task HostMainThread::every(Uptime period, Work work) {
 }
 
 Task HostMainThread::startBackground(Read read, Then then) {
-    auto answer = std::make_shared<BackgroundAnswer>(std::move(then));
-    Task task(answer);
-    struct Job {
-        Read read;
-        std::shared_ptr<BackgroundAnswer> answer;
-    };
-    auto job = std::make_shared<Job>(std::move(read), std::move(answer));
-    pool_.add([this, job = std::move(job)] {
-        auto result = job->read();
-        job->read = nullptr;
-        // The answer travels on in the work alone, so its last reference goes on the main thread.
-        post([answer = std::move(job->answer), result = std::move(result)] { answer->deliver(result); });
+    auto underWay = std::make_shared<BackgroundRead>(std::move(read), std::move(then));
+    Task task(underWay);
+    pool_.add([this, underWay = std::move(underWay)]() mutable {
+        underWay->run();
+        // Only the posted work owns the read now, so it is destroyed on the main thread.
+        post([underWay = std::move(underWay)] { underWay->deliver(); });
     });
     return task;
 }

@@ -134,7 +134,7 @@ class AppController final : private FlowHost {
     /// Computes the plan and hands it to the engine: the single way by which visibility changes.
     void apply(ApplyRequest request) override;
     /// Uptime in seconds at which the applied plan last changed.
-    [[nodiscard]] std::optional<double> lastHidingChange() const noexcept override {
+    [[nodiscard]] std::optional<Uptime> lastHidingChange() const noexcept override {
         return lastHidingChange_;
     }
 
@@ -177,7 +177,7 @@ class AppController final : private FlowHost {
     LayoutStore store_;
     AppValues values_;
     BundleIDs present_;  ///< the owners of `values_.items`
-    std::optional<double> lastHidingChange_;
+    std::optional<Uptime> lastHidingChange_;
     ChangeNotices notices_;
 
     // The flows come after the state that they read, and the engine before them: it is torn down last.

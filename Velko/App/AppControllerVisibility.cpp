@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <cmath>
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -13,6 +13,15 @@
 // What the user sees: how a reveal event moves the state, and how the state becomes the system's.
 
 namespace velko {
+
+namespace {
+
+/// To the nearest millisecond, a half upwards.
+std::string roundedMilliseconds(Uptime time) {
+    return std::to_string((time + std::chrono::microseconds(500)) / std::chrono::milliseconds(1));
+}
+
+}  // namespace
 
 // Revealing
 
@@ -114,7 +123,7 @@ void AppController::apply(ApplyRequest request) {
     const VisibilityPlan plan = currentPlan();
     const bool force = request.force;
     if (force || plan != engine_->current()) {
-        lastHidingChange_ = secondsOf(platform_.mainThread.now());
+        lastHidingChange_ = platform_.mainThread.now();
     }
     // The engine is ours and calls nobody back once it is gone, so `this` outlives the completion.
     engine_->apply(plan, force, [this, request = std::move(request)](const MenuBarEngine::Result& result) {
@@ -132,8 +141,8 @@ void AppController::applied(const ApplyRequest& request, const MenuBarEngine::Re
         log_.log("engine",
                  "FAILED (" + request.reason + "): " + describe(result.error()) + ". Everything shown.");
         setState(RevealState::collapsed());
-    } else if (*result > 0 || request.force) {
-        log_.log("engine", "applied (" + request.reason + ") in " + std::to_string(std::llround(*result)) +
+    } else if (*result > Uptime::zero() || request.force) {
+        log_.log("engine", "applied (" + request.reason + ") in " + roundedMilliseconds(*result) +
                                " ms: " + describe(engine_->current()));
     }
     planInForceChanged();
@@ -142,7 +151,7 @@ void AppController::applied(const ApplyRequest& request, const MenuBarEngine::Re
 void AppController::showAll() {
     requireMainThread();
     engine_->showAll();
-    lastHidingChange_ = secondsOf(platform_.mainThread.now());
+    lastHidingChange_ = platform_.mainThread.now();
     planInForceChanged();
 }
 

@@ -34,14 +34,13 @@ void ChangeWatch::look() {
 }
 
 void ChangeWatch::compare(const Inventory::Readings& readings) {
-    ChangeDetector::Request request{.readings = {}, .at = secondsOf(platform_.mainThread.now())};
+    ChangeDetector::Look now{.apps = {}, .at = platform_.mainThread.now()};
     for (const auto& [bundleID, reading] : readings) {
         if (isWatched(bundleID)) {
-            request.readings.emplace(bundleID,
-                                     ChangeDetector::Seen{.pid = reading.pid, .items = reading.items});
+            now.apps.emplace(bundleID, ChangeDetector::Seen{.pid = reading.pid, .items = reading.items});
         }
     }
-    for (const BundleID& bundleID : detector_.check(std::move(request))) {
+    for (const BundleID& bundleID : detector_.check(std::move(now))) {
         changed_(bundleID);
     }
 }

@@ -51,8 +51,8 @@ class FlowHost : private NonCopyable {
     /// Computes the plan and hands it to the engine.
     virtual void apply(ApplyRequest request) = 0;
 
-    /// Uptime in seconds at which the applied plan last changed.
-    [[nodiscard]] virtual std::optional<double> lastHidingChange() const noexcept = 0;
+    /// When the applied plan last changed.
+    [[nodiscard]] virtual std::optional<Uptime> lastHidingChange() const noexcept = 0;
 
  protected:
     ~FlowHost() = default;

@@ -16,14 +16,14 @@ void LiveActivityWatch::start() {
 }
 
 void LiveActivityWatch::look() {
-    conclude(isShowing(secondsOf(platform_.mainThread.now())));
+    conclude(isShowing(platform_.mainThread.now()));
 }
 
 void LiveActivityWatch::settingChanged() {
-    conclude(detector_.isShowing(secondsOf(platform_.mainThread.now())));
+    conclude(detector_.isShowing(platform_.mainThread.now()));
 }
 
-bool LiveActivityWatch::isShowing(double at) {
+bool LiveActivityWatch::isShowing(Uptime at) {
     if (!pid_ || !platform_.processes.exists(*pid_)) {
         pid_ = AX::liveActivityHelperPID(platform_);
     }

@@ -27,7 +27,7 @@ class LiveActivityWatch final : private NonCopyable {
 
  private:
     void look();
-    [[nodiscard]] bool isShowing(double at);
+    [[nodiscard]] bool isShowing(Uptime at);
     void conclude(bool isShowing);
 
     FlowHost& host_;

@@ -29,7 +29,7 @@ void UsageSampling::sampleNow() {
             samples.emplace(item.bundleID, UsageTracker::Reading{.pid = item.pid, .sample = *sample});
         }
     }
-    tracker_.record({.samples = samples, .at = secondsOf(platform_.mainThread.now())});
+    tracker_.record({.samples = samples, .at = platform_.mainThread.now()});
     host_.set(&AppValues::usage, tracker_.usage());
 }
 

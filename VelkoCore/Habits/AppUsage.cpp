@@ -54,13 +54,13 @@ std::string_view AppHealth::usageHelp(const AppUsage& usage) noexcept {
                           : "Memory and CPU this app uses in the background";
 }
 
-void UsageTracker::record(const Request& request) {
+void UsageTracker::record(const Round& latest) {
     std::map<BundleID, Last> last;
     std::map<BundleID, AppUsage> usage;
-    for (const auto& [bundleID, reading] : request.samples) {
-        const std::optional<double> cpu = cpuPercent(bundleID, reading, request.at);
+    for (const auto& [bundleID, reading] : latest.samples) {
+        const std::optional<double> cpu = cpuPercent(bundleID, reading, latest.at);
         last.emplace_hint(last.end(), bundleID,
-                          Last{.pid = reading.pid, .sample = reading.sample, .at = request.at, .cpu = cpu});
+                          Last{.pid = reading.pid, .sample = reading.sample, .at = latest.at, .cpu = cpu});
         usage.emplace_hint(usage.end(), bundleID,
                            AppUsage{.memoryBytes = reading.sample.memoryBytes, .cpuPercent = cpu});
     }
@@ -69,7 +69,7 @@ void UsageTracker::record(const Request& request) {
 }
 
 std::optional<double> UsageTracker::cpuPercent(const BundleID& bundleID, const Reading& reading,
-                                               double at) const {
+                                               Uptime at) const {
     const auto entry = last_.find(bundleID);
     if (entry == last_.end()) {
         return std::nullopt;
@@ -81,7 +81,7 @@ std::optional<double> UsageTracker::cpuPercent(const BundleID& bundleID, const R
         return std::nullopt;
     }
     const auto worked = static_cast<double>(reading.sample.cpuNanoseconds - last.sample.cpuNanoseconds);
-    const double raw = worked / 1e9 / (at - last.at) * 100;
+    const double raw = worked / static_cast<double>((at - last.at).count()) * 100;
     return last.cpu ? Timing::healthAverageWeight * raw + (1 - Timing::healthAverageWeight) * *last.cpu : raw;
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "VelkoCore/Identifiers.h"
+#include "VelkoCore/Time/Date.h"
 
 namespace velko {
 
@@ -48,32 +49,33 @@ inline constexpr double heavyCPUPercent = 2.0;
 class UsageTracker {
  public:
     struct Reading {
-        std::int32_t pid = 0;
+        ProcessID pid = 0;
         ProcessSample sample;
     };
 
-    struct Request {
+    /// The samples of all apps, taken at one moment.
+    struct Round {
         const std::map<BundleID, Reading>& samples;
-        double at;  ///< seconds on a monotonic clock
+        Uptime at{};
     };
 
     /// Takes one round of samples. Apps that are not in it are forgotten. An app starts anew, without a CPU
     /// use, when it has another process than before or when its clock or counter has gone back.
-    void record(const Request& request);
+    void record(const Round& latest);
 
     /// The figures of the apps in the last round.
     [[nodiscard]] const std::map<BundleID, AppUsage>& usage() const noexcept { return usage_; }
 
  private:
     struct Last {
-        std::int32_t pid;
+        ProcessID pid;
         ProcessSample sample;
-        double at;
+        Uptime at;
         std::optional<double> cpu;
     };
 
     [[nodiscard]] std::optional<double> cpuPercent(const BundleID& bundleID, const Reading& reading,
-                                                   double at) const;
+                                                   Uptime at) const;
 
     std::map<BundleID, Last> last_;
     std::map<BundleID, AppUsage> usage_;

@@ -84,8 +84,7 @@ std::vector<BundleID> Layout::admit(const Admission& admission) {
     const bool isUpgrade = !seenApps;
     if (isUpgrade) {
         seenApps = knownBefore(*this, admission.ownBundleID);
-        const auto grace = std::chrono::duration<double>(Timing::inboxUpgradeGraceSeconds);
-        knownGraceUntil = admission.now + std::chrono::floor<std::chrono::seconds>(grace);
+        knownGraceUntil = admission.now + Timing::inboxUpgradeGraceSeconds;
     }
     const bool inGrace = knownGraceUntil && admission.now < *knownGraceUntil;
     const bool asks = hasCompletedSetup && askAboutNewIcons && !isUpgrade && !inGrace;
@@ -146,8 +145,7 @@ bool Layout::setBackDates(Date now, Calendar calendar) {
     setBack(autopilot.watchingSince, now);
     setBack(lastClicked, now);
     setBack(firstSeen, now);
-    const auto grace = std::chrono::duration<double>(Timing::inboxUpgradeGraceSeconds);
-    setBack(knownGraceUntil, now + std::chrono::floor<std::chrono::seconds>(grace));
+    setBack(knownGraceUntil, now + Timing::inboxUpgradeGraceSeconds);
     setBack(autopilot.snoozedUntil, calendar.addingDays(Timing::autopilotSnoozeDays, now));
     const Date today = calendar.startOfDay(now);
     for (auto& [bundleID, days] : clickDays) {

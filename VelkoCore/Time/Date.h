@@ -18,6 +18,9 @@ inline constexpr Date latestDate =
 /// A moment as the wall clock gives it.
 using PreciseDate = std::chrono::sys_time<std::chrono::milliseconds>;
 
+/// Time since the machine started, by a clock that never goes back and stands still while the machine sleeps.
+using Uptime = std::chrono::nanoseconds;
+
 /// The whole second that has begun at `date`, also before 1970.
 [[nodiscard]] Date floorToSeconds(PreciseDate date) noexcept;
 

@@ -27,16 +27,16 @@ inline constexpr Duration showMeDuration = 2500ms;
 // Pop-out on change
 inline constexpr Duration popOutDuration = 10s;
 inline constexpr Duration popOutPollInterval = 2s;
-inline constexpr double popOutPollSeconds = 2.0;
-inline constexpr double popOutCooldownSeconds = 300;
+inline constexpr Duration popOutPollSeconds = popOutPollInterval;
+inline constexpr Duration popOutCooldownSeconds = 300s;
 inline constexpr double popOutMinWidthChange = 3.0;  ///< points
 
 // Live Activity
 inline constexpr Duration liveActivityCheckInterval = 5s;
-inline constexpr double liveActivityQuietSeconds = 180;
+inline constexpr Duration liveActivityQuietSeconds = 180s;
 inline constexpr std::uint64_t liveActivityMinWorkNanoseconds = 20'000'000;
-inline constexpr double liveActivityWindowSeconds = 30;
-inline constexpr double liveActivityIgnoreAfterChange = 4;  ///< seconds after a change of our own
+inline constexpr Duration liveActivityWindowSeconds = 30s;
+inline constexpr Duration liveActivityIgnoreAfterChange = 4s;  ///< after a change of our own
 
 // Scanning, health and system events
 inline constexpr std::array<Duration, 3> launchRescanDelays{2s, 5s, 15s};
@@ -45,7 +45,7 @@ inline constexpr Duration healthSampleInterval = 30s;
 inline constexpr double healthAverageWeight = 0.2;  ///< weight of a new sample in the running average
 inline constexpr Duration systemEventDebounce = 500ms;
 inline constexpr Duration wakeSettleDelay = 2s;
-inline constexpr float axMessagingTimeout = 0.1F;  ///< seconds
+inline constexpr Duration axMessagingTimeout = 100ms;
 inline constexpr Duration iconWatchInterval = 1s;
 
 // Setup and permission guide
@@ -53,7 +53,7 @@ inline constexpr Duration setupDelay = 1s;  ///< from launch to the first-run se
 inline constexpr Duration trustPollInterval = 2s;
 inline constexpr Duration permissionGuideFollowInterval = 300ms;
 inline constexpr Duration permissionGuideDoneHold = 1200ms;
-inline constexpr double inboxUpgradeGraceSeconds = 86400;
+inline constexpr std::chrono::seconds inboxUpgradeGraceSeconds = 24h;
 inline constexpr Duration noteSpotlessHold = 1400ms;
 inline constexpr double noteFade = 0.12;  ///< seconds
 

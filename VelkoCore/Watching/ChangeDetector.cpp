@@ -17,15 +17,15 @@ bool isSameLook(const ItemReading& before, const ItemReading& now) {
 
 }  // namespace
 
-std::vector<BundleID> ChangeDetector::check(Request request) {
+std::vector<BundleID> ChangeDetector::check(Look look) {
     std::vector<BundleID> changed;
-    for (const auto& [bundleID, now] : request.readings) {
-        if (hasChanged(bundleID, now) && !isCoolingDown(bundleID, request.at)) {
-            lastPop_.insert_or_assign(bundleID, request.at);
+    for (const auto& [bundleID, now] : look.apps) {
+        if (hasChanged(bundleID, now) && !isCoolingDown(bundleID, look.at)) {
+            lastPop_.insert_or_assign(bundleID, look.at);
             changed.push_back(bundleID);
         }
     }
-    seen_ = std::move(request.readings);
+    seen_ = std::move(look.apps);
     return changed;
 }
 
@@ -38,7 +38,7 @@ bool ChangeDetector::hasChanged(const BundleID& bundleID, const Seen& now) const
     return !std::ranges::equal(before->second.items, now.items, isSameLook);
 }
 
-bool ChangeDetector::isCoolingDown(const BundleID& bundleID, double at) const {
+bool ChangeDetector::isCoolingDown(const BundleID& bundleID, Uptime at) const {
     const auto popped = lastPop_.find(bundleID);
     return popped != lastPop_.end() && at - popped->second < Timing::popOutCooldownSeconds;
 }

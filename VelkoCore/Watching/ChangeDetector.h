@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "VelkoCore/Identifiers.h"
+#include "VelkoCore/Time/Date.h"
 
 namespace velko {
 
@@ -23,26 +24,27 @@ class ChangeDetector {
  public:
     /// One look at an app: its process, and its items in the engine's order.
     struct Seen {
-        std::int32_t pid = 0;
+        ProcessID pid = 0;
         std::vector<ItemReading> items;
     };
 
-    struct Request {
-        std::map<BundleID, Seen> readings;  ///< apps that are left out count as new when they come back
-        double at;                          ///< seconds on a monotonic clock
+    /// One look at all apps.
+    struct Look {
+        std::map<BundleID, Seen> apps;  ///< apps that are left out count as new when they come back
+        Uptime at{};
     };
 
     /// The apps that have changed since the previous call and may pop out now, in ascending order. What
     /// changes within the cool-down after a pop-out is let go. A process or a number of items that is not
     /// the previous one only starts a new baseline.
-    [[nodiscard]] std::vector<BundleID> check(Request request);
+    [[nodiscard]] std::vector<BundleID> check(Look look);
 
  private:
     [[nodiscard]] bool hasChanged(const BundleID& bundleID, const Seen& now) const;
-    [[nodiscard]] bool isCoolingDown(const BundleID& bundleID, double at) const;
+    [[nodiscard]] bool isCoolingDown(const BundleID& bundleID, Uptime at) const;
 
     std::map<BundleID, Seen> seen_;
-    std::map<BundleID, double> lastPop_;
+    std::map<BundleID, Uptime> lastPop_;
 };
 
 }  // namespace velko

@@ -4,37 +4,37 @@
 
 namespace velko {
 
-bool LiveActivityDetector::record(const Request& request) {
-    if (!request.pid) {
+bool LiveActivityDetector::record(const Reading& reading) {
+    if (!reading.pid) {
         *this = {};
         return false;
     }
-    if (request.pid != pid_) {
-        pid_ = request.pid;
-        cpu_ = request.cpuNanoseconds;
+    if (reading.pid != pid_) {
+        pid_ = reading.pid;
+        cpu_ = reading.cpuNanoseconds;
         recent_.clear();
     } else {
-        countWork(request);
+        countWork(reading);
         if (isBusy()) {
-            lastBusy_ = request.at;
+            lastBusy_ = reading.at;
         }
     }
-    return isShowing(request.at);
+    return isShowing(reading.at);
 }
 
-bool LiveActivityDetector::isShowing(double at) const noexcept {
+bool LiveActivityDetector::isShowing(Uptime at) const noexcept {
     return lastBusy_ && at - *lastBusy_ < Timing::liveActivityQuietSeconds;
 }
 
-void LiveActivityDetector::countWork(const Request& request) {
+void LiveActivityDetector::countWork(const Reading& reading) {
     const bool isOurs =
-        request.lastOwnChange && request.at - *request.lastOwnChange < Timing::liveActivityIgnoreAfterChange;
-    if (request.cpuNanoseconds > cpu_ && !isOurs) {
-        recent_.push_back({.at = request.at, .work = request.cpuNanoseconds - cpu_});
+        reading.lastOwnChange && reading.at - *reading.lastOwnChange < Timing::liveActivityIgnoreAfterChange;
+    if (reading.cpuNanoseconds > cpu_ && !isOurs) {
+        recent_.push_back({.at = reading.at, .work = reading.cpuNanoseconds - cpu_});
     }
-    cpu_ = request.cpuNanoseconds;
+    cpu_ = reading.cpuNanoseconds;
     std::erase_if(recent_, [&](const Work& entry) {
-        return request.at - entry.at > Timing::liveActivityWindowSeconds;
+        return reading.at - entry.at > Timing::liveActivityWindowSeconds;
     });
 }
 

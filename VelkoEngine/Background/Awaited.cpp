@@ -10,7 +10,6 @@ namespace velko::Awaited {
 
 namespace {
 
-using Uptime = MainThread::Uptime;
 using Work = MainThread::Work;
 
 constexpr Uptime longest = std::chrono::minutes(1);

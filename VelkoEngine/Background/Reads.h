@@ -17,25 +17,36 @@
 
 namespace velko {
 
-/// A background read's answer on its way: what a main thread with real threads keeps for each read. Any
-/// thread may hold it; everything else, its end included, belongs to the main thread.
-class BackgroundAnswer final : public Task::Handle {
+/// One background read and its answer. A main thread with real threads keeps one for each read: another
+/// thread runs it, and then the main thread delivers the answer. Everything but `run` belongs to the main
+/// thread.
+class BackgroundRead final : public Task::Handle {
  public:
+    using Read = std::function<std::shared_ptr<void>()>;
     using Then = std::function<void(const std::shared_ptr<void>&)>;
 
-    explicit BackgroundAnswer(Then then) : then_(std::move(then)) {}
+    BackgroundRead(Read read, Then then) : read_(std::move(read)), then_(std::move(then)) {}
 
     void cancel() noexcept override { const Then dropped = std::exchange(then_, nullptr); }
     [[nodiscard]] bool isPending() const noexcept override { return static_cast<bool>(then_); }
 
+    /// Makes the read, and destroys what it captured. Once, on any thread, before `deliver`.
+    void run() {
+        result_ = read_();
+        read_ = nullptr;
+    }
+
     /// Hands over the result, unless the answer is no longer wanted.
-    void deliver(const std::shared_ptr<void>& result) {
+    void deliver() {
+        const auto result = std::exchange(result_, nullptr);
         if (const Then then = std::exchange(then_, nullptr)) {
             then(result);
         }
     }
 
  private:
+    Read read_;
+    std::shared_ptr<void> result_;
     Then then_;
 };
 

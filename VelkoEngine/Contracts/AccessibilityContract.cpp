@@ -12,7 +12,7 @@ namespace velko::Contracts {
 
 namespace {
 
-constexpr float timeout = 0.5F;
+constexpr Uptime timeout = std::chrono::milliseconds(500);
 constexpr ProcessID absentPID = std::numeric_limits<ProcessID>::max();
 
 std::string seenError(const std::expected<AXValue, AXError>& value) {
@@ -57,10 +57,11 @@ void checkWithoutEffect(const Platform& platform, Checks& checks) {
     Accessibility& accessibility = platform.accessibility;
     const auto start = platform.mainThread.now();
     const auto found = accessibility.elementAt({.x = 1, .y = 1}, timeout);
-    const double cost = secondsOf(platform.mainThread.now() - start);
-    expect(checks, "Accessibility: what lies under a point is told in time, and only with the permission",
-           cost < 2 * double{timeout} && (accessibility.isTrusted() || !found),
-           std::string(found ? "an element" : "nothing") + " after " + std::to_string(cost) + " s");
+    const Uptime cost = platform.mainThread.now() - start;
+    expect(
+        checks, "Accessibility: what lies under a point is told in time, and only with the permission",
+        cost < 2 * timeout && (accessibility.isTrusted() || !found),
+        std::string(found ? "an element" : "nothing") + " after " + std::to_string(secondsOf(cost)) + " s");
 
     const auto absent = accessibility.application(absentPID, timeout);
     expect(checks, "Accessibility: a process that does not exist does nothing",

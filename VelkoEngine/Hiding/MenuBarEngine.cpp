@@ -28,10 +28,6 @@ std::vector<int> allSystemItems() {
     return {all.begin(), all.end()};
 }
 
-double milliseconds(MainThread::Uptime elapsed) {
-    return std::chrono::duration<double, std::milli>(elapsed).count();
-}
-
 }  // namespace
 
 AssessmentEngine::AssessmentEngine(const Platform& platform)
@@ -51,13 +47,13 @@ void AssessmentEngine::apply(const VisibilityPlan& plan, bool force, Completion 
             ++generation_;  // another plan may be on its way, which is no longer wanted
             asked_.reset();
         }
-        completion(0.0);
+        completion(Uptime::zero());
         return;
     }
     const auto& allowed = plan.allowed();
     if (!allowed) {
         showAll();
-        completion(0.0);
+        completion(Uptime::zero());
         return;
     }
     if (!isAvailable()) {
@@ -107,7 +103,7 @@ void AssessmentEngine::finish(const Request& request, VKAssessment::Activation o
     if (previous) {
         VKAssessment::invalidate(platform_, previous);
     }
-    request.completion(milliseconds(elapsed));
+    request.completion(elapsed);
 }
 
 void AssessmentEngine::showAll() {

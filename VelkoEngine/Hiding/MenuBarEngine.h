@@ -32,8 +32,8 @@ using EngineFailure = std::variant<EngineError, FrameworkError>;
 /// What makes a plan the system's state. Main thread.
 class MenuBarEngine : private NonCopyable {
  public:
-    /// The time that the system took, in milliseconds (0 when there was nothing to do), or the failure.
-    using Result = std::expected<double, EngineFailure>;
+    /// The time that the system took (zero when there was nothing to do), or the failure.
+    using Result = std::expected<Uptime, EngineFailure>;
     using Completion = std::function<void(const Result&)>;
 
     virtual ~MenuBarEngine() = default;

@@ -12,6 +12,7 @@
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Time/Date.h"
 
 namespace velko {
 
@@ -81,9 +82,9 @@ class Accessibility : private NonCopyable {
     /// Makes the system ask the user for that permission.
     virtual void promptForTrust() = 0;
 
-    /// The element of a process, alive or not. The messaging time-out, in seconds, holds for it and for
+    /// The element of a process, alive or not. The messaging time-out holds for it and for
     /// every element that is reached from it: a binding sets it on each element that it hands out.
-    [[nodiscard]] virtual AXElement application(ProcessID pid, float messagingTimeout) const = 0;
+    [[nodiscard]] virtual AXElement application(ProcessID pid, Uptime messagingTimeout) const = 0;
 
     [[nodiscard]] virtual std::expected<AXValue, AXError> attribute(const AXElement& element,
                                                                     const std::string& name) const = 0;
@@ -103,7 +104,7 @@ class Accessibility : private NonCopyable {
     /// for the app. Origin at the top left of the primary screen. The call takes at most the time-out of the
     /// whole process; the one given holds for the element that is found.
     [[nodiscard]] virtual std::expected<AXElement, AXError> elementAt(Point point,
-                                                                      float messagingTimeout) const = 0;
+                                                                      Uptime messagingTimeout) const = 0;
 
     /// Makes an element perform an action. May block for the element's time-out even though the action is
     /// performed.
@@ -115,7 +116,7 @@ class Accessibility : private NonCopyable {
 
     /// Listens to a process, alive or not; null when the system refuses. The handler is called on the main
     /// thread; the elements that it receives have the time-out.
-    [[nodiscard]] virtual std::unique_ptr<AXObserver> observe(ProcessID pid, float messagingTimeout,
+    [[nodiscard]] virtual std::unique_ptr<AXObserver> observe(ProcessID pid, Uptime messagingTimeout,
                                                               NotificationHandler handler) = 0;
 };
 

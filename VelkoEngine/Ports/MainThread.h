@@ -20,8 +20,7 @@ namespace velko {
 class MainThread : private NonCopyable {
  public:
     using Work = std::function<void()>;
-    /// Monotonic time since the machine started; stands still while it sleeps.
-    using Uptime = std::chrono::nanoseconds;
+    using Uptime = velko::Uptime;
 
     virtual ~MainThread() = default;
 

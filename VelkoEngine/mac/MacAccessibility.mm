@@ -15,10 +15,10 @@ namespace {
 /// What the system's callback needs. The callback keeps it alive during the call, in which the observer may
 /// end.
 struct Listener : std::enable_shared_from_this<Listener> {
-    Listener(float messagingTimeout, Accessibility::NotificationHandler notificationHandler)
+    Listener(Uptime messagingTimeout, Accessibility::NotificationHandler notificationHandler)
         : timeout(messagingTimeout), handler(std::move(notificationHandler)) {}
 
-    float timeout;
+    Uptime timeout;
     Accessibility::NotificationHandler handler;
 };
 
@@ -72,7 +72,7 @@ class MacAXObserver final : public AXObserver {
 
 }  // namespace
 
-std::unique_ptr<AXObserver> makeMacAXObserver(ProcessID pid, float messagingTimeout,
+std::unique_ptr<AXObserver> makeMacAXObserver(ProcessID pid, Uptime messagingTimeout,
                                               Accessibility::NotificationHandler handler) {
     CFRef<AXObserverRef> observer;
     if (AXObserverCreate(pid, hear, observer.out()) != kAXErrorSuccess || !observer) {
@@ -93,7 +93,7 @@ AXUIElementRef asElement(CFTypeRef object) {
 }
 
 /// An array of elements; other arrays are of no use.
-AXValue valueOfArray(CFArrayRef array, float timeout) {
+AXValue valueOfArray(CFArrayRef array, Uptime timeout) {
     std::vector<AXElement> elements;
     const CFIndex count = CFArrayGetCount(array);
     elements.reserve(static_cast<std::size_t>(count));
@@ -125,7 +125,7 @@ AXValue valueOfNumber(CFNumberRef number) {
     return value;
 }
 
-AXValue valueOf(CFTypeRef object, float timeout) {
+AXValue valueOf(CFTypeRef object, Uptime timeout) {
     const CFTypeID type = CFGetTypeID(object);
     if (type == CFStringGetTypeID()) {
         return portable((__bridge NSString*)object);
@@ -149,7 +149,7 @@ AXValue valueOf(CFTypeRef object, float timeout) {
 }
 
 /// The answer for one attribute of several: its value, or the error that reading it alone would give.
-AXAnswer answerOf(CFTypeRef object, float timeout) {
+AXAnswer answerOf(CFTypeRef object, Uptime timeout) {
     ::AXError error = kAXErrorSuccess;
     if (CFGetTypeID(object) == AXValueGetTypeID() &&
         AXValueGetValue(static_cast<AXValueRef>(object), kAXValueTypeAXError, &error)) {
@@ -160,10 +160,10 @@ AXAnswer answerOf(CFTypeRef object, float timeout) {
 
 }  // namespace
 
-MacAccessibility::MacAccessibility(float messagingTimeout) {
+MacAccessibility::MacAccessibility(Uptime messagingTimeout) {
     // On the system-wide element, the time-out becomes the default of the whole process.
     const auto everything = CFRef<AXUIElementRef>::adopt(AXUIElementCreateSystemWide());
-    AXUIElementSetMessagingTimeout(everything.get(), messagingTimeout);
+    AXUIElementSetMessagingTimeout(everything.get(), inSeconds(messagingTimeout));
 }
 
 bool MacAccessibility::isTrusted() const {
@@ -175,7 +175,7 @@ void MacAccessibility::promptForTrust() {
     AXIsProcessTrustedWithOptions((__bridge CFDictionaryRef)options);
 }
 
-AXElement MacAccessibility::application(ProcessID pid, float messagingTimeout) const {
+AXElement MacAccessibility::application(ProcessID pid, Uptime messagingTimeout) const {
     return MacElement::make(CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid)),
                             messagingTimeout);
 }
@@ -239,7 +239,7 @@ std::expected<ProcessID, AXError> MacAccessibility::pid(const AXElement& element
     return pid;
 }
 
-std::expected<AXElement, AXError> MacAccessibility::elementAt(Point point, float messagingTimeout) const {
+std::expected<AXElement, AXError> MacAccessibility::elementAt(Point point, Uptime messagingTimeout) const {
     const auto everything = CFRef<AXUIElementRef>::adopt(AXUIElementCreateSystemWide());
     CFRef<AXUIElementRef> found;
     const ::AXError error = AXUIElementCopyElementAtPosition(everything.get(), static_cast<float>(point.x),
@@ -263,7 +263,7 @@ std::expected<void, AXError> MacAccessibility::perform(const AXElement& element,
     return {};
 }
 
-std::unique_ptr<AXObserver> MacAccessibility::observe(ProcessID pid, float messagingTimeout,
+std::unique_ptr<AXObserver> MacAccessibility::observe(ProcessID pid, Uptime messagingTimeout,
                                                       NotificationHandler handler) {
     return makeMacAXObserver(pid, messagingTimeout, std::move(handler));
 }

@@ -155,19 +155,17 @@ Task MacMainThread::every(Uptime period, Work work) {
 }
 
 Task MacMainThread::startBackground(Read read, Then then) {
-    auto answer = std::make_shared<BackgroundAnswer>(std::move(then));
-    Task task(answer);
+    auto underWay = std::make_shared<BackgroundRead>(std::move(read), std::move(then));
+    Task task(underWay);
     const auto core = core_;
-    auto job = std::make_shared<std::pair<Read, std::shared_ptr<BackgroundAnswer>>>(std::move(read),
-                                                                                    std::move(answer));
+    // The block can only change what it reaches by a pointer.
+    const auto job = std::make_shared<std::shared_ptr<BackgroundRead>>(std::move(underWay));
     dispatch_async(dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0), ^{
-      std::shared_ptr<void> result;
       @autoreleasepool {
-          result = job->first();
-          job->first = nullptr;
+          (*job)->run();
       }
-      // Only the posted work owns the answer now, so it is destroyed on the main thread.
-      core->post([answer = std::move(job->second), result = std::move(result)] { answer->deliver(result); });
+      // Only the posted work owns the read now, so it is destroyed on the main thread.
+      core->post([read = std::move(*job)] { read->deliver(); });
     });
     return task;
 }

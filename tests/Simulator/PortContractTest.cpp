@@ -121,8 +121,8 @@ class ForgetfulAccessibility final : public ForwardingAccessibility {
  public:
     using ForwardingAccessibility::ForwardingAccessibility;
 
-    [[nodiscard]] AXElement application(ProcessID pid, float /*messagingTimeout*/) const override {
-        return ForwardingAccessibility::application(pid, 0);
+    [[nodiscard]] AXElement application(ProcessID pid, Uptime /*messagingTimeout*/) const override {
+        return ForwardingAccessibility::application(pid, Uptime::zero());
     }
 };
 

@@ -123,7 +123,7 @@ TEST(SimulatedMac, TellsTheSameStoryTwice) {
         mac.onMenuBarChange = [&] { log += mac.menuBarPicture() + "\n"; };
         const Task reading = mac.mainThread.every(1s, [&] {
             const auto title =
-                mac.accessibility.attribute(mac.accessibility.application(302, 0.1F), "AXTitle");
+                mac.accessibility.attribute(mac.accessibility.application(302, 100ms), "AXTitle");
             log += (title ? std::get<std::string>(*title) : "no title") + "\n";
         });
         mac.launch({.bundleID = "com.example.a", .name = "a", .icons = {{}}});

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <optional>
@@ -9,6 +10,8 @@
 
 namespace velko {
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr std::uint64_t mebibyte = 1'048'576;
 
@@ -33,7 +36,7 @@ TEST(AppUsage, RoundsItsFiguresForPeopleAndIsHeavyAtEitherLimit) {
 
 TEST(UsageTracker, SmoothsTheCPUUseOfOneProcessAndStartsAnewWithAnother) {
     // Seconds, process, its CPU time in milliseconds, the use in percent
-    const std::vector<std::tuple<double, std::int32_t, std::uint64_t, std::optional<double>>> rounds{
+    const std::vector<std::tuple<int, ProcessID, std::uint64_t, std::optional<double>>> rounds{
         {100, 1, 0, {}},       // the first sample
         {110, 1, 500, 5.0},    // the first measurement counts in full
         {120, 1, 1'500, 6.0},  // 0.2 of 10 and 0.8 of 5
@@ -46,13 +49,14 @@ TEST(UsageTracker, SmoothsTheCPUUseOfOneProcessAndStartsAnewWithAnother) {
     };
     UsageTracker tracker;
     for (const auto& [at, pid, milliseconds, percent] : rounds) {
-        tracker.record({.samples = {{"a", {pid, {milliseconds * 1'000'000, milliseconds}}}}, .at = at});
+        tracker.record({.samples = {{"a", {pid, {milliseconds * 1'000'000, milliseconds}}}},
+                        .at = std::chrono::seconds(at)});
         const auto& [memory, cpu] = tracker.usage().at("a");
         EXPECT_EQ(memory, milliseconds);
         EXPECT_DOUBLE_EQ(cpu.value_or(-1), percent.value_or(-1)) << milliseconds;
     }
-    tracker.record({.samples = {{"b", {}}}, .at = 200});  // An app that is left out is forgotten.
-    tracker.record({.samples = {{"a", {2, {UINT64_MAX, 0}}}}, .at = 210});
+    tracker.record({.samples = {{"b", {}}}, .at = 200s});  // An app that is left out is forgotten.
+    tracker.record({.samples = {{"a", {2, {UINT64_MAX, 0}}}}, .at = 210s});
     EXPECT_EQ(tracker.usage(), (std::map<BundleID, AppUsage>{{"a", {}}}));
 }
 

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <tuple>
@@ -8,11 +9,15 @@
 namespace velko {
 namespace {
 
+Uptime momentAt(double seconds) {
+    return std::chrono::round<Uptime>(std::chrono::duration<double>(seconds));
+}
+
 TEST(ChangeDetector, PopsWhatChangesOnceInFiveMinutes) {
     const std::vector<BundleID> none;
     const std::vector<BundleID> both{"B", "a"};
-    using Look = std::tuple<double, std::int32_t, std::vector<ItemReading>, std::vector<BundleID>>;
-    const std::vector<Look> looks{
+    using Row = std::tuple<double, std::int32_t, std::vector<ItemReading>, std::vector<BundleID>>;
+    const std::vector<Row> rows{
         {10, 1, {{"12:00", 40}}, none},             // the first look
         {12, 1, {{"12:00", 42.9}}, none},           // hardly wider
         {14, 1, {{"12:00", 45}}, none},             // compared with the look before, not with the first
@@ -26,11 +31,12 @@ TEST(ChangeDetector, PopsWhatChangesOnceInFiveMinutes) {
         {706, 2, {{"12:04", 42}, {"5", 9}}, both},
     };
     ChangeDetector detector;
-    for (const auto& [at, pid, items, popped] : looks) {
-        EXPECT_EQ(detector.check({{{"a", {pid, items}}, {"B", {pid, items}}}, at}), popped) << at;
+    for (const auto& [at, pid, items, popped] : rows) {
+        EXPECT_EQ(detector.check({{{"a", {pid, items}}, {"B", {pid, items}}}, momentAt(at)}), popped) << at;
     }
-    EXPECT_EQ(detector.check({{}, 1'100}), none);  // An app that is left out comes back as a new one.
-    EXPECT_EQ(detector.check({{{"a", {2, {{"1", 9}, {"1", 9}}}}}, 1'102}), none);
+    EXPECT_EQ(detector.check({{}, momentAt(1'100)}),
+              none);  // An app that is left out comes back as a new one.
+    EXPECT_EQ(detector.check({{{"a", {2, {{"1", 9}, {"1", 9}}}}}, momentAt(1'102)}), none);
 }
 
 }  // namespace

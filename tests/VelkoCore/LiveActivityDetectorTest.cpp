@@ -1,5 +1,7 @@
+#include <chrono>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,11 +12,27 @@ namespace {
 
 constexpr std::uint64_t ms = 1'000'000;
 
+Uptime uptime(double seconds) {
+    return std::chrono::round<Uptime>(std::chrono::duration<double>(seconds));
+}
+
+/// A reading, with its moments in seconds.
+struct RendererRow {
+    std::optional<ProcessID> pid;
+    std::uint64_t cpu = 0;
+    double at = 0;
+    std::optional<double> ownChange = {};
+};
+
 /// The verdict after each reading: a plus while a Live Activity counts as showing.
-std::string verdicts(const std::vector<LiveActivityDetector::Request>& readings) {
+std::string verdicts(const std::vector<RendererRow>& rows) {
     LiveActivityDetector detector;
     std::string text;
-    for (const auto& reading : readings) {
+    for (const RendererRow& row : rows) {
+        const LiveActivityDetector::Reading reading{.pid = row.pid,
+                                                    .cpuNanoseconds = row.cpu,
+                                                    .at = uptime(row.at),
+                                                    .lastOwnChange = row.ownChange.transform(uptime)};
         text += detector.record(reading) ? '+' : '-';
         EXPECT_EQ(detector.isShowing(reading.at), text.back() == '+') << "without a reading";
     }

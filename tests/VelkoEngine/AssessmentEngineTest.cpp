@@ -28,7 +28,7 @@ class AssessmentEngineTest : public testing::Test {
 
     void apply(const VisibilityPlan& plan, bool force = false) {
         engine->apply(plan, force, [this, plan](const MenuBarEngine::Result& result) {
-            const auto text = result ? std::to_string(static_cast<int>(*result)) : describe(result.error());
+            const auto text = result ? std::to_string(*result / 1ms) : describe(result.error());
             reports.push_back(describe(plan) + ": " + text);
         });
     }

@@ -126,7 +126,7 @@ class Unobservable final : public ForwardingAccessibility {
  public:
     using ForwardingAccessibility::ForwardingAccessibility;
 
-    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID /*pid*/, float /*messagingTimeout*/,
+    [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID /*pid*/, Uptime /*messagingTimeout*/,
                                                       NotificationHandler /*handler*/) override {
         return nullptr;
     }
