@@ -144,7 +144,7 @@ void broomClick(benchmark::State& state) {
         mac.advance(5min);
         const auto calls = mac.cost().engineCalls;
         const auto icons = mac.visibleIcons().size();
-        installation.velko->requestScan(InventoryScan::Depth::full);
+        installation.velko->requestScan(ScanDepth::full);
         mac.advance(10ms);
         const auto clickedAt = mac.mainThread.now();
         installation.velko->toggle();

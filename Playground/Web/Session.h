@@ -12,6 +12,7 @@
 
 #include "Scenarios/World.h"
 #include "Simulator/Machine/SimulatedMac.h"
+#include "Velko/Ports/Dialogs.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/View/Menu.h"
 #include "VelkoCore/NonCopyable.h"

@@ -10,6 +10,7 @@
 #include "Simulator/Desktop/SimulatedWindows.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Velko/Flows/Questions.h"
 #include "Velko/View/Tree.h"
 
 namespace velko::script {

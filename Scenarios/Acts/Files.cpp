@@ -5,6 +5,7 @@
 
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Velko/Flows/LayoutTransfer.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 

@@ -3,6 +3,9 @@
 #include <filesystem>
 
 #include "Scenarios/Acts/Acts.h"
+#include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Questions.h"
+#include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Layout/Switches.h"
 
 namespace velko::script {

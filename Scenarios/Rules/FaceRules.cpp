@@ -19,6 +19,7 @@
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/BroomDrawing.h"
+#include "Velko/Flows/Questions.h"
 #include "Velko/Ports/PanelPlacement.h"
 #include "Velko/View/Tree.h"
 #include "VelkoCore/Layout/Switches.h"

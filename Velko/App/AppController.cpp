@@ -1,25 +1,23 @@
 #include "Velko/App/AppController.h"
 
-#include <chrono>
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
-#include <string>
 #include <utility>
 
 #include "Velko/App/Joined.h"
 #include "Velko/App/Log.h"
-#include "Velko/Flows/RevealStyleChoice.h"
+#include "Velko/Flows/Flows.h"
 #include "Velko/Ports/LoginItem.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Time/Date.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"
 #include "VelkoEngine/MenuBar/AX.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
-
-using Depth = InventoryScan::Depth;
 
 namespace {
 
@@ -39,32 +37,41 @@ AppController::AppController(Parts parts)
       log_(parts.log),
       info_(std::move(parts.info)),
       store_(std::move(parts.store)),
-      notices_(platform_.mainThread),
+      notices_(std::in_place, platform_.mainThread),
       engine_(std::move(parts.engine)),
-      saving_(*this, platform_.mainThread, log_, store_),
-      scan_(
-          platform_, [this] { return values_.items; },
-          [this](std::vector<MenuBarItem> items, Depth depth) { accept(std::move(items), depth); },
-          [this] { trustWatch_.check(); }),
-      autoTuck_(*this, platform_, ports_.surfaces.surface(Surfaces::Kind::shelf),
-                [this] { handle(RevealEvent::autoTuck()); }),
-      shelfClosing_(platform_.mainThread),
-      showMe_(*this, platform_, log_),
-      opening_(platform_, log_, [this](const RevealEvent& event) { handle(event); }),
-      popOut_(*this, platform_, log_),
-      transfer_(*this, ports_.dialogs, log_, [this] { layoutReplaced("import"); }),
-      trustWatch_(*this, platform_, [this](bool trusted) { trustChanged(trusted); }),
-      usageSampling_(*this, platform_, [this] { rescanIfQuiet(); }),
-      autopilot_(*this, platform_, log_, [this](bool offered) { note_.suggestionsChecked(offered); }),
-      changeWatch_(*this, platform_, [this](const BundleID& bundleID) { popOut_.begin(bundleID); }),
-      liveActivity_(*this, platform_, log_),
-      note_(*this, autopilot_),
-      newcomers_(*this, platform_.mainThread, log_, note_),
-      preferences_(*this, log_, ports_.loginItem,
-                   {.popOut = popOut_,
-                    .liveActivity = liveActivity_,
-                    .autopilot = autopilot_,
-                    .revealChanged = [this] { setState(values_.state); }}) {}
+      keeping_(*this, platform_.mainThread, log_, store_, [this](bool isMended) { layoutLoaded(isMended); }),
+      visibility_(
+          *this,
+          {.platform = platform_,
+           .log = log_,
+           .engine = *engine_,
+           .ownBundleID = info_.bundleID,
+           .broomFrame = [this] { return broomFrame ? broomFrame() : Inventory::ownItemFrame(platform_); },
+           .stateSet = [this] { stateSet(); },
+           .answered = [this] { tellChange(); }}),
+      flows_(makeFlows()) {}
+
+AppController::~AppController() = default;
+
+std::unique_ptr<Flows> AppController::makeFlows() {
+    return std::make_unique<Flows>(
+        static_cast<FlowHost&>(*this), platform_, ports_, log_,
+        Flows::Handlers{.reveal = [this](const RevealEvent& event) { handle(event); },
+                        .revealSettingsChanged = [this] { visibility_.setState(values_.state); },
+                        .scanned = [this](std::vector<MenuBarItem> items,
+                                          ScanDepth depth) { accept(std::move(items), depth); },
+                        .trustChanged = [this](bool trusted) { trustChanged(trusted); },
+                        .usageSampled = [this] { rescanIfQuiet(); },
+                        .layoutImported = [this] { layoutReplaced("import"); },
+                        .clicks = {.bar = [this] { return knownBar(); },
+                                   .pressed =
+                                       [this](const ClickTapEvent& event) {
+                                           if (onPress) {
+                                               onPress(event);
+                                           }
+                                       },
+                                   .begun = [this] { flows_->autopilot.clicksAreWatched(); }}});
+}
 
 void AppController::requireMainThread() const {
     if (!platform_.mainThread.isCurrent()) {
@@ -79,124 +86,83 @@ void AppController::start() {
     requireMainThread();
     log_.log("app", "Velko " + info_.version + " starting on macOS " + info_.systemVersion);
     log_.log("app", "launch at login " + std::string(describe(ports_.loginItem.status())));
-    if (!info_.bundlePath.starts_with("/Applications/")) {
+    if (!info_.isInApplications()) {
         log_.log("app", "WARNING: running from " + info_.bundlePath +
                             ". Velko's own icon may hide; install to /Applications.");
     }
     loadLayout();
-    set(&AppValues::activeStyle, chooseRevealStyle(platform_, values_.layout.reveal));
-    systemEvents_.emplace(platform_, [this](const SystemEvents::Kind& event) { handleSystemEvent(event); });
-    clickHistory_.emplace(
-        platform_, [this] { return knownBar(); }, [this](const BundleID& bundleID) { recordClick(bundleID); },
-        [this](const ClickTapEvent& event) {
-            if (onPress) {
-                onPress(event);
-            }
-        });
+    visibility_.chooseStyle();
+    flows_->systemEvents.emplace(platform_, [this](const SystemEvents::Kind& event) {
+        handleSystemEvent(event.reason, event.scope == SystemEvents::Kind::Scope::environment);
+    });
     if (!engine_->isAvailable()) {
-        setHealth(&HealthFacts::engineUnavailable, true);
+        setProblem(&HealthFacts::engineUnavailable, true);
         log_.log("engine", "UNAVAILABLE: not supported on this macOS build. Hiding nothing.\n" +
                                engineProbeReport(platform_));
         return;
     }
-    startBackgroundLoops();
-    if (trustWatch_.holds()) {
-        requestScan(Depth::full);
-        watchClicks();
+    flows_->startLoops();
+    if (flows_->trust.holds()) {
+        requestScan(ScanDepth::full);
+        flows_->clicks.listen();
         return;
     }
-    setHealth(&HealthFacts::trustMissing, true);
+    setProblem(&HealthFacts::trustMissing, true);
     log_.log("app", "Accessibility not granted yet. Hiding nothing until it is.");
     apply({.reason = "Accessibility missing"});
 }
 
-void AppController::startBackgroundLoops() {
-    trustWatch_.start();
-    usageSampling_.start();
-    autopilot_.start();
-    changeWatch_.start();
-    liveActivity_.start();
-}
-
 void AppController::quit() {
     requireMainThread();
-    trustWatch_.stop();
-    usageSampling_.stop();
-    autopilot_.stop();
-    changeWatch_.stop();
-    liveActivity_.stop();
-    autoTuck_.cancel();
-    showMe_.cancel();
-    popOut_.stop();
-    transfer_.cancel();
-    scan_.cancel();
-    systemEvents_.reset();
-    iconWatch_.reset();
-    opening_.cancel();
-    clickHistory_.reset();
-    saving_.finish();
+    notices_.reset();
+    onChange = nullptr;
+    flows_.reset();
+    keeping_.finish();
     engine_->showAll();
     log_.log("app", "quitting: everything shown");
 }
 
 // What the system tells
 
-void AppController::handleSystemEvent(const SystemEvents::Kind& event) {
-    log_.log("system", event.reason);
-    const bool isEnvironment = event.scope == SystemEvents::Kind::Scope::environment;
+void AppController::handleSystemEvent(const std::string& reason, bool isEnvironment) {
+    log_.log("system", reason);
     if (isEnvironment) {
         Calendar::rereadZone();
-        autopilot_.heedClock();
+        flows_->autopilot.heedClock();
     }
     if (values_.problems.engineUnavailable) {
         return;
     }
     if (isEnvironment) {
-        apply({.reason = event.reason, .force = !engine_->current().isShowAll()});
+        apply({.reason = reason, .force = !engine_->current().isShowAll()});
     }
-    if (!trustWatch_.check()) {
+    if (!flows_->trust.check()) {
         return;
     }
     if (isEnvironment) {
-        watchClicks();
+        flows_->clicks.listen();
     }
-    requestScan(isEnvironment ? Depth::full : Depth::light);
-    if (event.reason.contains("launched")) {
-        scan_.followLaunch();
+    requestScan(isEnvironment ? ScanDepth::full : ScanDepth::light);
+    if (reason.contains("launched")) {
+        flows_->scan.followLaunch();
     }
 }
 
 void AppController::trustChanged(bool trusted) {
-    setHealth(&HealthFacts::trustMissing, !trusted);
+    setProblem(&HealthFacts::trustMissing, !trusted);
     if (trusted) {
         log_.log("app", "Accessibility granted");
         ports_.surfaces.announce("Velko has its permission.");
-        requestScan(Depth::full);
-        watchClicks();
+        requestScan(ScanDepth::full);
+        flows_->clicks.listen();
         apply({.reason = "Accessibility granted"});
     } else {
         log_.log("app", "Accessibility taken away. Hiding nothing until it is granted again.");
         ports_.surfaces.announce("Velko needs permission to tidy your menu bar.");
-        scan_.cancel();
-        if (clickHistory_) {
-            clickHistory_->stop();
-        }
+        flows_->scan.cancel();
+        flows_->clicks.stop();
         apply({.reason = "Accessibility missing"});
     }
-}
-
-/// Listens for clicks, if nobody does. The system is only asked once the permission is certain: without it,
-/// it asks the user for another one.
-void AppController::watchClicks() {
-    if (!clickHistory_ || clickHistory_->isRunning()) {
-        return;
-    }
-    trustWatch_.prove([this] {
-        clickHistory_->start();
-        if (clickHistory_->isRunning()) {
-            autopilot_.clicksAreWatched();
-        }
-    });
 }
 
 /// What is known of the menu bar by the last scan.
@@ -209,66 +175,226 @@ KnownBar AppController::knownBar() const {
     return bar;
 }
 
-void AppController::recordClick(const BundleID& bundleID) {
-    const Date now = floorToSeconds(platform_.mainThread.date());
-    edit(Saving::soon, [&](Layout& layout) { layout.recordClick(bundleID, now, {}); });
-}
-
 // Scans
 
+void AppController::requestScan(ScanDepth depth) {
+    flows_->scan.request(depth);
+}
+
 void AppController::rescanIfQuiet() {
-    if (!trustWatch_.check()) {
+    if (!flows_->trust.check()) {
         return;
     }
-    watchClicks();  // the system may grant the tap later than the permission, or have made it deaf
-    if (scan_.isQuiet()) {
-        requestScan(Depth::light);
+    // The system may grant the tap later than the permission, or have made it deaf.
+    flows_->clicks.listen();
+    if (flows_->scan.isQuiet()) {
+        requestScan(ScanDepth::light);
     }
 }
 
-void AppController::accept(std::vector<MenuBarItem> items, Depth depth) {
-    if (values_.problems.trustMissing || !trustWatch_.check()) {
+void AppController::accept(std::vector<MenuBarItem> items, ScanDepth depth) {
+    if (values_.problems.trustMissing || !flows_->trust.check()) {
         return;  // without the permission a scan finds nothing, which says nothing about the menu bar
     }
-    BundleIDs present = ownersOf(items);
-    const bool isLight = depth == Depth::light;
-    const bool isSame = present == present_;
+    const BundleIDs present = ownersOf(items);
+    const bool isLight = depth == ScanDepth::light;
+    const bool isSame = present == visibility_.present();
     const bool isNews = !isSame || !values_.inventoryLoaded;
-    present_ = std::move(present);
     set(&AppValues::items, std::move(items));
     set(&AppValues::inventoryLoaded, true);
-    refreshTidiedCount();
+    visibility_.setPresent(present);
     if (isLight && !isNews) {
         tellChange();  // the broom may have moved
         return;
     }
     if (!isSame) {
-        log_.log("inventory", std::to_string(present_.size()) + " apps with icons" +
-                                  (isLight ? " (light rescan)" : "") + ": " + joined(present_));
+        log_.log("inventory", std::to_string(present.size()) + " apps with icons" +
+                                  (isLight ? " (light rescan)" : "") + ": " + joined(present));
     }
-    newcomers_.admit(present_, info_.bundleID);
+    flows_->newcomers.admit(present, info_.bundleID);
     if (values_.usage.empty()) {
-        usageSampling_.sampleNow();
+        flows_->usage.sampleNow();
     }
     apply({.reason = "inventory"});
 }
 
-// For people who look under the hood
+// The layout
 
-void AppController::toggleIconWatch() {
-    if (!iconWatch_) {
-        iconWatch_.emplace(platform_, [this](const std::string& line) { log_.log("debug", line); });
+void AppController::loadLayout() {
+    requireMainThread();
+    keeping_.load();
+}
+
+void AppController::layoutLoaded(bool isMended) {
+    flows_->autopilot.heedClock();
+    if (flows_->clicks.isListening()) {
+        flows_->autopilot.clicksAreWatched();
     }
-    if (iconWatch_->isRunning()) {
-        iconWatch_->stop();
-    } else {
-        iconWatch_->start();
+    followSwitches();
+    apply({.reason = "layout loaded"});
+    if (isMended && !values_.problems.engineUnavailable && flows_->trust.check()) {
+        // Which of the apps present are new is only known now.
+        requestScan(ScanDepth::full);
+    }
+}
+
+/// A layout that came from elsewhere may have other switches; each takes effect as when the user flips it.
+void AppController::followSwitches() {
+    if (!values_.layout.popOutOnChange) {
+        flows_->popOut.endAll();
+    }
+    flows_->liveActivity.settingChanged();
+    visibility_.setState(values_.state);
+}
+
+void AppController::layoutReplaced(const char* reason) {
+    followSwitches();
+    apply({.reason = reason});
+    flows_->autopilot.settle();
+}
+
+bool AppController::edit(Saving saving, const Edit& change) {
+    requireMainThread();
+    return keeping_.edit(saving, change);
+}
+
+void AppController::place(const BundleID& bundleID, Section section) {
+    const bool answered = values_.layout.isWaiting(bundleID);
+    log_.log("layout",
+             bundleID + " -> " + std::string(name(section)) + (answered ? " (new icon answered)" : ""));
+    edit(Saving::now, [&](Layout& layout) { layout.place(bundleID, section); });
+    flows_->popOut.forget(bundleID);
+    apply({.reason = "section changed"});
+    flows_->autopilot.settle();
+}
+
+void AppController::completeSetup(const std::map<BundleID, Section>& sections) {
+    std::map<Section, std::size_t> counts;
+    edit(Saving::now, [&](Layout& layout) {
+        for (const auto& [bundleID, section] : sections) {
+            layout.place(bundleID, section);
+            ++counts[section];
+        }
+        layout.hasCompletedSetup = true;
+    });
+    log_.log("setup", "sorted: " + std::to_string(counts[Section::bar]) + " in the bar, " +
+                          std::to_string(counts[Section::tucked]) + " tucked, " +
+                          std::to_string(counts[Section::buried]) + " buried");
+    layoutReplaced("setup");
+}
+
+// What the user does with icons
+
+bool AppController::consumesClick() {
+    return visibility_.isClickThatClosedShelf() || flows_->showMe.stop();
+}
+
+void AppController::toggle(bool withBuried) {
+    if (!visibility_.isClickThatClosedShelf()) {
+        handle(withBuried ? RevealEvent::toggleWithBuried() : RevealEvent::toggle());
+    }
+}
+
+void AppController::revealByPointer() {
+    visibility_.revealByPointer();
+}
+
+void AppController::handle(const RevealEvent& event) {
+    requireMainThread();
+    visibility_.handle(event);
+}
+
+void AppController::closeShelf(ShelfDismissal how) {
+    visibility_.closeShelf(how);
+}
+
+void AppController::shelfTouched() {
+    flows_->autoTuck.touched();
+}
+
+void AppController::open(const BundleID& bundleID) {
+    flows_->showMe.stop();  // it would keep this app's icon hidden
+    const auto* const peek = values_.state.asPeeking();
+    if (peek != nullptr && peek->bundleID == bundleID) {
+        return;  // a second press would close the menu that the first one opens
+    }
+    flows_->clicks.record(bundleID);
+    flows_->opening.open(bundleID);
+}
+
+void AppController::apply(ApplyRequest request) {
+    requireMainThread();
+    visibility_.apply(std::move(request));
+}
+
+void AppController::tryAgain() {
+    apply({.reason = "try again"});
+}
+
+void AppController::showAll() {
+    requireMainThread();
+    visibility_.showAll();
+}
+
+void AppController::stateSet() {
+    if (flows_) {
+        flows_->autoTuck.rearm();
+    }
+}
+
+void AppController::tellChange() const {
+    if (const auto told = onChange) {  // it may replace itself
+        told();
+    }
+}
+
+void AppController::valueChanged() {
+    if (notices_) {
+        notices_->note();
     }
 }
 
 Subscription AppController::observe(std::function<void()> handler) {
     requireMainThread();
-    return notices_.observe(std::move(handler));
+    return notices_ ? notices_->observe(std::move(handler)) : Subscription();
+}
+
+// The flows that faces work with
+
+Preferences& AppController::preferences() noexcept {
+    return flows_->preferences;
+}
+
+AutopilotOffers& AppController::autopilot() noexcept {
+    return flows_->autopilot;
+}
+
+NoteDeferral& AppController::note() noexcept {
+    return flows_->note;
+}
+
+ShowMe& AppController::showMe() noexcept {
+    return flows_->showMe;
+}
+
+LayoutTransfer& AppController::transfer() noexcept {
+    return flows_->transfer;
+}
+
+void AppController::toggleIconWatch() {
+    auto& watch = flows_->iconWatch;
+    if (!watch) {
+        watch.emplace(platform_, [this](const std::string& line) { log_.log("debug", line); });
+    }
+    if (watch->isRunning()) {
+        watch->stop();
+    } else {
+        watch->start();
+    }
+}
+
+bool AppController::isIconWatchRunning() const noexcept {
+    return flows_->iconWatch && flows_->iconWatch->isRunning();
 }
 
 }  // namespace velko

@@ -8,6 +8,8 @@
 
 #include "Velko/App/Log.h"
 #include "Velko/Apps/PresentApps.h"
+#include "Velko/Flows/LayoutTransfer.h"
+#include "Velko/Flows/Preferences.h"
 #include "Velko/Ports/Application.h"
 #include "Velko/Ports/Defaults.h"
 #include "Velko/Ports/LoginItem.h"
@@ -83,7 +85,7 @@ void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     shelf_.onMove = [this](const BundleID& bundleID, Section section) {
         controller_.place(bundleID, section);
     };
-    shelf_.onDismiss = [this](ShelfClosing::By by) { controller_.closeShelf(by); };
+    shelf_.onDismiss = [this](ShelfDismissal by) { controller_.closeShelf(by); };
     changes_ = controller_.observe([this] { sync(); });
     // Its neighbours may have moved it.
     controller_.broomFrame = [this] { return broomFrame_.refresh(); };

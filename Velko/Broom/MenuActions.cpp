@@ -5,6 +5,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
 #include "Velko/Apps/PresentApps.h"
+#include "Velko/Flows/Questions.h"
 #include "Velko/Ports/Application.h"
 #include "Velko/Ports/Pasteboard.h"
 #include "VelkoCore/Habits/AppUsage.h"

@@ -7,6 +7,7 @@
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/StatusMenus.h"
+#include "Velko/Flows/Questions.h"
 
 namespace velko {
 

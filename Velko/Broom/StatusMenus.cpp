@@ -10,6 +10,7 @@
 #include "Velko/App/Updates.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Broom/MenuActions.h"
+#include "Velko/Flows/Questions.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 
 namespace velko::StatusMenus {

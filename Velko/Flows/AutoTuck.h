@@ -28,8 +28,6 @@ class AutoTuck final : private NonCopyable {
     /// The user does something in the shelf: if a wait is under way, its time begins anew.
     void touched();
 
-    void cancel() noexcept { wait_.cancel(); }
-
  private:
     void look();
     void lookAtPointer();

@@ -24,6 +24,9 @@ enum class Saving {
     soon,             ///< in a burst with others, and never over a file that could not be read
 };
 
+/// How much of the menu bar is read: everything, or only apps whose items are not known yet.
+enum class ScanDepth { full, light };
+
 /// The controller as its flows see it: the values, and the few ways to change something. Main thread;
 /// outlives every flow.
 class FlowHost : private NonCopyable {
@@ -42,6 +45,14 @@ class FlowHost : private NonCopyable {
         now = std::move(to);
         valueChanged();
         return true;
+    }
+
+    /// Sets one of the problems that make Velko show everything.
+    template <class Fact>
+    void setProblem(Fact HealthFacts::* fact, std::type_identity_t<Fact> to) {
+        HealthFacts problems = values().problems;
+        problems.*fact = std::move(to);
+        set(&AppValues::problems, std::move(problems));
     }
 
     /// Edits the layout; one of Velko's own edits is saved only if it changed something. Whether the file

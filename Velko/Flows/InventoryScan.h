@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -16,8 +17,7 @@ namespace velko {
 /// nothing and is made good by the next. Main thread; owned by the controller.
 class InventoryScan final : private NonCopyable {
  public:
-    /// How much is read: everything, or only apps whose items are not known yet.
-    enum class Depth { full, light };
+    using Depth = ScanDepth;
 
     /// Receives an accepted answer and how it was read.
     using Accept = std::function<void(std::vector<MenuBarItem>, Depth)>;

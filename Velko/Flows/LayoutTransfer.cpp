@@ -25,11 +25,6 @@ Dialogs::FileType fileType() {
 LayoutTransfer::LayoutTransfer(FlowHost& host, Dialogs& dialogs, Log& log, std::function<void()> imported)
     : host_(host), dialogs_(dialogs), log_(log), imported_(std::move(imported)) {}
 
-void LayoutTransfer::cancel() noexcept {
-    panel_.cancel();
-    opened_.clear();
-}
-
 /// What becomes of the file that the user chooses, if any.
 Dialogs::Chosen LayoutTransfer::then(void (LayoutTransfer::*use)(const std::filesystem::path&)) {
     return [this, use](const std::optional<std::filesystem::path>& file) {

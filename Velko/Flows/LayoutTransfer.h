@@ -32,9 +32,6 @@ class LayoutTransfer final : private NonCopyable {
     /// the new one. `then` is called when that is done.
     void offerToStartAfresh(const std::function<void()>& then);
 
-    /// Gives up on a panel that is open, and on files that wait.
-    void cancel() noexcept;
-
  private:
     [[nodiscard]] Dialogs::Chosen then(void (LayoutTransfer::*use)(const std::filesystem::path&));
     void askAboutNext();

@@ -1,16 +1,42 @@
 #pragma once
 
+#include <functional>
 #include <map>
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Watching/ChangeDetector.h"
+#include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 class Log;
+
+/// Looks at the tucked icons every two seconds and notices which show something new. Main thread; owned by
+/// the controller.
+class ChangeWatch final : private NonCopyable {
+ public:
+    /// `changed` is called for each app that has changed and may pop out.
+    ChangeWatch(FlowHost& host, const Platform& platform, std::function<void(const BundleID&)> changed);
+
+    void start();
+
+ private:
+    void look();
+    void compare(const Inventory::Readings& readings);
+    [[nodiscard]] bool isWatched(const BundleID& bundleID) const;
+    [[nodiscard]] std::map<BundleID, ProcessID> watchedApps() const;
+
+    FlowHost& host_;
+    Platform platform_;
+    std::function<void(const BundleID&)> changed_;
+    ChangeDetector detector_;
+    Task loop_;
+    Task reading_;
+};
 
 /// Lets a tucked app out on the bar for a while because its icon changed. Main thread; owned by the
 /// controller.
@@ -26,9 +52,6 @@ class PopOut final : private NonCopyable {
 
     /// Tucks every app again, because the user does not want pop-outs any more. Does not apply.
     void endAll();
-
-    /// Forgets the ends that are to come.
-    void stop() noexcept { ends_.clear(); }
 
  private:
     void end(const BundleID& bundleID);

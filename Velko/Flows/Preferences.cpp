@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "Velko/App/Log.h"
-#include "Velko/Flows/AutopilotOffers.h"
-#include "Velko/Flows/LiveActivityWatch.h"
 #include "Velko/Flows/PopOut.h"
+#include "Velko/Flows/ProcessWatch.h"
+#include "Velko/Flows/Questions.h"
 #include "Velko/Ports/LoginItem.h"
 
 namespace velko {

@@ -22,11 +22,6 @@ void TrustWatch::start() {
     loop_ = platform_.mainThread.every(Timing::trustPollInterval, [this] { look(); });
 }
 
-void TrustWatch::stop() noexcept {
-    loop_.cancel();
-    asking_.cancel();
-}
-
 bool TrustWatch::holds() {
     const bool says = AX::isTrusted(platform_);
     if (systemSays_ != says) {

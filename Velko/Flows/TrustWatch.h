@@ -19,7 +19,6 @@ class TrustWatch final : private NonCopyable {
     TrustWatch(FlowHost& host, const Platform& platform, std::function<void(bool trusted)> changed);
 
     void start();
-    void stop() noexcept;
 
     /// Whether the permission is there, as far as is known. Tells nobody.
     [[nodiscard]] bool holds();

@@ -8,6 +8,7 @@
 #include "Velko/App/Log.h"
 #include "Velko/Broom/BelowBroom.h"
 #include "Velko/Broom/BroomFrame.h"
+#include "Velko/Flows/Questions.h"
 #include "Velko/Note/NoteView.h"
 #include "Velko/Ports/PanelPlacement.h"
 #include "VelkoCore/Time/Timing.h"

@@ -6,6 +6,8 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/AppNames.h"
+#include "Velko/Flows/Questions.h"
+#include "Velko/Flows/ShowApp.h"
 #include "Velko/View/Build.h"
 #include "VelkoCore/Layout/Section.h"
 

@@ -6,6 +6,9 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Questions.h"
+#include "Velko/Flows/ShowApp.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
 #include "VelkoCore/Layout/Section.h"

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/Flows/Preferences.h"
 #include "Velko/Ports/LoginItem.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"

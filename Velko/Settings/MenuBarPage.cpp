@@ -7,6 +7,8 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/EmptyList.h"
+#include "Velko/Flows/LayoutTransfer.h"
+#include "Velko/Flows/Preferences.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
 #include "VelkoCore/Layout/Switches.h"

@@ -8,6 +8,7 @@
 #include "Velko/App/Refusal.h"
 #include "Velko/App/Updates.h"
 #include "Velko/Broom/MenuActions.h"
+#include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Build.h"
 

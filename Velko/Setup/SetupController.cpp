@@ -6,6 +6,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/EmptyList.h"
 #include "Velko/Apps/PresentApps.h"
+#include "Velko/Flows/Preferences.h"
 #include "Velko/Ports/Application.h"
 #include "VelkoEngine/MenuBar/AX.h"
 

@@ -77,7 +77,7 @@ view::Node ShelfController::content(const Surface::Place& place) const {
 }
 
 bool ShelfController::dismiss(Surface::Dismissal how) const {
-    onDismiss(how == Surface::Dismissal::clickOutside ? ShelfClosing::By::click : ShelfClosing::By::escape);
+    onDismiss(how == Surface::Dismissal::clickOutside ? ShelfDismissal::click : ShelfDismissal::escape);
     return !parts_.controller.values().isShelfShown();
 }
 

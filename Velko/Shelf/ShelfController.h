@@ -3,7 +3,6 @@
 #include <functional>
 
 #include "Velko/App/FaceParts.h"
-#include "Velko/Flows/ShelfClosing.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/View/Node.h"
 #include "VelkoCore/Identifiers.h"
@@ -31,7 +30,7 @@ class ShelfController final : private NonCopyable {
 
     std::function<void(const BundleID&)> onOpen;           ///< wants an app's menu
     std::function<void(const BundleID&, Section)> onMove;  ///< moves an app to another section
-    std::function<void(ShelfClosing::By)> onDismiss;       ///< wants the shelf gone; it stays until synced
+    std::function<void(ShelfDismissal)> onDismiss;         ///< wants the shelf gone; it stays until synced
 
  private:
     [[nodiscard]] Surface& surface() const;

@@ -8,6 +8,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/HiddenApps.h"
 #include "Velko/Apps/PresentApps.h"
+#include "Velko/Flows/ShowApp.h"
 #include "Velko/View/Build.h"
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Visibility/ShelfLayout.h"

@@ -18,6 +18,7 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Ports/AppPorts.h"
 #include "tests/TemporaryFolder.h"
 

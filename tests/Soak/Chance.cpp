@@ -11,6 +11,7 @@
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Velko/Flows/Questions.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "tests/Soak/Monkey.h"
 

@@ -2,6 +2,7 @@
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Simulator/Desktop/SimulatedLoginItem.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Velko/Flows/LayoutTransfer.h"
 #include "tests/Velko/ProgramOnMac.h"
 
 namespace velko {

@@ -1,6 +1,8 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Questions.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

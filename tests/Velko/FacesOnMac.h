@@ -32,7 +32,7 @@ class FacesOnMac : public VelkoOnMac {
         shelf = std::make_unique<ShelfController>(parts, *broom);
         shelf->onOpen = [this](const BundleID& app) { velko->open(app); };
         shelf->onMove = [this](const BundleID& app, Section section) { velko->place(app, section); };
-        shelf->onDismiss = [this](ShelfClosing::By by) { velko->closeShelf(by); };
+        shelf->onDismiss = [this](ShelfDismissal by) { velko->closeShelf(by); };
         hover = std::make_unique<HoverWatcher>(parts, *broom);
         note = std::make_unique<NoteController>(parts, *broom);
         changes = velko->observe([this] {

@@ -4,6 +4,7 @@
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Velko/Flows/Preferences.h"
 #include "tests/Velko/FacesOnMac.h"
 
 namespace velko {
@@ -100,7 +101,7 @@ TEST_F(HoverTest, LeavesWhatAClickHasRevealed) {
     toggle();
     useShelf();
     toggle();
-    velko->closeShelf(ShelfClosing::By::click);
+    velko->closeShelf(ShelfDismissal::click);
     moveTo(onBroom(), 350ms);
     EXPECT_FALSE(isRevealed()) << "the click that closed the shelf is too near";
     toggle();

@@ -1,3 +1,4 @@
+#include "Velko/Flows/Questions.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

@@ -4,6 +4,7 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/Flows/Questions.h"
 #include "tests/Velko/FacesOnMac.h"
 
 namespace velko {

@@ -1,4 +1,5 @@
 #include "Simulator/Desktop/SimulatedWindows.h"
+#include "Velko/Flows/Preferences.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

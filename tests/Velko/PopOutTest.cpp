@@ -1,3 +1,4 @@
+#include "Velko/Flows/Preferences.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

@@ -13,9 +13,9 @@ TEST_F(ScanTest, TakesTheAnswerOfTheNewestRequestOnly) {
     const ProcessID hung = launch("com.example.hung");
     mac.hang(hung, true);
     pass(10ms);
-    velko->requestScan(InventoryScan::Depth::full);
+    velko->requestScan(ScanDepth::full);
     mac.hang(hung, false);
-    velko->requestScan(InventoryScan::Depth::full);
+    velko->requestScan(ScanDepth::full);
     const auto lines = timesLogged("[inventory]");
     pass(400ms);
     EXPECT_EQ(timesLogged("[inventory]"), lines + 1);
@@ -33,7 +33,7 @@ TEST_F(ScanTest, ConcludesNothingFromAFullScanThatNobodyAnswers) {
     start();
     EXPECT_FALSE(values().inventoryLoaded);
     hangAll(false);
-    velko->requestScan(InventoryScan::Depth::light);
+    velko->requestScan(ScanDepth::light);
     pass(1s);
     EXPECT_TRUE(values().inventoryLoaded);
     EXPECT_TRUE(logged("[inventory] 3 apps with icons: ")) << "the light scan has made good for the full one";
@@ -45,7 +45,7 @@ TEST_F(ScanTest, NeverHoldsUpAClickOnTheBroom) {
         mac.hang(app, number % 8 == 0);
     }
     start();
-    velko->requestScan(InventoryScan::Depth::full);
+    velko->requestScan(ScanDepth::full);
     pass(10ms);
     const auto lines = timesLogged("[inventory]");
     const auto calls = mac.cost().engineCalls;
@@ -66,10 +66,10 @@ TEST_F(ScanTest, SaysAndDoesNothingWhenALightScanFindsTheSameApps) {
     const auto calls = mac.cost().engineCalls;
     int changes = 0;
     velko->onChange = [&] { ++changes; };
-    velko->requestScan(InventoryScan::Depth::light);
+    velko->requestScan(ScanDepth::light);
     pass(1s);
     EXPECT_EQ(changes, 1) << "icons may have moved, the broom among them";
-    velko->requestScan(InventoryScan::Depth::full);
+    velko->requestScan(ScanDepth::full);
     pass(1s);
     EXPECT_EQ(changes, 2) << "the engine was asked and had nothing to do";
     EXPECT_EQ(log.lines().size(), lines);

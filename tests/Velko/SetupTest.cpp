@@ -2,6 +2,7 @@
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
+#include "VelkoCore/Time/Timing.h"
 #include "tests/Velko/SetupOnMac.h"
 
 namespace velko {

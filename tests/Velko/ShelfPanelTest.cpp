@@ -6,6 +6,7 @@
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWindows.h"
 #include "Velko/Broom/BelowBroom.h"
+#include "Velko/Flows/Preferences.h"
 #include "tests/Velko/FacesOnMac.h"
 
 namespace velko {

@@ -4,7 +4,7 @@ namespace velko {
 namespace {
 
 using namespace std::chrono_literals;
-using By = ShelfClosing::By;
+using By = ShelfDismissal;
 
 class ShelfTest : public VelkoOnMac {
  protected:

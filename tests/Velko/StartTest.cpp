@@ -6,6 +6,8 @@
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/Flows/LayoutTransfer.h"
+#include "Velko/Flows/ShowApp.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

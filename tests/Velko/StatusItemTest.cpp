@@ -1,6 +1,7 @@
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Velko/Flows/ShowApp.h"
 #include "tests/Velko/BroomOnMac.h"
 
 namespace velko {
@@ -13,7 +14,7 @@ constexpr auto peek = [](AppController& velko) { velko.handle(RevealEvent::peek(
 constexpr auto showMe = [](AppController& velko) { velko.showMe().start("com.example.app"); };
 constexpr auto closeShelf = [](AppController& velko) {
     velko.toggle();
-    velko.closeShelf(ShelfClosing::By::click);
+    velko.closeShelf(ShelfDismissal::click);
 };
 
 /// How things stand when the click comes.

@@ -1,4 +1,6 @@
 #include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Velko/Flows/LayoutTransfer.h"
+#include "Velko/Flows/Preferences.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "tests/Velko/VelkoOnMac.h"
 

@@ -56,7 +56,7 @@ TEST_F(TrustTest, TakesNoScanAtItsWordThatWasMadeWithoutThePermission) {
     start();
     const auto items = values().items;
     mac.revokeTrust();
-    velko->requestScan(InventoryScan::Depth::full);
+    velko->requestScan(ScanDepth::full);
     pass(100ms);
     EXPECT_EQ(values().items, items);
     EXPECT_EQ(values().health().kind, Health::Kind::needsAccessibility) << "noticed before the next look";

@@ -1,10 +1,23 @@
-#include "Velko/Flows/ShowMe.h"
+#include "Velko/Flows/ShowApp.h"
+
+#include <string>
+#include <utility>
 
 #include "Velko/App/Log.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
 
 namespace velko {
+
+PeekOpening::PeekOpening(const Platform& platform, Log& log, std::function<void(const RevealEvent&)> handle)
+    : log_(log), handle_(std::move(handle)), opener_(platform) {}
+
+void PeekOpening::open(const BundleID& bundleID) {
+    handle_(RevealEvent::peek(bundleID));
+    opener_.open({.bundleID = bundleID,
+                  .log = [&log = log_](const std::string& line) { log.log("open", line); },
+                  .onClose = [this] { handle_(RevealEvent::peekEnded()); }});
+}
 
 ShowMe::ShowMe(FlowHost& host, const Platform& platform, Log& log)
     : host_(host), platform_(platform), log_(log) {}

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <functional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Habits/Autopilot.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -22,7 +25,6 @@ class AutopilotOffers final : private NonCopyable {
     AutopilotOffers(FlowHost& host, const Platform& platform, Log& log, std::function<void(bool)> checked);
 
     void start();
-    void stop() noexcept { loop_.cancel(); }
 
     /// Sees to it that no clock that was ahead silences us until then. To be called when a layout was loaded
     /// and when the clock may have jumped; the hourly check does it too.
@@ -54,6 +56,51 @@ class AutopilotOffers final : private NonCopyable {
     Log& log_;
     std::function<void(bool)> checked_;
     Task loop_;
+};
+
+/// Whether Velko has something to ask, and whether the user has put it off. Main thread; owned by the
+/// controller.
+class NoteDeferral final : private NonCopyable {
+ public:
+    NoteDeferral(FlowHost& host, AutopilotOffers& offers) : host_(host), offers_(offers) {}
+
+    /// Whether icons wait for an answer, or an offer is open.
+    [[nodiscard]] bool isAnythingToAsk() const;
+
+    /// The note was closed, however that happened: what is left is put off.
+    void noteClosed();
+
+    /// Something new is to be asked, which was not put off.
+    void askAgain();
+
+    /// The autopilot has looked for suggestions. An offer is new, and so is a suggestion that was not
+    /// there when the note closed.
+    void suggestionsChecked(bool offered);
+
+ private:
+    /// The suggestions without their figures, which change from day to day.
+    [[nodiscard]] std::set<std::string> suggestedNow() const;
+
+    FlowHost& host_;
+    AutopilotOffers& offers_;
+    std::set<std::string> putOff_;
+};
+
+/// Gets to know the apps in the menu bar; new ones stay tucked until the user says where they go. Main
+/// thread; owned by the controller.
+class Newcomers final : private NonCopyable {
+ public:
+    Newcomers(FlowHost& host, const MainThread& clock, Log& log, NoteDeferral& note)
+        : host_(host), clock_(clock), log_(log), note_(note) {}
+
+    /// Takes what a scan found. Does not apply.
+    void admit(const BundleIDs& present, const BundleID& ownBundleID);
+
+ private:
+    FlowHost& host_;
+    const MainThread& clock_;
+    Log& log_;
+    NoteDeferral& note_;
 };
 
 }  // namespace velko

@@ -1,14 +1,19 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Habits/AppUsage.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Watching/LiveActivityDetector.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
+
+class Log;
 
 /// Measures every half minute what the apps in the menu bar cost. Main thread; owned by the controller.
 class UsageSampling final : private NonCopyable {
@@ -17,7 +22,6 @@ class UsageSampling final : private NonCopyable {
     UsageSampling(FlowHost& host, const Platform& platform, std::function<void()> afterEach);
 
     void start();
-    void stop() noexcept { loop_.cancel(); }
 
     /// Takes one sample per app that owns items.
     void sampleNow();
@@ -27,6 +31,30 @@ class UsageSampling final : private NonCopyable {
     Platform platform_;
     std::function<void()> afterEach_;
     UsageTracker tracker_;
+    Task loop_;
+};
+
+/// Shows the whole bar while an iPhone Live Activity runs, and tidies when it is over. Main thread; owned
+/// by the controller.
+class LiveActivityWatch final : private NonCopyable {
+ public:
+    LiveActivityWatch(FlowHost& host, const Platform& platform, Log& log);
+
+    void start();
+
+    /// The user has switched Live Activities on or off.
+    void settingChanged();
+
+ private:
+    void look();
+    [[nodiscard]] bool isShowing(Uptime at);
+    void conclude(bool isShowing);
+
+    FlowHost& host_;
+    Platform platform_;
+    Log& log_;
+    LiveActivityDetector detector_;
+    std::optional<ProcessID> pid_;  ///< the process that draws Live Activities, as last found
     Task loop_;
 };
 

@@ -1,4 +1,4 @@
-#include "Velko/Flows/LayoutSaving.h"
+#include "Velko/Flows/LayoutKeeping.h"
 
 #include <expected>
 #include <filesystem>
@@ -40,37 +40,72 @@ std::expected<bool, std::error_code> keepAs(const std::filesystem::path& file,
 
 }  // namespace
 
-LayoutSaving::LayoutSaving(FlowHost& host, MainThread& mainThread, Log& log, const LayoutStore& store)
-    : host_(host), mainThread_(mainThread), log_(log), store_(store) {}
+LayoutKeeping::LayoutKeeping(FlowHost& host, MainThread& mainThread, Log& log, const LayoutStore& store,
+                             std::function<void(bool)> loaded)
+    : host_(host), mainThread_(mainThread), log_(log), store_(store), loaded_(std::move(loaded)) {}
 
-LayoutSaving::Loaded LayoutSaving::load() {
+void LayoutKeeping::load() {
     pending_.cancel();
     host_.set(&AppValues::saveFailure, std::nullopt);  // what was not saved is given up
-    Loaded result;
+    auto found = read();
+    const bool isMended = found && host_.values().problems.layoutUnreadable;
+    host_.set(&AppValues::layout, found ? *std::move(found) : Layout());
+    host_.setProblem(&HealthFacts::layoutUnreadable,
+                     found ? std::nullopt : std::optional(std::move(found.error())));
+    loaded_(isMended);
+}
+
+std::expected<Layout, std::string> LayoutKeeping::read() {
+    std::expected<Layout, std::string> result;
     auto loaded = store_.load();
     fileUnreadable_ = !loaded;
     if (!loaded) {
-        result.failure = loaded.error().description;
+        result = std::unexpected(loaded.error().description);
     } else if (auto& found = *loaded) {
-        result.layout = *std::move(found);
-        log_.log("layout", "loaded " + std::to_string(result.layout.sections.size()) + " placements from " +
+        result = *std::move(found);
+        log_.log("layout", "loaded " + std::to_string(result->sections.size()) + " placements from " +
                                store_.url().string());
-    } else if (const auto saved = store_.save(result.layout)) {
+    } else if (const auto saved = store_.save(*result)) {
         log_.log("layout", "no layout yet: created " + store_.url().string());
     } else {
-        result.failure = saved.error().description;
+        result = std::unexpected(saved.error().description);
     }
-    if (result.failure) {
-        log_.log("layout", "UNREADABLE, showing everything: " + *result.failure);
+    if (!result) {
+        log_.log("layout", "UNREADABLE, showing everything: " + result.error());
     }
     return result;
 }
 
-void LayoutSaving::schedule() {
-    pending_ = mainThread_.after(Timing::saveDelay, [this] { saveNow(); });
+bool LayoutKeeping::edit(Saving saving, const FlowHost::Edit& change) {
+    Layout edited = host_.values().layout;
+    change(edited);
+    const bool changed = host_.set(&AppValues::layout, std::move(edited));
+    if (saving == Saving::now) {
+        return saveNow();
+    }
+    if (!changed || host_.values().problems.layoutUnreadable) {
+        return false;
+    }
+    if (saving == Saving::nowUnlessBroken) {
+        return saveNow();
+    }
+    schedule();
+    return false;
 }
 
-bool LayoutSaving::saveNow() {
+void LayoutKeeping::schedule() {
+    pending_ = mainThread_.after(Timing::saveDelay, [this] { save(); });
+}
+
+bool LayoutKeeping::saveNow() {
+    const bool isSaved = save();
+    if (isSaved && host_.values().problems.layoutUnreadable) {
+        load();  // from now on the file can be read
+    }
+    return isSaved;
+}
+
+bool LayoutKeeping::save() {
     const std::optional<std::string> failure = write();
     if (failure) {
         log_.log("layout", "save failed: " + *failure);
@@ -81,13 +116,13 @@ bool LayoutSaving::saveNow() {
     return !failure;
 }
 
-void LayoutSaving::finish() {
+void LayoutKeeping::finish() {
     if (pending_.isPending() || host_.values().saveFailure) {
-        saveNow();
+        save();
     }
 }
 
-std::optional<std::string> LayoutSaving::write() {
+std::optional<std::string> LayoutKeeping::write() {
     if (fileUnreadable_) {
         if (auto failure = putUnreadableFileAside()) {
             return failure;
@@ -100,7 +135,7 @@ std::optional<std::string> LayoutSaving::write() {
     return std::nullopt;
 }
 
-std::optional<std::string> LayoutSaving::putUnreadableFileAside() {
+std::optional<std::string> LayoutKeeping::putUnreadableFileAside() {
     std::string date = formatDate(floorToSeconds(mainThread_.date()));
     std::erase(date, ':');
     const std::filesystem::path& url = store_.url();

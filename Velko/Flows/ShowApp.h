@@ -2,11 +2,13 @@
 
 #include <functional>
 
+#include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoEngine/Opening/ItemOpener.h"
 #include "VelkoEngine/Ports/Platform.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
@@ -22,12 +24,30 @@ class PeekOpening final : private NonCopyable {
     /// Opens that app. Another that was open is not waited for any more.
     void open(const BundleID& bundleID);
 
-    void cancel() { opener_.cancel(); }
-
  private:
     Log& log_;
     std::function<void(const RevealEvent&)> handle_;
     ItemOpener opener_;
+};
+
+/// Helps the user find one app's icon: for a moment it stands alone. Main thread; owned by the controller.
+class ShowMe final : private NonCopyable {
+ public:
+    ShowMe(FlowHost& host, const Platform& platform, Log& log);
+
+    /// Shows that app's icons; another app's, if they were being shown, are not any more.
+    void start(const BundleID& bundleID);
+
+    /// Ends it early. Whether there was something to end.
+    bool stop();
+
+ private:
+    void end(const char* reason);
+
+    FlowHost& host_;
+    Platform platform_;
+    Log& log_;
+    Task wait_;
 };
 
 }  // namespace velko

@@ -1,11 +1,13 @@
-#include "Velko/Flows/AutopilotOffers.h"
+#include "Velko/Flows/Questions.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
+#include "Velko/App/Joined.h"
 #include "Velko/App/Log.h"
 #include "Velko/Apps/PresentApps.h"
 #include "VelkoCore/Habits/Autopilot.h"
@@ -119,6 +121,49 @@ void AutopilotOffers::settle() {
 
 Date AutopilotOffers::now() const {
     return floorToSeconds(platform_.mainThread.date());
+}
+
+bool NoteDeferral::isAnythingToAsk() const {
+    const Layout& layout = host_.values().layout;
+    return !layout.inbox.empty() || (layout.autopilot.offerPending && !offers_.suggestions().empty());
+}
+
+void NoteDeferral::noteClosed() {
+    offers_.settle();
+    putOff_ = suggestedNow();
+    host_.set(&AppValues::noteDeferred, isAnythingToAsk());
+}
+
+void NoteDeferral::askAgain() {
+    host_.set(&AppValues::noteDeferred, false);
+}
+
+void NoteDeferral::suggestionsChecked(bool offered) {
+    if (offered || !std::ranges::includes(putOff_, suggestedNow())) {
+        askAgain();
+    }
+}
+
+std::set<std::string> NoteDeferral::suggestedNow() const {
+    std::set<std::string> suggested;
+    for (const TidySuggestion& suggestion : offers_.suggestions()) {
+        const auto* const move = std::get_if<TidySuggestion::MoveTo>(&suggestion.change);
+        suggested.insert(suggestion.bundleID + " " + std::string(move ? name(move->section) : "quit"));
+    }
+    return suggested;
+}
+
+void Newcomers::admit(const BundleIDs& present, const BundleID& ownBundleID) {
+    Layout layout = host_.values().layout;
+    const std::vector<BundleID> newcomers =
+        layout.admit({.present = present, .ownBundleID = ownBundleID, .now = floorToSeconds(clock_.date())});
+    if (newcomers.empty()) {
+        host_.edit(Saving::soon, [&](Layout& mine) { mine = std::move(layout); });
+        return;
+    }
+    log_.log("inbox", "new icons, tucked until answered: " + joined(newcomers));
+    host_.edit(Saving::nowUnlessBroken, [&](Layout& mine) { mine = std::move(layout); });
+    note_.askAgain();
 }
 
 }  // namespace velko

@@ -1,0 +1,41 @@
+#include "Velko/Flows/Flows.h"
+
+#include <utility>
+
+#include "Velko/Ports/Surfaces.h"
+
+namespace velko {
+
+Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Log& log, Handlers handlers)
+    : trust(host, platform, std::move(handlers.trustChanged)),
+      scan(
+          platform, [&host] { return host.values().items; }, std::move(handlers.scanned),
+          [this] { trust.check(); }),
+      autoTuck(host, platform, ports.surfaces.surface(Surfaces::Kind::shelf),
+               [reveal = handlers.reveal] { reveal(RevealEvent::autoTuck()); }),
+      showMe(host, platform, log),
+      opening(platform, log, handlers.reveal),
+      popOut(host, platform, log),
+      changes(host, platform, [this](const BundleID& bundleID) { popOut.begin(bundleID); }),
+      liveActivity(host, platform, log),
+      usage(host, platform, std::move(handlers.usageSampled)),
+      autopilot(host, platform, log, [this](bool offered) { note.suggestionsChecked(offered); }),
+      note(host, autopilot),
+      newcomers(host, platform.mainThread, log, note),
+      transfer(host, ports.dialogs, log, std::move(handlers.layoutImported)),
+      preferences(host, log, ports.loginItem,
+                  {.popOut = popOut,
+                   .liveActivity = liveActivity,
+                   .autopilot = autopilot,
+                   .revealChanged = std::move(handlers.revealSettingsChanged)}),
+      clicks(host, platform, trust, std::move(handlers.clicks)) {}
+
+void Flows::startLoops() {
+    trust.start();
+    usage.start();
+    autopilot.start();
+    changes.start();
+    liveActivity.start();
+}
+
+}  // namespace velko

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <expected>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Velko/Flows/FlowHost.h"
+#include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
+
+namespace velko {
+
+class Log;
+
+/// Reads the layout from its file, edits it, and writes it: at once, or a while after the last of a burst of
+/// edits. A file that could not be read is put aside before it is replaced. Main thread; owned by the
+/// controller.
+class LayoutKeeping final : private NonCopyable {
+ public:
+    /// `loaded` is called after each load, and told whether what could not be read before now can. All
+    /// references outlive this.
+    LayoutKeeping(FlowHost& host, MainThread& mainThread, Log& log, const LayoutStore& store,
+                  std::function<void(bool isMended)> loaded);
+
+    /// Reads the file, or makes one where there is none. A save still to come is forgotten. A file that
+    /// cannot be read is left as it is.
+    void load();
+
+    /// Edits the layout and saves it as `saving` says. Whether the file now holds the layout.
+    bool edit(Saving saving, const FlowHost::Edit& change);
+
+    /// Saves `Timing::saveDelay` from now, or later when another edit comes before.
+    void schedule();
+
+    /// Saves now; a failure is logged, the layout in memory stays, and so does a save still to come. A layout
+    /// that replaces an unreadable file is loaded again. Whether the file now holds the layout.
+    bool saveNow();
+
+    /// Saves now what was to be saved later or could not be saved, if anything.
+    void finish();
+
+ private:
+    /// The layout in the file, a fresh one where there is none, or the problem in words.
+    [[nodiscard]] std::expected<Layout, std::string> read();
+    bool save();
+    // Each says why it failed.
+    [[nodiscard]] std::optional<std::string> write();
+    [[nodiscard]] std::optional<std::string> putUnreadableFileAside();
+
+    FlowHost& host_;
+    MainThread& mainThread_;
+    Log& log_;
+    const LayoutStore& store_;
+    std::function<void(bool)> loaded_;
+    bool fileUnreadable_ = false;  ///< the file holds what could not be read, and the next save keeps it
+    Task pending_;
+};
+
+}  // namespace velko
