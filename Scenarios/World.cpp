@@ -12,6 +12,7 @@
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Simulator/Time/SimulatedZone.h"
 #include "Velko/Ports/AppPorts.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
@@ -60,6 +61,7 @@ void World::startVelko() {
     if (velko_) {
         return;
     }
+    SimulatedZone::readAtLaunch();
     const ProcessID own = mac_.processes.ownPID();
     mac_.addIcon(own, mac_.processes.find(own)->app.icons.at(broom), broomPlace_);
     velko_ = std::make_unique<AppDelegate>(AppDelegate::Parts{

@@ -24,6 +24,7 @@
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedActivity.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Simulator/Time/SimulatedZone.h"
 
 namespace velko::script {
 
@@ -211,6 +212,7 @@ constexpr auto macVerbs = std::to_array<MacAct>({
      [](const Step& step, World& world) -> Done { return setClock(world, durationOf(step)); }},
     {Verb::clockBack,
      [](const Step& step, World& world) -> Done { return setClock(world, -durationOf(step)); }},
+    {Verb::zone, does<[](const Step& step, World& world) { world.mac().zone.set(step.word); }>},
     {Verb::launch, launch},
     {Verb::launchNeighbours, launchNeighbours},
     {Verb::launchRegular, launch},

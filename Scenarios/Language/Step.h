@@ -18,6 +18,7 @@ enum class Verb {
     sleep,
     clockForward,
     clockBack,
+    zone,
     // Apps
     launch,
     launchNeighbours,

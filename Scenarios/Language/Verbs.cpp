@@ -56,6 +56,7 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::sleep, "sleep DURATION"},
     {Verb::clockForward, "clock forward DURATION"},
     {Verb::clockBack, "clock back DURATION"},
+    {Verb::zone, "zone ZONE"},
 
     {Verb::launch, "launch APP [icons ICONS] [width POINTS] [title TEXT] [heavy]"},
     {Verb::launchNeighbours, "launch neighbours"},
@@ -204,6 +205,7 @@ constexpr auto wordOperands = std::to_array<WordOperand>({
     {"SURFACE", "note shelf setup guide settings"},
     {"SWITCH", "on off"},
     {"WAY", "usual mouse system other stale doubled lost"},
+    {"ZONE", "UTC America/New_York Asia/Kolkata Europe/Berlin Pacific/Auckland Pacific/Honolulu"},
 });
 
 constexpr auto allUnits =

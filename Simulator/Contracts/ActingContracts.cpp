@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "VelkoCore/Time/Date.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/PrivateFramework.h"
 #include "VelkoEngine/Ports/Processes.h"
@@ -182,6 +183,23 @@ void checkAssertions(const Platform& platform, const Stagehand& stagehand, Check
     stagehand.pass(1s);
     expectSeen("an assertion that was invalidated hides nothing ever again", "ab");
     expect(checks, "and is told so", answers == "refused ", answers);
+}
+
+void checkZone(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+    const Date morning = std::chrono::sys_days(std::chrono::year{2026} / 3 / 2);
+    const Date evening = morning + 20h;
+    int notices = 0;
+    const auto subscription = platform.workspace.observe([&](const WorkspaceNotice&) { ++notices; });
+    const Calendar calendar;
+    stagehand.setZone("UTC");
+    Calendar::rereadZone();
+    stagehand.setZone("Pacific/Auckland");
+    stagehand.pass(1s);
+    expect(checks, "nothing tells of a new time zone", notices == 0);
+    expect(checks, "days count in the old zone until it is read again",
+           calendar.startOfDay(evening) == morning);
+    Calendar::rereadZone();
+    expect(checks, "and in the new one from then on", calendar.startOfDay(evening) == morning + 11h);
 }
 
 }  // namespace velko::Contracts

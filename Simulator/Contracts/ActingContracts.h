@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Contracts/Contracts.h"
@@ -18,6 +19,7 @@ struct Stagehand {
     std::function<void(ProcessID)> hang;
     std::function<void(bool)> setTrusted;
     std::function<void()> wake;
+    std::function<void(const std::string&)> setZone;  ///< the machine goes to the time zone of that name
     std::function<void()> changeDisplays;
     std::function<void(ProcessID)> openMenu;
     std::function<void()> closeMenu;
@@ -35,6 +37,7 @@ void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand
 void checkMenus(const Platform& platform, const Stagehand& stagehand, Checks& checks);
 void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& checks);
 void checkWork(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkZone(const Platform& platform, const Stagehand& stagehand, Checks& checks);
 void checkAssertions(const Platform& platform, const Stagehand& stagehand, Checks& checks);
 
 }  // namespace velko::Contracts

@@ -16,6 +16,7 @@
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/HostMainThread.h"
 #include "Simulator/Time/SimulatedActivity.h"
+#include "Simulator/Time/SimulatedZone.h"
 #include "Velko/Ports/AppPorts.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoEngine/Ports/Platform.h"
@@ -26,10 +27,6 @@ namespace {
 
 constexpr auto placingAnew = std::chrono::milliseconds(200);   ///< of the broom, when displays change
 constexpr auto quittingTime = std::chrono::milliseconds(200);  ///< an app's last words
-
-std::optional<BundleID> identifierOf(const SimulatedApp& app) {
-    return app.bundleID.empty() ? std::nullopt : std::optional(app.bundleID);
-}
 
 }  // namespace
 
@@ -43,6 +40,7 @@ struct SimulatedMac::Parts {
           framework(thread, [this] { icons.refresh(); }),
           icons(mac, thread, accessibility) {}
 
+    SimulatedZone zone;
     SimulatedMainThread mainThread;
     HostMainThread* host;
     MachineThread& thread;
@@ -70,6 +68,7 @@ struct SimulatedMac::Parts {
 
 SimulatedMac::SimulatedMac(SimulatedMacOptions options)
     : parts_(std::make_unique<Parts>(*this, std::move(options))),
+      zone(parts_->zone),
       mainThread(parts_->mainThread),
       accessibility(parts_->accessibility),
       processes(parts_->processes),
@@ -168,13 +167,13 @@ ProcessID SimulatedMac::launch(SimulatedApp app) {
     parts_->icons.refresh();
     workspace.announce(
         process.app,
-        {.kind = WorkspaceNotice::Kind::launched, .pid = pid, .bundleID = identifierOf(process.app)});
+        {.kind = WorkspaceNotice::Kind::launched, .pid = pid, .bundleID = workspace.bundleID(pid)});
     return pid;
 }
 
 void SimulatedMac::quit(ProcessID pid) {
-    if (const auto* process = processes.find(pid)) {
-        const auto bundleID = identifierOf(process->app);
+    if (processes.find(pid) != nullptr) {
+        const auto bundleID = workspace.bundleID(pid);
         end(pid, {.kind = WorkspaceNotice::Kind::terminated,
                   .pid = bundleID ? std::optional(pid) : std::nullopt,
                   .bundleID = bundleID});

@@ -45,6 +45,7 @@ class SimulatedSurfaces;
 class SimulatedUpdater;
 class SimulatedWindows;
 class SimulatedWorkspace;
+class SimulatedZone;
 
 struct SimulatedMacOptions {
     bool trusted = true;  ///< whether the user has given Velko the Accessibility permission
@@ -89,6 +90,7 @@ class SimulatedMac final : private NonCopyable {
     /// Waits for the reads that a host makes on other threads: they ask this machine.
     ~SimulatedMac();
 
+    SimulatedZone& zone;
     SimulatedMainThread& mainThread;  ///< idle when the machine runs on a host
     SimulatedAccessibility& accessibility;
     SimulatedProcesses& processes;

@@ -13,6 +13,7 @@
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/HostMainThread.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Simulator/Time/SimulatedZone.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 #include "VelkoEngine/Ports/Platform.h"
 
@@ -36,6 +37,7 @@ Contracts::Stagehand stagehandOf(SimulatedMac& mac) {
             .hang = [&mac](ProcessID pid) { mac.hang(pid, true); },
             .setTrusted = [&mac](bool trusted) { trusted ? mac.grantTrust() : mac.revokeTrust(); },
             .wake = [&mac] { mac.session.sleepAndWake(1h); },
+            .setZone = [&mac](const std::string& name) { mac.zone.set(name); },
             .changeDisplays = [&mac] { mac.setDisplays({SimulatedDisplays::notched()}); },
             .openMenu = [&mac](ProcessID pid) { mac.openMenu(pid); },
             .closeMenu = [&mac] { mac.closeMenu(); },
@@ -105,7 +107,8 @@ TEST(PortContract, TheSimulatedPortsKeepThePartThatActs) {
     using Suite = void (*)(const Platform&, const Contracts::Stagehand&, Checks&);
     for (const Suite suite :
          {Contracts::checkApps, Contracts::checkNotices, Contracts::checkOtherAppsElements,
-          Contracts::checkMenus, Contracts::checkClicks, Contracts::checkWork, Contracts::checkAssertions}) {
+          Contracts::checkMenus, Contracts::checkClicks, Contracts::checkWork, Contracts::checkZone,
+          Contracts::checkAssertions}) {
         for (const bool hitsEndAtHost : {true, false}) {
             SimulatedMac mac;
             mac.setHitsEndAtHost(hitsEndAtHost);

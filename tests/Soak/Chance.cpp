@@ -114,6 +114,7 @@ constexpr auto events = std::to_array<Event>({
     {4, "return to session"},
     {3, "sleep 8 h"},
     {2, "clock back DIGIT h"},
+    {2, "zone ZONE"},
     {2, "clock forward DIGIT days"},
     {3, "file place RUNNING SECTION"},
     {2, "file spoil"},
