@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 
+#include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Layout/Switches.h"
 
 namespace velko::script {
@@ -193,6 +194,17 @@ constexpr auto numberOperands = std::to_array<NumberOperand>({
     {"TIMES", &Step::amount, 0, 1000},
 });
 
+/// The names of all surfaces, with spaces between them and a zero at the end.
+constexpr auto surfaceNames = [] {
+    std::array<char, 100> names{};
+    char* end = names.data();
+    for (const Surfaces::Traits& surface : Surfaces::all()) {
+        end = std::ranges::copy(std::string_view(end == names.data() ? "" : " "), end).out;
+        end = std::ranges::copy(surface.name, end).out;
+    }
+    return names;
+}();
+
 constexpr auto wordOperands = std::to_array<WordOperand>({
     {"DISPLAYS", "laptop laptop-inset laptop-room desk laptop+desk desk+laptop none"},
     {"HEALTH", "ok trust-missing engine-missing layout-unreadable"},
@@ -202,7 +214,7 @@ constexpr auto wordOperands = std::to_array<WordOperand>({
     {"SPOT", "bar notch nowhere stub"},
     {"STATE", "collapsed revealed buried opening"},
     {"STYLE", "inline shelf"},
-    {"SURFACE", "note shelf setup guide settings"},
+    {"SURFACE", surfaceNames.data()},
     {"SWITCH", "on off"},
     {"WAY", "usual mouse system other stale doubled lost"},
     {"ZONE", "UTC America/New_York Asia/Kolkata Europe/Berlin Pacific/Auckland Pacific/Honolulu"},

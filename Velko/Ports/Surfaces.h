@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <span>
@@ -105,8 +108,8 @@ class Surfaces : private NonCopyable {
     };
 
     /// All surfaces in the order of `Kind`. Whoever draws, plays or checks surfaces goes by this table.
-    [[nodiscard]] static std::span<const Traits> all() noexcept;
-    [[nodiscard]] static const Traits& traitsOf(Kind kind) noexcept;
+    [[nodiscard]] static constexpr std::span<const Traits> all() noexcept;
+    [[nodiscard]] static constexpr const Traits& traitsOf(Kind kind) noexcept;
     /// Nothing where no surface has that name.
     [[nodiscard]] static std::optional<Kind> kindNamed(std::string_view name) noexcept;
 
@@ -121,5 +124,30 @@ class Surfaces : private NonCopyable {
     /// one.
     virtual void announce(const std::string& words) = 0;
 };
+
+inline constexpr auto surfaceTable = std::to_array<Surfaces::Traits>({
+    {Surfaces::Kind::note, "note", Surfaces::Form::panelWithArrow, "A note from Velko"},
+    {Surfaces::Kind::shelf, "shelf", Surfaces::Form::panel, "Velko's shelf"},
+    {Surfaces::Kind::setup, "setup", Surfaces::Form::window, ""},
+    {Surfaces::Kind::permissionGuide, "guide", Surfaces::Form::quietPanel, "Velko's guide"},
+    {Surfaces::Kind::settings, "settings", Surfaces::Form::window, "Velko Settings"},
+});
+
+constexpr std::span<const Surfaces::Traits> Surfaces::all() noexcept {
+    return surfaceTable;
+}
+
+constexpr const Surfaces::Traits& Surfaces::traitsOf(Kind kind) noexcept {
+    return surfaceTable.at(static_cast<std::size_t>(kind));
+}
+
+static_assert(std::ranges::all_of(Surfaces::all(),
+                                  [](const auto& row) { return &Surfaces::traitsOf(row.kind) == &row; }),
+              "The rows are in the order of the kinds.");
+
+inline std::optional<Surfaces::Kind> Surfaces::kindNamed(std::string_view name) noexcept {
+    const auto* const found = std::ranges::find(surfaceTable, name, &Traits::name);
+    return found == surfaceTable.end() ? std::nullopt : std::optional(found->kind);
+}
 
 }  // namespace velko
