@@ -21,8 +21,11 @@ using SwitchMember =
     std::variant<std::monostate, bool Layout::*, bool AutopilotState::*, bool RevealSettings::*,
                  bool LayoutExport::*, std::optional<bool> LayoutExport::*>;
 
-/// All that differs from switch to switch. What a row says drives the layout file, the export file, the
-/// settings, and the verbs of scenarios.
+/// All that differs from switch to switch. The rows drive the layout file, the export file, the settings, the
+/// verbs of scenarios, and what the soak test expects of the log.
+///
+/// A new switch is a member of `Layout` (and of `LayoutExport`, if it travels to another Mac), a value and a
+/// row here, a control on a page of the settings, and its verb in docs/simulator.md.
 struct SwitchRow {
     Switch which;
     std::string_view key;   ///< in the files, within the object of the part that stores it

@@ -99,35 +99,35 @@ void IconWatch::readApps(const std::set<ProcessID>& visiblePIDs) {
         [&accessibility = platform_.accessibility, visiblePIDs](const Inventory::AppRef& app) {
             auto items = AX::statusItems(accessibility, app.pid);
             auto text = describe(accessibility, items, visiblePIDs.contains(app.pid));
-            return Sight{
+            return SeenApp{
                 .bundleID = app.bundleID, .pid = app.pid, .text = std::move(text), .items = std::move(items)};
         },
-        [this](std::vector<Sight> sights) { compare(std::move(sights)); });
+        [this](std::vector<SeenApp> seen) { compare(std::move(seen)); });
 }
 
-void IconWatch::compare(std::vector<Sight> sights) {
-    std::map<BundleID, Sight> now;
-    for (Sight& sight : sights) {
-        if (!sight.items.empty()) {
-            now.insert_or_assign(sight.bundleID, std::move(sight));
+void IconWatch::compare(std::vector<SeenApp> seen) {
+    std::map<BundleID, SeenApp> now;
+    for (SeenApp& app : seen) {
+        if (!app.items.empty()) {
+            now.insert_or_assign(app.bundleID, std::move(app));
         }
     }
     const char* const wordForNew = last_.empty() ? "start " : "appeared ";
     std::map<BundleID, Watched> watched;
-    for (auto& [bundleID, sight] : now) {
+    for (auto& [bundleID, app] : now) {
         auto known = last_.extract(bundleID);
         if (!known) {
-            log_(wordForNew + bundleID + ": " + sight.text);
-        } else if (known.mapped().text != sight.text) {
-            log_("CHANGED " + bundleID + ": " + sight.text);
+            log_(wordForNew + bundleID + ": " + app.text);
+        } else if (known.mapped().text != app.text) {
+            log_("CHANGED " + bundleID + ": " + app.text);
         }
-        if (known && known.mapped().pid == sight.pid) {
-            known.mapped().text = std::move(sight.text);
+        if (known && known.mapped().pid == app.pid) {
+            known.mapped().text = std::move(app.text);
             watched.insert(std::move(known));
         } else {
             watched.emplace(
                 bundleID,
-                Watched{.pid = sight.pid, .text = std::move(sight.text), .items = std::move(sight.items)});
+                Watched{.pid = app.pid, .text = std::move(app.text), .items = std::move(app.items)});
             unobserved_.push_back(bundleID);
         }
     }

@@ -32,7 +32,7 @@ class IconWatch final : private NonCopyable {
 
  private:
     /// An app that owns status items, as one look finds it.
-    struct Sight {
+    struct SeenApp {
         BundleID bundleID;
         ProcessID pid = 0;
         std::string text;
@@ -57,7 +57,7 @@ class IconWatch final : private NonCopyable {
 
     void look();
     void readApps(const std::set<ProcessID>& visiblePIDs);
-    void compare(std::vector<Sight> sights);
+    void compare(std::vector<SeenApp> seen);
     void logNotified(const Notified& notified) const;
     void observeNext();
     void observe(const BundleID& bundleID);
