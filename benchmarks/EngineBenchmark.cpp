@@ -11,7 +11,7 @@
 namespace velko {
 namespace {
 
-/// What every reveal event and every scan comes to when nothing has changed.
+/// The last step of every reveal event and every scan, when nothing has changed.
 void applyUnchangedPlan(benchmark::State& state) {
     SimulatedMac mac;
     AssessmentEngine engine(mac.platform());

@@ -97,7 +97,7 @@ class Installation final {
     std::unique_ptr<AppController> velko;
 };
 
-/// An hour in which nothing happens; the counters are what Velko does in it all the same.
+/// An hour in which nothing happens; the counters tell what Velko still does.
 void idleHour(benchmark::State& state) {
     Installation installation(state.range(0), 0);
     SimulatedMac& mac = installation.mac;

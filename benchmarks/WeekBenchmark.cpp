@@ -17,7 +17,7 @@
 namespace velko::playground {
 namespace {
 
-/// What of this process is in memory, in bytes; 0 where the system does not say.
+/// How much of this process is in memory, in bytes; 0 when the system does not say.
 double residentBytes() {
     std::ifstream pages("/proc/self/statm");
     double size = 0;
@@ -98,13 +98,13 @@ void playDays(benchmark::State& state, const std::string& first, const std::stri
     }
 }
 
-/// Its aim: 10 seconds.
+/// It should take at most 10 seconds.
 void weekWithEverythingOn(benchmark::State& state) {
     playDays(state, beginning(), busyDay(), 7);
 }
 BENCHMARK(weekWithEverythingOn)->Iterations(1)->Unit(benchmark::kSecond);
 
-/// Its aim: 60 seconds.
+/// It should take at most 60 seconds.
 void yearWithoutPopOuts(benchmark::State& state) {
     playDays(state, beginning() + "set pop-out off\n", "click broom\nwait 1 day\n", 365);
 }

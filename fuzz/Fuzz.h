@@ -10,7 +10,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace velko::fuzz {
 
-/// Ends the program, which counts as a finding, if what must hold of every input does not.
+/// Ends the program if something that must hold for every input does not. The fuzzer counts that as a
+/// finding.
 inline void require(bool holds) noexcept {
     if (!holds) {
         std::abort();

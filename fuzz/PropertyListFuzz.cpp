@@ -22,7 +22,7 @@ void requireSound(const std::optional<velko::ImportedLayout>& layout) {
 
 }  // namespace
 
-/// Whatever the bytes are, reading ends within bounds, and what the importers make of it is sound.
+/// For any bytes, reading ends within its bounds and the importers return sound layouts.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace velko;
     static const LibplistReader reader;

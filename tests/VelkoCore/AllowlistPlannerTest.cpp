@@ -115,7 +115,7 @@ bool isCandidate(const Situation& situation, const BundleID& app) {
     return situation.inventory.contains(app) || situation.layout.sections.contains(app);
 }
 
-/// Whether the app's section is out in a plain state. Says the rule again, app by app.
+/// Whether the app's section is shown in a plain state. It states the rule a second time, app by app.
 bool isSectionOut(const Situation& situation, const BundleID& app) {
     const bool out = situation.state == RevealState::revealed() && situation.style == RevealStyle::inline_;
     const Section section = situation.layout.section(app);

@@ -70,7 +70,7 @@ TEST_F(AtomicFileTest, KeepsTheOldContentWhenAnyCallFails) {
         std::size_t call = 0;
         const auto intercept = [&](const std::string& name) {
             calls += name + " ";
-            // What a process that dies at this call leaves behind.
+            // The files that a process leaves when it dies at this call.
             EXPECT_EQ(contentOf(file_), isNew(calls) ? new_ : old_) << calls;
             const bool fails = call++ == failing;
             hasFailed = hasFailed || fails;
@@ -168,7 +168,7 @@ TEST_F(AtomicFileTest, ReplacesWhatALinkPointsTo) {
     const fs::path dotfiles = folder_.path() / "dotfiles";
     fs::create_directory_symlink("dotfiles", folder_.path() / "linked");
     fs::create_symlink("linked/layout.json", file_);
-    for (const std::string& content : {new_, old_}) {  // first dangling, then not
+    for (const std::string& content : {new_, old_}) {  // the link leads nowhere first, then to a file
         ASSERT_TRUE(fs::create_directories(dotfiles) || content == old_);
         ASSERT_TRUE(AtomicFile::replace(file_, content));
         EXPECT_TRUE(fs::is_symlink(file_));

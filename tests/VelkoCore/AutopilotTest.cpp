@@ -25,13 +25,13 @@ const Date now = calendar.startOfDay(Date{std::chrono::sys_days{std::chrono::yea
 const auto daysAgo = [](Days days) { return calendar.addingDays(-days, now); };
 const auto on = [](Days days) { return Dates{{"a", daysAgo(days)}}; };
 
-/// What one app's past calls for: the section that it is in after accepting, and the reason.
+/// The section of one app after its suggestion was accepted, and the reason.
 std::string suggestion(Section section, Days watched, const Dates& clicked, const Dates& seen,
                        const std::vector<Days>& clickDays, const AppUsage& usage) {
     Layout layout;
     layout.newIconDefault = section;
     layout.autopilot.watchingSince = daysAgo(watched);
-    layout.autopilot.snoozedUntil["a"] = now;  // and no longer
+    layout.autopilot.snoozedUntil["a"] = now;  // the snooze is over
     layout.lastClicked = clicked;
     layout.firstSeen = seen;
     for (const Days day : clickDays) {

@@ -33,13 +33,14 @@ class AssessmentEngineTest : public testing::Test {
         });
     }
 
-    /// What was reported since the last call, once everything has been answered.
+    /// Waits until everything has been answered, and returns what was reported since the last call.
     Strings settle() {
         mac.advance(1s);
         return std::exchange(reports, {});
     }
 
-    /// What a person sees, once with the engine's own word for it. "!" if there was a moment in between.
+    /// The apps that a person sees. "?" when the engine says something else, "!" when hiding was off for a
+    /// moment.
     [[nodiscard]] std::string visible() const {
         std::string apps;
         for (const BundleID& owner : mac.visibleIcons()) {

@@ -47,7 +47,7 @@ TEST(MenuBarStrip, LiesAtTheTopOfWhateverScreenAClickIsOn) {
         {{desk, left}, {-1, 204}, true},      // its top is 180 lower than the primary one's
         {{desk, left}, {-1, 205}, false},
         {{left, desk}, {-1, 0}, true},        // now the primary one's top is the origin
-        {{desk, barless}, {1920, 22}, true},  // as high as the status bar all the same
+        {{desk, barless}, {1920, 22}, true},  // still as high as the status bar
         {{desk, barless}, {1920, 23}, false},
     };
     for (const auto& [displays, click, counts] : cases) {

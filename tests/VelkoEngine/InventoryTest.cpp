@@ -32,7 +32,7 @@ class InventoryTest : public testing::Test {
         return mac.launch({.bundleID = bundleID, .name = bundleID, .icons = std::move(icons)});
     }
 
-    /// A scan that has been waited for, full or adding to what is known; without Apple's items.
+    /// Waits for a scan, a full one or one that adds to what is known, and returns its items without Apple's.
     Items scan(const std::optional<Items>& known = {}) {
         Items found;
         const auto start = mac.mainThread.now();

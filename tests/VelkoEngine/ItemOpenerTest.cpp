@@ -164,7 +164,7 @@ TEST_F(ItemOpenerTest, LeavesNothingBehindWheneverItIsDestroyed) {
         lines.clear();
         EXPECT_EQ(heard(61s), Lines{});
     }
-    // From within everything that it calls: three log lines and the report.
+    // It is destroyed within each of its callbacks: three log lines and the report.
     for (int moment = 0; moment < 6; ++moment) {
         mac.closeMenu();
         mac.activate(target);

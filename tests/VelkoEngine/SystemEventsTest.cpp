@@ -66,8 +66,8 @@ TEST_F(SystemEventsTest, LookAgainTwoSecondsAfterWakingUnlessTheyAreGone) {
 
 TEST(ProcessRoll, CountsEachLaunchAndEndOnceWhicheverSourceTellsItFirst) {
     const struct {
-        const char*
-            story;  // + and - change the list, c compares it, L and E are notices, ? one that says nothing
+        const char* story;  // + and - change the list, c compares it, L and E are notices, ? is one that
+                            // names nothing
         const char* events;
     } cases[] = {
         {"+c", "launched"},

@@ -13,7 +13,7 @@ using Strings = std::vector<std::string>;
 
 class VKAssessmentTest : public testing::Test {
  protected:
-    /// The outcome of an activation that has been waited for, as a line.
+    /// Waits for the outcome of an activation and returns it as a line.
     std::string activate() {
         std::string line;
         VKAssessment::activate(platform, {0}, {"a"}, [&](const VKAssessment::Activation& outcome) {

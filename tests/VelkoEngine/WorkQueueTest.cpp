@@ -13,7 +13,8 @@ namespace {
 using namespace std::chrono_literals;
 using Wake = WorkQueue::Wake;
 
-/// A main thread on a work queue, with a clock that only `pass` moves: comes back exactly when told to.
+/// A main thread on a work queue, with a clock that only `pass` moves. It runs the queue exactly when the
+/// queue asks.
 class QueueThread final : public MainThread {
  public:
     [[nodiscard]] bool isCurrent() const noexcept override { return !isReading_; }
