@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "Playground/Html/Images.h"
-#include "Velko/Broom/BroomDrawing.h"
+#include "Velko/Broom/BroomIcon.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Text/Text.h"
 

@@ -13,7 +13,7 @@
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Simulator/Time/SimulatedZone.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"

@@ -11,7 +11,7 @@
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/NonCopyable.h"

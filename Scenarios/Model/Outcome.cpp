@@ -10,7 +10,7 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
-#include "Velko/Apps/PresentApps.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
 // What should have come about by now, and what should be there to see.

@@ -8,10 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/Ports/Application.h"
-#include "Velko/Ports/Defaults.h"
-#include "Velko/Ports/Pasteboard.h"
-#include "Velko/Ports/Updater.h"
+#include "Velko/Ports/Desktop.h"
 
 namespace velko {
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "Velko/Ports/LoginItem.h"
+#include "Velko/Ports/Desktop.h"
 
 namespace velko {
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "Velko/Ports/PanelPlacement.h"
-#include "Velko/View/Keyboard.h"
+#include "Velko/Ports/Panels.h"
+#include "Velko/View/Tree.h"
 
 namespace velko {
 

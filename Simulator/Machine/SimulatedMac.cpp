@@ -17,7 +17,7 @@
 #include "Simulator/Time/HostMainThread.h"
 #include "Simulator/Time/SimulatedActivity.h"
 #include "Simulator/Time/SimulatedZone.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoEngine/Ports/Platform.h"
 

@@ -9,7 +9,7 @@
 #include "Velko/App/Joined.h"
 #include "Velko/App/Log.h"
 #include "Velko/Flows/Flows.h"
-#include "Velko/Ports/LoginItem.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Time/Date.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"

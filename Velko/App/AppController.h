@@ -14,7 +14,7 @@
 #include "Velko/App/Visibility.h"
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/LayoutKeeping.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/Visibility/RevealState.h"

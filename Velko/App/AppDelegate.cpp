@@ -1,18 +1,16 @@
 #include "Velko/App/AppDelegate.h"
 
 #include <chrono>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Velko/App/Log.h"
-#include "Velko/Apps/PresentApps.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
-#include "Velko/Ports/Application.h"
-#include "Velko/Ports/Defaults.h"
-#include "Velko/Ports/LoginItem.h"
+#include "Velko/Note/NoteController.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Sorting/SortSession.h"
 #include "VelkoCore/Time/Date.h"
 #include "VelkoCore/Time/Timing.h"
@@ -45,7 +43,8 @@ AppDelegate::AppDelegate(Parts parts)
       homeFolder_(std::move(parts.homeFolder)),
       instance_(platform_, ports_, log_, parts.controller.store, parts.controller.info.bundleID),
       controller_(std::move(parts.controller)),
-      faceParts_{.controller = controller_, .platform = platform_, .ports = ports_, .log = log_},
+      faceParts_{
+          .controller = controller_, .platform = platform_, .ports = ports_, .log = log_, .host = *this},
       broomFrame_(faceParts_),
       shelf_(faceParts_, broomFrame_),
       setup_(faceParts_) {}
@@ -73,19 +72,6 @@ void AppDelegate::run() {
 }
 
 void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
-    statusItem.onSettings = [this] { openSettings(); };
-    statusItem.onClick = [this] { hover_->broomClicked(); };
-    setup_.onVisibilityChange = [this] { windowsChanged(); };
-    setup_.makeSession = [this] { return makeSession(); };
-    setup_.imported = [this] { return lastImport_; };
-    setup_.apply = [this](const std::map<BundleID, Section>& sections) {
-        controller_.completeSetup(sections);
-    };
-    shelf_.onOpen = [this](const BundleID& bundleID) { controller_.open(bundleID); };
-    shelf_.onMove = [this](const BundleID& bundleID, Section section) {
-        controller_.place(bundleID, section);
-    };
-    shelf_.onDismiss = [this](ShelfDismissal by) { controller_.closeShelf(by); };
     changes_ = controller_.observe([this] { sync(); });
     // Its neighbours may have moved it.
     controller_.broomFrame = [this] { return broomFrame_.refresh(); };
@@ -159,9 +145,6 @@ void AppDelegate::openFirstSetup() {
 SettingsController& AppDelegate::settings() {
     if (!settings_) {
         settings_.emplace(faceParts_, broomFrame_);
-        settings_->onVisibilityChange = [this] { windowsChanged(); };
-        settings_->onResort = [this] { openSetup(); };
-        settings_->onPermission = [this] { openPermission(); };
     }
     return *settings_;
 }
@@ -173,16 +156,27 @@ void AppDelegate::openPermission() {
     }
     AX::promptForTrust(platform_);  // puts Velko on the list
     AX::openAccessibilitySettings(platform_);
-    debugGuide_.emplace(faceParts_);
-    debugGuide_->onDone = [this] {
+    debugGuide_.emplace(faceParts_, [this] {
         openSettings();
         ports_.application.activate();
         guideEnd_ = platform_.mainThread.after({}, [this] { debugGuide_.reset(); });
-    };
+    });
     debugGuide_->start();
 }
 
-void AppDelegate::windowsChanged() {
+void AppDelegate::onClick() {
+    if (hover_) {
+        hover_->broomClicked();
+    }
+}
+
+void AppDelegate::onNote() {
+    if (statusItem_) {
+        statusItem_->note().show();
+    }
+}
+
+void AppDelegate::onVisibilityChange() {
     if (setup_.isShown() || !settings_ || !settings_->isShown()) {
         debugGuide_.reset();
     }

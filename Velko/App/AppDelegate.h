@@ -21,7 +21,7 @@ namespace velko {
 
 /// The program as the desktop starts, addresses and ends it: it makes the controller and all surfaces,
 /// and wires them together. Main thread only; one for the program's life.
-class AppDelegate final : private NonCopyable {
+class AppDelegate final : private FaceHost, private NonCopyable {
  public:
     /// What the program is made of. The references outlive it.
     struct Parts {
@@ -46,6 +46,16 @@ class AppDelegate final : private NonCopyable {
     [[nodiscard]] AppController& controller() noexcept { return controller_; }
 
  private:
+    // FaceHost
+    void onClick() override;
+    void onNote() override;
+    void onSettings() override { openSettings(); }
+    void onResort() override { openSetup(); }
+    void onPermission() override { openPermission(); }
+    void onVisibilityChange() override;
+    [[nodiscard]] SortSession makeSession() override;
+    [[nodiscard]] std::optional<ImportedLayout> imported() const override { return lastImport_; }
+
     void run();
     void wireSurfaces(StatusItemController& statusItem);
     void sync();
@@ -54,10 +64,8 @@ class AppDelegate final : private NonCopyable {
     void openSetup();
     void openFirstSetup();
     void openPermission();
-    void windowsChanged();
     void updateActivationPolicy();
     [[nodiscard]] SettingsController& settings();
-    [[nodiscard]] SortSession makeSession();
     void lookForAnotherOrganiser();
 
     Platform platform_;

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "Velko/App/Log.h"
-#include "Velko/Ports/Application.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Ports/Dialogs.h"
 #include "VelkoEngine/Ports/Processes.h"
 #include "VelkoEngine/Ports/Workspace.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Files/FolderLock.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/LayoutStore.h"

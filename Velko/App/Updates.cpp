@@ -1,8 +1,7 @@
 #include "Velko/App/Updates.h"
 
-#include "Velko/Ports/Application.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Ports/Dialogs.h"
-#include "Velko/Ports/Updater.h"
 
 namespace velko {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 
 namespace velko {
 

@@ -4,6 +4,7 @@
 
 #include "Velko/Broom/BroomFrame.h"
 #include "VelkoEngine/Background/Awaited.h"
+#include "VelkoEngine/Ports/Pointer.h"
 
 namespace velko {
 
@@ -11,7 +12,7 @@ namespace {
 
 using Event = StatusItem::Event;
 
-/// The event, when it can be the one that the icon was clicked with.
+/// The event, if it can belong to this click.
 const Event* ownEvent(const std::optional<Event>& event) {
     return event && event->age <= BroomClicks::stale ? &*event : nullptr;
 }
@@ -38,7 +39,7 @@ void BroomClicks::acted(const StatusItem::Click& click) {
     wait_.cancel();
     auto press = std::exchange(press_, std::nullopt);
     if (press && menuClosedAt_ && *menuClosedAt_ >= press->at) {
-        press.reset();  // it closed the menu, and this click is another
+        press.reset();  // that press closed the menu, and this is another click
     }
     BroomClick made{.isRight = (click.pressedButtons & Pointer::rightButton) != 0};
     if (const Event* const event = ownEvent(click.event)) {
@@ -48,18 +49,18 @@ void BroomClicks::acted(const StatusItem::Click& click) {
     } else if (press) {
         made = {.isRight = made.isRight || press->isRight, .option = click.option, .control = click.control};
     }
-    // The two keys together are VoiceOver's own: whoever presses with them means a plain click.
+    // VoiceOver uses these two keys together: a press with both means a plain click.
     if (click.isVoiceOverOn && made.option && made.control) {
         made.option = made.control = false;
     }
-    const auto clicked = clicked_;  // it may destroy this
+    const auto clicked = clicked_;  // the handler may destroy this object
     clicked(made);
 }
 
 void BroomClicks::pressed(const ClickTapEvent& press) {
     wait_.cancel();
     press_.reset();
-    // An open menu takes the press, and goes.
+    // The press closes a menu that is open, and means nothing else.
     if (!broom_.holds(press.location) || item_.isMenuOpen()) {
         return;
     }
@@ -79,13 +80,14 @@ void BroomClicks::waitForAction() {
 
 void BroomClicks::openAnyway() {
     if ((platform_.pointer.pressedButtons() & Pointer::rightButton) != 0) {
-        waitForAction();  // the action comes when it goes up; a menu that opens before would go with it
+        waitForAction();  // its action comes when the button goes up, and a menu that opens now would close
+                          // then
         return;
     }
     const auto press = std::exchange(press_, std::nullopt);
     const bool closedAMenu = press && menuClosedAt_ && press->at - *menuClosedAt_ < telling;
     if (press && !closedAMenu && !item_.isMenuOpen()) {
-        const auto clicked = clicked_;  // it may destroy this
+        const auto clicked = clicked_;  // the handler may destroy this object
         clicked({.isRight = true, .option = press->option});
     }
 }

@@ -7,14 +7,14 @@
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
-#include "VelkoEngine/Ports/Pointer.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 class BroomFrame;
+struct ClickTapEvent;
 
-/// What somebody has done to the broom.
+/// A click on the broom, as the user meant it.
 struct BroomClick {
     bool isRight = false;
     bool option = false;
@@ -23,15 +23,16 @@ struct BroomClick {
     bool operator==(const BroomClick&) const = default;
 };
 
-/// Makes out the clicks on the broom. The menu bar's host, by way of which they come, may describe them
-/// badly, twice or not at all; the presses that the click tap hears tell the rest. Main thread.
+/// Finds out which clicks on the broom the user made. Clicks come through the menu bar's host, which may
+/// describe them wrongly, tell them twice, or not tell them at all. The presses that the click tap hears help
+/// to find out. Main thread.
 class BroomClicks final : private NonCopyable {
  public:
-    /// A second click so soon is the first one told twice.
+    /// A second click within this time is the first one, told twice.
     static constexpr MainThread::Uptime sameClick = std::chrono::milliseconds(50);
-    /// What happened longer ago than this is no part of a click.
+    /// An event that is older than this does not belong to a click.
     static constexpr MainThread::Uptime stale = std::chrono::milliseconds(500);
-    /// How long the host may take to tell of a press.
+    /// How long the host may take until it tells of a press.
     static constexpr MainThread::Uptime telling = std::chrono::milliseconds(400);
 
     using Handler = std::function<void(const BroomClick&)>;
@@ -39,11 +40,11 @@ class BroomClicks final : private NonCopyable {
     /// `item` and `broom` outlive this.
     BroomClicks(const Platform& platform, const StatusItem& item, const BroomFrame& broom, Handler clicked);
 
-    /// The icon's action has run.
+    /// To be called when the icon's action runs.
     void acted(const StatusItem::Click& click);
-    /// A button has gone down somewhere. Returns at once.
+    /// To be called when a mouse button goes down anywhere. Returns at once.
     void pressed(const ClickTapEvent& press);
-    /// The icon's menu has closed.
+    /// To be called when the icon's menu has closed.
     void menuClosed();
 
  private:
@@ -60,7 +61,7 @@ class BroomClicks final : private NonCopyable {
     const StatusItem& item_;
     const BroomFrame& broom_;
     Handler clicked_;
-    std::optional<Press> press_;  ///< the last on the broom, until its action runs
+    std::optional<Press> press_;  ///< the last press on the broom, until its action runs
     std::optional<MainThread::Uptime> clickedAt_;
     std::optional<MainThread::Uptime> menuClosedAt_;
     Task wait_;

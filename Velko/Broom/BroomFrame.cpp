@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -56,7 +57,7 @@ bool BroomFrame::holdsUpwards(Point point) const {
 
 std::optional<Rect> BroomFrame::refresh() {
     const std::optional<Rect> frame = Inventory::ownItemFrame(platform_);
-    // No answer, or one of an icon that is parked somewhere else, says nothing about where it stands.
+    // The system may not answer, or may say where it has parked an icon that nobody sees.
     if (!frame || !counts(*frame)) {
         return std::nullopt;
     }
@@ -65,6 +66,21 @@ std::optional<Rect> BroomFrame::refresh() {
         notices_.note();
     }
     return frame;
+}
+
+std::optional<Surface::Place> BroomFrame::placeBelow(double gap) const {
+    return placeBelowBroom(chevronFrame_, platform_.displays.displays(),
+                           platform_.displays.statusBarThickness(), gap);
+}
+
+Subscription BroomFrame::observePlace(const std::function<void()>& handler) {
+    const auto frame = std::make_shared<Subscription>(observe(handler));
+    // Displays may change while the broom stays in place.
+    const auto displays = std::make_shared<Subscription>(platform_.displays.observeChanges(handler));
+    return Subscription([frame, displays] {
+        frame->end();
+        displays->end();
+    });
 }
 
 void BroomFrame::displaysChanged() {
@@ -76,7 +92,7 @@ void BroomFrame::displaysChanged() {
     waitForSight();
 }
 
-/// The system may say where the icon is only a moment after it has put it there, and tells nobody then.
+/// The system may know where the icon is only a moment after it has put it there, and does not tell us then.
 void BroomFrame::waitForSight() {
     const auto end = platform_.mainThread.now() + settling;
     settling_ = platform_.mainThread.every(lookAgain, [this, end] {
@@ -99,6 +115,40 @@ void BroomFrame::judge() {
                             " y=" + std::to_string(std::lround(frame->y)));
     }
     notices_.note();
+}
+
+namespace {
+
+constexpr double screenMargin = 8;  // points, between a panel and the edge of its screen
+
+}  // namespace
+
+std::optional<Surface::Place> placeBelowBroom(const std::optional<Rect>& broom,
+                                              const std::vector<Display>& displays, double statusBarThickness,
+                                              double gap) {
+    if (displays.empty()) {
+        return std::nullopt;
+    }
+    const Display* display = &displays.front();
+    Rect anchor{.x = display->frame.maxX()};
+    if (broom) {
+        const Point centre{.x = broom->x + broom->width / 2,
+                           .y = display->frame.maxY() - (broom->y + broom->height / 2)};
+        if (const Display* const holder = MenuBarStrip::displayUnder(displays, centre)) {
+            display = holder;
+            anchor = *broom;
+        }
+    }
+    const double barHeight = MenuBarStrip::height(*display, statusBarThickness);
+    const double top = display->frame.maxY() - barHeight - gap;
+    anchor.y = top;
+    anchor.height = barHeight + gap;
+    const Rect& visible = display->visibleFrame;
+    return Surface::Place{.anchor = anchor,
+                          .bounds = {.x = visible.x + screenMargin,
+                                     .y = visible.y + screenMargin,
+                                     .width = visible.width - 2 * screenMargin,
+                                     .height = top - visible.y - screenMargin}};
 }
 
 }  // namespace velko

@@ -15,7 +15,7 @@ namespace velko {
 
 namespace {
 
-constexpr double broomMargin = 4;  // points around the broom that still count as the broom
+constexpr double broomMargin = 4;  // points around the broom that count as the broom
 
 [[nodiscard]] Rect grown(const Rect& frame, double margin) {
     return {.x = frame.x - margin,
@@ -59,7 +59,7 @@ void HoverWatcher::check() {
     } else if (revealedByHover_ && revealed && !sight.inBar) {
         schedule(Timing::hoverTuckDelay, [this] { tuck(); });
     } else if (!sight.inBar && !sight.overBroom) {
-        // A tuck that waits goes on waiting.
+        // When a tuck is pending, it stays pending.
         if (!revealed) {
             pending_.cancel();
         }
@@ -95,7 +95,7 @@ void HoverWatcher::schedule(Timing::Duration delay, std::function<void()> action
 }
 
 void HoverWatcher::reveal() {
-    // A toggle would tidy away what is out for a Live Activity, and close the app that peeks.
+    // Otherwise the toggle would hide what is out for a Live Activity, or close the app that peeks.
     const AppValues& values = parts_.controller.values();
     if (isRevealed() || values.stepsAside() || values.state.asPeeking() != nullptr) {
         return;

@@ -14,8 +14,8 @@ namespace velko {
 
 class BroomFrame;
 
-/// Reveals when the pointer rests on the broom and tidies when it then leaves the bar, while the user has
-/// switched that on. It asks for the same as a click on the broom does. Main thread.
+/// While the user has switched hovering on: reveals when the pointer rests on the broom, and tidies when the
+/// pointer has left the bar again. It asks the controller for the same as a click on the broom. Main thread.
 class HoverWatcher final : private NonCopyable {
  public:
     /// `broom` outlives the watcher.
@@ -23,12 +23,12 @@ class HoverWatcher final : private NonCopyable {
 
     /// To be called whenever the controller's values have changed.
     void sync();
-    /// The broom was clicked, whatever came of it: the click decides, and not the pointer, until that has
-    /// left the broom.
+    /// To be called when the broom is clicked. The click decides what happens; the pointer decides nothing
+    /// until it has left the broom.
     void broomClicked();
 
  private:
-    /// Where the pointer is, as far as hovering cares.
+    /// What hovering wants to know about the pointer.
     struct Sight {
         bool overBroom = false;
         bool inBar = false;  ///< in a menu bar or over the shelf
@@ -45,8 +45,8 @@ class HoverWatcher final : private NonCopyable {
     const BroomFrame& broom_;
     Subscription moves_;  ///< active while hovering is switched on
     Task pending_;
-    bool revealedByHover_ = false;  ///< so hovering may end it
-    bool isDeaf_ = false;           ///< to a pointer that still is where it has clicked
+    bool revealedByHover_ = false;  ///< hovering has revealed, so it may also tidy
+    bool isDeaf_ = false;           ///< the pointer has clicked and not left the broom since
 };
 
 }  // namespace velko

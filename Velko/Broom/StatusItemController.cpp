@@ -4,10 +4,15 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/Refusal.h"
-#include "Velko/Apps/HiddenApps.h"
+#include "Velko/Apps/MenuBarApps.h"
+#include "Velko/Broom/BroomClicks.h"
 #include "Velko/Broom/BroomFrame.h"
+#include "Velko/Broom/BroomIcon.h"
 #include "Velko/Broom/StatusMenus.h"
 #include "Velko/Flows/Questions.h"
+#include "Velko/Note/NoteController.h"
+#include "Velko/Ports/StatusItem.h"
+#include "VelkoEngine/Ports/Pointer.h"
 
 namespace velko {
 
@@ -34,22 +39,17 @@ std::string toolTipFor(const AppValues& values, bool hasQuestion) {
 StatusItemController::StatusItemController(const FaceParts& parts, BroomFrame& frame)
     : parts_(parts),
       frame_(frame),
-      clicks_(parts.platform, parts.ports.statusItem, frame,
-              [this](const BroomClick& click) { clicked(click); }),
-      actions_(std::make_shared<MenuActions>(parts)) {
-    actions_->onNote = [this] { note().show(); };
-    actions_->onSettings = [this] {
-        if (onSettings) {
-            onSettings();
-        }
-    };
-}
+      clicks_(std::make_unique<BroomClicks>(parts.platform, parts.ports.statusItem, frame,
+                                            [this](const BroomClick& click) { clicked(click); })),
+      actions_(std::make_shared<MenuActions>(parts)) {}
+
+StatusItemController::~StatusItemController() = default;
 
 void StatusItemController::start() {
     parts_.ports.statusItem.install("VelkoChevron", "Velko",
                                     [this, alive = std::weak_ptr(actions_)](const StatusItem::Click& click) {
                                         if (!alive.expired()) {
-                                            clicks_.acted(click);
+                                            clicks_->acted(click);
                                         }
                                     });
     update();
@@ -57,7 +57,7 @@ void StatusItemController::start() {
 
 NoteController& StatusItemController::note() {
     if (!note_) {
-        note_.emplace(parts_, frame_);
+        note_ = std::make_unique<NoteController>(parts_, frame_);
     }
     return *note_;
 }
@@ -88,7 +88,7 @@ void StatusItemController::showBroom() {
     const bool isRevealed = values.state.isRevealed();
     showsProblem_ = false;
     if (!broom_) {
-        broom_.emplace(parts_.ports.statusItem, parts_.ports.surfaces, parts_.platform);
+        broom_ = std::make_unique<BroomIcon>(parts_.ports.statusItem, parts_.ports.surfaces, parts_.platform);
     }
     broom_->setDot(hasQuestion);
     if (std::exchange(shownRevealed_, isRevealed) != isRevealed) {
@@ -106,28 +106,25 @@ void StatusItemController::showToolTip(const std::string& text) {
 // Clicks
 
 void StatusItemController::pressed(const ClickTapEvent& press) {
-    // A press that closes the icon's menu comes to no action, and yet the hand is on the icon.
-    if (onClick && frame_.holds(press.location)) {
-        onClick();
+    // A press that closes the icon's menu runs no action, but the pointer is on the icon all the same.
+    if (frame_.holds(press.location)) {
+        parts_.host.onClick();
     }
-    clicks_.pressed(press);
+    clicks_->pressed(press);
 }
 
 void StatusItemController::clicked(const BroomClick& click) {
     frame_.refresh();
-    if (onClick) {
-        onClick();
-    }
+    parts_.host.onClick();
     if (click.isRight || click.control) {
-        openMenu(click.option ? StatusMenus::debugMenu(parts_, actions_)
-                              : StatusMenus::mainMenu(parts_, actions_));
+        openMenu(click.option);
         return;
     }
     AppController& controller = parts_.controller;
     const AppValues& values = controller.values();
     const bool isRevealed = values.state.isRevealed();
     if (!values.health().isOk() || (!isRevealed && hiddenApps(controller).areNone())) {
-        openMenu(StatusMenus::mainMenu(parts_, actions_));
+        openMenu(false);
         return;
     }
     if (controller.consumesClick() || closesNote()) {
@@ -150,13 +147,15 @@ bool StatusItemController::closesNote() {
     return note_ && note_->justClosed();
 }
 
-void StatusItemController::openMenu(view::Menu menu) {
+void StatusItemController::openMenu(bool isForDebugging) {
+    view::Menu menu =
+        isForDebugging ? StatusMenus::debugMenu(parts_, actions_) : StatusMenus::mainMenu(parts_, actions_);
     if (note_ && note_->isShowing()) {
         note_->close();
     }
     parts_.ports.statusItem.openMenu(std::move(menu), [this, alive = std::weak_ptr(actions_)] {
         if (!alive.expired()) {
-            clicks_.menuClosed();
+            clicks_->menuClosed();
         }
     });
 }

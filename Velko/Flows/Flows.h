@@ -15,7 +15,7 @@
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
 #include "Velko/Flows/TrustWatch.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Watching/IconWatch.h"
 #include "VelkoEngine/Watching/SystemEvents.h"

@@ -9,7 +9,7 @@
 #include "Velko/Flows/PopOut.h"
 #include "Velko/Flows/ProcessWatch.h"
 #include "Velko/Flows/Questions.h"
-#include "Velko/Ports/LoginItem.h"
+#include "Velko/Ports/Desktop.h"
 
 namespace velko {
 

@@ -9,7 +9,7 @@
 
 #include "Velko/App/Joined.h"
 #include "Velko/App/Log.h"
-#include "Velko/Apps/PresentApps.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "VelkoCore/Habits/Autopilot.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Time/Date.h"
@@ -107,8 +107,9 @@ void AutopilotOffers::alwaysKeep(const BundleID& bundleID) {
 }
 
 void AutopilotOffers::askToQuit(const BundleID& bundleID) {
+    const std::string name = AppNames(host_.values(), platform_.workspace).of(bundleID);
     platform_.workspace.terminate(bundleID);
-    log_.log("health", "asked " + appName(host_.values(), bundleID) + " to quit");
+    log_.log("health", "asked " + name + " to quit");
 }
 
 void AutopilotOffers::settle() {

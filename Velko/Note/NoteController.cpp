@@ -3,37 +3,206 @@
 #include <algorithm>
 #include <string>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/App/Log.h"
-#include "Velko/Broom/BelowBroom.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Flows/Questions.h"
-#include "Velko/Note/NoteView.h"
-#include "Velko/Ports/PanelPlacement.h"
+#include "Velko/Flows/ShowApp.h"
+#include "Velko/Ports/Panels.h"
+#include "Velko/View/Node.h"
+#include "VelkoCore/Habits/Autopilot.h"
+#include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
-#include "VelkoEngine/Ports/Screen.h"
 
 namespace velko {
 
 namespace {
 
-constexpr double gapBelowBar = 0;  // its arrow reaches up to the broom
+using view::AppIcon;
+using view::Button;
+using view::Node;
+using view::Shortcut;
+using view::Stack;
+using view::Text;
+
+// Points
+constexpr double noteWidth = 460;
+constexpr double longestList = 440;  // more questions scroll
+constexpr double appIconWidth = 32;
+constexpr double sparklesWidth = 22;
+constexpr double gapBelowBar = 0;  // the note's arrow reaches up to the broom
+
+constexpr auto spotlessWords = "Spotless. Nothing to sort.";
+
+/// What Velko would like to know.
+struct NoteQuestions {
+    std::vector<PresentApp> newIcons;         ///< apps that wait for a place, in the order in which they came
+    std::vector<TidySuggestion> suggestions;  ///< in ascending order of the apps
+
+    [[nodiscard]] bool areAnswered() const noexcept { return newIcons.empty() && suggestions.empty(); }
+};
+
+/// A button in an app's row. Many rows have the same buttons, so VoiceOver also says the app's name.
+Node answer(const std::string& what, const PresentApp& app, const std::string& title,
+            std::function<void()> press) {
+    return {.id = what + ":" + app.bundleID,
+            .label = title + ": " + app.name,
+            .content = Button{.title = title, .press = std::move(press)}};
+}
+
+/// A row about an app: its icon, and beside it lines of text above the buttons.
+Node appRow(const PresentApp& app, std::vector<Node> lines, std::vector<Node> buttons) {
+    lines.push_back(view::row("buttons:" + app.bundleID, std::move(buttons)));
+    return {
+        .id = "row:" + app.bundleID,
+        .content = Stack{.axis = Stack::Axis::row,
+                         .spacing = 10,
+                         .children = {{.id = "icon:" + app.bundleID,
+                                       .content = AppIcon{.bundleID = app.bundleID, .points = appIconWidth}},
+                                      view::column("lines:" + app.bundleID, std::move(lines), 4)}}};
+}
+
+std::string moveTitle(Section section) {
+    switch (section) {
+        case Section::bar: return "Move to the bar";
+        case Section::tucked: return "Tuck";
+        case Section::buried: break;
+    }
+    return "Bury";
+}
+
+/// Shows the user where the icon is; while it shows, the button stops that. It stays the same control, so
+/// that it keeps the keyboard's focus.
+Node showButton(AppController& controller, const PresentApp& app) {
+    if (controller.values().showingMe == app.bundleID) {
+        return answer("show", app, "Stop showing", [&controller] { controller.showMe().stop(); });
+    }
+    return {.id = "show:" + app.bundleID,
+            .label = "Show me: " + app.name,
+            .help = "Shows only this icon for a moment",
+            .isEnabled = isPresent(controller.values(), app.bundleID),
+            .content = Button{.symbol = "eye", .press = [&controller, bundleID = app.bundleID] {
+                                  controller.showMe().start(bundleID);
+                              }}};
+}
+
+Node newIconRow(AppController& controller, const PresentApp& app) {
+    const auto place = [&](const std::string& what, const std::string& title, Section section) {
+        return answer(what, app, title, [&controller, bundleID = app.bundleID, section] {
+            controller.place(bundleID, section);
+        });
+    };
+    return appRow(app,
+                  {view::text("what:" + app.bundleID, app.name + " just moved in", Text::Style::headline)},
+                  {place("keep", "Keep in the bar", Section::bar), place("tuck", "Tuck", Section::tucked),
+                   place("bury", "Bury", Section::buried), showButton(controller, app)});
+}
+
+Node suggestionRow(AppController& controller, const PresentApp& app, const TidySuggestion& suggestion) {
+    const auto* const move = std::get_if<TidySuggestion::MoveTo>(&suggestion.change);
+    Node always = answer("always", app, "Always keep here", [&controller, bundleID = app.bundleID] {
+        controller.autopilot().alwaysKeep(bundleID);
+    });
+    always.help = "Autopilot won't suggest moving this app again";
+    return appRow(
+        app,
+        {view::text("what:" + app.bundleID, app.name, Text::Style::headline),
+         view::explanation("why:" + app.bundleID, describe(suggestion.reason))},
+        {answer("accept", app, move != nullptr ? moveTitle(move->section) : "Quit",
+                [&controller, suggestion] { controller.autopilot().accept(suggestion); }),
+         answer("later", app, "Maybe later",
+                [&controller, bundleID = app.bundleID] { controller.autopilot().dismiss(bundleID); }),
+         std::move(always)});
+}
+
+void addNewIcons(std::vector<Node>& list, AppController& controller, const std::vector<PresentApp>& apps) {
+    const bool isOne = apps.size() == 1;
+    list.push_back(view::text("arrivals", isOne ? "New arrival" : "New arrivals", Text::Style::title));
+    list.push_back(
+        view::explanation("arrivals-line", isOne ? "Waiting by the door until you choose where it goes."
+                                                 : "Waiting by the door until you choose where they go."));
+    for (const PresentApp& app : apps) {
+        list.push_back(newIconRow(controller, app));
+    }
+}
+
+void addSuggestions(std::vector<Node>& list, const FaceParts& parts,
+                    const std::vector<TidySuggestion>& suggestions) {
+    const AppNames names(parts.controller.values(), parts.platform.workspace);
+    list.push_back(view::text("suggestions", "Tidy suggestions", Text::Style::title));
+    list.push_back(
+        view::explanation("suggestions-line", "Based on what you click. Nothing moves until you say so."));
+    for (const TidySuggestion& suggestion : suggestions) {
+        const BundleID& bundleID = suggestion.bundleID;
+        list.push_back(
+            suggestionRow(parts.controller, {.bundleID = bundleID, .name = names.of(bundleID)}, suggestion));
+    }
+}
+
+Node spotlessLine() {
+    Node sparkles{
+        .id = "sparkles",
+        .content = view::Symbol{.name = "sparkles", .points = sparklesWidth, .ink = view::Ink::sparkle}};
+    return view::row(
+        "spotless", {std::move(sparkles), view::text("spotless-line", spotlessWords, Text::Style::headline)});
+}
+
+Node questionList(const FaceParts& parts, const NoteQuestions& questions) {
+    std::vector<Node> list;
+    if (!questions.newIcons.empty()) {
+        addNewIcons(list, parts.controller, questions.newIcons);
+    }
+    if (!questions.newIcons.empty() && !questions.suggestions.empty()) {
+        list.push_back({.id = "between", .content = view::Divider{}});
+    }
+    if (!questions.suggestions.empty()) {
+        addSuggestions(list, parts, questions.suggestions);
+    }
+    return {.id = "questions",
+            .content =
+                view::Scroll{.height = longestList, .children = {view::column("list", std::move(list), 10)}}};
+}
+
+NoteQuestions noteQuestions(const FaceParts& parts) {
+    const AppValues& values = parts.controller.values();
+    const AppNames names(values, parts.platform.workspace);
+    NoteQuestions questions{.newIcons = {}, .suggestions = parts.controller.autopilot().suggestions()};
+    for (const BundleID& bundleID : values.layout.inbox) {
+        questions.newIcons.push_back({.bundleID = bundleID, .name = names.of(bundleID)});
+    }
+    return questions;
+}
+
+/// A row for each question, with a button for each answer. What `parts` names outlives the tree.
+Node noteView(const FaceParts& parts, const NoteQuestions& questions, const std::function<void()>& close) {
+    const bool isDone = questions.areAnswered();
+    const Shortcut::Key key = isDone ? Shortcut::Key::enter : Shortcut::Key::escape;
+    Node closing = view::button("close", {.title = isDone ? "Done" : "Later",
+                                          .style = isDone ? Button::Style::primary : Button::Style::standard,
+                                          .shortcut = {.key = key},
+                                          .press = close});
+    return {.id = "note",
+            .width = noteWidth,
+            .content = Stack{
+                .spacing = 14,
+                .padding = 16,
+                .children = {isDone ? spotlessLine() : questionList(parts, questions),
+                             view::row("closing", {view::spacer("closing-room"), std::move(closing)})}}};
+}
 
 }  // namespace
 
 NoteController::NoteController(const FaceParts& parts, BroomFrame& broom)
     : parts_(parts),
       broom_(broom),
-      broomMoves_(broom_.observe([this] { follow(); })),
-      displayChanges_(parts_.platform.displays.observeChanges([this] { follow(); })) {}
-
-NoteController::~NoteController() {
-    if (std::exchange(showing_, nullptr)) {
-        surface().close();
-    }
-}
+      panel_(parts.ports.surfaces, Surfaces::Kind::note),
+      placeChanges_(broom_.observePlace([this] { follow(); })) {}
 
 void NoteController::show() {
     close();
@@ -41,81 +210,59 @@ void NoteController::show() {
     if (!wanted) {
         return;
     }
-    place_ = *wanted;
-    const NoteQuestions questions = noteQuestions(parts_.controller, parts_.platform.workspace);
-    showing_ = std::make_shared<Showing>();
-    showing_->hasAsked = !questions.areAnswered();
-    showing_->changes = parts_.controller.observe([this] { refresh(); });
-    surface().open({.title = std::string(Surfaces::traitsOf(Surfaces::Kind::note).title),
-                    .place = place_,
-                    .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0 : Timing::noteFade},
-                    .content = noteView(parts_.controller, questions, [this] { close(); }),
-                    .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
-                    .closed =
-                        [this, weak = std::weak_ptr(showing_)] {
-                            // Another note may have taken the place of the one that has closed.
-                            if (!weak.expired()) {
-                                didClose();
-                            }
-                        }});
+    const NoteQuestions questions = noteQuestions(parts_);
+    hasAsked_ = !questions.areAnswered();
+    spotlessClose_.cancel();
+    panel_.open({.place = wanted,
+                 .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0 : Timing::noteFade},
+                 .content = noteView(parts_, questions, [this] { close(); }),
+                 .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
+                 .closed = [this] { closed(); }},
+                parts_.controller.observe([this] { refresh(); }));
     parts_.log.log("note", "shown: " + std::to_string(questions.newIcons.size()) + " new, " +
                                std::to_string(questions.suggestions.size()) + " suggestions");
-}
-
-void NoteController::close() {
-    surface().close();
-}
-
-bool NoteController::isShowing() const {
-    return surface().isOpen();
 }
 
 bool NoteController::justClosed() const {
     return closedAt_ && parts_.platform.mainThread.now() - *closedAt_ < Timing::shelfCloseClickGrace;
 }
 
-Surface& NoteController::surface() const {
-    return parts_.ports.surfaces.surface(Surfaces::Kind::note);
-}
-
 std::optional<Surface::Place> NoteController::place() const {
-    return placeBelowBroom(broom_.chevronFrame(), parts_.platform.displays.displays(),
-                           parts_.platform.displays.statusBarThickness(), gapBelowBar);
+    return broom_.placeBelow(gapBelowBar);
 }
 
-/// Stays where it is under the hand, as long as its arrow reaches the broom from there.
+/// Where the broom moves, the note stays in place as long as its arrow can still point at the broom. The user
+/// may be about to click in it.
 void NoteController::follow() {
     auto wanted = place();
-    const auto frame = surface().frame();
-    if (!showing_ || !wanted || !frame) {
+    const auto frame = panel_.frame();
+    const auto& now = panel_.place();
+    if (!wanted || !frame || !now) {
         return;
     }
-    if (wanted->bounds == place_.bounds) {
+    if (wanted->bounds == now->bounds) {
         const double reach = panelArrowReach(frame->width);
         const double middle = wanted->anchor.x + wanted->anchor.width / 2;
         wanted->shift = std::clamp(frame->x + frame->width / 2 - middle, -reach, reach);
     }
-    if (*wanted != place_) {
-        place_ = *wanted;
-        surface().move(place_);
-    }
+    panel_.move(*wanted);
 }
 
 void NoteController::refresh() {
-    const NoteQuestions questions = noteQuestions(parts_.controller, parts_.platform.workspace);
-    surface().update(noteView(parts_.controller, questions, [this] { close(); }));
+    const NoteQuestions questions = noteQuestions(parts_);
+    panel_.update(noteView(parts_, questions, [this] { close(); }));
     if (!questions.areAnswered()) {
-        showing_->hasAsked = true;
-        showing_->spotlessClose.cancel();
-    } else if (showing_->hasAsked && !showing_->spotlessClose.isPending()) {
+        hasAsked_ = true;
+        spotlessClose_.cancel();
+    } else if (hasAsked_ && !spotlessClose_.isPending()) {
         parts_.ports.surfaces.announce(spotlessWords);
-        showing_->spotlessClose =
+        spotlessClose_ =
             Awaited::after(parts_.platform, "the note", Timing::noteSpotlessHold, [this] { close(); });
     }
 }
 
-void NoteController::didClose() {
-    showing_.reset();
+void NoteController::closed() {
+    spotlessClose_.cancel();
     closedAt_ = parts_.platform.mainThread.now();
     parts_.controller.note().noteClosed();
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 
 #include "Velko/App/FaceParts.h"
@@ -13,41 +12,32 @@ namespace velko {
 
 class BroomFrame;
 
-/// The note that drops from the broom when Velko has something to ask. Main thread.
+/// The note that hangs below the broom when Velko has something to ask. Main thread.
 class NoteController final : private NonCopyable {
  public:
     /// `broom` outlives the note.
     NoteController(const FaceParts& parts, BroomFrame& broom);
-    ~NoteController();
 
-    /// Opens it, in place of one that is open; without a display, nothing happens.
+    /// Opens the note, in place of one that is open. Nothing happens without a display.
     void show();
-    void close();
-    [[nodiscard]] bool isShowing() const;
+    void close() { panel_.close(); }
+    [[nodiscard]] bool isShowing() const { return panel_.isOpen(); }
 
-    /// Whether it closed so shortly ago that a click now is the one that closed it.
+    /// Whether it closed so shortly before that a click now is the same click that closed it.
     [[nodiscard]] bool justClosed() const;
 
  private:
-    /// One note, from its opening until it is known to have closed.
-    struct Showing {
-        bool hasAsked = false;
-        Task spotlessClose;
-        Subscription changes;
-    };
-
-    [[nodiscard]] Surface& surface() const;
     [[nodiscard]] std::optional<Surface::Place> place() const;
     void refresh();
     void follow();
-    void didClose();
+    void closed();
 
     FaceParts parts_;
     BroomFrame& broom_;
-    Surface::Place place_;  ///< of the open note
-    Subscription broomMoves_;
-    Subscription displayChanges_;
-    std::shared_ptr<Showing> showing_;
+    OpenSurface panel_;
+    bool hasAsked_ = false;  ///< whether the open note has asked something
+    Task spotlessClose_;
+    Subscription placeChanges_;
     std::optional<MainThread::Uptime> closedAt_;
 };
 

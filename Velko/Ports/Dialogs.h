@@ -13,13 +13,14 @@ namespace velko {
 /// Panels and alerts that wait for the user while the program goes on. Main thread.
 class Dialogs : private NonCopyable {
  public:
-    /// Receives the chosen file, or nothing when the user thought better of it. Never called within the
-    /// call that opens the panel.
+    /// Receives the chosen file, or nothing when the user chose none. Never called within the call that opens
+    /// the panel.
     using Chosen = std::function<void(std::optional<std::filesystem::path>)>;
 
     /// A kind of file of our own.
     struct FileType {
-        std::string identifier;  ///< as exported to the system, conforming to JSON
+        std::string
+            identifier;  ///< the name under which the bundle declares it to the system as a kind of JSON
     };
     struct SavePanel {
         std::string title;
@@ -42,7 +43,7 @@ class Dialogs : private NonCopyable {
         std::string title;
         std::string message;
         std::string confirm;  ///< the button that agrees
-        std::string cancel;   ///< the button that does not, which Escape presses
+        std::string cancel;   ///< the button that disagrees; Escape presses it too
 
         bool operator==(const Question&) const = default;
     };
@@ -51,8 +52,8 @@ class Dialogs : private NonCopyable {
 
     virtual ~Dialogs() = default;
 
-    /// Asks where to save a file; the user has agreed to replace one that is there. The task is pending
-    /// until the user answers; cancelling it drops the answer.
+    /// Asks where to save a file. When a file is there already, the user has agreed to replace it. The task
+    /// is pending until the user answers; cancelling it drops the answer.
     [[nodiscard]] virtual Task chooseWhereToSave(const SavePanel& panel, Chosen chosen) = 0;
 
     /// Asks for one file to read, in the same way.
@@ -61,8 +62,8 @@ class Dialogs : private NonCopyable {
     /// Tells the user that something went wrong. May return before the user has read it.
     virtual void alert(const Alert& alert) = 0;
 
-    /// Asks before something that is not easily undone. The task is pending until the user answers;
-    /// cancelling it drops the answer.
+    /// Asks before something that is hard to undo. The task is pending until the user answers; cancelling it
+    /// drops the answer.
     [[nodiscard]] virtual Task ask(const Question& question, Answered answered) = 0;
 };
 

@@ -13,34 +13,35 @@
 
 namespace velko {
 
-/// Velko's own icon in the menu bar. There is one, from the first call on. Main thread.
+/// Velko's own icon in the menu bar. Main thread.
 class StatusItem : private NonCopyable {
  public:
-    /// The event that the program has last taken when the icon's action runs. It need not be the click's own:
-    /// since macOS 27 clicks come by way of the menu bar's host.
+    /// The last event that the program had received when the icon's action ran. It may belong to something
+    /// else than the click, because since macOS 27 clicks come through the menu bar's host.
     struct Event {
         enum class Type { leftMouse, rightMouse, systemDefined, other };
 
-        /// The subtype of an event about buttons of the mouse.
+        /// The subtype of an event about mouse buttons.
         static constexpr int mouseButtons = 7;
 
         Type type = Type::leftMouse;
-        int subtype = 0;        ///< of a system-defined one
-        std::int64_t data = 0;  ///< of one with `mouseButtons`: a bit for each button, the left one's first
-        MainThread::Uptime age{};  ///< how long ago it arose
+        int subtype = 0;  ///< of a system-defined event
+        std::int64_t data =
+            0;  ///< of an event with `mouseButtons`: one bit for each button, the left one first
+        MainThread::Uptime age{};  ///< how long ago it happened
         bool option = false;       ///< the key was down
         bool control = false;
 
         bool operator==(const Event&) const = default;
     };
-    /// The icon's action has run: a button went up over it, or a program for people with disabilities has
-    /// pressed it.
+    /// The icon's action has run, because a button went up over it, or because a program for people with
+    /// disabilities pressed it.
     struct Click {
-        std::optional<Event> event{};  ///< nothing when there is none
-        unsigned pressedButtons = 0;   ///< down now, as in `Pointer`
-        bool option = false;           ///< down on the keyboard now
+        std::optional<Event> event{};  ///< nothing when the program knows of no event
+        unsigned pressedButtons = 0;   ///< the buttons that are down now, as in `Pointer`
+        bool option = false;           ///< the key is down now
         bool control = false;
-        bool isVoiceOverOn = false;  ///< its own keys are Control and Option together
+        bool isVoiceOverOn = false;  ///< VoiceOver uses Control and Option together
 
         bool operator==(const Click&) const = default;
     };
@@ -51,7 +52,7 @@ class StatusItem : private NonCopyable {
 
         bool operator==(const Symbol&) const = default;
     };
-    /// A drawing is a template as well: its inks do not matter, the menu bar has its own colour.
+    /// The menu bar paints a drawing in its own colour and ignores its inks.
     using Image = std::variant<view::Drawing, Symbol>;
 
     virtual ~StatusItem() = default;
@@ -64,8 +65,8 @@ class StatusItem : private NonCopyable {
     virtual void setImage(const Image& image) = 0;
     virtual void setToolTip(const std::string& text) = 0;
 
-    /// Opens a menu below the icon, when no other is up; the next click is a click again. May return only
-    /// after it has closed. `closed` is called once it has, also within this call.
+    /// Opens a menu below the icon, unless one is open. The next click is a click again. May return only
+    /// after the menu has closed. `closed` is called when it has closed, perhaps within this call.
     virtual void openMenu(view::Menu menu, std::function<void()> closed) = 0;
     [[nodiscard]] virtual bool isMenuOpen() const = 0;
 };

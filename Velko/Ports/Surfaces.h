@@ -4,82 +4,87 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Velko/View/Node.h"
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
 /// One of the places in which Velko shows a tree: a panel or a window. Main thread.
 class Surface : private NonCopyable {
  public:
-    /// How the user asks for it to go.
+    /// How the user asks a surface to close.
     enum class Dismissal { clickOutside, escape, closeButton };
 
-    /// Where a panel stands. Rectangles have their origin at the bottom left of the primary screen.
+    /// Where a panel is. Rectangles have their origin at the bottom left of the primary screen.
     struct Place {
-        Rect anchor{};     ///< it hangs below the middle of this
-        Rect bounds{};     ///< and stays within this
-        double shift = 0;  ///< of its middle, from that of the anchor to the right
+        Rect anchor{};     ///< the panel hangs below the middle of this
+        Rect bounds{};     ///< the panel stays within this
+        double shift = 0;  ///< how far the panel's middle is to the right of the anchor's middle
 
         bool operator==(const Place&) const = default;
     };
-    /// How a panel comes and goes: sprung like a drawer, or faded.
+    /// How a panel comes and goes: on a spring, as a drawer slides, or by fading.
     struct Motion {
         double springResponse = 0;  ///< seconds; 0: no spring
-        double springDamping = 1;   ///< 1: without overshoot
+        double springDamping = 1;   ///< 1: it never swings past its goal
         double fade = 0;            ///< seconds
 
         bool operator==(const Motion&) const = default;
     };
     struct Opening {
-        std::string title{};           ///< in a window's title bar; a panel's is spoken only
-        std::optional<Place> place{};  ///< of a panel; a window stands in the middle of its screen
+        std::string title{};           ///< a window shows it; of a panel VoiceOver says it
+        std::optional<Place> place{};  ///< of a panel; a window opens in the middle of its screen
         Motion motion{};
-        bool takesKeyboard = true;  ///< of the note and the shelf: at once, and not only once it is clicked
+        bool takesKeyboard =
+            true;  ///< of the note and the shelf: as soon as they open, and not only after a click
         view::Node content{};
-        /// Whether a press outside of it is no click outside: it means something else. The point's origin is
-        /// at the bottom left of the primary screen. Absent: each is one.
+        /// Whether a press outside of it is not to count as a click outside, because it means something else.
+        /// The point's origin is at the bottom left of the primary screen. Absent: every press counts.
         std::function<bool(Point)> ignoresPress{};
-        /// The user wants it gone: whether it goes. Absent: it always does.
+        /// The user wants to close it. Returns whether it closes. Absent: it always closes.
         std::function<bool(Dismissal)> dismiss{};
-        /// A key went down in it, whether or not anything listens to that key.
+        /// The user has pressed a key in it. It does not matter whether a control listens to that key.
         std::function<void()> keyPressed{};
-        /// It has gone, whoever closed it. Called once, never within `open` or `close`.
+        /// It has closed, whoever closed it. Called once, and never within `open` or `close`.
         std::function<void()> closed{};
     };
 
     virtual ~Surface() = default;
 
-    /// Shows it in front. One that is open is closed first, and its `closed` is called all the same.
+    /// Shows it in front. A surface that is open closes first, and its `closed` is called all the same.
     virtual void open(Opening opening) = 0;
 
-    /// Draws another tree in the one that is open; what kept its id and kind keeps focus, scroll position
-    /// and open menus. Nothing happens while it is closed.
+    /// Draws another tree in it. A control that keeps its id and kind also keeps its focus, its scroll
+    /// position and its open menu. Nothing happens while the surface is closed.
     virtual void update(view::Node content) = 0;
 
     /// Moves a panel that is open.
     virtual void move(const Place& place) = 0;
 
-    /// Brings a window that is open in front of others.
+    /// Brings an open window in front of other windows.
     virtual void raise() = 0;
 
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
 
-    /// Whether the user is amid something in it: a menu of a control is open, or a tile is being dragged.
+    /// Whether the user is busy with it: a menu of a control is open, or a tile is being dragged.
     [[nodiscard]] virtual bool isInHand() const = 0;
 
-    /// Where it is on screen: origin at the bottom left of the primary screen; nothing while it is closed.
+    /// Its frame on the screen, with the origin at the bottom left of the primary screen; nothing while it is
+    /// closed.
     [[nodiscard]] virtual std::optional<Rect> frame() const = 0;
 };
 
-/// Velko's surfaces. Main thread; they live as long as this does.
+/// Velko's surfaces, which live as long as this does. Main thread.
 class Surfaces : private NonCopyable {
  public:
     enum class Kind { note, shelf, setup, permissionGuide, settings };
@@ -93,7 +98,7 @@ class Surfaces : private NonCopyable {
         quietPanel,      ///< never takes the keyboard, and only Velko closes it
     };
 
-    /// What is fixed about a surface.
+    /// What never changes about a surface.
     struct Traits {
         Kind kind;
         std::string_view name;  ///< in scenarios and in the playground's page
@@ -107,10 +112,10 @@ class Surfaces : private NonCopyable {
         }
     };
 
-    /// All surfaces in the order of `Kind`. Whoever draws, plays or checks surfaces goes by this table.
+    /// All surfaces, in the order of `Kind`. Every renderer, scenario and check takes them from this table.
     [[nodiscard]] static constexpr std::span<const Traits> all() noexcept;
     [[nodiscard]] static constexpr const Traits& traitsOf(Kind kind) noexcept;
-    /// Nothing where no surface has that name.
+    /// Nothing if no surface has that name.
     [[nodiscard]] static std::optional<Kind> kindNamed(std::string_view name) noexcept;
 
     virtual ~Surfaces() = default;
@@ -120,8 +125,8 @@ class Surfaces : private NonCopyable {
     /// Whether the user has asked the system for less motion.
     [[nodiscard]] virtual bool reducesMotion() const = 0;
 
-    /// Has a screen reader say something that has changed where it does not look; nothing happens without
-    /// one.
+    /// Lets a screen reader say something that has changed where it does not look. Nothing happens without a
+    /// screen reader.
     virtual void announce(const std::string& words) = 0;
 };
 
@@ -149,5 +154,45 @@ inline std::optional<Surfaces::Kind> Surfaces::kindNamed(std::string_view name) 
     const auto* const found = std::ranges::find(surfaceTable, name, &Traits::name);
     return found == surfaceTable.end() ? std::nullopt : std::optional(found->kind);
 }
+
+/// Shows a surface for its controller, and closes it. A surface tells only some time later that it has
+/// closed. So this passes on the news for the newest opening only, and none after it is destroyed. Its
+/// destructor closes the surface. Main thread.
+class OpenSurface final : private NonCopyable {
+ public:
+    /// `surfaces` outlives this.
+    OpenSurface(Surfaces& surfaces, Surfaces::Kind kind) : kind_(kind), surface_(surfaces.surface(kind)) {}
+    ~OpenSurface();
+
+    /// Opens the surface, in place of an opening before. Without a title the opening gets the surface's own
+    /// title. If the opening has a `closed`, `changes` stays active until right before `closed` is called.
+    void open(Surface::Opening opening, Subscription changes = {});
+
+    /// Draws another tree in it. A control that keeps its id and kind also keeps its focus, its scroll
+    /// position and its open menu. Nothing happens while the surface is closed.
+    void update(view::Node content) { surface_.update(std::move(content)); }
+
+    /// Moves it, unless it is at that place already.
+    void move(const Surface::Place& to);
+
+    /// Brings it in front of other windows.
+    void raise() { surface_.raise(); }
+
+    void close() { surface_.close(); }
+
+    [[nodiscard]] bool isOpen() const { return surface_.isOpen(); }
+
+    /// Its frame, with the origin at the bottom left of the primary screen; nothing while it is closed.
+    [[nodiscard]] std::optional<Rect> frame() const { return surface_.frame(); }
+
+    /// The place where it was opened, or to which it was last moved; nothing for a window.
+    [[nodiscard]] const std::optional<Surface::Place>& place() const noexcept { return place_; }
+
+ private:
+    Surfaces::Kind kind_;
+    Surface& surface_;
+    std::optional<Surface::Place> place_;
+    std::shared_ptr<Subscription> opening_;  ///< the newest opening, until it is known to have closed
+};
 
 }  // namespace velko

@@ -9,10 +9,11 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/Flows/Preferences.h"
-#include "Velko/Ports/LoginItem.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Settings/SettingsPages.h"
-#include "Velko/View/Build.h"
+#include "Velko/View/Node.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Layout/Switches.h"
 #include "VelkoCore/Time/Timing.h"

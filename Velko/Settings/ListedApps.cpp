@@ -1,28 +1,15 @@
 #include "Velko/Settings/ListedApps.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "Velko/App/AppController.h"
-#include "Velko/Apps/AppNames.h"
-#include "Velko/Apps/PresentApps.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
 
 namespace {
-
-/// The apps that run, by identifier, with their names.
-std::map<BundleID, std::string> runningApps(const Workspace& workspace) {
-    std::map<BundleID, std::string> running;
-    for (const RunningApplication& app : workspace.runningApplications()) {
-        if (app.bundleID) {
-            running.emplace(*app.bundleID, app.localizedName.value_or(*app.bundleID));
-        }
-    }
-    return running;
-}
 
 std::string folded(std::string name) {
     for (char& c : name) {
@@ -31,7 +18,7 @@ std::string folded(std::string name) {
     return name;
 }
 
-/// Whether the items say what the menu bar holds.
+/// Whether Velko knows what the menu bar holds.
 bool seesMenuBar(const AppValues& values) {
     return values.inventoryLoaded && !values.problems.trustMissing && !values.problems.engineUnavailable;
 }
@@ -40,23 +27,22 @@ bool comesBefore(const ListedApp& left, const ListedApp& right) {
     return std::pair(folded(left.name), left.bundleID) < std::pair(folded(right.name), right.bundleID);
 }
 
-/// Chooses the apps and learns what there is to say of each.
+/// Chooses the apps and finds out what there is to say about each.
 class Listing final {
  public:
     Listing(const AppController& controller, const Workspace& workspace, std::optional<Section> section)
         : controller_(controller),
           values_(controller.values()),
-          workspace_(workspace),
           section_(section),
           isSeen_(seesMenuBar(values_)),
-          running_(runningApps(workspace)),
+          names_(values_, workspace),
           waiting_(values_.layout.inbox.begin(), values_.layout.inbox.end()) {}
 
     ListedApps list() && {
         BundleIDs present;
         for (const PresentApp& app : presentApps(values_)) {
             present.insert(app.bundleID);
-            const auto unseen = running_.contains(app.bundleID) ? Presence::unknown : Presence::notRunning;
+            const auto unseen = names_.isRunning(app.bundleID) ? Presence::unknown : Presence::notRunning;
             add({.bundleID = app.bundleID,
                  .name = app.name,
                  .presence = isSeen_ ? Presence::inMenuBar : unseen});
@@ -73,7 +59,7 @@ class Listing final {
  private:
     using Presence = ListedApp::Presence;
 
-    /// Counts an app; whether it is one of those asked for.
+    /// Counts an app. Returns whether it belongs to the section that is listed.
     bool isWanted(const BundleID& bundleID) {
         if (!canBePlaced(controller_, bundleID)) {
             return false;
@@ -97,16 +83,13 @@ class Listing final {
         if (!isWanted(bundleID)) {
             return;
         }
-        const auto found = running_.find(bundleID);
-        if (found != running_.end()) {
+        if (names_.isRunning(bundleID)) {
             keep({.bundleID = bundleID,
-                  .name = found->second,
+                  .name = names_.of(bundleID),
                   .presence = isSeen_ ? Presence::runningWithoutIcon : Presence::unknown});
         } else if (atRest_ < ListedApps::mostAtRest) {
             ++atRest_;
-            keep({.bundleID = bundleID,
-                  .name = nameAtRest(workspace_, bundleID),
-                  .presence = Presence::notRunning});
+            keep({.bundleID = bundleID, .name = names_.of(bundleID), .presence = Presence::notRunning});
         } else {
             ++listed_.atRestLeftOut;
         }
@@ -121,10 +104,9 @@ class Listing final {
 
     const AppController& controller_;
     const AppValues& values_;
-    const Workspace& workspace_;
     std::optional<Section> section_;
     bool isSeen_;
-    std::map<BundleID, std::string> running_;
+    AppNames names_;
     BundleIDs waiting_;
     std::size_t atRest_ = 0;
     ListedApps listed_;

@@ -21,7 +21,7 @@ struct ListedApp {
         inMenuBar,
         runningWithoutIcon,
         notRunning,
-        unknown,  ///< it runs, and Velko cannot look whether it has an icon
+        unknown,  ///< it runs, but Velko cannot see whether it has an icon
     };
 
     BundleID bundleID;
@@ -29,21 +29,21 @@ struct ListedApp {
     Section section = Section::bar;
     Presence presence = Presence::inMenuBar;
     std::optional<AppUsage> usage{};
-    bool isWaiting = false;  ///< new, and the user has not said where it goes
-    bool isKept = false;     ///< never suggested
+    bool isWaiting = false;  ///< it is new, and the user has not said where it goes
+    bool isKept = false;     ///< Velko never suggests to move it
 
     bool operator==(const ListedApp&) const = default;
 };
 
-/// Every app that has icons or a section, but for Velko and the system's own items: those that are listed, by
-/// name, and how many there are.
+/// The apps that have icons or a section, without Velko itself and the system's items: those that are listed,
+/// ordered by name, and how many there are.
 struct ListedApps {
-    /// Of apps that do not run; a layout may know any number of them. Each costs views, and on a Mac a look
-    /// for its name.
+    /// The most apps to list that do not run. A layout may know any number of them, and each costs views and,
+    /// on a Mac, a search for its name.
     static constexpr std::size_t mostAtRest = 300;
 
     std::vector<ListedApp> apps;
-    std::array<std::size_t, allSections.size()> counts{};  ///< of each section, listed or not
+    std::array<std::size_t, allSections.size()> counts{};  ///< how many apps each section has, listed or not
     std::size_t atRestLeftOut = 0;
 
     [[nodiscard]] std::size_t count(Section section) const {
@@ -51,7 +51,7 @@ struct ListedApps {
     }
 };
 
-/// Those of a section, or all. The counts are of all.
+/// Lists the apps of one section, or of all sections. The counts are always of all.
 [[nodiscard]] ListedApps listedApps(const AppController& controller, const Workspace& workspace,
                                     std::optional<Section> section);
 

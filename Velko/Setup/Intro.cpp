@@ -9,8 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/Broom/BroomDrawing.h"
-#include "Velko/View/Shapes.h"
+#include "Velko/Broom/BroomIcon.h"
+#include "Velko/Ports/Surfaces.h"
+#include "Velko/View/Drawing.h"
+#include "VelkoEngine/Background/Awaited.h"
 
 namespace velko::Intro {
 
@@ -18,14 +20,12 @@ namespace {
 
 using view::Drawing;
 using view::Ink;
-using view::Path;
-using view::PathCommand;
 using view::Shape;
 
 constexpr Timing::Duration frame{33};
 constexpr Size canvas{.width = 440, .height = 180};
 constexpr double broomPoints = 124;
-constexpr double unit = broomPoints / 18;  // the broom's own drawing is 18 units wide
+constexpr double unit = broomPoints / 18;  // the broom is drawn 18 units wide
 constexpr Point broomAtRest{.x = (canvas.width - broomPoints) / 2, .y = 40};
 constexpr double sweepIn = 0.8;
 constexpr double blink = 0.12;
@@ -37,17 +37,17 @@ double secondsOf(Timing::Duration duration) {
     return std::chrono::duration<double>(duration).count();
 }
 
-/// How far something that begins at `from` and takes `length` has come: 0 to 1.
+/// How much of something has passed that begins at `from` and takes `length`: 0 to 1.
 double progress(double seconds, double from, double length) {
     return std::clamp((seconds - from) / length, 0.0, 1.0);
 }
 
-/// Up and down again, once.
+/// Goes from 0 up to 1 and down to 0 again.
 double arch(double part) {
     return std::sin(part * std::numbers::pi);
 }
 
-/// A soap bubble, and when it pops.
+/// A soap bubble, and the second at which it pops.
 struct Bubble {
     Point centre;
     double radius = 0;
@@ -70,13 +70,13 @@ std::vector<Bubble> bubbles() {
     double part = 0;
     for (const auto& [centre, radius] : places) {
         result.push_back({.centre = centre, .radius = radius, .popsAt = popsAt});
-        part = std::fmod(part + std::numbers::phi, 1.0);  // spreads evenly and looks like chance
+        part = std::fmod(part + std::numbers::phi, 1.0);  // spreads the times evenly, and looks random
         popsAt += std::lerp(Timing::sudsPopEvery.lowest, Timing::sudsPopEvery.highest, part);
     }
     return result;
 }
 
-/// The front of the wipe, from left to right.
+/// How far the wipe has come, from left to right.
 double wipedTo(double seconds) {
     const double part = progress(seconds, secondsOf(Timing::introWipeDelay), Timing::introWipe);
     return part * (canvas.width + wipeWidth);
@@ -108,20 +108,19 @@ void addWipe(Drawing& drawing, double seconds) {
     if (front <= 0 || front >= canvas.width + wipeWidth) {
         return;
     }
-    using Kind = PathCommand::Kind;
     const double back = front - wipeWidth;
     const double lean = 24;
     const auto inside = [](double x) { return std::clamp(x, 0.0, canvas.width); };
-    drawing.shapes.push_back({.path = {{.kind = Kind::moveTo, .to = {.x = inside(back + lean), .y = 0}},
-                                       {.kind = Kind::lineTo, .to = {.x = inside(front + lean), .y = 0}},
-                                       {.kind = Kind::lineTo, .to = {.x = inside(front), .y = canvas.height}},
-                                       {.kind = Kind::lineTo, .to = {.x = inside(back), .y = canvas.height}},
-                                       {.kind = Kind::close}},
-                              .ink = Ink::soap,
-                              .opacity = 0.35});
+    drawing.shapes.push_back(
+        {.path = {view::moveTo({.x = inside(back + lean), .y = 0}),
+                  view::lineTo({.x = inside(front + lean), .y = 0}),
+                  view::lineTo({.x = inside(front), .y = canvas.height}),
+                  view::lineTo({.x = inside(back), .y = canvas.height}), view::closePath()},
+         .ink = Ink::soap,
+         .opacity = 0.35});
 }
 
-/// Where the broom stands and how it leans, as a change to its drawing at rest.
+/// How the broom differs from its drawing at rest: its place and its tilt.
 struct Pose {
     Point offset = broomAtRest;
     double tilt = 0;  ///< degrees, around the straw
@@ -149,10 +148,9 @@ std::vector<Shape> eyes(bool closed) {
         const Point centre{.x = eye.x * unit, .y = eye.y * unit};
         if (closed) {
             const double half = 0.45 * unit;
-            shapes.push_back(
-                {.path = {{.kind = PathCommand::Kind::moveTo, .to = {.x = centre.x - half, .y = centre.y}},
-                          {.kind = PathCommand::Kind::lineTo, .to = {.x = centre.x + half, .y = centre.y}}},
-                 .strokeWidth = 2});
+            shapes.push_back({.path = {view::moveTo({.x = centre.x - half, .y = centre.y}),
+                                       view::lineTo({.x = centre.x + half, .y = centre.y})},
+                              .strokeWidth = 2});
         } else {
             shapes.push_back({.path = view::circle(centre, 0.42 * unit)});
         }
@@ -160,28 +158,21 @@ std::vector<Shape> eyes(bool closed) {
     return shapes;
 }
 
-Path moved(Path path, const Pose& pose) {
+/// The place of one of the broom's points in a pose.
+Point posed(Point point, const Pose& pose) {
     const Point pivot{.x = 6 * unit, .y = 14 * unit};  // where the straw stands on the floor
     const double angle = pose.tilt * std::numbers::pi / 180;
-    const auto move = [&](Point point) {
-        const double x = point.x - pivot.x;
-        const double y = point.y - pivot.y;
-        return Point{.x = pivot.x + x * std::cos(angle) - y * std::sin(angle) + pose.offset.x,
-                     .y = pivot.y + x * std::sin(angle) + y * std::cos(angle) + pose.offset.y};
-    };
-    for (PathCommand& command : path) {
-        command.to = move(command.to);
-        command.control1 = move(command.control1);
-        command.control2 = move(command.control2);
-    }
-    return path;
+    const double x = point.x - pivot.x;
+    const double y = point.y - pivot.y;
+    return {.x = pivot.x + x * std::cos(angle) - y * std::sin(angle) + pose.offset.x,
+            .y = pivot.y + x * std::sin(angle) + y * std::cos(angle) + pose.offset.y};
 }
 
 void addBroom(Drawing& drawing, const Pose& pose) {
     std::vector<Shape> shapes = BroomDrawing::coloured(broomPoints).shapes;
     std::ranges::move(eyes(pose.eyesClosed), std::back_inserter(shapes));
     for (Shape& shape : shapes) {
-        shape.path = moved(std::move(shape.path), pose);
+        shape.path = view::moved(std::move(shape.path), [&](Point point) { return posed(point, pose); });
         if (shape.ink == Ink::sparkle) {
             shape.opacity *= pose.sparkle;
         }
@@ -234,3 +225,34 @@ std::optional<Timing::Duration> untilChange(const Moment& moment) {
 }
 
 }  // namespace velko::Intro
+
+namespace velko {
+
+IntroPlayer::IntroPlayer(const FaceParts& parts, std::function<void()> changed)
+    : platform_(parts.platform), surfaces_(parts.ports.surfaces), changed_(std::move(changed)) {}
+
+void IntroPlayer::play() {
+    began_ = platform_.mainThread.now();
+    reducedMotion_ = surfaces_.reducesMotion();
+    waitForChange();
+}
+
+view::Drawing IntroPlayer::picture() const {
+    return Intro::at(
+        {.seconds = secondsOf(platform_.mainThread.now() - began_), .reducedMotion = reducedMotion_});
+}
+
+void IntroPlayer::waitForChange() {
+    const auto wait = Intro::untilChange(
+        {.seconds = secondsOf(platform_.mainThread.now() - began_), .reducedMotion = reducedMotion_});
+    if (!wait) {
+        beat_.cancel();
+        return;
+    }
+    beat_ = Awaited::after(platform_, "the introduction", *wait, [this] {
+        waitForChange();
+        changed_();
+    });
+}
+
+}  // namespace velko

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "Velko/App/AppController.h"
-#include "Velko/View/Build.h"
+#include "Velko/View/Node.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/Ports/Screen.h"
@@ -15,8 +15,8 @@ namespace velko {
 namespace {
 
 constexpr const char* settingsApp = "com.apple.systempreferences";
-constexpr double sidebarWidth = 215;  // of the settings window on macOS 27; the list is beside it
-constexpr double usualHeight = 64;    // of the panel, until it is on screen and can be asked
+constexpr double sidebarWidth = 215;  // the settings window's left part on macOS 27; the list is right of it
+constexpr double usualHeight = 64;    // the panel's height as long as it is not on the screen
 
 constexpr auto pointing = "Switch Velko on in this list.";
 
@@ -35,8 +35,8 @@ double areaOf(const Rect& rect) {
 
 }  // namespace
 
-PermissionGuide::PermissionGuide(const FaceParts& parts)
-    : parts_(parts), panel_(parts.ports.surfaces.surface(Surfaces::Kind::permissionGuide)) {}
+PermissionGuide::PermissionGuide(const FaceParts& parts, std::function<void()> done)
+    : parts_(parts), done_(std::move(done)), panel_(parts.ports.surfaces, Surfaces::Kind::permissionGuide) {}
 
 void PermissionGuide::start() {
     if (!parts_.controller.values().problems.trustMissing) {
@@ -63,15 +63,12 @@ void PermissionGuide::follow() {
 
 void PermissionGuide::show(const Surface::Place& place) {
     if (!panel_.isOpen()) {
-        place_ = place;
         panel_.open(
-            {.title = std::string(Surfaces::traitsOf(Surfaces::Kind::permissionGuide).title),
-             .place = place,
+            {.place = place,
              .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0.0 : Timing::reducedMotionFade},
              .content = tree("arrow.up", pointing)});
         parts_.ports.surfaces.announce(pointing);
-    } else if (place != place_) {
-        place_ = place;
+    } else {
         panel_.move(place);
     }
 }
@@ -80,9 +77,7 @@ void PermissionGuide::thank() {
     panel_.update(tree("checkmark.circle.fill", "Done. Thank you!"));
     beat_ = Awaited::after(parts_.platform, "the permission", Timing::permissionGuideDoneHold, [this] {
         panel_.close();
-        if (onDone) {
-            onDone();
-        }
+        done_();
     });
 }
 
@@ -105,7 +100,7 @@ Surface::Place PermissionGuide::placeFor(const Rect& window) const {
     if (displays.empty()) {
         return {.anchor = window, .bounds = window};
     }
-    // Windows are measured from the top of the primary screen, panels from its bottom.
+    // The origin of windows is at the top of the primary screen, that of panels at its bottom.
     const Rect& primary = displays.front().frame;
     const Rect flipped{
         .x = window.x, .y = primary.maxY() - window.maxY(), .width = window.width, .height = window.height};

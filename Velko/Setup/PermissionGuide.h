@@ -11,20 +11,17 @@
 
 namespace velko {
 
-/// A small panel that goes along with the system's settings window and points at the list in which the user
-/// gives the permission. It says thank you when that has happened, and goes. Main thread.
+/// A small panel that follows the system's settings window, and points at the list where the user gives the
+/// permission. When the user has given it, the panel says thank you and closes. Main thread.
 class PermissionGuide final : private NonCopyable {
  public:
-    explicit PermissionGuide(const FaceParts& parts);
-    ~PermissionGuide() { stop(); }
+    /// Calls `done` when the permission is there and the user has had time to read the thanks.
+    PermissionGuide(const FaceParts& parts, std::function<void()> done);
 
-    /// Shows from now on wherever the settings window is, until the permission is there. Nothing happens
-    /// while it is.
+    /// From now on the panel shows wherever the settings window is, until the permission is there. Nothing
+    /// happens if it is there already.
     void start();
     void stop();
-
-    /// The permission is there, and the thanks have been read.
-    std::function<void()> onDone;
 
  private:
     void follow();
@@ -34,8 +31,8 @@ class PermissionGuide final : private NonCopyable {
     [[nodiscard]] Surface::Place placeFor(const Rect& window) const;
 
     FaceParts parts_;
-    Surface& panel_;
-    Surface::Place place_;
+    std::function<void()> done_;
+    OpenSurface panel_;
     Task beat_;
 };
 

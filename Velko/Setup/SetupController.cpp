@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "Velko/App/AppController.h"
-#include "Velko/Apps/EmptyList.h"
-#include "Velko/Apps/PresentApps.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Preferences.h"
-#include "Velko/Ports/Application.h"
+#include "Velko/Ports/Desktop.h"
+#include "Velko/Setup/SetupSteps.h"
 #include "VelkoEngine/MenuBar/AX.h"
 
 namespace velko {
@@ -16,16 +16,9 @@ using Step = SetupFlow::Step;
 
 SetupController::SetupController(const FaceParts& parts)
     : parts_(parts),
-      window_(parts.ports.surfaces.surface(Surfaces::Kind::setup)),
-      guide_(parts),
-      intro_(parts, [this] { update(); }) {
-    guide_.onDone = [this] { permissionDone(); };
-}
-
-SetupController::~SetupController() {
-    changes_.reset();
-    window_.close();
-}
+      window_(parts.ports.surfaces, Surfaces::Kind::setup),
+      guide_(parts, [this] { permissionDone(); }),
+      intro_(parts, [this] { update(); }) {}
 
 void SetupController::show() {
     if (isShown() && flow_.step() != Step::done) {
@@ -34,22 +27,17 @@ void SetupController::show() {
     }
     prepare();
     const bool isFirst = flow_.kind() == SetupFlow::Kind::first;
-    changes_ = std::make_shared<Subscription>(parts_.controller.observe([this] { sync(); }));
     if (flow_.step() == Step::welcome) {
         intro_.play();
     }
     window_.open({.title = isFirst ? "Welcome to Velko" : "Sort Your Menu Bar",
                   .content = tree(),
-                  .closed = [this, weak = std::weak_ptr(changes_)] {
-                      // It may have been opened again since.
-                      if (!weak.expired()) {
-                          closed();
-                      }
-                  }});
-    onVisibilityChange();
+                  .closed = [this] { closed(); }},
+                 parts_.controller.observe([this] { sync(); }));
+    parts_.host.onVisibilityChange();
 }
 
-/// Takes up an unfinished flow, with the apps and suggestions of now.
+/// Goes on with a setup that is not finished, with the apps and suggestions of now.
 void SetupController::prepare() {
     const AppValues& values = parts_.controller.values();
     const auto kind = values.layout.hasCompletedSetup ? SetupFlow::Kind::resort : SetupFlow::Kind::first;
@@ -64,8 +52,7 @@ void SetupController::prepare() {
 void SetupController::closed() {
     guide_.stop();
     intro_.stop();
-    changes_.reset();
-    onVisibilityChange();
+    parts_.host.onVisibilityChange();
 }
 
 bool SetupController::isTrusted() const {
@@ -137,14 +124,14 @@ void SetupController::applyAnswers() {
     const auto result = session->result();
     const auto timing = flow_.timing(parts_.controller.values().layout.reveal);
     flow_.applied();
-    apply(result);
+    parts_.controller.completeSetup(result);
     if (timing) {
         parts_.controller.preferences().setReveal(*timing);
     }
     sync();
 }
 
-// What shows
+// What it shows
 
 void SetupController::sync() {
     if (!isShown()) {
@@ -158,7 +145,7 @@ void SetupController::sync() {
     update();
 }
 
-/// Whether the setup has been completed in another way, as by an import.
+/// Whether the setup became complete in another way, for instance by an import.
 bool SetupController::isNoLongerWanted() const {
     const bool isUnfinished = flow_.kind() == SetupFlow::Kind::first && flow_.step() != Step::done;
     return isUnfinished && parts_.controller.values().layout.hasCompletedSetup;
@@ -170,9 +157,9 @@ void SetupController::beginIfKnown() {
     if (!values.inventoryLoaded || !(waits || flow_.isOutdated(values.layout.sections))) {
         return;
     }
-    SortSession session = makeSession();
-    flow_.begin(std::move(session), flow_.kind() == SetupFlow::Kind::first ? imported() : std::nullopt,
-                values.layout.sections);
+    SortSession session = parts_.host.makeSession();
+    const bool isFirst = flow_.kind() == SetupFlow::Kind::first;
+    flow_.begin(std::move(session), isFirst ? parts_.host.imported() : std::nullopt, values.layout.sections);
 }
 
 void SetupController::update() {
@@ -180,7 +167,7 @@ void SetupController::update() {
     announceCard();
 }
 
-/// The keyboard stays where it is while the cards go by under it.
+/// The keyboard's focus does not move when the next card comes, so a screen reader would say nothing.
 void SetupController::announceCard() {
     const auto& session = flow_.session();
     const SortCard* const card = flow_.step() == Step::sort && session ? session->current() : nullptr;
@@ -227,7 +214,7 @@ view::Node SetupController::noCards(const SetupActions& actions) const {
                                      flow_, actions);
 }
 
-/// How many apps that the user could place have a place in what was found, and no card.
+/// The number of apps that have a place in what was found, that the user may place, and that have no card.
 std::size_t SetupController::placesWithoutCard(const ImportedLayout& found,
                                                const SortSession& session) const {
     std::set<BundleID> unseen;

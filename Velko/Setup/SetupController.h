@@ -2,54 +2,36 @@
 
 #include <cstddef>
 #include <functional>
-#include <map>
-#include <memory>
-#include <optional>
 
 #include "Velko/App/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
-#include "Velko/Setup/IntroPlayer.h"
+#include "Velko/Setup/Intro.h"
 #include "Velko/Setup/PermissionGuide.h"
 #include "Velko/Setup/SetupFlow.h"
-#include "Velko/Setup/SetupSteps.h"
 #include "VelkoCore/Identifiers.h"
-#include "VelkoCore/Import/Importers.h"
-#include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoCore/Sorting/SortSession.h"
-#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
-/// The setup's window: the introduction and the permission at the first run, and the sort of all apps, also
-/// later on. Nothing is changed before "Apply to Menu Bar"; a window that is closed half-way keeps its
-/// answers until it is shown again, but none that is older than where the user has put the app since.
-/// Main thread.
+struct SetupActions;
+
+/// The window of the setup: at the first run the introduction and the permission, and then, as whenever the
+/// user wants it later, the sort of all apps. Nothing changes before "Apply to Menu Bar". A window that the
+/// user closes half-way keeps the answers until it opens again, except for apps that the user has put
+/// somewhere else since. Main thread.
 class SetupController final : private NonCopyable {
  public:
     explicit SetupController(const FaceParts& parts);
-    ~SetupController();
 
-    /// Opens the window or brings it to the front. Once the setup is complete, it begins with the cards.
+    /// Opens the window or brings it to the front. Once the setup is complete, it starts with the cards.
     void show();
     [[nodiscard]] bool isShown() const { return window_.isOpen(); }
-    /// Shows what holds now. To be called when the system has taken a plan; it hears of changed values
-    /// itself.
+    /// Shows what holds now. To be called when the system has taken a plan. The window hears of changed
+    /// values itself.
     void sync();
 
-    /// Opens the system's settings where the permission is given, with a guide to the list.
+    /// Opens the system's settings where the user gives the permission, with a guide that points at the list.
     void openPermission();
-
-    // To be set before `show`.
-
-    std::function<void()> onVisibilityChange;
-    /// The apps to sort, with what is suggested for each. Asked once the menu bar is known, and again when
-    /// one of them has been placed in another way.
-    std::function<SortSession()> makeSession;
-    /// What another organiser left. Asked right after `makeSession`, at the first run only.
-    std::function<std::optional<ImportedLayout>()> imported;
-    /// Stores the user's answers.
-    std::function<void(const std::map<BundleID, Section>&)> apply;
 
  private:
     void prepare();
@@ -70,12 +52,11 @@ class SetupController final : private NonCopyable {
                                                 const SortSession& session) const;
 
     FaceParts parts_;
-    Surface& window_;
+    OpenSurface window_;
     SetupFlow flow_{SetupFlow::Kind::first};
     PermissionGuide guide_;
     IntroPlayer intro_;
-    BundleID announced_;                     ///< whose card has been spoken of last
-    std::shared_ptr<Subscription> changes_;  ///< from the opening until it is known to have closed
+    BundleID announced_;  ///< the app whose card was announced last
 };
 
 }  // namespace velko

@@ -62,7 +62,7 @@ void SetupFlow::dropStaleAnswers(const SortSession& session) {
     }
 }
 
-/// Gives the session the answers again and goes to the first card without one.
+/// Puts the answers into the new session, and goes to the first card without one.
 void SetupFlow::replayAnswers(SortSession& session) const {
     std::size_t firstOpen = session.cards().size();
     while (const SortCard* card = session.current()) {
@@ -138,7 +138,7 @@ void SetupFlow::acceptRest() {
     }
     SortSession& session = *session_;
     while (const SortCard* card = session.current()) {
-        // What the user has answered before, and left, stays their answer.
+        // If the user has answered this card before and gone back, that answer holds.
         answers_.try_emplace(card->bundleID, answerOf(*card, card->suggestion.section, true));
         session.choose(standing(*card));
     }

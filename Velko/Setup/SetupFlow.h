@@ -10,20 +10,20 @@
 
 namespace velko {
 
-/// Where the user is in the setup and what they have answered so far. A value: nothing outside it changes
+/// The step of the setup at which the user is, and the answers so far. A value: nothing outside it changes
 /// until the answers are applied.
 class SetupFlow {
  public:
     enum class Step {
         welcome,
         permission,
-        found,  ///< what another organiser left; left out when there is nothing
-        sort,   ///< card by card; without a session while the menu bar is not known yet
+        found,  ///< what another organiser left behind; skipped when there is nothing
+        sort,   ///< card by card; without a session as long as the menu bar is not known
         summary,
-        done  ///< the answers have been applied
+        done  ///< the answers are applied
     };
     enum class Kind { first, resort };
-    /// Where the layout puts apps.
+    /// The sections of apps in the layout.
     using Places = std::map<BundleID, Section>;
 
     explicit SetupFlow(Kind kind) noexcept
@@ -31,7 +31,7 @@ class SetupFlow {
 
     [[nodiscard]] Kind kind() const noexcept { return kind_; }
     [[nodiscard]] Step step() const noexcept { return step_; }
-    /// Absent until `begin`.
+    /// Nothing until `begin`.
     [[nodiscard]] const std::optional<SortSession>& session() const noexcept { return session_; }
     [[nodiscard]] const std::optional<ImportedLayout>& imported() const noexcept { return imported_; }
     [[nodiscard]] bool takesTiming() const noexcept { return takesTiming_; }
@@ -39,30 +39,29 @@ class SetupFlow {
     void leaveWelcome(bool isTrusted) noexcept;
     void permissionGiven() noexcept;
 
-    /// The apps to sort are known, or known anew. What was answered before holds, unless the user has since
-    /// placed the app in another way, or has only accepted what would be suggested differently now. The
-    /// first card without an answer shows.
+    /// Starts with the apps to sort, or starts again with new ones. Earlier answers hold, with two
+    /// exceptions: the user has placed the app in another way since, or only accepted a suggestion that would
+    /// be different now. The first card without an answer shows.
     void begin(SortSession session, std::optional<ImportedLayout> imported, Places places);
-    /// Whether an app on the cards has been placed in another way since `begin`.
+    /// Whether the user has placed an app of the cards in another way since `begin`.
     [[nodiscard]] bool isOutdated(const Places& places) const;
 
-    /// The window opens again: the apps may be others now, so the cards wait for another `begin`. The
-    /// answers stay.
+    /// To be called when the window opens again. The apps may be others now, so the cards wait for another
+    /// `begin`. The answers stay.
     void forgetSession() noexcept;
 
-    /// Whether the other organiser's timing is taken over; on to the cards.
+    /// Takes over the other organiser's timing or leaves it, and goes on to the cards.
     void decideTiming(bool take) noexcept;
-    /// The reveal settings with what the other organiser says, if the user wants that.
+    /// The reveal settings with the other organiser's timing in them, if the user wants that.
     [[nodiscard]] std::optional<RevealSettings> timing(RevealSettings settings) const;
 
-    /// The section that stands for the current card unless another is chosen: the earlier answer, else the
-    /// suggestion.
+    /// The section that the current card proposes: the user's earlier answer, or else the suggestion.
     [[nodiscard]] Section proposed() const;
     void choose(Section section);
-    /// Takes what is suggested for this card and for all that follow, but where the user has answered.
+    /// Accepts what is suggested for this card and all that follow, except where the user has answered.
     void acceptRest();
     void startOver();
-    /// The answers are stored now, and are forgotten here.
+    /// To be called when the answers are stored elsewhere. It forgets them.
     void applied() noexcept;
 
     [[nodiscard]] bool canGoBack() const noexcept;
@@ -71,8 +70,8 @@ class SetupFlow {
  private:
     struct Answer {
         Section section;
-        std::optional<Section> placed;  ///< where the layout had the app at that time
-        bool isAccepted;                ///< as it was suggested, along with others
+        std::optional<Section> placed;  ///< the app's section in the layout at that time
+        bool isAccepted;                ///< the user accepted the suggestion, together with others
     };
 
     void enter() noexcept;
@@ -87,7 +86,7 @@ class SetupFlow {
     std::optional<SortSession> session_;
     std::optional<ImportedLayout> imported_;
     Places places_;
-    std::map<BundleID, Answer> answers_;  ///< what the user chose, whatever the session's cards are
+    std::map<BundleID, Answer> answers_;  ///< what the user chose, for apps with a card now and for others
     bool hasDecidedTiming_ = false;
     bool takesTiming_ = false;
 };

@@ -4,14 +4,14 @@
 #include <iterator>
 #include <utility>
 
-#include "Velko/View/Build.h"
+#include "Velko/View/Node.h"
 
 namespace velko::SetupFrame {
 
 namespace {
 
 constexpr double padding = 28;
-constexpr double height = 440;  // room for the fullest step
+constexpr double height = 440;  // enough for the step that has most in it
 
 view::Node footRow(Foot foot) {
     std::vector<view::Node> children = std::move(foot.left);
@@ -65,8 +65,35 @@ view::Node primaryButton(std::string id, std::string title, std::function<void()
                                         .press = std::move(press)});
 }
 
+view::Node keyButton(std::string id, std::string title, char key, std::function<void()> press) {
+    return view::button(std::move(id), {.title = std::move(title),
+                                        .shortcut = {.key = view::Shortcut::Key::character, .character = key},
+                                        .press = std::move(press)});
+}
+
 view::Node permissionButton(std::function<void()> open) {
     return primaryButton("permission:open", "Open Device Control and Data Access…", std::move(open));
 }
 
 }  // namespace velko::SetupFrame
+
+namespace velko {
+
+void SectionCounts::add(Section section) noexcept {
+    switch (section) {
+        case Section::bar: ++bar; break;
+        case Section::tucked: ++tucked; break;
+        case Section::buried: ++buried; break;
+    }
+}
+
+std::string describe(const SectionCounts& counts) {
+    return std::to_string(counts.bar) + " in the bar, " + std::to_string(counts.tucked) + " tucked, " +
+           std::to_string(counts.buried) + " buried";
+}
+
+std::string appsInWords(std::size_t count) {
+    return count == 1 ? "1 app" : std::to_string(count) + " apps";
+}
+
+}  // namespace velko

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "VelkoCore/Geometry.h"
 
 namespace velko::view {
 
-/// One stroke of a pen: a line or a cubic curve to a point, or the way back to where the outline began.
+/// One stroke of a pen: a move, a line or a curve to a point, or the line back to where the outline began.
 struct PathCommand {
     enum class Kind { moveTo, lineTo, curveTo, close };
 
@@ -20,7 +21,7 @@ struct PathCommand {
 
 using Path = std::vector<PathCommand>;
 
-/// What a shape is painted with. Each renderer has its colours for light and for dark.
+/// The colour of a shape. Each renderer has its own colours, for light and for dark.
 enum class Ink { label, accent, warning, wood, straw, soap, sparkle };
 
 struct Shape {
@@ -32,12 +33,37 @@ struct Shape {
     bool operator==(const Shape&) const = default;
 };
 
-/// A picture as outlines, painted in order. Points; the origin is at the top left and y grows downwards.
+/// A picture made of shapes, which are painted in order. In points; the origin is at the top left and y grows
+/// downwards.
 struct Drawing {
     Size size{};
     std::vector<Shape> shapes{};
 
     bool operator==(const Drawing&) const = default;
 };
+
+// The strokes of a pen, and outlines that several drawings share. Pure functions.
+
+[[nodiscard]] constexpr PathCommand moveTo(Point to) noexcept {
+    return {.kind = PathCommand::Kind::moveTo, .to = to};
+}
+[[nodiscard]] constexpr PathCommand lineTo(Point to) noexcept {
+    return {.kind = PathCommand::Kind::lineTo, .to = to};
+}
+[[nodiscard]] constexpr PathCommand curveTo(Point control1, Point control2, Point to) noexcept {
+    return {.kind = PathCommand::Kind::curveTo, .to = to, .control1 = control1, .control2 = control2};
+}
+/// Back to where the outline began.
+[[nodiscard]] constexpr PathCommand closePath() noexcept {
+    return {.kind = PathCommand::Kind::close};
+}
+
+[[nodiscard]] Path circle(Point centre, double radius);
+
+/// A star with four points and hollow sides.
+[[nodiscard]] Path star(Point centre, double radius);
+
+/// The outline with each of its points moved to where `move` says.
+[[nodiscard]] Path moved(Path path, const std::function<Point(Point)>& move);
 
 }  // namespace velko::view

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -9,8 +10,8 @@
 #include "Velko/View/Menu.h"
 #include "VelkoCore/Identifiers.h"
 
-/// The words in which every surface is described. A surface is a tree of nodes; a renderer turns it into
-/// the platform's own controls and calls the functions that it carries, on the main thread.
+/// Every surface is described as a tree of nodes. A renderer turns the tree into the platform's own controls,
+/// and calls the functions in it on the main thread.
 namespace velko::view {
 
 struct Node;
@@ -20,8 +21,8 @@ struct Text {
 
     std::string text{};
     Style style = Style::body;
-    bool isSecondary = false;   ///< in the paler colour of explanations
-    bool isSelectable = false;  ///< can be marked and copied
+    bool isSecondary = false;   ///< in a paler colour, as explanations are
+    bool isSelectable = false;  ///< the user can select and copy it
     bool isCentred = false;
 };
 
@@ -32,7 +33,7 @@ struct Symbol {
     Ink ink = Ink::label;
 };
 
-/// The icon of an app, or a plain tile for one that is not on this machine.
+/// The icon of an app; a plain tile for an app that this Mac does not have.
 struct AppIcon {
     BundleID bundleID{};
     double points = 16;
@@ -42,7 +43,7 @@ struct Picture {
     Drawing drawing{};
 };
 
-/// A key that does what a control does while its surface has the keyboard.
+/// A key that works a control while its surface has the keyboard.
 struct Shortcut {
     enum class Key { none, enter, escape, leftArrow, character };
 
@@ -55,7 +56,7 @@ struct Shortcut {
 struct Button {
     enum class Style { standard, primary, link };
 
-    std::string title{};   ///< empty: the symbol stands alone, and the node has a label
+    std::string title{};   ///< empty: there is only the symbol, and the node has a label
     std::string symbol{};  ///< a system symbol's name; empty: none
     Style style = Style::standard;
     Shortcut shortcut{};
@@ -73,22 +74,24 @@ struct Picker {
 
     static constexpr std::size_t nothing = static_cast<std::size_t>(-1);
 
-    std::string title{};  ///< empty: none is drawn, and the node has a label
+    std::string title{};  ///< empty: there is none to see, and the node has a label
     std::vector<std::string> options{};
-    std::size_t selected = 0;  ///< `nothing` where none is: among segments only
+    std::size_t selected = 0;  ///< `nothing` where none is selected, which only segments can show
     Style style = Style::popUp;
     std::function<void(std::size_t)> choose{};
 };
 
-/// A button that opens a menu, made anew each time.
+/// A button that opens a menu. The menu is made anew each time.
 struct MenuButton {
     std::string title{};
     std::function<Menu()> menu{};
 };
 
-/// An app as a tile: icon above name. It can be pressed, has a menu of its own, and can be dragged onto a
+/// An app as a tile: its icon above its name. The user can press it, open its menu, and drag it onto a
 /// `Group` that takes apps.
 struct Tile {
+    static constexpr double usualWidth = 76;  ///< points
+
     BundleID bundleID{};
     std::string name{};
     std::string badge{};  ///< a short word beside the name; empty: none
@@ -96,32 +99,32 @@ struct Tile {
     std::function<Menu()> menu{};  ///< absent: none
 };
 
-/// Children one after another, left to right or top to bottom.
+/// Children in a row from left to right, or in a column from top to bottom.
 struct Stack {
     enum class Axis { row, column };
     enum class Alignment { leading, centre };
 
     Axis axis = Axis::column;
-    Alignment alignment = Alignment::leading;  ///< across the axis; a row's `leading` is its top
+    Alignment alignment = Alignment::leading;  ///< in a row: the children's tops or middles on one line
     double spacing = 8;
     double padding = 0;
     std::vector<Node> children;
 };
 
-/// Children that belong together, in a frame, below a title.
+/// Children that belong together, in a frame below a title.
 struct Group {
     std::string title{};  ///< empty: none
     std::vector<Node> children;
-    std::function<void(const BundleID&)> drop{};  ///< takes a dragged app; absent: takes none
+    std::function<void(const BundleID&)> drop{};  ///< takes an app that the user drops; absent: takes none
 };
 
-/// Children that scroll when they are higher than `height`.
+/// Children that scroll if they are higher than `height`.
 struct Scroll {
     double height = 0;
     std::vector<Node> children;
 };
 
-/// One of several pages, chosen by tabs along the top.
+/// One of several pages. The user chooses it with tabs along the top.
 struct Pages {
     struct Tab {
         std::string title{};
@@ -138,7 +141,7 @@ struct Pages {
 
 struct Divider {};
 
-/// Room that takes what is left of its row or column.
+/// Empty room: all that is left in its row or column.
 struct Spacer {};
 
 using Content = std::variant<Text, Symbol, AppIcon, Picture, Button, Toggle, Picker, MenuButton, Tile, Stack,
@@ -146,13 +149,48 @@ using Content = std::variant<Text, Symbol, AppIcon, Picture, Button, Toggle, Pic
 
 /// One element of a surface.
 struct Node {
-    std::string id{};     ///< unique within the surface; the same thing keeps it from tree to tree
-    std::string label{};  ///< what VoiceOver says; empty: the visible text, and decoration is silent
+    std::string id{};     ///< unique within the surface; the same thing has the same id in the next tree
+    std::string label{};  ///< what VoiceOver says; empty: the visible text, and nothing for decoration
     std::string help{};   ///< shown while the pointer rests on it; empty: none
     bool isEnabled = true;
-    double width = 0;      ///< points; 0: as wide as it needs to be
-    double minHeight = 0;  ///< points; it is higher where it needs to be
+    double width = 0;      ///< points; 0: as wide as its content
+    double minHeight = 0;  ///< points; it may be higher
     Content content{};
 };
+
+}  // namespace velko::view
+
+/// Functions that make the nodes that are needed everywhere.
+namespace velko::view {
+
+[[nodiscard]] inline Node text(std::string id, std::string words, Text::Style style = Text::Style::body) {
+    return {.id = std::move(id), .content = Text{.text = std::move(words), .style = style}};
+}
+
+/// A text that explains something. It is smaller and paler.
+[[nodiscard]] inline Node explanation(std::string id, std::string words) {
+    return {.id = std::move(id),
+            .content = Text{.text = std::move(words), .style = Text::Style::caption, .isSecondary = true}};
+}
+
+[[nodiscard]] inline Node button(std::string id, Button button) {
+    return {.id = std::move(id), .content = std::move(button)};
+}
+
+/// Children side by side. Without an alignment their middles are on one line.
+[[nodiscard]] inline Node row(std::string id, std::vector<Node> children,
+                              Stack::Alignment alignment = Stack::Alignment::centre) {
+    return {
+        .id = std::move(id),
+        .content = Stack{.axis = Stack::Axis::row, .alignment = alignment, .children = std::move(children)}};
+}
+
+[[nodiscard]] inline Node column(std::string id, std::vector<Node> children, double spacing = 8) {
+    return {.id = std::move(id), .content = Stack{.spacing = spacing, .children = std::move(children)}};
+}
+
+[[nodiscard]] inline Node spacer(std::string id) {
+    return {.id = std::move(id), .content = Spacer{}};
+}
 
 }  // namespace velko::view

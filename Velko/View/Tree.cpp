@@ -1,7 +1,15 @@
 #include "Velko/View/Tree.h"
 
+#include <algorithm>
 #include <concepts>
 #include <cstddef>
+#include <limits>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "Velko/View/Menu.h"
 
 namespace velko::view {
 
@@ -17,7 +25,7 @@ concept Titled = requires(const Content& content) {
     { content.title } -> std::convertible_to<std::string>;
 };
 
-/// The functions are copied before they run: what they do may replace the tree that they stand in.
+/// Functions are copied before they run, because they may replace the tree that holds them.
 struct Performer {
     const Input& input;
 
@@ -135,6 +143,73 @@ Menu menuOf(const Node& root, std::string_view id) {
     }
     const auto* tile = std::get_if<Tile>(&node->content);
     return tile != nullptr && tile->menu ? tile->menu() : Menu{};
+}
+
+bool pressKey(const Node& root, const Shortcut& shortcut, bool isRepeat) {
+    if (shortcut.key == Shortcut::Key::none) {
+        return false;
+    }
+    const Node* found = nullptr;
+    walk(root, [&](const Node& node) {
+        const auto* button = std::get_if<Button>(&node.content);
+        if (found == nullptr && button != nullptr && node.isEnabled && button->shortcut == shortcut) {
+            found = &node;
+        }
+    });
+    if (isRepeat) {
+        return found != nullptr;
+    }
+    // The press may destroy the tree, and the id in it.
+    return found != nullptr && perform(root, std::string(found->id), std::monostate{});
+}
+
+namespace {
+
+using Rows = std::vector<std::vector<std::string>>;
+
+/// The ids of the tiles that the user can press, row by row.
+Rows rowsOfTiles(const Node& root) {
+    Rows rows;
+    walk(root, [&](const Node& node) {
+        std::vector<std::string> row;
+        for (const Node& child : childrenOf(node)) {
+            if (std::holds_alternative<Tile>(child.content) && child.isEnabled) {
+                row.push_back(child.id);
+            }
+        }
+        if (!row.empty()) {
+            rows.push_back(std::move(row));
+        }
+    });
+    return rows;
+}
+
+std::optional<std::string> tileInRow(const Rows& rows, std::size_t row, std::size_t column) {
+    return row < rows.size() ? std::optional(rows[row][std::min(column, rows[row].size() - 1)])
+                             : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> tileBeside(const Node& root, std::string_view from, Arrow arrow) {
+    const Rows rows = rowsOfTiles(root);
+    constexpr auto beyond = std::numeric_limits<std::size_t>::max();  // an index that no row and no tile has
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const auto found = std::ranges::find(rows[row], from);
+        if (found == rows[row].end()) {
+            continue;
+        }
+        const auto column = static_cast<std::size_t>(found - rows[row].begin());
+        const std::size_t above = row == 0 ? beyond : row - 1;
+        switch (arrow) {
+            case Arrow::left: return column > 0 ? rows[row][column - 1] : tileInRow(rows, above, beyond);
+            case Arrow::right:
+                return column + 1 < rows[row].size() ? rows[row][column + 1] : tileInRow(rows, row + 1, 0);
+            case Arrow::up: return tileInRow(rows, above, column);
+            case Arrow::down: return tileInRow(rows, row + 1, column);
+        }
+    }
+    return tileInRow(rows, 0, 0);
 }
 
 }  // namespace velko::view

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -10,32 +11,44 @@
 #include "Velko/View/Node.h"
 #include "VelkoCore/Identifiers.h"
 
-/// What every renderer, and everyone who reads a tree, does with it. Pure functions.
+/// What renderers do with a tree, and all others who read one. Pure functions.
 namespace velko::view {
 
-/// A node's children; none for what holds none.
+/// A node's children; none if its kind has none.
 [[nodiscard]] std::span<const Node> childrenOf(const Node& node);
 
-/// The node with that id, at or below `root`; null when there is none.
+/// The node with that id, which may be `root` or below it; null when there is none.
 [[nodiscard]] const Node* find(const Node& root, std::string_view id);
 
-/// Calls `visit` for `root` and everything below it, in reading order.
+/// Calls `visit` for `root` and for everything below it, in reading order.
 void walk(const Node& root, const std::function<void(const Node&)>& visit);
 
-/// What VoiceOver says of a node: its label, else its visible text; empty for decoration.
+/// What VoiceOver says of a node: its label, or else its visible text; empty for decoration.
 [[nodiscard]] std::string spoken(const Node& node);
 
-/// Whether the keyboard stops at a node.
+/// Whether Tab stops at a node.
 [[nodiscard]] bool isControl(const Node& node);
 
-/// What a user does to a control: presses it, switches it, picks a number or a place, drops an app on it.
+/// What a user does to a control: presses it, switches it on or off, picks an option by its index, or drops
+/// an app on it.
 using Input = std::variant<std::monostate, bool, std::int64_t, BundleID>;
 
-/// Does what the user did to the control with that id. Whether it is there, enabled, and takes such an
-/// input; a number out of its range is none.
+/// Does to the control with that id what the user did. Returns whether it exists, is enabled, and takes such
+/// an input. An index outside its range is no input.
 bool perform(const Node& root, std::string_view id, const Input& input);
 
 /// The menu that a control opens; empty when it has none or is disabled.
 [[nodiscard]] Menu menuOf(const Node& root, std::string_view id);
+
+/// Presses the first enabled button, in reading order, that listens to that key. Returns whether there was
+/// one. While a key is held down it presses only once: the repeats do nothing, but count as taken.
+bool pressKey(const Node& root, const Shortcut& shortcut, bool isRepeat = false);
+
+enum class Arrow : std::uint8_t { left, right, up, down };
+
+/// The tile to which an arrow key leads from the tile `from`: the next one in the row, beyond the row's end
+/// the first of the next row, or the nearest tile in the row above or below. From anything else it leads to
+/// the first tile. Nothing where no tile is in that direction.
+[[nodiscard]] std::optional<std::string> tileBeside(const Node& root, std::string_view from, Arrow arrow);
 
 }  // namespace velko::view

@@ -4,14 +4,41 @@
 
 #include <optional>
 
-#import "Velko/mac/MacSurface.h"
-#include "Velko/mac/PanelMotion.h"
+#include "Velko/Ports/Panels.h"
+#include "Velko/Ports/Surfaces.h"
+#import "Velko/mac/MacSurfaces.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
 
 @class VLKSurfacePanel;
 
 namespace velko {
 
-/// A panel without a title bar above other windows, on every desktop. It does not bring Velko forward.
+/// Moves a panel when it comes: it slides out from under the menu bar on a spring, or fades in. The movement
+/// stops when this is destroyed.
+class PanelMotion final {
+ public:
+    /// Begins at once; the panel need not be on screen yet. `mainThread` outlives this.
+    PanelMotion(MainThread& mainThread, const Surface::Motion& motion, NSWindow* panel, NSRect target);
+
+    /// The movement goes to another rest from now on.
+    void setTarget(NSRect target);
+
+ private:
+    void step();
+    void draw(double seconds);
+
+    MainThread& mainThread_;
+    SpringCurve spring_;
+    double fade_;
+    NSWindow* panel_;
+    NSRect target_;
+    MainThread::Uptime start_;
+    Task steps_;
+};
+
+/// A panel without a title bar. It floats above other windows on every desktop, and does not bring Velko to
+/// the front.
 class FloatingPanel final : public MacSurface {
  public:
     /// All outlive this.

@@ -1,13 +1,115 @@
 #import "Velko/mac/FloatingPanel.h"
 
+#include <algorithm>
+#include <chrono>
 #include <functional>
 #include <utility>
 
-#include "Velko/Ports/PanelPlacement.h"
-#import "Velko/mac/PanelShape.h"
 #include "VelkoEngine/mac/Conversions.h"
 
-/// A borderless panel that can have the keyboard, or cannot.
+namespace velko {
+
+namespace {
+
+constexpr std::chrono::milliseconds frameTime{16};
+
+}  // namespace
+
+PanelMotion::PanelMotion(MainThread& mainThread, const Surface::Motion& motion, NSWindow* panel,
+                         NSRect target)
+    : mainThread_(mainThread),
+      spring_(motion.springResponse, motion.springDamping),
+      fade_(std::max(motion.fade, 0.0)),
+      panel_(panel),
+      target_(target),
+      start_(mainThread.now()) {
+    draw(0);
+    if (spring_.duration() > 0 || fade_ > 0) {
+        steps_ = mainThread_.every(frameTime, [this] { step(); });
+    }
+}
+
+void PanelMotion::setTarget(NSRect target) {
+    target_ = target;
+    step();
+}
+
+void PanelMotion::step() {
+    const double seconds = std::chrono::duration<double>(mainThread_.now() - start_).count();
+    draw(seconds);
+    if (seconds >= std::max(spring_.duration(), fade_)) {
+        steps_ = Task();
+    }
+}
+
+void PanelMotion::draw(double seconds) {
+    [panel_ setFrame:native(panelSlidOut(portable(target_), spring_.at(seconds))) display:YES];
+    panel_.alphaValue =
+        fade_ > 0 ? std::min(seconds / fade_, 1.0) : std::clamp(spring_.at(seconds), 0.0, 1.0);
+}
+
+}  // namespace velko
+
+namespace velko {
+
+namespace {
+
+NSBezierPath* rounded(NSRect rect) {
+    return [NSBezierPath bezierPathWithRoundedRect:rect xRadius:panelCorner yRadius:panelCorner];
+}
+
+NSImage* stretchableMask() {
+    constexpr double side = 2 * panelCorner + 1;
+    NSImage* mask = [NSImage imageWithSize:NSSize{.width = side, .height = side}
+                                   flipped:NO
+                            drawingHandler:^BOOL(NSRect rect) {
+                              [[NSColor blackColor] setFill];
+                              [rounded(rect) fill];
+                              return YES;
+                            }];
+    mask.capInsets = {.top = panelCorner, .left = panelCorner, .bottom = panelCorner, .right = panelCorner};
+    mask.resizingMode = NSImageResizingModeStretch;
+    return mask;
+}
+
+NSBezierPath* arrow(NSSize size, double tip) {
+    const double base = size.height - panelArrowHeight;
+    NSBezierPath* path = [NSBezierPath bezierPath];
+    [path moveToPoint:NSPoint{.x = tip - panelArrowWidth / 2, .y = base}];
+    [path lineToPoint:NSPoint{.x = tip, .y = size.height}];
+    [path lineToPoint:NSPoint{.x = tip + panelArrowWidth / 2, .y = base}];
+    [path closePath];
+    return path;
+}
+
+/// What lies behind the content of a panel: the system's material, rounded at the corners at every size.
+NSVisualEffectView* makeBackground(NSRect frame) {
+    NSVisualEffectView* effect = [[NSVisualEffectView alloc] initWithFrame:frame];
+    effect.material = NSVisualEffectMaterialPopover;
+    effect.blendingMode = NSVisualEffectBlendingModeBehindWindow;
+    effect.state = NSVisualEffectStateActive;
+    effect.maskImage = stretchableMask();
+    return effect;
+}
+
+/// Gives it an arrow at its top, whose tip is `tip` points from its left edge, for that size only.
+void setArrow(NSVisualEffectView* background, NSSize size, double tip) {
+    background.maskImage = [NSImage imageWithSize:size
+                                          flipped:NO
+                                   drawingHandler:^BOOL(NSRect rect) {
+                                     [[NSColor blackColor] setFill];
+                                     rect.size.height -= panelArrowHeight;
+                                     [rounded(rect) fill];
+                                     [arrow(size, tip) fill];
+                                     return YES;
+                                   }];
+}
+
+}  // namespace
+
+}  // namespace velko
+
+/// A panel without a border, which can have the keyboard or not.
 @interface VLKSurfacePanel : NSPanel
 @property(nonatomic) BOOL takesKeyboard;
 @property(nonatomic) std::function<void()> cancelled;
@@ -54,13 +156,13 @@ VLKSurfacePanel* makePanel(VLKTreeView* tree) {
     panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces |
                                NSWindowCollectionBehaviorFullScreenAuxiliary |
                                NSWindowCollectionBehaviorIgnoresCycle;
-    panel.background = PanelShape::background(tree.frame);
-    // At the lower edge whatever the panel's height: while it slides out, and below an arrow.
+    panel.background = makeBackground(tree.frame);
+    // At the lower edge at every height of the panel: while it slides out, and below an arrow.
     tree.autoresizingMask = NSViewWidthSizable | NSViewMaxYMargin;
     [panel.background addSubview:tree];
     panel.contentView = panel.background;
     panel.autorecalculatesKeyViewLoop = YES;
-    // The pointer over it is of interest, and nobody else hears of it.
+    // Velko wants to know of the pointer over it, and no event monitor hears of that.
     panel.acceptsMouseMovedEvents = YES;
     return panel;
 }
@@ -98,7 +200,7 @@ NSRect FloatingPanel::target() const {
     if (place_) {
         return native(panelFrame(*place_, portable(size)));
     }
-    // Where it is, its top edge where it was.
+    // It stays where it is, and so does its top edge.
     const NSRect before = panel_.frame;
     return {.origin = {.x = before.origin.x, .y = before.origin.y + before.size.height - size.height},
             .size = size};
@@ -113,7 +215,7 @@ void FloatingPanel::moveToTarget() {
 
 void FloatingPanel::pointArrow(NSRect frame) {
     if (hasArrow() && place_) {
-        PanelShape::setArrow(panel_.background, frame.size, panelArrowTip(*place_, portable(frame)));
+        setArrow(panel_.background, frame.size, panelArrowTip(*place_, portable(frame)));
     }
 }
 
@@ -135,7 +237,7 @@ void FloatingPanel::dismantle() {
     VLKSurfacePanel* panel = std::exchange(panel_, nil);
     panel.cancelled = nullptr;
     [panel orderOut:nil];
-    // The user may have closed it with one of its buttons, which is not through with that yet.
+    // The user may have closed it with one of its buttons, and that button's action has not returned yet.
     mainThread().post([panel]() mutable { panel = nil; });
 }
 

@@ -3,18 +3,18 @@
 #import <AppKit/AppKit.h>
 #include <optional>
 
-#include "Velko/View/Keyboard.h"
 #include "Velko/View/Node.h"
+#include "Velko/View/Tree.h"
 
 namespace velko {
 
-/// The key that went down, as a button may listen to it; nothing when none can.
+/// The pressed key as a shortcut; nothing when no button can listen to it.
 [[nodiscard]] std::optional<view::Shortcut> shortcutOf(NSEvent* event);
 
-/// The arrow key that went down, without Command, Control and Option.
+/// The pressed arrow key; nothing for other keys, and with Command, Control or Option.
 [[nodiscard]] std::optional<view::Arrow> arrowOf(NSEvent* event);
 
-/// Whether a control that has the keyboard may have use for the key itself.
+/// Whether a control that has the keyboard may need the key itself.
 [[nodiscard]] bool isForControls(const view::Shortcut& shortcut);
 
 }  // namespace velko

@@ -15,7 +15,7 @@ constexpr unichar downArrow = 0xF701;
 constexpr unichar leftArrow = 0xF702;
 constexpr unichar rightArrow = 0xF703;
 
-/// The key that went down alone, or with Shift.
+/// The pressed key; nothing if other keys than Shift are down with it.
 std::optional<unichar> plainKey(NSEvent* event) {
     NSString* characters = event.charactersIgnoringModifiers;
     const NSEventModifierFlags others =

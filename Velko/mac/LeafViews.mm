@@ -1,8 +1,8 @@
 #include <optional>
 #include <variant>
 
+#import "Velko/mac/Images.h"
 #import "Velko/mac/NodeView.h"
-#import "Velko/mac/Painting.h"
 #import "Velko/mac/TreeViews.h"
 #include "VelkoEngine/mac/Conversions.h"
 
@@ -39,7 +39,7 @@ class TextView final : public NodeView {
 
  private:
     explicit TextView(NSTextField* label) : NodeView(label, label), label_(label) {
-        // Where room is short, texts break into lines before anything else gives way.
+        // When there is little room, texts break into lines before anything else becomes smaller.
         [label setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
                                         forOrientation:NSLayoutConstraintOrientationHorizontal];
         [label setContentHuggingPriority:NSLayoutPriorityDefaultLow + 1
@@ -51,7 +51,7 @@ class TextView final : public NodeView {
     void update(const view::Node& node) override {
         const auto& text = std::get<view::Text>(node.content);
         label_.textColor = textColor(node, text);
-        // Setting any of these would take away what is marked in it.
+        // Setting any of these would remove the user's selection in the text.
         if (style_ != text.style) {
             style_ = text.style;
             label_.font = font(text.style);
@@ -77,10 +77,10 @@ class TextView final : public NodeView {
     std::optional<view::Text::Style> style_;
 };
 
-/// What may be mere decoration: VoiceOver passes it when it has nothing to say.
+/// A view that may be decoration only. VoiceOver ignores it if its node has no label.
 class PictorialView : public NodeView {
  protected:
-    /// The view speaks for a cell that it may have.
+    /// `cell` is the view's cell, if it has one: VoiceOver is to speak of the view instead.
     explicit PictorialView(NSView* view, NSCell* cell = nil) : NodeView(view, view), view_(view) {
         cell.accessibilityElement = NO;
         for (const auto orientation :
@@ -159,7 +159,7 @@ class DividerView final : public NodeView {
     explicit DividerView(NSBox* line) : NodeView(line, line) {
         line.boxType = NSBoxSeparator;
         line.accessibilityElement = NO;
-        // It is a line either way: its stack stretches it along one side.
+        // It is a line in rows and in columns: its stack makes it longer in one direction.
         for (NSLayoutDimension* side : {line.widthAnchor, line.heightAnchor}) {
             NSLayoutConstraint* thin = [side constraintEqualToConstant:1];
             thin.priority = NSLayoutPriorityDefaultHigh;

@@ -9,7 +9,7 @@ class MacDialogs final : public Dialogs {
  public:
     [[nodiscard]] Task chooseWhereToSave(const SavePanel& panel, Chosen chosen) override;
     [[nodiscard]] Task chooseFileToOpen(const OpenPanel& panel, Chosen chosen) override;
-    /// Returns when the user has read it; the main loop goes on meanwhile.
+    /// Returns when the user has read it. The main loop goes on in the meantime.
     void alert(const Alert& alert) override;
     [[nodiscard]] Task ask(const Question& question, Answered answered) override;
 };

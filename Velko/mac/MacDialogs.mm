@@ -14,7 +14,7 @@ namespace velko {
 
 namespace {
 
-/// An open panel or question that waits for the user.
+/// A panel or question that waits for the user's answer.
 template <class Answer>
 class Waiting final : public Task::Handle {
  public:
@@ -39,7 +39,7 @@ NSArray<UTType*>* contentTypes(const Dialogs::FileType& type) {
     return types;
 }
 
-/// Velko need not have windows of its own in front, so it has to come forward first.
+/// Velko may have no window in front, so it has to come to the front first.
 void runModal(NSAlert* box, void (^ended)(NSModalResponse)) {
     onMainRunLoop(^{
       [[NSApplication sharedApplication] activate];
@@ -94,7 +94,7 @@ Task MacDialogs::ask(const Question& question, Answered answered) {
     const auto waiting = std::make_shared<Waiting<bool>>(std::move(answered));
     NSAlert* box = makeAlert(question.title, question.message);
     [box addButtonWithTitle:native(question.confirm)];
-    // Escape presses a second button by itself only when it is called "Cancel".
+    // By itself the system lets Escape press the second button only if that is called "Cancel".
     [box addButtonWithTitle:native(question.cancel)].keyEquivalent = @"\033";
     runModal(box, ^(NSModalResponse response) {
       waiting->answer(response == NSAlertFirstButtonReturn);

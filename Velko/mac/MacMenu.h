@@ -8,10 +8,11 @@
 
 namespace velko {
 
-/// A menu as the system draws it. It holds the functions that its items call, and enables nothing by itself.
+/// A menu that the system can show. It owns the functions that its items call. What is enabled, the items
+/// say.
 [[nodiscard]] NSMenu* makeMenu(const view::Menu& menu, AppIcons& icons);
 
-/// The same in a menu that is there already, in place of what it holds.
+/// Fills a menu that exists already, in place of what it contains.
 void fillMenu(NSMenu* native, const view::Menu& menu, AppIcons& icons);
 
 /// The menus at the top of the screen.

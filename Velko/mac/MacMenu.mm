@@ -6,7 +6,7 @@
 #import "Velko/mac/NewIn27.h"
 #include "VelkoEngine/mac/Conversions.h"
 
-/// What an item of a menu does.
+/// The action of a menu item.
 @interface VLKMenuAction : NSObject
 - (instancetype)initWithAction:(std::function<void()>)action;
 - (void)run:(id)sender;
@@ -25,7 +25,7 @@
 }
 
 - (void)run:(id)sender {
-    // The menu may be gone before the action is through, and this with it.
+    // The action may destroy the menu, and this object with it.
     const auto action = _action;
     action();
 }
@@ -72,11 +72,11 @@ NSMenuItem* makeEntry(const view::MenuItem& entry, AppIcons& icons) {
         VLKMenuAction* action = [[VLKMenuAction alloc] initWithAction:entry.action];
         item.target = action;
         item.action = @selector(run:);
-        // An item does not hold its target.
+        // An item does not own its target, but it owns this.
         item.representedObject = action;
     }
     item.image = entry.appIcon ? icons.icon(*entry.appIcon, iconPoints) : symbolImage(entry.symbol);
-    // Room for one that is not there would be an empty gutter.
+    // Setting it without an image would leave empty space.
     if (item.image != nil) {
         NewIn27::showImage(item);
     }
@@ -122,7 +122,7 @@ NSMenu* makeMainMenu(const std::vector<AppMenu::Menu>& menus) {
     for (const AppMenu::Menu& menu : menus) {
         NSMenu* submenu = [[NSMenu alloc] initWithTitle:native(menu.title)];
         for (const AppMenu::Entry& entry : menu.entries) {
-            // Without a target it goes to whatever has the keyboard.
+            // Without a target the action goes to what has the keyboard.
             [submenu
                 addItem:plainItem(entry.title, selector(entry.command), native(std::string(1, entry.key)))];
         }

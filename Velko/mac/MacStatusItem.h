@@ -9,7 +9,7 @@
 
 namespace velko {
 
-/// An item of the system's status bar.
+/// An item in the system's status bar.
 class MacStatusItem final : public StatusItem {
  public:
     /// `icons` outlives this.

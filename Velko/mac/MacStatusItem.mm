@@ -4,14 +4,14 @@
 #include <optional>
 #include <utility>
 
+#import "Velko/mac/Images.h"
 #import "Velko/mac/MacMenu.h"
-#import "Velko/mac/Painting.h"
 #import "Velko/mac/RunLoop.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 using Click = velko::StatusItem::Click;
 
-/// Hears the button, and the menu that hangs from the item while it is open.
+/// Hears of clicks on the button, and of the menu while that is open.
 @interface VLKStatusItemTarget : NSObject <NSMenuDelegate>
 - (instancetype)initWithItem:(NSStatusItem*)item clicked:(std::function<void(Click)>)clicked;
 - (void)clicked:(id)sender;
@@ -48,7 +48,7 @@ std::optional<StatusItem::Event> eventOf(NSEvent* event) {
         .age = std::chrono::duration_cast<MainThread::Uptime>(std::chrono::duration<double>(age)),
         .option = (event.modifierFlags & NSEventModifierFlagOption) != 0,
         .control = (event.modifierFlags & NSEventModifierFlagControl) != 0};
-    // Other types raise an exception when they are asked.
+    // Events of other types raise an exception when they are asked for these.
     if (event.type == NSEventTypeSystemDefined) {
         result.subtype = event.subtype;
         result.data = event.data1;
@@ -63,7 +63,8 @@ std::optional<StatusItem::Event> eventOf(NSEvent* event) {
 @implementation VLKStatusItemTarget {
     NSStatusItem* _item;
     std::function<void(Click)> _clicked;
-    // The last one stays until the next: what was chosen from it comes after it has closed.
+    // It keeps the last menu until the next one opens: the action of a chosen item comes after the menu has
+    // closed.
     NSMenu* _menu;
     std::function<void()> _closed;
 }

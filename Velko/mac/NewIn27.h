@@ -2,14 +2,14 @@
 
 #import <AppKit/AppKit.h>
 
-/// What controls have learnt in macOS 27. It is set by name, since older SDKs do not declare it; a system
-/// that does not know it leaves the control as it is. Main thread.
+/// What controls can do since macOS 27. Older SDKs do not declare it, so it is set by name. A system that
+/// does not know it leaves the control as it is. Main thread.
 namespace velko::NewIn27 {
 
-/// The item's image shows: menus hide images unless told otherwise.
+/// Shows the item's image: menus hide images by default.
 void showImage(NSMenuItem* item);
 
-/// The control looks and speaks as tabs.
+/// Makes the control look like tabs, and lets VoiceOver call them tabs.
 void actAsTabs(NSSegmentedControl* control);
 
 }  // namespace velko::NewIn27

@@ -1,24 +1,25 @@
 #pragma once
 
 #import <AppKit/AppKit.h>
+
 #include <memory>
 #include <vector>
 
 #include "Velko/View/Node.h"
 #include "Velko/mac/Images.h"
-#import "Velko/mac/TreeActions.h"
+#import "Velko/mac/TreeViews.h"
 #include "VelkoCore/NonCopyable.h"
 
 namespace velko {
 
-/// What native views are made with. Both outlive them.
+/// What native views need. Both outlive the views.
 struct RenderContext {
-    __weak id<TreeActions> actions;
+    __weak id<VLKTreeActions> actions;
     AppIcons& icons;
 };
 
-/// The native view of one node, kept from tree to tree while the node's id and kind stay the same. Main
-/// thread.
+/// The native view of one node. It stays from tree to tree as long as the node's id and kind stay the same.
+/// Main thread.
 class NodeView : private NonCopyable {
  public:
     struct Child {
@@ -30,23 +31,23 @@ class NodeView : private NonCopyable {
 
     [[nodiscard]] NSView* view() const noexcept { return outer_; }
 
-    /// Shows a node of the kind that this was made for; its children come with `arrange`.
+    /// Shows a node of the kind that this was made for. `arrange` sets its children.
     void show(const view::Node& node);
 
     virtual void arrange(const std::vector<Child>& children);
 
-    /// A text that breaks into lines when there is no room for it in one; nil for everything else.
+    /// The label of a text that can break into lines; nil for everything else.
     [[nodiscard]] virtual NSTextField* wrappingLabel() const { return nil; }
 
-    /// Makes the view as wide as its column or as high as its row, less the padding.
+    /// Makes the view as wide as its column, or as high as its row, without the padding.
     void stretch(NSStackView* stack, bool stretches, double padding);
 
  protected:
-    /// `control` is what has the node's id and words; both are the same when there is but one view.
+    /// `control` has the node's id and speaks its words. It is `outer` itself where there is only one view.
     NodeView(NSView* outer, NSView* control);
 
     virtual void update(const view::Node& node) = 0;
-    /// Tells VoiceOver of the control.
+    /// Sets what VoiceOver says of the control.
     virtual void speak(const view::Node& node);
 
  private:
@@ -59,7 +60,7 @@ class NodeView : private NonCopyable {
     double padding_ = 0;
 };
 
-/// A number that two nodes share when the same native view can show both.
+/// The same number for two nodes if one native view can show both.
 [[nodiscard]] std::size_t kindOf(const view::Node& node);
 
 using NodeViewRef = std::unique_ptr<NodeView>;
@@ -81,3 +82,20 @@ using NodeViewRef = std::unique_ptr<NodeView>;
 [[nodiscard]] NodeViewRef makeView(const view::Pages& content, const RenderContext& context);
 
 }  // namespace velko
+
+/// Stacks that fill their room and hide nothing that does not fit.
+namespace velko::StackViews {
+
+[[nodiscard]] NSStackView* make(NSUserInterfaceLayoutOrientation orientation, NSLayoutAttribute alignment,
+                                double spacing);
+
+/// Puts exactly these views into the stack, in that order. Views that are in their place stay untouched.
+void place(NSStackView* stack, NSArray<NSView*>* views);
+
+/// Does the same for nodes, and stretches each of them as it says.
+void place(NSStackView* stack, const std::vector<NodeView::Child>& children, double padding);
+
+/// Keeps a view inside its container, `inset` points from each edge.
+void pin(NSView* view, NSView* container, double inset);
+
+}  // namespace velko::StackViews

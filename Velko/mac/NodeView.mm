@@ -7,7 +7,7 @@ namespace velko {
 
 namespace {
 
-/// Gives way when there is no room at all, instead of raising a complaint.
+/// Gives way when there is no room at all. A required constraint would make the system complain.
 constexpr NSLayoutPriority almostRequired = 999;
 
 }  // namespace
@@ -43,7 +43,7 @@ void NodeView::speak(const view::Node& node) {
 void NodeView::arrange(const std::vector<Child>& /*children*/) {}
 
 void NodeView::stretch(NSStackView* stack, bool stretches, double padding) {
-    // A stack that takes a view out to put it elsewhere ends the constraints between them.
+    // A stack that moves a view to another place ends the constraints between the view and itself.
     if (stretches && stretch_.active && stretchedIn_ == stack && padding_ == padding) {
         return;
     }
@@ -69,3 +69,56 @@ std::size_t kindOf(const view::Node& node) {
 }
 
 }  // namespace velko
+
+namespace velko::StackViews {
+
+NSStackView* make(NSUserInterfaceLayoutOrientation orientation, NSLayoutAttribute alignment, double spacing) {
+    NSStackView* stack = [[NSStackView alloc] initWithFrame:NSRect{}];
+    stack.translatesAutoresizingMaskIntoConstraints = NO;
+    stack.orientation = orientation;
+    stack.alignment = alignment;
+    stack.distribution = NSStackViewDistributionFill;
+    stack.spacing = spacing;
+    stack.detachesHiddenViews = YES;
+    return stack;
+}
+
+void place(NSStackView* stack, NSArray<NSView*>* views) {
+    NSArray<NSView*>* before = stack.arrangedSubviews;
+    for (NSView* view in before) {
+        if (![views containsObject:view]) {
+            [view removeFromSuperview];
+        }
+    }
+    NSUInteger index = 0;
+    for (NSView* view in views) {
+        NSArray<NSView*>* now = stack.arrangedSubviews;
+        if (index >= now.count || now[index] != view) {
+            if (view.superview != stack) {
+                [view removeFromSuperview];
+            }
+            [stack insertArrangedSubview:view atIndex:static_cast<NSInteger>(index)];
+        }
+        ++index;
+    }
+}
+
+void place(NSStackView* stack, const std::vector<NodeView::Child>& children, double padding) {
+    NSMutableArray<NSView*>* views = [NSMutableArray arrayWithCapacity:children.size()];
+    for (const NodeView::Child& child : children) {
+        [views addObject:child.node->view()];
+    }
+    place(stack, views);
+    for (const NodeView::Child& child : children) {
+        child.node->stretch(stack, child.stretches, padding);
+    }
+}
+
+void pin(NSView* view, NSView* container, double inset) {
+    [view.topAnchor constraintEqualToAnchor:container.topAnchor constant:inset].active = YES;
+    [view.leadingAnchor constraintEqualToAnchor:container.leadingAnchor constant:inset].active = YES;
+    [container.bottomAnchor constraintEqualToAnchor:view.bottomAnchor constant:inset].active = YES;
+    [container.trailingAnchor constraintEqualToAnchor:view.trailingAnchor constant:inset].active = YES;
+}
+
+}  // namespace velko::StackViews

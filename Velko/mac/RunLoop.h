@@ -4,9 +4,9 @@
 
 namespace velko {
 
-/// Does it from the main run loop itself, when that is in its default mode. What opens a menu or a modal
-/// alert has to come from there: amid a piece of Velko's own work it would hold up all the rest, and while
-/// another menu or alert is up it would be caught within that.
+/// Runs `work` from the main run loop when that is in its default mode. Whatever opens a menu or an alert has
+/// to run this way. Within a piece of Velko's own work it would stop all other work. While another menu or
+/// alert is open it would be part of that, and wait for it.
 inline void onMainRunLoop(void (^work)(void)) {
     CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopDefaultMode, ^{
       @autoreleasepool {

@@ -1,7 +1,10 @@
 #pragma once
 
-#import "Velko/mac/MacSurface.h"
-#import "Velko/mac/SurfaceDelegate.h"
+#import <AppKit/AppKit.h>
+
+#import "Velko/mac/MacSurfaces.h"
+
+@class VLKSurfaceDelegate;
 
 namespace velko {
 

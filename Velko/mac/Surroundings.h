@@ -5,16 +5,16 @@
 #include "Velko/App/AppInfo.h"
 #include "VelkoCore/Files/AtomicFile.h"
 
-/// What the running program finds around itself.
+/// What the running program can find out about itself and its user.
 namespace velko::Surroundings {
 
-/// Of the bundle that this process runs from.
+/// About the bundle of this process.
 [[nodiscard]] AppInfo appInfo();
 
-/// In the user's Application Support folder; without one the program stops.
+/// In the user's Application Support folder. If the user has none, the program stops.
 [[nodiscard]] std::filesystem::path layoutFile();
 
-/// File calls whose flush reaches the disk itself.
+/// File calls whose `fsync` writes to the disk itself.
 [[nodiscard]] FileCalls fileCalls();
 
 [[nodiscard]] std::filesystem::path homeFolder();

@@ -46,7 +46,7 @@ std::filesystem::path layoutFile() {
 
 FileCalls fileCalls() {
     FileCalls calls;
-    // fsync leaves data in the drive's cache; file systems that know no other flush still have it.
+    // The usual fsync leaves data in the drive's cache. File systems that can do no better still have it.
     calls.fsync = [](int file) { return ::fcntl(file, F_FULLFSYNC) == 0 ? 0 : ::fsync(file); };
     return calls;
 }

@@ -12,16 +12,16 @@
 
 namespace velko {
 
-/// Turns trees into native views, one after another: a node that is there again, with its id and kind, keeps
-/// its view, wherever in the tree it has got to. Main thread.
+/// Turns one tree after another into native views. A node that comes again with the same id and kind keeps
+/// its view, even in another place of the tree. Main thread.
 class TreeRenderer final {
  public:
     explicit TreeRenderer(const RenderContext& context) : context_(context) {}
 
-    /// Makes the views for a tree, or changes those of the last one; the outermost.
+    /// Makes the views for a tree, or changes those of the tree before. Returns the outermost view.
     [[nodiscard]] NSView* render(const view::Node& root);
 
-    /// Of the last tree.
+    /// The labels in the last tree whose texts can break into lines.
     [[nodiscard]] std::vector<NSTextField*> wrappingLabels() const;
 
  private:

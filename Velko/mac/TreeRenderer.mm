@@ -16,7 +16,7 @@ bool isAnySpreading(const std::vector<view::Node>& nodes) {
     return std::ranges::any_of(nodes, isSpreading);
 }
 
-/// Whether a node makes use of all the width that there is.
+/// Whether a node uses all the width that it can have.
 bool isSpreading(const view::Node& node) {
     if (node.width > 0) {
         return false;
@@ -42,8 +42,8 @@ bool isColumn(const view::Node& node) {
     return stack != nullptr && stack->axis == view::Stack::Axis::column;
 }
 
-/// In a row only lines stretch, across it. In a column it is whatever can use the width; a column in it as
-/// well, unless the columns' middles lie below each other.
+/// In a row only dividers stretch, from top to bottom. In a column everything stretches that can use the
+/// width, and also a column within it, unless the outer column centres its children.
 bool stretches(const view::Node& child, const view::Node& parent) {
     const auto* stack = std::get_if<view::Stack>(&parent.content);
     if (stack != nullptr && stack->axis == view::Stack::Axis::row) {
@@ -73,7 +73,7 @@ std::vector<NSTextField*> TreeRenderer::wrappingLabels() const {
 }
 
 NodeView& TreeRenderer::render(const view::Node& node, const std::string& place) {
-    // A node without an id, or with one that is taken, is known by its place.
+    // A node without an id, or with one that another node has, is known by its place.
     std::string key = node.id.empty() || seen_.contains(node.id) ? "@" + place : node.id;
     Known& known = known_[key];
     const std::size_t kind = kindOf(node);

@@ -5,7 +5,6 @@
 #include <memory>
 #include <utility>
 
-#include "Velko/View/Keyboard.h"
 #include "Velko/View/Tree.h"
 #include "Velko/mac/Keys.h"
 #import "Velko/mac/MacMenu.h"
@@ -16,16 +15,16 @@
 
 namespace {
 
-/// Gives way to the size that the window has.
+/// Weaker than the window's own size.
 constexpr NSLayoutPriority weakEdge = 490;
-/// No text of ours is wider on one line.
+/// Wider than every text of ours on one line.
 constexpr CGFloat widestLine = 2000;
 
-/// Of content, so that its window fits the screen: what scrolls gives way, texts and controls do not.
+/// Holds content to the height of the screen: what scrolls gives way to it, texts and controls do not.
 constexpr NSLayoutPriority ceilingPriority = 740;
 constexpr CGFloat titleBarHeight = 40;
 
-/// On the screen where the view is; while it is nowhere, on the primary one.
+/// The greatest height of content on the view's screen; while the view is on none, on the primary screen.
 CGFloat highestContent(NSView* view) {
     NSScreen* own = view.window.screen;
     NSScreen* screen = own == nil ? [NSScreen screens].firstObject : own;
@@ -61,7 +60,7 @@ void holdWeakly(NSLayoutConstraint* edge) {
     edge.active = YES;
 }
 
-/// Whether arrows and letters mean something to what has the keyboard.
+/// Whether what has the keyboard uses arrows and letters itself.
 BOOL usesKeys(NSResponder* responder) {
     return [responder isKindOfClass:[NSText class]] || [responder isKindOfClass:[NSSegmentedControl class]];
 }
@@ -96,7 +95,7 @@ BOOL usesKeys(NSResponder* responder) {
     [self render];
 }
 
-- (void)forget {
+- (void)stop {
     _tree.reset();
 }
 
@@ -127,7 +126,7 @@ BOOL usesKeys(NSResponder* responder) {
     for (NSTextField* label : labels) {
         label.preferredMaxLayoutWidth = widestLine;
     }
-    // First how wide everything gets, then how high at that width.
+    // It measures the width first, and then the height at that width.
     const NSSize oneLine = _content.fittingSize;
     NSLayoutConstraint* width = [_content.widthAnchor constraintEqualToConstant:oneLine.width];
     width.active = YES;
@@ -169,8 +168,8 @@ BOOL usesKeys(NSResponder* responder) {
     return tile != nil && [self.window makeFirstResponder:tile];
 }
 
-/// A control that the user has moved shows what it should once everybody had their say, also when nobody
-/// followed it.
+/// A control changes its look when the user works it. This draws the tree again afterwards, so that the
+/// control shows what holds, also when nothing came of what the user did.
 - (void)correctLater {
     __weak VLKTreeView* weakSelf = self;
     _correction = _mainThread->after(velko::MainThread::Uptime::zero(), [weakSelf] { [weakSelf render]; });

@@ -3,13 +3,39 @@
 #import <AppKit/AppKit.h>
 
 #include "Velko/View/Drawing.h"
-#import "Velko/mac/TreeActions.h"
+#include "Velko/View/Tree.h"
 
-/// Takes what is left of its row or column.
+/// Hears what the user does to the views of a tree, and of the menus that they open. A view's identifier is
+/// its node's id.
+@protocol VLKTreeActions <NSMenuDelegate>
+- (BOOL)perform:(const velko::view::Input&)input on:(NSView*)view;
+/// Fills a menu with what the view's menu contains now.
+- (void)fill:(NSMenu*)menu of:(NSView*)view;
+/// The user begins or stops to drag a tile.
+- (void)dragging:(BOOL)isUnderWay;
+
+- (void)pressed:(NSView*)sender;
+- (void)toggled:(NSButton*)sender;
+- (void)picked:(NSPopUpButton*)sender;
+- (void)segmentPicked:(NSSegmentedControl*)sender;
+- (void)menuAsked:(NSView*)sender;
+@end
+
+/// Dragging an app from a tile to a group.
+namespace velko::AppDragging {
+
+/// A type of Velko's own, so that no other program takes it.
+[[nodiscard]] inline NSPasteboardType pasteboardType() {
+    return @"app.velko.dragged-app";
+}
+
+}  // namespace velko::AppDragging
+
+/// Takes the room that is left in its row or column.
 @interface VLKSpacerView : NSView
 @end
 
-/// Grows downwards, as what scrolls has to.
+/// Its y grows downwards, which scrolling needs.
 @interface VLKDocumentView : NSView
 @end
 
@@ -18,19 +44,19 @@
 @property(nonatomic) velko::view::Drawing drawing;
 @end
 
-/// A button that takes a click also while its window does not have the keyboard.
+/// A button that takes a click even while its window does not have the keyboard.
 @interface VLKTreeButton : NSButton
 @end
 
-/// An app: a button with a menu, that can be dragged.
+/// An app: a button that has a menu and can be dragged.
 @interface VLKTileView : VLKTreeButton <NSDraggingSource, NSMenuDelegate>
-@property(nonatomic, weak) id<TreeActions> treeActions;
+@property(nonatomic, weak) id<VLKTreeActions> treeActions;
 @property(nonatomic, copy) NSString* app;
 @property(nonatomic) BOOL hasMenu;
 @end
 
-/// Draws the frame of a group, and takes apps that are dragged onto it.
+/// Draws the frame of a group, and takes apps that the user drops on it.
 @interface VLKGroupView : NSView
-@property(nonatomic, weak) id<TreeActions> treeActions;
+@property(nonatomic, weak) id<VLKTreeActions> treeActions;
 @property(nonatomic) BOOL takesApps;
 @end

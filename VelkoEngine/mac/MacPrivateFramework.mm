@@ -13,13 +13,13 @@
 #include "VelkoEngine/mac/Conversions.h"
 
 /// What an assessment configuration is asked for.
-@protocol VKConfiguration <NSObject>
+@protocol VLKConfiguration <NSObject>
 - (instancetype)initWithAllowedSystemItems:(NSArray<NSNumber*>*)systemItems
                   allowedBundleIdentifiers:(NSArray<NSString*>*)bundleIdentifiers;
 @end
 
 /// What an assessment assertion is asked for.
-@protocol VKAssertion <NSObject>
+@protocol VLKAssertion <NSObject>
 - (void)activateWithConfiguration:(id)configuration completionHandler:(void (^)(NSError*))handler;
 - (void)invalidate;
 @end
@@ -135,7 +135,7 @@ std::expected<PrivateFramework::ObjectRef, RaisedException> MacPrivateFramework:
     const std::vector<BundleID>& allowedBundleIDs) {
     return guarded([&] {
         Class found = objc_lookUpClass(className.c_str());
-        const id<VKConfiguration> fresh = [found alloc];
+        const id<VLKConfiguration> fresh = [found alloc];
         return FrameworkObject::holding([fresh initWithAllowedSystemItems:native(allowedSystemItems)
                                                  allowedBundleIdentifiers:native(allowedBundleIDs)]);
     });
@@ -158,14 +158,14 @@ std::expected<void, RaisedException> MacPrivateFramework::activate(const ObjectR
       completion(error == nil ? std::nullopt : std::optional(portable(error)));
     };
     return guarded([&] {
-        const id<VKAssertion> target = FrameworkObject::in(assertion);
+        const id<VLKAssertion> target = FrameworkObject::in(assertion);
         [target activateWithConfiguration:FrameworkObject::in(configuration) completionHandler:handler];
     });
 }
 
 std::expected<void, RaisedException> MacPrivateFramework::invalidate(const ObjectRef& assertion) {
     return guarded([&] {
-        const id<VKAssertion> target = FrameworkObject::in(assertion);
+        const id<VLKAssertion> target = FrameworkObject::in(assertion);
         if ([target respondsToSelector:@selector(invalidate)]) {
             [target invalidate];
         }

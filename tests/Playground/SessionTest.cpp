@@ -19,7 +19,7 @@
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Flows/LayoutTransfer.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko::web {

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Twenty days after Velko began to watch clicks, on a Mac whose owner clicks little.
+/// Twenty days after Velko began to watch clicks, on the Mac of a person who clicks little.
 class AutopilotOffersTest : public VelkoOnMac {
  protected:
     AutopilotOffersTest() {

@@ -45,7 +45,7 @@ TEST_F(BroomIconTest, RocksOverAndBackWithoutAJumpAndComesToRest) {
     const auto endOfHandle = [](const view::Drawing& drawing) { return drawing.shapes[0].path[0].to; };
     Point last = endOfHandle(drawn());
     double farthest = 0;
-    // The second pair turns back midway.
+    // The second pair turns back half-way.
     for (const auto& [over, duration] :
          {std::pair{true, 800ms}, {false, 800ms}, {true, 200ms}, {false, 800ms}}) {
         broom.lean(over);

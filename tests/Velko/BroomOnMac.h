@@ -8,13 +8,14 @@
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/StatusItemController.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Note/NoteController.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {
 
-/// Velko on a simulated Mac with its broom in the menu bar, for a person to look at and click on.
+/// Velko on a simulated Mac with its broom in the menu bar, where a test clicks on it.
 class BroomOnMac : public VelkoOnMac {
  protected:
     BroomOnMac() {
@@ -22,12 +23,12 @@ class BroomOnMac : public VelkoOnMac {
         layout.hasCompletedSetup = true;
     }
 
-    /// `fileAsItIs`: the layout file, rather than `layout`.
+    /// `fileAsItIs`: starts with the layout file that is there, and not with `layout`.
     void startBroom(bool fileAsItIs = false) {
         fileAsItIs ? startWithFileAsItIs() : start();
-        const FaceParts parts{*velko, mac.platform(), mac.appPorts(), log};
-        frame.emplace(parts);
-        broom.emplace(parts, *frame);
+        frame.emplace(faceParts());
+        broom.emplace(faceParts(), *frame);
+        host.showNote = [this] { broom->note().show(); };
         changes = velko->observe([this] { broom->update(); });
         broom->start();
         pass(std::chrono::seconds(1));
@@ -46,7 +47,7 @@ class BroomOnMac : public VelkoOnMac {
         return mac.statusItem.chooseFromMenu(title);
     }
 
-    /// A menu as a person reads it: what can't be chosen in brackets, headers with a colon.
+    /// A menu as a person reads it: brackets around what can't be chosen, a colon after headers.
     static std::vector<std::string> read(const view::Menu& menu, const std::string& indent = "") {
         std::vector<std::string> lines;
         for (const view::MenuItem& item : menu) {

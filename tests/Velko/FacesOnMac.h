@@ -8,7 +8,7 @@
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/HoverWatcher.h"
 #include "Velko/Note/NoteController.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Shelf/ShelfController.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/TreeAudit.h"
@@ -16,7 +16,7 @@
 
 namespace velko {
 
-/// Velko on a simulated Mac with what opens below its broom. Nothing is tucked by time alone.
+/// Velko on a simulated Mac with what opens below its broom. No icon is tucked because time has passed.
 class FacesOnMac : public VelkoOnMac {
  protected:
     explicit FacesOnMac(const SimulatedMacOptions& options) : VelkoOnMac(options) {
@@ -26,15 +26,10 @@ class FacesOnMac : public VelkoOnMac {
 
     void startFaces() {
         start();
-        const FaceParts parts{
-            .controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log};
-        broom = std::make_unique<BroomFrame>(parts);
-        shelf = std::make_unique<ShelfController>(parts, *broom);
-        shelf->onOpen = [this](const BundleID& app) { velko->open(app); };
-        shelf->onMove = [this](const BundleID& app, Section section) { velko->place(app, section); };
-        shelf->onDismiss = [this](ShelfDismissal by) { velko->closeShelf(by); };
-        hover = std::make_unique<HoverWatcher>(parts, *broom);
-        note = std::make_unique<NoteController>(parts, *broom);
+        broom = std::make_unique<BroomFrame>(faceParts());
+        shelf = std::make_unique<ShelfController>(faceParts(), *broom);
+        hover = std::make_unique<HoverWatcher>(faceParts(), *broom);
+        note = std::make_unique<NoteController>(faceParts(), *broom);
         changes = velko->observe([this] {
             hover->sync();
             shelf->sync();

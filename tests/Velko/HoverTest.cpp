@@ -26,7 +26,7 @@ class HoverTest : public FacesOnMac {
         mac.pointer.moveTo(desk);
     }
 
-    /// Moves in a straight line and reports it every 20 ms.
+    /// Moves the pointer in a straight line, and tells Velko of it every 20 ms.
     void glideTo(Point to, MainThread::Uptime time) {
         const Point from = mac.pointer.location();
         for (auto gone = 20ms; gone <= time; gone += 20ms) {
@@ -39,7 +39,7 @@ class HoverTest : public FacesOnMac {
         mac.pointer.moveTo(to);
         pass(rest);
     }
-    /// A point seen from the middle of the broom's lower edge.
+    /// A point, measured from the middle of the broom's lower edge.
     [[nodiscard]] Point beside(double right, double down) const {
         const Rect frame = broom->chevronFrame().value();
         return {.x = frame.x + frame.width / 2 + right, .y = 1080 - frame.maxY() - down};

@@ -23,7 +23,7 @@ class LiveActivityTest : public VelkoOnMac {
     }
     void endActivity() {
         mac.processes.work(renderer, 0);
-        pass(220s);  // half a minute until its work is forgotten, and three of quiet
+        pass(220s);  // its work is forgotten after half a minute, and three minutes of quiet follow
     }
 
     [[nodiscard]] bool showsTucked() const { return shows("com.example.tucked"); }

@@ -26,7 +26,7 @@ TEST_F(LogTest, AppendsDatedLinesAcrossRunsForItsUserOnly) {
     Log log(clock, file);
     log.log("engine", "applied");
     log.log("engine", "two\n");
-    // The zone of the test machine decides the hour, not the shape of the line.
+    // The hour depends on the test machine's time zone; the form of the line does not.
     EXPECT_THAT(log.lines().front(), testing::MatchesRegex("20[0-9-]+ [0-9:]+:00.250  \\[engine\\] applied"));
     EXPECT_EQ(contentOf(file), "an older run\n" + log.text() + "\n");
     struct stat status{};

@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Somebody opens the settings before giving the permission, and asks there how.
+/// A user opens the settings before giving the permission, and asks there how to give it.
 class PermissionFromSettingsTest : public ProgramOnMac {
  protected:
     void SetUp() override {

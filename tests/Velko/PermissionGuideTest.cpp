@@ -14,7 +14,7 @@ class PermissionGuideTest : public SetupOnMac {
  protected:
     PermissionGuideTest() : SetupOnMac(false) {}
 
-    /// At the permission step, with the system's settings asked for.
+    /// The setup is at the step of the permission, and the user has asked for the system's settings.
     void SetUp() override {
         startSetup();
         ASSERT_TRUE(press(Key::enter) && press(Key::enter));
@@ -99,7 +99,7 @@ TEST_F(PermissionGuideTest, GoesWithVelko) {
     setup.reset();
     EXPECT_FALSE(guide().isOpen() || window().isOpen());
     pass(5s);
-    EXPECT_EQ(visibilityChanges, 1) << "nobody is left to be told that the window has closed";
+    EXPECT_EQ(host.visibilityChanges, 1) << "nobody is left to be told that the window has closed";
 }
 
 }  // namespace

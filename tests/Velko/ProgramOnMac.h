@@ -12,7 +12,7 @@
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppDelegate.h"
 #include "Velko/App/Log.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/Checks/RenderingCheck.h"
+#include "Velko/Checks/SelfCheck.h"
 #include "Velko/View/Tree.h"
 
 namespace velko {
@@ -15,7 +15,7 @@ namespace {
 
 using RenderingCheck::DrawnView;
 
-/// Keeps one view per id and kind, as a renderer should, and can be told to get one thing wrong.
+/// A renderer that keeps one view for each id and kind, as it should. It can be told to do one thing wrong.
 class FakeRenderer {
  public:
     std::string dropped;  ///< is not drawn
@@ -47,7 +47,7 @@ class FakeRenderer {
 
  private:
     std::map<std::pair<std::string, std::size_t>, std::shared_ptr<int>> views_;
-    std::vector<std::shared_ptr<int>> made_;  // so that no address comes again
+    std::vector<std::shared_ptr<int>> made_;  // kept, so that no address is used twice
 };
 
 std::string failures(FakeRenderer renderer) {

@@ -77,7 +77,7 @@ TEST_F(ScanTest, SaysAndDoesNothingWhenALightScanFindsTheSameApps) {
 }
 
 TEST_F(ScanTest, LooksThreeTimesMoreAfterALaunchAndOnceAfterAQuit) {
-    // Without an icon an app is asked again at each light scan; others are known already.
+    // A light scan asks apps without an icon again; it knows the others.
     for (const auto* const quiet : {"com.example.1", "com.example.2", "com.example.3", "com.example.4"}) {
         mac.launch({.bundleID = quiet, .name = quiet, .icons = {}});
     }
@@ -86,7 +86,8 @@ TEST_F(ScanTest, LooksThreeTimesMoreAfterALaunchAndOnceAfterAQuit) {
     const auto scansIn = [&](auto duration) {
         const auto before = mac.cost().accessibilityMessages;
         pass(duration);
-        return mac.cost().accessibilityMessages >= before + 4;  // fewer are about the permission
+        return mac.cost().accessibilityMessages >=
+               before + 4;  // fewer messages would be about the permission
     };
     const ProcessID app = mac.launch({.bundleID = "com.example.app", .name = "App", .icons = {}});
     EXPECT_TRUE(scansIn(600ms) && scansIn(2s) && scansIn(3s));

@@ -7,7 +7,7 @@
 
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Velko/Broom/BroomFrame.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Settings/SettingsController.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/TreeAudit.h"
@@ -15,7 +15,7 @@
 
 namespace velko {
 
-/// Velko on a simulated Mac with its settings open, worked as a person works them.
+/// Velko on a simulated Mac with its settings open, which a test uses as a person does.
 class SettingsOnMac : public VelkoOnMac {
  protected:
     SettingsOnMac() { layout.hasCompletedSetup = true; }
@@ -33,13 +33,8 @@ class SettingsOnMac : public VelkoOnMac {
     }
 
     void openSettings() {
-        const FaceParts parts{
-            .controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log};
-        broom.emplace(parts);
-        settings.emplace(parts, *broom);
-        settings->onVisibilityChange = [this] { ++visibilityChanges; };
-        settings->onResort = [this] { ++resorts; };
-        settings->onPermission = [this] { ++permissionsAskedFor; };
+        broom.emplace(faceParts());
+        settings.emplace(faceParts(), *broom);
         settings->show();
     }
 
@@ -55,7 +50,7 @@ class SettingsOnMac : public VelkoOnMac {
 
     [[nodiscard]] SimulatedSurface& window() { return mac.surfaces.surface(Surfaces::Kind::settings); }
 
-    /// Works a control and lets Velko act on it.
+    /// Works a control, and gives Velko time to act.
     void set(std::string_view id, const view::Input& input = {}) {
         EXPECT_TRUE(window().perform(id, input)) << id;
         pass(std::chrono::seconds(1));
@@ -66,13 +61,13 @@ class SettingsOnMac : public VelkoOnMac {
         audit(*window().content());
         return view::find(*window().content(), id);
     }
-    /// What stands under that id; empty without it.
+    /// What the node with that id says; empty without it.
     [[nodiscard]] std::string words(std::string_view id) {
         const view::Node* node = find(id);
         return node == nullptr ? "" : view::spoken(*node);
     }
 
-    /// What the picker or toggle with that id stands at.
+    /// The value of the picker or toggle with that id.
     [[nodiscard]] std::string standing(std::string_view id) {
         const view::Node* node = find(id);
         if (node == nullptr) {
@@ -85,7 +80,7 @@ class SettingsOnMac : public VelkoOnMac {
         return picker.selected == view::Picker::nothing ? "" : picker.options.at(picker.selected);
     }
 
-    /// Picks from the "•••" menu of an app.
+    /// Chooses from the "•••" menu of an app.
     void choose(const BundleID& bundleID, std::size_t place) {
         EXPECT_TRUE(view::choose(view::menuOf(*window().content(), "more:" + bundleID), {place}));
         pass(std::chrono::milliseconds(200));
@@ -93,9 +88,6 @@ class SettingsOnMac : public VelkoOnMac {
 
     std::optional<BroomFrame> broom;
     std::optional<SettingsController> settings;
-    int visibilityChanges = 0;
-    int resorts = 0;
-    int permissionsAskedFor = 0;
 };
 
 }  // namespace velko

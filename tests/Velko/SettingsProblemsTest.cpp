@@ -34,7 +34,7 @@ TEST_F(SettingsProblemsTest, PutProblemsOnTopWithTheirRemedies) {
     set("problem:layout:again");
     EXPECT_EQ(find("problem:layout"), nullptr);
     set("problem:trust:open");
-    EXPECT_EQ(permissionsAskedFor, 1);
+    EXPECT_EQ(host.permissions, 1);
     mac.grantTrust();
     pass(3s);
     EXPECT_EQ(find("problem:trust"), nullptr);
@@ -63,7 +63,7 @@ TEST_F(SettingsProblemsTest, ReplaceNoFileThatCannotBeReadByAccident) {
     EXPECT_EQ(standing("launch-at-login"), "on") << "the system keeps it";
     EXPECT_EQ(contentOf(file()), "broken");
 
-    velko->place("com.example.in", Section::tucked);  // elsewhere, and on purpose
+    velko->place("com.example.in", Section::tucked);  // the user does this in another place, on purpose
     pass(1s);
     EXPECT_TRUE(values().health().isOk());
     EXPECT_FALSE(shows("com.example.in"));
@@ -87,7 +87,7 @@ TEST_F(SettingsProblemsTest, StartAfreshWhenTheUserSaysSo) {
     EXPECT_EQ(saved(), values().layout);
     EXPECT_EQ(contentOf(file().parent_path() / "layout.unreadable-2026-03-02T080006Z.json"), "broken");
     EXPECT_EQ(find("problem:layout"), nullptr);
-    EXPECT_EQ(resorts, 1) << "the sort follows";
+    EXPECT_EQ(host.resorts, 1) << "the sort follows";
     EXPECT_TRUE(values().health().isOk());
 }
 

@@ -163,12 +163,12 @@ TEST_F(SettingsTest, OpenOnceAndCostNothingWhileClosed) {
     settings->show();
     EXPECT_EQ(window().raised(), 1);
     set("sort-again");
-    EXPECT_EQ(resorts, 1);
+    EXPECT_EQ(host.resorts, 1);
     openPage(1);
     window().dismiss(Surface::Dismissal::closeButton);
     pass(1s);
     EXPECT_FALSE(settings->isShown());
-    EXPECT_EQ(visibilityChanges, 2);
+    EXPECT_EQ(host.visibilityChanges, 2);
     const auto revision = window().revision();
     velko->place("com.example.out", Section::tucked);
     pass(1s);
@@ -182,7 +182,7 @@ TEST_F(SettingsTest, GoWithVelko) {
     window().dismiss(Surface::Dismissal::closeButton);
     settings.reset();
     pass(1s);
-    EXPECT_EQ(visibilityChanges, 1) << "nobody is left to be told that the window has closed";
+    EXPECT_EQ(host.visibilityChanges, 1) << "nobody is left to be told that the window has closed";
     openSettings();
     settings.reset();
     EXPECT_FALSE(window().isOpen());

@@ -9,9 +9,8 @@
 
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Time/SimulatedMainThread.h"
-#include "Velko/Apps/PresentApps.h"
-#include "Velko/Ports/AppPorts.h"
-#include "Velko/Ports/Application.h"
+#include "Velko/Apps/MenuBarApps.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Setup/SetupController.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/TreeAudit.h"
@@ -19,7 +18,7 @@
 
 namespace velko {
 
-/// Velko on a simulated Mac with its setup's window, worked as a person works it.
+/// Velko on a simulated Mac with the setup's window, which a test uses as a person does.
 class SetupOnMac : public VelkoOnMac {
  protected:
     using Key = view::Shortcut::Key;
@@ -30,12 +29,8 @@ class SetupOnMac : public VelkoOnMac {
 
     void startSetup() {
         start();
-        setup.emplace(
-            FaceParts{.controller = *velko, .platform = mac.platform(), .ports = mac.appPorts(), .log = log});
-        setup->onVisibilityChange = [this] { ++visibilityChanges; };
-        setup->makeSession = [this] { return session(); };
-        setup->imported = [this] { return found; };
-        setup->apply = [this](const auto& sections) { velko->completeSetup(sections); };
+        setup.emplace(faceParts());
+        host.session = [this] { return session(); };
         velko->onChange = [this] { setup->sync(); };
         setup->show();
     }
@@ -48,6 +43,7 @@ class SetupOnMac : public VelkoOnMac {
             }
         }
         const bool isFirst = !values().layout.hasCompletedSetup;
+        const auto& found = host.found;
         const std::map<BundleID, Section> taken = found ? found->sections : std::map<BundleID, Section>{};
         return SortSession({.apps = apps,
                             .lastClicked = values().layout.lastClicked,
@@ -65,23 +61,21 @@ class SetupOnMac : public VelkoOnMac {
         return window().press({.key = Key::character, .character = character});
     }
 
-    /// The step that shows, by the id of its tree.
+    /// The step that shows, as the id of its tree.
     [[nodiscard]] std::string step() {
         audit(*window().content());
         return window().content()->id;
     }
-    /// What stands in the window under that id; empty without it.
+    /// What the node with that id says; empty without it.
     [[nodiscard]] std::string words(std::string_view id) {
         const view::Node* node = view::find(*window().content(), id);
         return node == nullptr ? "" : view::spoken(*node);
     }
 
-    std::optional<ImportedLayout> found;
     std::optional<SetupController> setup;
-    int visibilityChanges = 0;
 };
 
-/// With three apps to sort, of which Velko knows when two were clicked last.
+/// Three apps to sort. Velko knows of two when they were last clicked.
 class SetupOfThreeApps : public SetupOnMac {
  protected:
     SetupOfThreeApps() : SetupOnMac(false) {}
@@ -97,7 +91,7 @@ class SetupOfThreeApps : public SetupOnMac {
             floorToSeconds(mac.mainThread.date()) - std::chrono::days(1);
     }
 
-    /// The cards, in a Velko that has the permission already.
+    /// Shows the cards; Velko has the permission already.
     void startSorting() {
         mac.grantTrust();
         startSetup();

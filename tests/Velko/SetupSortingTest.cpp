@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 class SetupSortingTest : public SetupOfThreeApps {
  protected:
-    /// What is said of another organiser's settings, line by line.
+    /// What the setup says of another organiser's settings, line by line.
     [[nodiscard]] std::vector<std::string> whatIsFound() {
         std::vector<std::string> lines;
         for (const char* list : {"found:along", "found:behind"}) {
@@ -26,7 +26,7 @@ class SetupSortingTest : public SetupOfThreeApps {
 TEST_F(SetupSortingTest, TakesOverWhatAnotherOrganiserLeftOnlyWhenTheUserWantsIt) {
     for (const bool takes : {false, true}) {
         mac.surfaces.forget();
-        found = ImportedLayout{.source = "Ice", .sections = {}, .autoTuckSeconds = 15, .hover = true};
+        host.found = ImportedLayout{.source = "Ice", .sections = {}, .autoTuckSeconds = 15, .hover = true};
         startSorting();
         EXPECT_EQ(step(), "setup:found");
         EXPECT_EQ(words("found:title"), "You come from Ice");
@@ -48,13 +48,13 @@ TEST_F(SetupSortingTest, TakesOverWhatAnotherOrganiserLeftOnlyWhenTheUserWantsIt
 }
 
 TEST_F(SetupSortingTest, ProposesThePlacesThatAnotherOrganiserLeft) {
-    found = ImportedLayout{.source = "Bartender",
-                           .sections = {{"com.example.vpn", Section::buried},
-                                        {"com.example.gone", Section::bar},
-                                        {"com.example.rare", Section::tucked},
-                                        {"com.apple.systemuiserver", Section::buried}},
-                           .autoTuckSeconds = {},
-                           .hover = {}};
+    host.found = ImportedLayout{.source = "Bartender",
+                                .sections = {{"com.example.vpn", Section::buried},
+                                             {"com.example.gone", Section::bar},
+                                             {"com.example.rare", Section::tucked},
+                                             {"com.apple.systemuiserver", Section::buried}},
+                                .autoTuckSeconds = {},
+                                .hover = {}};
     startSorting();
     EXPECT_EQ(whatIsFound(),
               (std::vector<std::string>{

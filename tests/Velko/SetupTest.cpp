@@ -44,7 +44,7 @@ TEST_F(SetupTest, GoesFromFirstLaunchToATidyBarByKeyboardAlone) {
     EXPECT_TRUE(press(Key::enter));
     pass(1s);
     EXPECT_FALSE(setup->isShown());
-    EXPECT_EQ(visibilityChanges, 2);
+    EXPECT_EQ(host.visibilityChanges, 2);
     EXPECT_TRUE(shows("com.example.vpn"));
     EXPECT_FALSE(shows("com.example.clock") || shows("com.example.chat"));
     EXPECT_EQ(saved().section("com.example.chat"), Section::buried);
@@ -76,7 +76,7 @@ TEST_F(SetupTest, LosesAndChangesNothingWhenTheUserLeavesHalfWay) {
     startSorting();
     EXPECT_TRUE(press('3') && press('1'));
     close();
-    EXPECT_EQ(visibilityChanges, 2);
+    EXPECT_EQ(host.visibilityChanges, 2);
     EXPECT_EQ(values().layout.sections, layout.sections);
     EXPECT_FALSE(values().layout.hasCompletedSetup || logged("[setup]"));
     EXPECT_TRUE(shows("com.example.vpn"));
@@ -132,7 +132,7 @@ TEST_F(SetupTest, GoesWhenTheSetupIsCompletedInAnotherWay) {
     velko->completeSetup({});
     pass(1s);
     EXPECT_FALSE(setup->isShown());
-    EXPECT_EQ(visibilityChanges, 2);
+    EXPECT_EQ(host.visibilityChanges, 2);
 }
 
 TEST_F(SetupTest, MovesOnlyWhileTheWelcomeShows) {

@@ -5,7 +5,7 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWindows.h"
-#include "Velko/Broom/BelowBroom.h"
+#include "Velko/Broom/BroomFrame.h"
 #include "Velko/Flows/Preferences.h"
 #include "tests/Velko/FacesOnMac.h"
 
@@ -139,7 +139,7 @@ TEST_F(ShelfPanelTest, GoesAndComesWithTheDisplays) {
     startFaces();
     toggle();
     const auto displays = mac.displays.displays();
-    mac.setDisplays({});  // the broom's frame stays as it was
+    mac.setDisplays({});  // while the broom's frame stays the same
     pass(100ms);
     EXPECT_FALSE(surface.isOpen());
     mac.setDisplays(displays);

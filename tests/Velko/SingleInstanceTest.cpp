@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Velko on a layout that another program has.
+/// Velko with a layout that another program uses.
 class SingleInstanceTest : public ProgramOnMac {
  protected:
     SingleInstanceTest() { EXPECT_TRUE(other->take()); }

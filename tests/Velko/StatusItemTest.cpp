@@ -1,6 +1,7 @@
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Velko/Broom/BroomIcon.h"
 #include "Velko/Flows/ShowApp.h"
 #include "tests/Velko/BroomOnMac.h"
 
@@ -17,7 +18,7 @@ constexpr auto closeShelf = [](AppController& velko) {
     velko.closeShelf(ShelfDismissal::click);
 };
 
-/// How things stand when the click comes.
+/// Velko's state when the click comes.
 struct Situation {
     Section section = Section::tucked;
     bool canReadLayout = true;

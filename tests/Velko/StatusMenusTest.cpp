@@ -8,7 +8,7 @@
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Broom/StatusMenus.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "tests/Velko/BroomOnMac.h"
 
@@ -27,7 +27,7 @@ class StatusMenusTest : public BroomOnMac {};
 
 TEST_F(StatusMenusTest, ListEachHiddenAppOnceWithoutHeaderForASingleGroup) {
     mac.launch({.bundleID = "com.example.a", .name = "A", .icons = {{.title = "1"}, {.title = "2"}}});
-    layout.newIconDefault = Section::tucked;  // in which the system's own items have no part
+    layout.newIconDefault = Section::tucked;  // this does not concern the system's own items
     layout.askAboutNewIcons = false;
     startBroom();
     EXPECT_EQ(openMenu(), (Lines{"arrow.up.forward.app Open", "  A", "--", "gearshape Settings…",
@@ -38,10 +38,8 @@ TEST_F(StatusMenusTest, ListEachHiddenAppOnceWithoutHeaderForASingleGroup) {
     mac.closeMenu();
     pass(1s);
     EXPECT_EQ(values().state, RevealState::collapsed());
-    int settings = 0;
-    broom->onSettings = [&] { ++settings; };
     ASSERT_TRUE(choose("Settings…"));
-    EXPECT_EQ(settings, 1);
+    EXPECT_EQ(host.settings, 1);
     ASSERT_TRUE(choose("Quit Velko"));
     EXPECT_TRUE(mac.application.isTerminating);
 }
@@ -85,7 +83,7 @@ TEST_F(StatusMenusTest, PutWhatIsWrongFirst) {
                 "--", "(Move Velko to Applications so its icon stays visible.)", "--"});
     ASSERT_TRUE(mac.statusItem.chooseFromMenu("Open Device Control and Data Access…"));
     EXPECT_THAT(mac.workspace.openedURLs(), ElementsAre(EndsWith("Privacy_Accessibility")));
-    const view::Menu menu = StatusMenus::mainMenu({*velko, mac.platform(), mac.appPorts(), log}, {});
+    const view::Menu menu = StatusMenus::mainMenu(faceParts(), {});
     EXPECT_EQ(menu.at(5).help, "No app in the menu bar is tucked or buried.");
     EXPECT_EQ(menu.at(8).help, *mac.updater.reason);
 

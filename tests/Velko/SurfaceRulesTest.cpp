@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "Velko/Ports/PanelPlacement.h"
-#include "Velko/View/Build.h"
-#include "Velko/View/Keyboard.h"
-#include "Velko/View/SpringCurve.h"
+#include "Velko/Ports/Panels.h"
+#include "Velko/View/Node.h"
+#include "Velko/View/Tree.h"
 
 namespace velko {
 namespace {
@@ -20,7 +19,7 @@ TEST(PanelPlacement, HangsAPanelBelowItsAnchorAndKeepsItWithinItsBounds) {
     EXPECT_EQ(frame(490, size), (Rect{.x = 400, .y = 668, .width = 200, .height = 100}));
     EXPECT_EQ(frame(0, size).x, 8);
     EXPECT_EQ(frame(980, size).x, 792);
-    // A panel that is too large for its bounds keeps to their lower left corner.
+    // A panel that is too large for its bounds stays at their lower left corner.
     EXPECT_EQ(frame(490, {.width = 1200, .height = 900}),
               (Rect{.x = 8, .y = 8, .width = 1200, .height = 900}));
 }

@@ -10,12 +10,12 @@
 
 namespace velko {
 
-/// What must hold of every tree that a user meets.
+/// Checks what must hold of every tree that a user sees.
 inline void audit(const view::Node& root) {
     EXPECT_EQ(faultIn(root), std::nullopt);
 }
 
-/// The tree as VoiceOver reads it, line by line; what cannot be used is in brackets.
+/// The tree as VoiceOver reads it, line by line, with brackets around what can't be used.
 inline std::vector<std::string> reading(const view::Node& root) {
     audit(root);
     std::vector<std::string> lines;

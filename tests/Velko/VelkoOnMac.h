@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,21 +14,44 @@
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/App/Log.h"
-#include "Velko/Ports/AppPorts.h"
+#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Import/Importers.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Sorting/SortSession.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {
 
-/// Velko on a simulated Mac, as a test tells its story. Whatever the story, what must always hold is
-/// checked whenever time passes.
+/// Counts what faces tell the program. The test says how to show the note and which apps to sort.
+class CountingHost final : public FaceHost {
+ public:
+    void onClick() override {}
+    void onNote() override { showNote(); }
+    void onSettings() override { ++settings; }
+    void onResort() override { ++resorts; }
+    void onPermission() override { ++permissions; }
+    void onVisibilityChange() override { ++visibilityChanges; }
+    [[nodiscard]] SortSession makeSession() override { return session(); }
+    [[nodiscard]] std::optional<ImportedLayout> imported() const override { return found; }
+
+    int settings = 0;
+    int resorts = 0;
+    int permissions = 0;
+    int visibilityChanges = 0;
+    std::function<void()> showNote;
+    std::function<SortSession()> session;
+    std::optional<ImportedLayout> found;
+};
+
+/// Velko on a simulated Mac. Whenever time passes, it checks what must always hold.
 class VelkoOnMac : public testing::Test {
  protected:
-    /// Times are told exactly here, so the Mac lets Velko have no naps.
+    /// Tests measure times exactly, so this Mac never slows down Velko's timers.
     explicit VelkoOnMac(const SimulatedMacOptions& options = {}) : mac(options) {
         mac.mainThread.isNapping = nullptr;
     }
@@ -61,13 +86,21 @@ class VelkoOnMac : public testing::Test {
         pass(std::chrono::seconds(3));
     }
 
+    [[nodiscard]] FaceParts faceParts() {
+        return {.controller = *velko,
+                .platform = mac.platform(),
+                .ports = mac.appPorts(),
+                .log = log,
+                .host = host};
+    }
+
     void pass(MainThread::Uptime duration) {
         mac.advance(duration);
         EXPECT_TRUE(shows(velko->ownBundleID())) << "the broom is hidden";
         EXPECT_EQ(mac.visibleSystemItems(), systemItems);
     }
 
-    /// Once no activation is under way, what the system does follows from Velko's state.
+    /// When no activation is under way, the system does what follows from Velko's state.
     void expectSettled() { EXPECT_EQ(velko->engine().current(), velko->currentPlan()); }
 
     [[nodiscard]] bool shows(const BundleID& bundleID) const {
@@ -94,7 +127,7 @@ class VelkoOnMac : public testing::Test {
         writeFile(file(), content);
     }
 
-    /// Between two hiding plans there is never a moment without an assertion.
+    /// Between two plans that hide, there is always an assertion.
     void watchForGap() {
         if (!mac.framework.inForce() && !velko->engine().current().isShowAll()) {
             mac.mainThread.happen({}, [this] {
@@ -111,6 +144,7 @@ class VelkoOnMac : public testing::Test {
     Layout layout;
     std::string bundlePath = "/Applications/Velko.app";
     std::unique_ptr<AppController> velko;
+    CountingHost host;
 };
 
 }  // namespace velko

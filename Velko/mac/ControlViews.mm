@@ -1,0 +1,262 @@
+#include <variant>
+
+#include "Velko/View/Tree.h"
+#import "Velko/mac/NodeView.h"
+#import "Velko/mac/TreeViews.h"
+#include "VelkoEngine/mac/Conversions.h"
+
+namespace velko {
+
+namespace {
+
+constexpr double tileIconPoints = 36;
+
+/// Gives a button its title, its symbol, or both.
+void setFace(NSButton* button, const std::string& title, const std::string& symbol) {
+    button.title = native(title);
+    button.image = symbolImage(symbol);
+    button.imagePosition = button.image == nil ? NSNoImage : title.empty() ? NSImageOnly : NSImageLeading;
+}
+
+/// What views have in common that are one native button.
+class ButtonLike : public NodeView {
+ protected:
+    ButtonLike(NSButton* button, id<VLKTreeActions> actions, SEL action) : NodeView(button, button) {
+        button.target = actions;
+        button.action = action;
+        [button setContentHuggingPriority:NSLayoutPriorityDefaultHigh
+                           forOrientation:NSLayoutConstraintOrientationHorizontal];
+    }
+};
+
+class PushButtonView final : public ButtonLike {
+ public:
+    explicit PushButtonView(const RenderContext& context)
+        : PushButtonView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    PushButtonView(const RenderContext& context, VLKTreeButton* button)
+        : ButtonLike(button, context.actions, @selector(pressed:)), button_(button) {
+        [button setButtonType:NSButtonTypeMomentaryPushIn];
+        button.bezelStyle = NSBezelStylePush;
+    }
+
+    void update(const view::Node& node) override {
+        using Style = view::Button::Style;
+        const auto& button = std::get<view::Button>(node.content);
+        setFace(button_, button.title, button.symbol);
+        button_.enabled = node.isEnabled;
+        button_.bordered = button.style != Style::link;
+        button_.contentTintColor = button.style == Style::link ? [NSColor linkColor] : nil;
+        button_.bezelColor = button.style == Style::primary ? [NSColor controlAccentColor] : nil;
+        // Velko listens to keys elsewhere. This one also makes the button the default button, and lets it
+        // look so.
+        button_.keyEquivalent =
+            button.shortcut == view::Shortcut{.key = view::Shortcut::Key::enter} ? @"\r" : @"";
+    }
+
+    VLKTreeButton* button_;
+};
+
+class MenuButtonView final : public ButtonLike {
+ public:
+    explicit MenuButtonView(const RenderContext& context)
+        : MenuButtonView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    MenuButtonView(const RenderContext& context, VLKTreeButton* button)
+        : ButtonLike(button, context.actions, @selector(menuAsked:)), button_(button) {
+        [button setButtonType:NSButtonTypeMomentaryPushIn];
+        button.bezelStyle = NSBezelStylePush;
+    }
+
+    void update(const view::Node& node) override {
+        const auto& button = std::get<view::MenuButton>(node.content);
+        button_.title = native(button.title);
+        button_.enabled = node.isEnabled;
+    }
+
+    VLKTreeButton* button_;
+};
+
+class CheckboxView final : public ButtonLike {
+ public:
+    explicit CheckboxView(const RenderContext& context)
+        : CheckboxView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    CheckboxView(const RenderContext& context, VLKTreeButton* button)
+        : ButtonLike(button, context.actions, @selector(toggled:)), button_(button) {
+        [button setButtonType:NSButtonTypeSwitch];
+    }
+
+    void update(const view::Node& node) override {
+        const auto& toggle = std::get<view::Toggle>(node.content);
+        button_.title = native(toggle.title);
+        button_.imagePosition = toggle.title.empty() ? NSImageOnly : NSImageLeading;
+        button_.enabled = node.isEnabled;
+        button_.state = toggle.isOn ? NSControlStateValueOn : NSControlStateValueOff;
+    }
+
+    VLKTreeButton* button_;
+};
+
+class AppTileView final : public ButtonLike {
+ public:
+    explicit AppTileView(const RenderContext& context)
+        : AppTileView(context, [[VLKTileView alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    AppTileView(const RenderContext& context, VLKTileView* tile)
+        : ButtonLike(tile, context.actions, @selector(pressed:)), icons_(context.icons), tile_(tile) {
+        [tile setButtonType:NSButtonTypeMomentaryChange];
+        tile.bordered = NO;
+        tile.imagePosition = NSImageAbove;
+        tile.lineBreakMode = NSLineBreakByTruncatingTail;
+        tile.font = [NSFont systemFontOfSize:[NSFont smallSystemFontSize]];
+        tile.treeActions = context.actions;
+        // Its node says how wide it is; a long name makes it no wider.
+        [tile setContentHuggingPriority:NSLayoutPriorityDefaultLow
+                         forOrientation:NSLayoutConstraintOrientationHorizontal];
+        [tile setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
+                                       forOrientation:NSLayoutConstraintOrientationHorizontal];
+        NSLayoutConstraint* width =
+            [tile.widthAnchor constraintGreaterThanOrEqualToConstant:view::Tile::usualWidth];
+        width.priority = NSLayoutPriorityDefaultHigh;
+        width.active = YES;
+    }
+
+    void update(const view::Node& node) override {
+        const auto& tile = std::get<view::Tile>(node.content);
+        tile_.app = native(tile.bundleID);
+        tile_.hasMenu = tile.menu != nullptr;
+        tile_.image = icons_.icon(tile.bundleID, tileIconPoints);
+        tile_.title = native(view::spoken(node));
+        tile_.enabled = node.isEnabled;
+    }
+
+    AppIcons& icons_;
+    VLKTileView* tile_;
+};
+
+}  // namespace
+
+NodeViewRef makeView(const view::Button& /*content*/, const RenderContext& context) {
+    return std::make_unique<PushButtonView>(context);
+}
+NodeViewRef makeView(const view::MenuButton& /*content*/, const RenderContext& context) {
+    return std::make_unique<MenuButtonView>(context);
+}
+NodeViewRef makeView(const view::Toggle& /*content*/, const RenderContext& context) {
+    return std::make_unique<CheckboxView>(context);
+}
+NodeViewRef makeView(const view::Tile& /*content*/, const RenderContext& context) {
+    return std::make_unique<AppTileView>(context);
+}
+
+namespace {
+
+constexpr double titleSpacing = 6;
+
+NSTextField* makeTitle() {
+    NSTextField* title = [NSTextField labelWithString:@""];
+    [title setContentHuggingPriority:NSLayoutPriorityDefaultHigh
+                      forOrientation:NSLayoutConstraintOrientationHorizontal];
+    return title;
+}
+
+/// A control with its title on its left.
+NSStackView* titled(NSArray<NSView*>* views) {
+    NSStackView* stack =
+        StackViews::make(NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeCenterY, titleSpacing);
+    StackViews::place(stack, views);
+    return stack;
+}
+
+NSArray<NSView*>* listed(std::initializer_list<NSView*> views) {
+    NSMutableArray<NSView*>* list = [NSMutableArray arrayWithCapacity:views.size()];
+    for (NSView* view : views) {
+        [list addObject:view];
+    }
+    return list;
+}
+
+void setTitle(NSTextField* title, const std::string& words) {
+    title.stringValue = native(words);
+    title.hidden = words.empty();
+}
+
+class PopUpView final : public NodeView {
+ public:
+    explicit PopUpView(const RenderContext& context)
+        : PopUpView(context, makeTitle(), [[NSPopUpButton alloc] initWithFrame:NSRect {} pullsDown:NO]) {}
+
+ private:
+    PopUpView(const RenderContext& context, NSTextField* title, NSPopUpButton* popUp)
+        : NodeView(titled(listed({title, popUp})), popUp), title_(title), popUp_(popUp) {
+        popUp.target = context.actions;
+        popUp.action = @selector(picked:);
+    }
+
+    void update(const view::Node& node) override {
+        const auto& picker = std::get<view::Picker>(node.content);
+        setTitle(title_, picker.title);
+        // While its menu is open, it must not be filled again without need.
+        if (picker.options != options_) {
+            options_ = picker.options;
+            [popUp_ removeAllItems];
+            for (const std::string& option : options_) {
+                // The button's own method would put options of the same name together.
+                [popUp_.menu addItemWithTitle:native(option) action:nil keyEquivalent:@""];
+            }
+        }
+        if (picker.selected < options_.size()) {
+            [popUp_ selectItemAtIndex:static_cast<NSInteger>(picker.selected)];
+        }
+        popUp_.enabled = node.isEnabled;
+    }
+
+    NSTextField* title_;
+    NSPopUpButton* popUp_;
+    std::vector<std::string> options_;
+};
+
+class SegmentsView final : public NodeView {
+ public:
+    explicit SegmentsView(const RenderContext& context)
+        : SegmentsView(context, makeTitle(), [[NSSegmentedControl alloc] initWithFrame:NSRect{}]) {}
+
+ private:
+    SegmentsView(const RenderContext& context, NSTextField* title, NSSegmentedControl* segments)
+        : NodeView(titled(listed({title, segments})), segments), title_(title), segments_(segments) {
+        segments.trackingMode = NSSegmentSwitchTrackingSelectOne;
+        segments.target = context.actions;
+        segments.action = @selector(segmentPicked:);
+    }
+
+    void update(const view::Node& node) override {
+        const auto& picker = std::get<view::Picker>(node.content);
+        setTitle(title_, picker.title);
+        segments_.segmentCount = static_cast<NSInteger>(picker.options.size());
+        for (std::size_t index = 0; index < picker.options.size(); ++index) {
+            [segments_ setLabel:native(picker.options[index]) forSegment:static_cast<NSInteger>(index)];
+        }
+        segments_.selectedSegment =
+            picker.selected < picker.options.size() ? static_cast<NSInteger>(picker.selected) : -1;
+        segments_.enabled = node.isEnabled;
+    }
+
+    NSTextField* title_;
+    NSSegmentedControl* segments_;
+};
+
+}  // namespace
+
+NodeViewRef makeView(const view::Picker& content, const RenderContext& context) {
+    if (content.style == view::Picker::Style::segmented) {
+        return std::make_unique<SegmentsView>(context);
+    }
+    return std::make_unique<PopUpView>(context);
+}
+
+}  // namespace velko
