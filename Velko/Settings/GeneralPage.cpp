@@ -46,7 +46,8 @@ void editReveal(AppController& controller, const Change& change) {
     controller.preferences().setReveal(reveal);
 }
 
-/// Those that are written into the layout's file, off while it can't be read: a change would replace it.
+/// Switches off the controls of what is in the layout's file. While that can't be read, a change would
+/// replace it.
 void lock(view::Node& node) {
     node.isEnabled = false;
     if (auto* const group = std::get_if<view::Group>(&node.content)) {
@@ -76,7 +77,7 @@ view::Node starting(const FaceParts& parts) {
 
 // Revealing
 
-/// The times on offer, with the one in force among them.
+/// The times that the user can choose, and the one that holds now.
 std::vector<std::int64_t> tuckTimes(std::int64_t now) {
     constexpr std::array<std::int64_t, 10> offered{0, 3, 4, 5, 6, 8, 10, 15, 20, 30};
     std::vector<std::int64_t> times(offered.begin(), offered.end());
