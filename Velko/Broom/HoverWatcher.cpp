@@ -40,7 +40,7 @@ void HoverWatcher::sync() {
 
 void HoverWatcher::broomClicked() {
     pending_.cancel();
-    isDeaf_ = true;
+    ignoresBroom_ = true;
 }
 
 void HoverWatcher::check() {
@@ -48,17 +48,17 @@ void HoverWatcher::check() {
     if (displays.empty()) {
         return;
     }
-    const Sight sight = look(displays);
-    isDeaf_ = isDeaf_ && sight.overBroom;
-    if (isDeaf_ || parts_.controller.values().stepsAside()) {
+    const PointerPlace at = look(displays);
+    ignoresBroom_ = ignoresBroom_ && at.overBroom;
+    if (ignoresBroom_ || parts_.controller.values().stepsAside()) {
         return;
     }
     const bool revealed = isRevealed();
-    if (sight.overBroom && !revealed) {
+    if (at.overBroom && !revealed) {
         schedule(Timing::hoverRevealDelay, [this] { reveal(); });
-    } else if (revealedByHover_ && revealed && !sight.inBar) {
+    } else if (revealedByHover_ && revealed && !at.inBar) {
         schedule(Timing::hoverTuckDelay, [this] { tuck(); });
-    } else if (!sight.inBar && !sight.overBroom) {
+    } else if (!at.inBar && !at.overBroom) {
         // When a tuck is pending, it stays pending.
         if (!revealed) {
             pending_.cancel();
@@ -68,7 +68,7 @@ void HoverWatcher::check() {
     }
 }
 
-HoverWatcher::Sight HoverWatcher::look(const std::vector<Display>& displays) const {
+HoverWatcher::PointerPlace HoverWatcher::look(const std::vector<Display>& displays) const {
     const Point pointer = parts_.platform.pointer.location();
     const Point downwards{.x = pointer.x, .y = displays.front().frame.maxY() - pointer.y};
     const Display* const under = MenuBarStrip::displayUnder(displays, pointer);

@@ -29,13 +29,13 @@ class HoverWatcher final : private NonCopyable {
 
  private:
     /// What hovering wants to know about the pointer.
-    struct Sight {
+    struct PointerPlace {
         bool overBroom = false;
         bool inBar = false;  ///< in a menu bar or over the shelf
     };
 
     void check();
-    [[nodiscard]] Sight look(const std::vector<Display>& displays) const;
+    [[nodiscard]] PointerPlace look(const std::vector<Display>& displays) const;
     [[nodiscard]] bool isRevealed() const;
     void schedule(Timing::Duration delay, std::function<void()> action);
     void reveal();
@@ -46,7 +46,7 @@ class HoverWatcher final : private NonCopyable {
     Subscription moves_;  ///< active while hovering is switched on
     Task pending_;
     bool revealedByHover_ = false;  ///< hovering has revealed, so it may also tidy
-    bool isDeaf_ = false;           ///< the pointer has clicked and not left the broom since
+    bool ignoresBroom_ = false;     ///< the pointer has clicked and not left the broom since
 };
 
 }  // namespace velko
