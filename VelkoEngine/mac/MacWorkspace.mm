@@ -37,6 +37,11 @@ WorkspaceNotice portable(NSNotification* notification, WorkspaceNotice::Kind kin
             .bundleID = portableIfAny(application.bundleIdentifier)};
 }
 
+NSArray<NSRunningApplication*>* running(const BundleID& bundleID) {
+    NSString* identifier = native(bundleID);
+    return [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier];
+}
+
 }  // namespace
 
 std::vector<RunningApplication> MacWorkspace::runningApplications() const {
@@ -53,9 +58,7 @@ std::optional<BundleID> MacWorkspace::bundleID(ProcessID pid) const {
 
 std::vector<ProcessID> MacWorkspace::pids(const BundleID& bundleID) const {
     std::vector<ProcessID> result;
-    NSString* identifier = native(bundleID);
-    for (NSRunningApplication* application in
-         [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
+    for (NSRunningApplication* application in running(bundleID)) {
         result.push_back(application.processIdentifier);
     }
     return result;
@@ -94,9 +97,7 @@ Subscription MacWorkspace::observe(std::function<void(const WorkspaceNotice&)> h
 }
 
 void MacWorkspace::terminate(const BundleID& bundleID) {
-    NSString* identifier = native(bundleID);
-    for (NSRunningApplication* application in
-         [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
+    for (NSRunningApplication* application in running(bundleID)) {
         [application terminate];
     }
 }
