@@ -175,7 +175,8 @@ void BroomIcon::lean(bool over) {
 }
 
 void BroomIcon::swing(Rock rock) {
-    const double progress = secondsOf(platform_.mainThread.now() - rock.start) / Timing::broomRockDuration;
+    const double progress =
+        Timing::Seconds(platform_.mainThread.now() - rock.start) / Timing::broomRockDuration;
     if (progress < 1) {
         angle_ = rock.to + (rock.from - rock.to) * left(progress);
     } else {

@@ -214,7 +214,8 @@ void NoteController::show() {
     hasAsked_ = !questions.areAnswered();
     spotlessClose_.cancel();
     panel_.open({.place = wanted,
-                 .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0 : Timing::noteFade},
+                 .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? Timing::Seconds::zero()
+                                                                          : Timing::noteFade},
                  .content = noteView(parts_, questions, [this] { close(); }),
                  .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
                  .closed = [this] { closed(); }},

@@ -16,26 +16,27 @@ constexpr double criticalRest = 9.24;
 
 }  // namespace
 
-SpringCurve::SpringCurve(double response, double damping) noexcept
+SpringCurve::SpringCurve(Timing::Seconds response, double damping) noexcept
     : damping_(std::clamp(damping, weakestDamping, 1.0)) {
-    if (response <= 0) {
+    if (response <= Timing::Seconds::zero()) {
         return;
     }
-    frequency_ = 2 * std::numbers::pi / response;
+    frequency_ = 2 * std::numbers::pi / response.count();
     if (damping_ < 1) {
         // The swings stay below a curve that starts at 1 / sqrt(1 - damping²) and falls.
-        duration_ = std::min(-std::log(atRest * std::sqrt(1 - damping_ * damping_)) / (damping_ * frequency_),
-                             criticalRest / (damping_ * frequency_));
+        duration_ = Timing::Seconds(
+            std::min(-std::log(atRest * std::sqrt(1 - damping_ * damping_)) / (damping_ * frequency_),
+                     criticalRest / (damping_ * frequency_)));
     } else {
-        duration_ = criticalRest / frequency_;
+        duration_ = Timing::Seconds(criticalRest / frequency_);
     }
 }
 
-double SpringCurve::at(double seconds) const noexcept {
-    if (seconds >= duration_) {
+double SpringCurve::at(Timing::Seconds since) const noexcept {
+    if (since >= duration_) {
         return 1;
     }
-    const double time = std::max(seconds, 0.0);
+    const double time = std::max(since.count(), 0.0);
     const double decay = std::exp(-damping_ * frequency_ * time);
     if (damping_ >= 1) {
         return 1 - decay * (1 + frequency_ * time);

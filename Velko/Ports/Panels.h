@@ -4,6 +4,7 @@
 
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Geometry.h"
+#include "VelkoCore/Time/Timing.h"
 
 namespace velko {
 
@@ -49,20 +50,20 @@ inline constexpr double panelArrowHeight = 10;
 /// The movement of a spring that comes to rest: from 0 to 1 over time.
 class SpringCurve final {
  public:
-    /// `response`: how long one swing takes, in seconds; 0 or less: it rests at once. `damping`: from 0 (it
+    /// `response`: how long one swing takes; zero or less: it rests at once. `damping`: from 0 (it
     /// swings for a long time) to 1 (it never swings past its rest); less than a tenth counts as a tenth.
-    SpringCurve(double response, double damping) noexcept;
+    SpringCurve(Timing::Seconds response, double damping) noexcept;
 
-    /// Its position so many seconds after its release; exactly 1 from `duration` on.
-    [[nodiscard]] double at(double seconds) const noexcept;
+    /// Its position at a time after its release; exactly 1 from `duration` on.
+    [[nodiscard]] double at(Timing::Seconds time) const noexcept;
 
-    /// The seconds until it stays within a thousandth of its rest.
-    [[nodiscard]] double duration() const noexcept { return duration_; }
+    /// The time until it stays within a thousandth of its rest.
+    [[nodiscard]] Timing::Seconds duration() const noexcept { return duration_; }
 
  private:
     double frequency_ = 0;  // radians per second
     double damping_ = 1;
-    double duration_ = 0;
+    Timing::Seconds duration_{};
 };
 
 }  // namespace velko

@@ -14,6 +14,7 @@
 #include "Velko/View/Node.h"
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
@@ -34,9 +35,9 @@ class Surface : private NonCopyable {
     };
     /// How a panel comes and goes: on a spring, as a drawer slides, or by fading.
     struct Motion {
-        double springResponse = 0;  ///< seconds; 0: no spring
-        double springDamping = 1;   ///< 1: it never swings past its goal
-        double fade = 0;            ///< seconds
+        Timing::Seconds springResponse{};  ///< zero: no spring
+        double springDamping = 1;          ///< 1: it never swings past its goal
+        Timing::Seconds fade{};
 
         bool operator==(const Motion&) const = default;
     };

@@ -27,19 +27,15 @@ constexpr Size canvas{.width = 440, .height = 180};
 constexpr double broomPoints = 124;
 constexpr double unit = broomPoints / 18;  // the broom is drawn 18 units wide
 constexpr Point broomAtRest{.x = (canvas.width - broomPoints) / 2, .y = 40};
-constexpr double sweepIn = 0.8;
-constexpr double blink = 0.12;
-constexpr double hop = 0.32;
+constexpr Timing::Seconds sweepIn{0.8};
+constexpr Timing::Seconds blink{0.12};
+constexpr Timing::Seconds hop{0.32};
 constexpr double hopHeight = 22;
 constexpr double wipeWidth = 70;
 
-double secondsOf(Timing::Duration duration) {
-    return std::chrono::duration<double>(duration).count();
-}
-
 /// How much of something has passed that begins at `from` and takes `length`: 0 to 1.
-double progress(double seconds, double from, double length) {
-    return std::clamp((seconds - from) / length, 0.0, 1.0);
+double progress(Timing::Seconds time, Timing::Seconds from, Timing::Seconds length) {
+    return std::clamp((time - from) / length, 0.0, 1.0);
 }
 
 /// Goes from 0 up to 1 and down to 0 again.
@@ -51,7 +47,7 @@ double arch(double part) {
 struct Bubble {
     Point centre;
     double radius = 0;
-    double popsAt = 0;
+    Timing::Seconds popsAt{};
 };
 
 std::vector<Bubble> bubbles() {
@@ -66,19 +62,20 @@ std::vector<Bubble> bubbles() {
                                                                {{.x = 84, .y = 158}, 7},
                                                                {{.x = 366, .y = 156}, 8}}};
     std::vector<Bubble> result;
-    double popsAt = secondsOf(Timing::sudsFirstPop);
+    Timing::Seconds popsAt = Timing::sudsFirstPop;
     double part = 0;
     for (const auto& [centre, radius] : places) {
         result.push_back({.centre = centre, .radius = radius, .popsAt = popsAt});
         part = std::fmod(part + std::numbers::phi, 1.0);  // spreads the times evenly, and looks random
-        popsAt += std::lerp(Timing::sudsPopEvery.lowest, Timing::sudsPopEvery.highest, part);
+        popsAt += Timing::Seconds(
+            std::lerp(Timing::sudsPopEvery.lowest.count(), Timing::sudsPopEvery.highest.count(), part));
     }
     return result;
 }
 
 /// How far the wipe has come, from left to right.
-double wipedTo(double seconds) {
-    const double part = progress(seconds, secondsOf(Timing::introWipeDelay), Timing::introWipe);
+double wipedTo(Timing::Seconds time) {
+    const double part = progress(time, Timing::introWipeDelay, Timing::introWipe);
     return part * (canvas.width + wipeWidth);
 }
 
@@ -94,17 +91,17 @@ void addBubble(Drawing& drawing, const Bubble& bubble, double popped) {
         {.path = view::circle(shine, bubble.radius * 0.18 * opacity), .ink = Ink::soap, .opacity = opacity});
 }
 
-void addSuds(Drawing& drawing, double seconds) {
+void addSuds(Drawing& drawing, Timing::Seconds time) {
     for (const Bubble& bubble : bubbles()) {
-        const double popped = progress(seconds, bubble.popsAt, Timing::bubblePop);
-        if (wipedTo(seconds) > bubble.centre.x + wipeWidth && popped < 1) {
+        const double popped = progress(time, bubble.popsAt, Timing::bubblePop);
+        if (wipedTo(time) > bubble.centre.x + wipeWidth && popped < 1) {
             addBubble(drawing, bubble, popped);
         }
     }
 }
 
-void addWipe(Drawing& drawing, double seconds) {
-    const double front = wipedTo(seconds);
+void addWipe(Drawing& drawing, Timing::Seconds time) {
+    const double front = wipedTo(time);
     if (front <= 0 || front >= canvas.width + wipeWidth) {
         return;
     }
@@ -128,17 +125,17 @@ struct Pose {
     bool eyesClosed = false;
 };
 
-Pose poseAt(double seconds) {
+Pose poseAt(Timing::Seconds time) {
     Pose pose;
-    const double left = 1 - progress(seconds, 0, sweepIn);
+    const double left = 1 - progress(time, Timing::Seconds::zero(), sweepIn);
     pose.offset.x -= left * left * left * (broomAtRest.x + broomPoints);
-    const double swish = progress(seconds, Timing::introSwishAt, Timing::broomRockDuration);
+    const double swish = progress(time, Timing::introSwishAt, Timing::broomRockDuration);
     pose.tilt = Timing::broomRockDegrees * std::sin(swish * 4 * std::numbers::pi) * (1 - swish);
-    const double wiping = progress(seconds, secondsOf(Timing::introWipeDelay), Timing::introWipe);
+    const double wiping = progress(time, Timing::introWipeDelay, Timing::introWipe);
     pose.tilt += Timing::broomRockDegrees * std::sin(wiping * 2 * std::numbers::pi);
-    pose.offset.y -= hopHeight * arch(progress(seconds, Timing::introHopAt, hop));
-    pose.sparkle = progress(seconds, Timing::introSparkleAt, Timing::introSparkle);
-    pose.eyesClosed = seconds >= Timing::introBlinkAt && seconds < Timing::introBlinkAt + blink;
+    pose.offset.y -= hopHeight * arch(progress(time, Timing::introHopAt, hop));
+    pose.sparkle = progress(time, Timing::introSparkleAt, Timing::introSparkle);
+    pose.eyesClosed = time >= Timing::introBlinkAt && time < Timing::introBlinkAt + blink;
     return pose;
 }
 
@@ -185,39 +182,38 @@ void addBroom(Drawing& drawing, const Pose& pose) {
 Drawing at(const Moment& moment) {
     Drawing drawing{.size = canvas};
     if (moment.reducedMotion) {
-        addSuds(drawing, secondsOf(Timing::sudsFirstPop));
+        addSuds(drawing, Timing::sudsFirstPop);
         addBroom(drawing, {});
-        const double opacity = progress(moment.seconds, 0, Timing::reducedMotionFade);
+        const double opacity = progress(moment.time, Timing::Seconds::zero(), Timing::reducedMotionFade);
         for (Shape& shape : drawing.shapes) {
             shape.opacity *= opacity;
         }
         return drawing;
     }
-    addSuds(drawing, moment.seconds);
-    addBroom(drawing, poseAt(moment.seconds));
-    addWipe(drawing, moment.seconds);
+    addSuds(drawing, moment.time);
+    addBroom(drawing, poseAt(moment.time));
+    addWipe(drawing, moment.time);
     return drawing;
 }
 
 Drawing still() {
-    return at({.seconds = Timing::reducedMotionFade, .reducedMotion = true});
+    return at({.time = Timing::reducedMotionFade, .reducedMotion = true});
 }
 
 std::optional<Timing::Duration> untilChange(const Moment& moment) {
-    const double stillAt = moment.reducedMotion ? Timing::reducedMotionFade
-                                                : secondsOf(Timing::introWipeDelay) + Timing::introWipe;
-    if (moment.seconds < stillAt) {
+    const Timing::Seconds wiped = Timing::introWipeDelay + Timing::introWipe;
+    const Timing::Seconds stillAt = moment.reducedMotion ? Timing::reducedMotionFade : wiped;
+    if (moment.time < stillAt) {
         return frame;
     }
     if (moment.reducedMotion) {
         return std::nullopt;
     }
     for (const Bubble& bubble : bubbles()) {
-        if (moment.seconds < bubble.popsAt) {
-            const std::chrono::duration<double> wait(bubble.popsAt - moment.seconds);
-            return std::max(frame, std::chrono::ceil<Timing::Duration>(wait));
+        if (moment.time < bubble.popsAt) {
+            return std::max(frame, std::chrono::ceil<Timing::Duration>(bubble.popsAt - moment.time));
         }
-        if (moment.seconds < bubble.popsAt + Timing::bubblePop) {
+        if (moment.time < bubble.popsAt + Timing::bubblePop) {
             return frame;
         }
     }
@@ -238,13 +234,12 @@ void IntroPlayer::play() {
 }
 
 view::Drawing IntroPlayer::picture() const {
-    return Intro::at(
-        {.seconds = secondsOf(platform_.mainThread.now() - began_), .reducedMotion = reducedMotion_});
+    return Intro::at({.time = platform_.mainThread.now() - began_, .reducedMotion = reducedMotion_});
 }
 
 void IntroPlayer::waitForChange() {
-    const auto wait = Intro::untilChange(
-        {.seconds = secondsOf(platform_.mainThread.now() - began_), .reducedMotion = reducedMotion_});
+    const auto wait =
+        Intro::untilChange({.time = platform_.mainThread.now() - began_, .reducedMotion = reducedMotion_});
     if (!wait) {
         beat_.cancel();
         return;

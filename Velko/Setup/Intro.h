@@ -15,7 +15,7 @@
 namespace velko::Intro {
 
 struct Moment {
-    double seconds = 0;  ///< since the introduction began
+    Timing::Seconds time{};  ///< since the introduction began
     bool reducedMotion = false;
 };
 

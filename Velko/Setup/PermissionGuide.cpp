@@ -63,10 +63,10 @@ void PermissionGuide::follow() {
 
 void PermissionGuide::show(const Surface::Place& place) {
     if (!panel_.isOpen()) {
-        panel_.open(
-            {.place = place,
-             .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? 0.0 : Timing::reducedMotionFade},
-             .content = tree("arrow.up", pointing)});
+        panel_.open({.place = place,
+                     .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? Timing::Seconds::zero()
+                                                                              : Timing::reducedMotionFade},
+                     .content = tree("arrow.up", pointing)});
         parts_.ports.surfaces.announce(pointing);
     } else {
         panel_.move(place);

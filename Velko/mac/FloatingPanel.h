@@ -26,11 +26,11 @@ class PanelMotion final {
 
  private:
     void step();
-    void draw(double seconds);
+    void draw(Timing::Seconds time);
 
     MainThread& mainThread_;
     SpringCurve spring_;
-    double fade_;
+    Timing::Seconds fade_;
     NSWindow* panel_;
     NSRect target_;
     MainThread::Uptime start_;

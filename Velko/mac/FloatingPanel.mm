@@ -19,12 +19,12 @@ PanelMotion::PanelMotion(MainThread& mainThread, const Surface::Motion& motion, 
                          NSRect target)
     : mainThread_(mainThread),
       spring_(motion.springResponse, motion.springDamping),
-      fade_(std::max(motion.fade, 0.0)),
+      fade_(std::max(motion.fade, Timing::Seconds::zero())),
       panel_(panel),
       target_(target),
       start_(mainThread.now()) {
-    draw(0);
-    if (spring_.duration() > 0 || fade_ > 0) {
+    draw(Timing::Seconds::zero());
+    if (std::max(spring_.duration(), fade_) > Timing::Seconds::zero()) {
         steps_ = mainThread_.every(frameTime, [this] { step(); });
     }
 }
@@ -35,17 +35,17 @@ void PanelMotion::setTarget(NSRect target) {
 }
 
 void PanelMotion::step() {
-    const double seconds = std::chrono::duration<double>(mainThread_.now() - start_).count();
-    draw(seconds);
-    if (seconds >= std::max(spring_.duration(), fade_)) {
+    const Timing::Seconds time = mainThread_.now() - start_;
+    draw(time);
+    if (time >= std::max(spring_.duration(), fade_)) {
         steps_ = Task();
     }
 }
 
-void PanelMotion::draw(double seconds) {
-    [panel_ setFrame:native(panelSlidOut(portable(target_), spring_.at(seconds))) display:YES];
-    panel_.alphaValue =
-        fade_ > 0 ? std::min(seconds / fade_, 1.0) : std::clamp(spring_.at(seconds), 0.0, 1.0);
+void PanelMotion::draw(Timing::Seconds time) {
+    [panel_ setFrame:native(panelSlidOut(portable(target_), spring_.at(time))) display:YES];
+    panel_.alphaValue = fade_ > Timing::Seconds::zero() ? std::min(time / fade_, 1.0)
+                                                        : std::clamp(spring_.at(time), 0.0, 1.0);
 }
 
 }  // namespace velko

@@ -9,6 +9,8 @@
 namespace velko::Timing {
 
 using Duration = std::chrono::milliseconds;
+using Seconds =
+    std::chrono::duration<double>;  ///< of what moves on the screen, drawn between milliseconds too
 using namespace std::chrono_literals;
 
 // Reveal, hover, shelf and peek
@@ -18,7 +20,7 @@ inline constexpr Duration autoTuckRetry = 1s;        ///< next try of an auto-tu
 inline constexpr Duration autoTuckHold = 60s;        ///< how long a pointer at rest may delay it
 inline constexpr Duration shelfCloseClickGrace =
     400ms;  ///< a click this soon after closing is the same click
-inline constexpr double shelfSpringResponse = 0.42;
+inline constexpr Seconds shelfSpringResponse{0.42};
 inline constexpr double shelfSpringDamping = 0.72;
 inline constexpr Duration peekReflowDelay = 150ms;  ///< until the bar has made room for a peeking app
 inline constexpr Duration peekMaxDuration = 60s;
@@ -55,7 +57,7 @@ inline constexpr Duration permissionGuideFollowInterval = 300ms;
 inline constexpr Duration permissionGuideDoneHold = 1200ms;
 inline constexpr std::chrono::seconds inboxUpgradeGraceSeconds = 24h;
 inline constexpr Duration noteSpotlessHold = 1400ms;
-inline constexpr double noteFade = 0.12;  ///< seconds
+inline constexpr Seconds noteFade{0.12};
 
 // Saving
 inline constexpr Duration saveDelay = 5s;  ///< a burst of edits is written once, this long after the last
@@ -71,23 +73,23 @@ inline constexpr int autopilotPromoteMinDays = 3;
 inline constexpr Duration autopilotCheckInterval = 3600s;
 inline constexpr int clickDaysKept = 21;
 
-// Decorative animation, in seconds unless named otherwise
+// Decorative animation
 struct ClosedRange {
-    double lowest;
-    double highest;
+    Seconds lowest;
+    Seconds highest;
 };
-inline constexpr double broomRockDuration = 0.7;
+inline constexpr Seconds broomRockDuration{0.7};
 inline constexpr double broomRockDegrees = 16;
-inline constexpr double introSparkle = 0.7;
-inline constexpr double introSwishAt = 0.3;
-inline constexpr double introBlinkAt = 0.95;
-inline constexpr double introSparkleAt = 0.8;
-inline constexpr double introHopAt = 1.02;
+inline constexpr Seconds introSparkle{0.7};
+inline constexpr Seconds introSwishAt{0.3};
+inline constexpr Seconds introBlinkAt{0.95};
+inline constexpr Seconds introSparkleAt{0.8};
+inline constexpr Seconds introHopAt{1.02};
 inline constexpr Duration introWipeDelay = 1380ms;
-inline constexpr double introWipe = 0.55;
-inline constexpr double reducedMotionFade = 0.15;
-inline constexpr double bubblePop = 0.6;
-inline constexpr ClosedRange sudsPopEvery{0.6, 2.2};
+inline constexpr Seconds introWipe{0.55};
+inline constexpr Seconds reducedMotionFade{0.15};
+inline constexpr Seconds bubblePop{0.6};
+inline constexpr ClosedRange sudsPopEvery{Seconds{0.6}, Seconds{2.2}};
 inline constexpr Duration sudsFirstPop = 2200ms;
 
 }  // namespace velko::Timing

@@ -64,7 +64,7 @@ class MainThread : private NonCopyable {
     [[nodiscard]] virtual Task startBackground(Read read, Then then) = 0;
 };
 
-/// Uptime as a number of seconds, for arithmetic that is done in seconds.
+/// Uptime as a number of seconds, for texts and for calls of the system.
 [[nodiscard]] constexpr double secondsOf(MainThread::Uptime uptime) noexcept {
     return std::chrono::duration<double>(uptime).count();
 }

@@ -30,7 +30,7 @@ class HoverTest : public FacesOnMac {
     void glideTo(Point to, MainThread::Uptime time) {
         const Point from = mac.pointer.location();
         for (auto gone = 20ms; gone <= time; gone += 20ms) {
-            const double way = secondsOf(gone) / secondsOf(time);
+            const double way = Timing::Seconds(gone) / Timing::Seconds(time);
             mac.pointer.moveTo({.x = from.x + (to.x - from.x) * way, .y = from.y + (to.y - from.y) * way});
             pass(20ms);
         }

@@ -47,7 +47,7 @@ TEST_F(NoteTest, SaysThatEverythingIsSpotlessAndStaysUntilTheUserIsDone) {
     keepDusty();
     note->show();
     EXPECT_TRUE(logged("[note] shown: 0 new, 0 suggestions"));
-    EXPECT_GT(surface.opening()->motion.fade, 0);
+    EXPECT_GT(surface.opening()->motion.fade, Timing::Seconds::zero());
     EXPECT_EQ(read(), spotless);
     pass(60s);
     EXPECT_TRUE(surface.press({.key = Key::enter}));

@@ -153,7 +153,7 @@ TEST_F(ShelfPanelTest, HangsBelowTheBroomOfWhateverScreenHoldsIt) {
     EXPECT_EQ(surface.opening()->place->anchor.x, broom->chevronFrame()->x);
     EXPECT_EQ(surface.frame()->maxY(), 982 - 38 - 4);
     EXPECT_EQ(surface.opening()->motion,
-              (Surface::Motion{.springResponse = 0.42, .springDamping = 0.72, .fade = 0}));
+              (Surface::Motion{.springResponse = Timing::Seconds(0.42), .springDamping = 0.72}));
     const Rect before = *broom->chevronFrame();
     mac.iconElement(mac.processes.ownPID(), 0)->attributes["AXPosition"] = Point{.x = 400, .y = 0};
     broom->refresh();
@@ -167,7 +167,7 @@ TEST_F(ShelfPanelTest, HangsBelowTheBroomOfWhateverScreenHoldsIt) {
     mac.surfaces.reducedMotion = true;
     velko->preferences().setReveal({.autoTuckSeconds = 0, .otherStyle = RevealStyle::shelf});
     toggle();
-    EXPECT_EQ(surface.opening()->motion, (Surface::Motion{.fade = 0.15}));
+    EXPECT_EQ(surface.opening()->motion, (Surface::Motion{.fade = Timing::Seconds(0.15)}));
 
     const std::vector<Display> displays{SimulatedDisplays::plain(),
                                         SimulatedDisplays::plain({1920, 200}, {1280, 800})};

@@ -10,6 +10,8 @@
 namespace velko {
 namespace {
 
+using namespace std::chrono_literals;
+
 TEST(PanelPlacement, HangsAPanelBelowItsAnchorAndKeepsItWithinItsBounds) {
     constexpr Rect bounds{.x = 8, .y = 8, .width = 984, .height = 760};
     const auto frame = [&](double x, Size panel) {
@@ -43,18 +45,18 @@ TEST(PanelPlacement, PointsTheArrowAtTheAnchorAndSlidesOutFromUnderTheBar) {
 
 TEST(SpringCurve, ComesToRestWhereItSaysAndOvershootsOnlyWhenLoose) {
     for (const double damping : {0.0, 0.3, 0.72, 0.99, 1.0, 5.0}) {
-        const SpringCurve spring(0.42, damping);
-        EXPECT_EQ(spring.at(0), 0) << damping;
+        const SpringCurve spring(420ms, damping);
+        EXPECT_EQ(spring.at(0s), 0) << damping;
         EXPECT_EQ(spring.at(spring.duration()), 1);
         double highest = 0;
-        for (double time = 0; time < 2 * spring.duration(); time += 0.001) {
+        for (Timing::Seconds time{}; time < 2 * spring.duration(); time += 1ms) {
             highest = std::max(highest, spring.at(time));
         }
         EXPECT_EQ(highest > 1.001, damping < 0.9) << damping;
         EXPECT_NEAR(spring.at(spring.duration() * 0.999), 1, 0.002) << damping;
     }
-    EXPECT_EQ(SpringCurve(0, 1).duration(), 0);
-    EXPECT_EQ(SpringCurve(-1, 1).at(0), 1);
+    EXPECT_EQ(SpringCurve(0s, 1).duration(), 0s);
+    EXPECT_EQ(SpringCurve(-1s, 1).at(0s), 1);
 }
 
 TEST(Keyboard, PressesTheFirstEnabledButtonThatListens) {
