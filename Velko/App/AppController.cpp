@@ -158,7 +158,7 @@ void AppController::trustChanged(bool trusted) {
         apply({.reason = "Accessibility granted"});
     } else {
         log_.log("app", "Accessibility taken away. Hiding nothing until it is granted again.");
-        ports_.surfaces.announce("Velko needs permission to tidy your menu bar.");
+        ports_.surfaces.announce(std::string(describe(Health::Kind::needsAccessibility)));
         flows_->scan.cancel();
         flows_->clicks.stop();
         apply({.reason = "Accessibility missing"});

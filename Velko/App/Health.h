@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace velko {
 
@@ -39,5 +40,26 @@ struct HealthFacts {
         return {};
     }
 };
+
+/// A problem in words for the user; empty for `ok`.
+[[nodiscard]] constexpr std::string_view describe(Health::Kind problem) noexcept {
+    switch (problem) {
+        case Health::Kind::ok: break;
+        case Health::Kind::needsAccessibility: return "Velko needs permission to tidy your menu bar.";
+        case Health::Kind::engineUnavailable: return "Not supported on this macOS build. Nothing is hidden.";
+        case Health::Kind::layoutUnreadable: return "Your layout file can't be read. Nothing is hidden.";
+    }
+    return {};
+}
+
+/// What a button or menu item says that opens the page where the user gives the permission.
+inline constexpr auto openPermissionTitle = "Open Device Control and Data Access…";
+
+/// What Velko says when the system has refused to hide icons. That is no problem of health: the system may
+/// accept the next plan.
+inline constexpr auto refusalInWords = "macOS didn't let Velko hide icons, so all of them are out.";
+
+/// What Velko says when it is not in the Applications folder.
+inline constexpr auto wrongPlaceInWords = "Move Velko to Applications so its icon stays visible.";
 
 }  // namespace velko

@@ -40,6 +40,15 @@ HiddenApps hiddenApps(const AppController& controller) {
     return hidden;
 }
 
+std::string placingTitle(Section section) {
+    switch (section) {
+        case Section::bar: return "Keep in the Bar";
+        case Section::tucked: return "Tuck";
+        case Section::buried: break;
+    }
+    return "Bury";
+}
+
 std::string whyNoApps(const AppValues& values) {
     if (values.problems.engineUnavailable) {
         return "Velko can't look at your menu bar: this macOS build isn't supported.";

@@ -7,6 +7,7 @@
 
 #include "Velko/App/AppValues.h"
 #include "VelkoCore/Identifiers.h"
+#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 
@@ -41,6 +42,9 @@ struct HiddenApps {
 };
 
 [[nodiscard]] HiddenApps hiddenApps(const AppController& controller);
+
+/// What the user can do with an app's icon, as a button or a menu item says it.
+[[nodiscard]] std::string placingTitle(Section section);
 
 /// Why there is no app to show or to sort, in words for the user.
 [[nodiscard]] std::string whyNoApps(const AppValues& values);

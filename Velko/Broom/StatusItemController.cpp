@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "Velko/App/AppController.h"
-#include "Velko/App/Refusal.h"
+#include "Velko/App/Health.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Broom/BroomClicks.h"
 #include "Velko/Broom/BroomFrame.h"

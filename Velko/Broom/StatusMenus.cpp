@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/App/Health.h"
 #include "Velko/App/Log.h"
 #include "Velko/App/Updates.h"
 #include "Velko/Apps/MenuBarApps.h"
@@ -152,21 +153,15 @@ std::function<void()> doing(const Actions& actions, Action action) {
 }
 
 void addProblem(Menu& menu, Health::Kind problem, const Actions& actions) {
-    switch (problem) {
-        case Health::Kind::ok: return;
-        case Health::Kind::needsAccessibility:
-            menu.push_back(MenuItem::notice("Velko needs permission to tidy your menu bar."));
-            menu.push_back({.title = "Open Device Control and Data Access…",
-                            .action = doing(actions, &MenuActions::openAccessibility)});
-            break;
-        case Health::Kind::layoutUnreadable:
-            menu.push_back(MenuItem::notice("Your layout file can't be read. Nothing is hidden."));
-            menu.push_back(
-                {.title = "Edit Layout File…", .action = doing(actions, &MenuActions::editLayout)});
-            break;
-        case Health::Kind::engineUnavailable:
-            menu.push_back(MenuItem::notice("Not supported on this macOS build. Nothing is hidden."));
-            break;
+    if (problem == Health::Kind::ok) {
+        return;
+    }
+    menu.push_back(MenuItem::notice(std::string(describe(problem))));
+    if (problem == Health::Kind::needsAccessibility) {
+        menu.push_back(
+            {.title = openPermissionTitle, .action = doing(actions, &MenuActions::openAccessibility)});
+    } else if (problem == Health::Kind::layoutUnreadable) {
+        menu.push_back({.title = "Edit Layout File…", .action = doing(actions, &MenuActions::editLayout)});
     }
     menu.push_back(MenuItem::separator());
 }
@@ -220,8 +215,8 @@ Menu mainMenu(const FaceParts& parts, const std::weak_ptr<MenuActions>& actions)
     AppController& controller = parts.controller;
     Menu menu;
     addProblem(menu, controller.values().health().kind, actions);
-    if (!controller.info().bundlePath.starts_with("/Applications/")) {
-        menu.push_back(MenuItem::notice("Move Velko to Applications so its icon stays visible."));
+    if (!controller.info().isInApplications()) {
+        menu.push_back(MenuItem::notice(wrongPlaceInWords));
         menu.push_back(MenuItem::separator());
     }
     menu.push_back(openItem(hiddenApps(controller), actions));

@@ -68,15 +68,6 @@ Node appRow(const PresentApp& app, std::vector<Node> lines, std::vector<Node> bu
                                       view::column("lines:" + app.bundleID, std::move(lines), 4)}}};
 }
 
-std::string moveTitle(Section section) {
-    switch (section) {
-        case Section::bar: return "Move to the bar";
-        case Section::tucked: return "Tuck";
-        case Section::buried: break;
-    }
-    return "Bury";
-}
-
 /// Shows the user where the icon is; while it shows, the button stops that. It stays the same control, so
 /// that it keeps the keyboard's focus.
 Node showButton(AppController& controller, const PresentApp& app) {
@@ -104,8 +95,15 @@ Node newIconRow(AppController& controller, const PresentApp& app) {
                    place("bury", "Bury", Section::buried), showButton(controller, app)});
 }
 
-Node suggestionRow(AppController& controller, const PresentApp& app, const TidySuggestion& suggestion) {
+std::string acceptTitle(const TidySuggestion& suggestion) {
     const auto* const move = std::get_if<TidySuggestion::MoveTo>(&suggestion.change);
+    if (move == nullptr) {
+        return "Quit";
+    }
+    return move->section == Section::bar ? "Move to the bar" : placingTitle(move->section);
+}
+
+Node suggestionRow(AppController& controller, const PresentApp& app, const TidySuggestion& suggestion) {
     Node always = answer("always", app, "Always keep here", [&controller, bundleID = app.bundleID] {
         controller.autopilot().alwaysKeep(bundleID);
     });
@@ -114,7 +112,7 @@ Node suggestionRow(AppController& controller, const PresentApp& app, const TidyS
         app,
         {view::text("what:" + app.bundleID, app.name, Text::Style::headline),
          view::explanation("why:" + app.bundleID, describe(suggestion.reason))},
-        {answer("accept", app, move != nullptr ? moveTitle(move->section) : "Quit",
+        {answer("accept", app, acceptTitle(suggestion),
                 [&controller, suggestion] { controller.autopilot().accept(suggestion); }),
          answer("later", app, "Maybe later",
                 [&controller, bundleID = app.bundleID] { controller.autopilot().dismiss(bundleID); }),

@@ -8,7 +8,7 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/FaceParts.h"
-#include "Velko/App/Refusal.h"
+#include "Velko/App/Health.h"
 #include "Velko/App/Updates.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/BroomIcon.h"
@@ -98,7 +98,7 @@ view::Node unsupported(const FaceParts& parts, MenuActions& actions) {
             "problem:engine:updates",
             {.title = "Check for Updates…", .press = [&actions] { actions.checkForUpdates(); }}));
     }
-    return problem("problem:engine", "Not supported on this macOS build. Nothing is hidden.",
+    return problem("problem:engine", std::string(describe(Health::Kind::engineUnavailable)),
                    "A newer Velko may know this build.", std::move(remedies));
 }
 
@@ -108,7 +108,7 @@ view::Node unreadable(const FaceParts& parts, const std::string& reason, MenuAct
         return view::button(std::string("problem:layout:") + what,
                             {.title = title, .press = std::move(press)});
     };
-    return problem("problem:layout", "Your layout file can't be read. Nothing is hidden.", reason,
+    return problem("problem:layout", std::string(describe(Health::Kind::layoutUnreadable)), reason,
                    {button("edit", "Edit Layout File…", [&actions] { actions.editLayout(); }),
                     button("again", "Try Again", [&actions] { actions.reloadLayout(); }),
                     button("import", "Import…", [&controller] { controller.transfer().importLayout(); }),
@@ -130,9 +130,9 @@ view::Node refused(AppController& controller) {
 }
 
 view::Node untrusted(FaceHost& host) {
-    return problem("problem:trust", "Velko needs permission to tidy your menu bar.",
+    return problem("problem:trust", std::string(describe(Health::Kind::needsAccessibility)),
                    "Switch Velko on in the list. It notices by itself.",
-                   {view::button("problem:trust:open", {.title = "Open Device Control and Data Access…",
+                   {view::button("problem:trust:open", {.title = openPermissionTitle,
                                                         .style = view::Button::Style::primary,
                                                         .press = [&host] { host.onPermission(); }})});
 }
@@ -169,8 +169,8 @@ std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions) {
     if (values.isRefused && values.health().isOk()) {
         result.push_back(refused(controller));
     }
-    if (!controller.info().bundlePath.starts_with("/Applications/")) {
-        result.push_back(problem("problem:place", "Move Velko to Applications so its icon stays visible.",
+    if (!controller.info().isInApplications()) {
+        result.push_back(problem("problem:place", wrongPlaceInWords,
                                  "It runs from " + controller.info().bundlePath + ".", {}));
     }
     return result;

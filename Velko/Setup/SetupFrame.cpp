@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "Velko/App/Health.h"
 #include "Velko/View/Node.h"
 
 namespace velko::SetupFrame {
@@ -72,7 +73,7 @@ view::Node keyButton(std::string id, std::string title, char key, std::function<
 }
 
 view::Node permissionButton(std::function<void()> open) {
-    return primaryButton("permission:open", "Open Device Control and Data Access…", std::move(open));
+    return primaryButton("permission:open", openPermissionTitle, std::move(open));
 }
 
 }  // namespace velko::SetupFrame

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Setup/SetupFlow.h"
 #include "Velko/Setup/SetupFrame.h"
 #include "Velko/Setup/SetupSteps.h"
@@ -19,21 +20,14 @@ constexpr double buttonWidth = 144;
 
 struct Choice {
     Section section;
-    const char* title;
     const char* meaning;
     char key;
 };
 
 constexpr std::array choices{
-    Choice{.section = Section::bar, .title = "Keep in the Bar", .meaning = "Always out.", .key = '1'},
-    Choice{.section = Section::tucked,
-           .title = "Tuck",
-           .meaning = "Behind the broom. One click brings it back.",
-           .key = '2'},
-    Choice{.section = Section::buried,
-           .title = "Bury",
-           .meaning = "Out of sight, until you ask for it.",
-           .key = '3'}};
+    Choice{.section = Section::bar, .meaning = "Always out.", .key = '1'},
+    Choice{.section = Section::tucked, .meaning = "Behind the broom. One click brings it back.", .key = '2'},
+    Choice{.section = Section::buried, .meaning = "Out of sight, until you ask for it.", .key = '3'}};
 
 /// The key of a choice, or a check mark on the proposed one.
 view::Node mark(const Choice& choice, bool isProposed) {
@@ -47,9 +41,10 @@ view::Node mark(const Choice& choice, bool isProposed) {
 
 view::Node choiceButton(const Choice& choice, const SortCard& card, bool isProposed,
                         const SetupActions& actions) {
-    view::Node node = keyButton("sort:" + std::string(name(choice.section)), choice.title, choice.key,
-                                [choose = actions.choose, section = choice.section] { choose(section); });
-    node.label = card.name + ": " + choice.title + (isProposed ? ", proposed" : "");
+    view::Node node =
+        keyButton("sort:" + std::string(name(choice.section)), placingTitle(choice.section), choice.key,
+                  [choose = actions.choose, section = choice.section] { choose(section); });
+    node.label = card.name + ": " + placingTitle(choice.section) + (isProposed ? ", proposed" : "");
     node.help = "Press " + std::string(1, choice.key) + (isProposed ? " or Return" : "");
     node.width = buttonWidth;
     return node;
@@ -83,7 +78,7 @@ std::string reason(const SortCard& card, const SetupFlow& flow) {
 /// A button that takes the proposed choice.
 view::Node takeButton(Section proposed, const SetupActions& actions) {
     const auto* const choice = std::ranges::find(choices, proposed, &Choice::section);
-    view::Node node = primaryButton("sort:take", choice->title, actions.goOn);
+    view::Node node = primaryButton("sort:take", placingTitle(choice->section), actions.goOn);
     node.width = buttonWidth;
     return node;
 }
@@ -93,7 +88,8 @@ view::Node takeButton(Section proposed, const SetupActions& actions) {
 std::string spokenCard(const SortSession& session, const SetupFlow& flow) {
     const SortCard& card = *session.current();
     const auto* const choice = std::ranges::find(choices, flow.proposed(), &Choice::section);
-    return placeOf(session) + ": " + card.name + ". Proposed: " + choice->title + ". " + reason(card, flow);
+    return placeOf(session) + ": " + card.name + ". Proposed: " + placingTitle(choice->section) + ". " +
+           reason(card, flow);
 }
 
 view::Node card(const SortSession& session, const SetupFlow& flow, const SetupActions& actions) {

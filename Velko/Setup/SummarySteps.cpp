@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
-#include "Velko/App/Refusal.h"
+#include "Velko/App/Health.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Setup/Intro.h"
 #include "Velko/Setup/SetupFlow.h"

@@ -43,15 +43,6 @@ bool showsBuried(const RevealState& state) {
     return peek != nullptr ? showsBuried(peek->base) : state == RevealState::revealedWithBuried();
 }
 
-std::string menuTitle(Section section) {
-    switch (section) {
-        case Section::bar: return "Keep in the Bar";
-        case Section::tucked: return "Tuck";
-        case Section::buried: break;
-    }
-    return "Bury";
-}
-
 Menu tileMenu(const ShelfViewRequest& request, const BundleID& bundleID) {
     AppController& controller = request.controller;
     const Layout& layout = controller.values().layout;
@@ -63,7 +54,7 @@ Menu tileMenu(const ShelfViewRequest& request, const BundleID& bundleID) {
         // An app that waits for an answer may also stay where it is: that is an answer too.
         if (section != layout.section(bundleID) || layout.isWaiting(bundleID)) {
             menu.push_back(
-                {.title = menuTitle(section),
+                {.title = placingTitle(section),
                  .action = [move = request.onMove, bundleID, section] { move(bundleID, section); }});
         }
     }

@@ -2,9 +2,22 @@
 
 namespace velko::view {
 
+namespace {
+
+/// Points measured from a centre.
+struct Offset {
+    Point centre;
+
+    [[nodiscard]] Point operator()(double x, double y) const {
+        return {.x = centre.x + x, .y = centre.y + y};
+    }
+};
+
+}  // namespace
+
 Path circle(Point centre, double radius) {
     const double bow = radius * 0.5523;  // handles of this length make four curves a circle
-    const auto at = [&](double x, double y) { return Point{.x = centre.x + x, .y = centre.y + y}; };
+    const Offset at{centre};
     return {moveTo(at(radius, 0)),
             curveTo(at(radius, bow), at(bow, radius), at(0, radius)),
             curveTo(at(-bow, radius), at(-radius, bow), at(-radius, 0)),
@@ -15,7 +28,7 @@ Path circle(Point centre, double radius) {
 
 Path star(Point centre, double radius) {
     const double hollow = radius * 0.14;
-    const auto at = [&](double x, double y) { return Point{.x = centre.x + x, .y = centre.y + y}; };
+    const Offset at{centre};
     return {moveTo(at(0, -radius)),
             curveTo(at(0, -hollow), at(hollow, 0), at(radius, 0)),
             curveTo(at(hollow, 0), at(0, hollow), at(0, radius)),

@@ -29,54 +29,54 @@ class ButtonLike : public NodeView {
     }
 };
 
-class PushButtonView final : public ButtonLike {
- public:
-    explicit PushButtonView(const RenderContext& context)
-        : PushButtonView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
+/// What views have in common that are a push button.
+class PushButtonLike : public ButtonLike {
+ protected:
+    PushButtonLike(const RenderContext& context, SEL action)
+        : PushButtonLike([[VLKTreeButton alloc] initWithFrame:NSRect{}], context, action) {}
+
+    [[nodiscard]] VLKTreeButton* button() const noexcept { return button_; }
 
  private:
-    PushButtonView(const RenderContext& context, VLKTreeButton* button)
-        : ButtonLike(button, context.actions, @selector(pressed:)), button_(button) {
-        [button setButtonType:NSButtonTypeMomentaryPushIn];
-        button.bezelStyle = NSBezelStylePush;
-    }
-
-    void update(const view::Node& node) override {
-        using Style = view::Button::Style;
-        const auto& button = std::get<view::Button>(node.content);
-        setFace(button_, button.title, button.symbol);
-        button_.enabled = node.isEnabled;
-        button_.bordered = button.style != Style::link;
-        button_.contentTintColor = button.style == Style::link ? [NSColor linkColor] : nil;
-        button_.bezelColor = button.style == Style::primary ? [NSColor controlAccentColor] : nil;
-        // Velko listens to keys elsewhere. This one also makes the button the default button, and lets it
-        // look so.
-        button_.keyEquivalent =
-            button.shortcut == view::Shortcut{.key = view::Shortcut::Key::enter} ? @"\r" : @"";
+    PushButtonLike(VLKTreeButton* made, const RenderContext& context, SEL action)
+        : ButtonLike(made, context.actions, action), button_(made) {
+        [made setButtonType:NSButtonTypeMomentaryPushIn];
+        made.bezelStyle = NSBezelStylePush;
     }
 
     VLKTreeButton* button_;
 };
 
-class MenuButtonView final : public ButtonLike {
+class PushButtonView final : public PushButtonLike {
  public:
-    explicit MenuButtonView(const RenderContext& context)
-        : MenuButtonView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
+    explicit PushButtonView(const RenderContext& context) : PushButtonLike(context, @selector(pressed:)) {}
 
  private:
-    MenuButtonView(const RenderContext& context, VLKTreeButton* button)
-        : ButtonLike(button, context.actions, @selector(menuAsked:)), button_(button) {
-        [button setButtonType:NSButtonTypeMomentaryPushIn];
-        button.bezelStyle = NSBezelStylePush;
-    }
-
     void update(const view::Node& node) override {
-        const auto& button = std::get<view::MenuButton>(node.content);
-        button_.title = native(button.title);
-        button_.enabled = node.isEnabled;
+        using Style = view::Button::Style;
+        const auto& shown = std::get<view::Button>(node.content);
+        setFace(button(), shown.title, shown.symbol);
+        button().enabled = node.isEnabled;
+        button().bordered = shown.style != Style::link;
+        button().contentTintColor = shown.style == Style::link ? [NSColor linkColor] : nil;
+        button().bezelColor = shown.style == Style::primary ? [NSColor controlAccentColor] : nil;
+        // Velko listens to keys elsewhere. This one also makes the button the default button, and lets it
+        // look so.
+        button().keyEquivalent =
+            shown.shortcut == view::Shortcut{.key = view::Shortcut::Key::enter} ? @"\r" : @"";
     }
+};
 
-    VLKTreeButton* button_;
+class MenuButtonView final : public PushButtonLike {
+ public:
+    explicit MenuButtonView(const RenderContext& context) : PushButtonLike(context, @selector(menuAsked:)) {}
+
+ private:
+    void update(const view::Node& node) override {
+        const auto& shown = std::get<view::MenuButton>(node.content);
+        button().title = native(shown.title);
+        button().enabled = node.isEnabled;
+    }
 };
 
 class CheckboxView final : public ButtonLike {

@@ -3,7 +3,7 @@
 
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
-#include "Velko/App/Refusal.h"
+#include "Velko/App/Health.h"
 #include "tests/Velko/SetupOnMac.h"
 
 namespace velko {
