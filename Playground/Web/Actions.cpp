@@ -7,7 +7,7 @@
 
 #include "Playground/Web/Desktop.h"
 #include "Playground/Web/Fields.h"
-#include "Scenarios/Acts/Player.h"
+#include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"

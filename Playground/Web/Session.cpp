@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "Scenarios/Acts/Clock.h"
+#include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"

@@ -1,28 +1,44 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <chrono>
 #include <expected>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "Scenarios/Language/Step.h"
 #include "Scenarios/World.h"
 
-// What each verb does: one table for each kind of subject, which together hold every verb once.
+// What each verb does: one table for each kind of subject. Together they hold every verb once.
+
+namespace velko {
+class SimulatedSurface;
+}
 
 namespace velko::script {
 
 using Done = std::expected<void, std::string>;
 
-/// The identifier of the app that the step names.
-[[nodiscard]] BundleID appOf(const Step& step);
+/// Lets one step happen, in virtual time. A step that can't happen (an app that does not run is to quit) or
+/// an expectation that does not hold gives one line that says why; nothing has happened then.
+Done perform(const Step& step, scenarios::World& world);
 
 /// What is done to the Mac as a whole.
 struct MacAct {
     Verb verb;
     Done (*perform)(const Step&, scenarios::World&);
 };
-[[nodiscard]] std::span<const MacAct> macActs();
+[[nodiscard]] std::span<const MacAct> timeActs();
+[[nodiscard]] std::span<const MacAct> launchActs();
+[[nodiscard]] std::span<const MacAct> mouseActs();
+[[nodiscard]] std::span<const MacAct> faceActs();
+[[nodiscard]] std::span<const MacAct> fileActs();
+[[nodiscard]] std::span<const MacAct> systemActs();
 [[nodiscard]] std::span<const MacAct> expectations();
+/// All of these.
+[[nodiscard]] std::array<std::span<const MacAct>, 7> macActs();
 
 /// What is done to an app that runs.
 struct AppAct {
@@ -38,5 +54,35 @@ struct VelkoAct {
 };
 [[nodiscard]] std::span<const VelkoAct> velkoActs();
 [[nodiscard]] std::span<const VelkoAct> settingActs();
+
+// What several tables need
+
+/// The identifier of the app that the step names.
+[[nodiscard]] BundleID appOf(const Step& step);
+/// The surface that the step names.
+[[nodiscard]] SimulatedSurface& surfaceOf(const Step& step, scenarios::World& world);
+/// Without a duration: zero.
+[[nodiscard]] std::chrono::milliseconds durationOf(const Step& step);
+
+/// An act that always works.
+template <void (*act)(const Step&, scenarios::World&)>
+Done does(const Step& step, scenarios::World& world) {
+    act(step, world);
+    return {};
+}
+
+/// The value that a word stands for; the table of verbs allows no other words.
+template <class Rows>
+auto meantBy(const Rows& rows, std::string_view word) {
+    const auto row = std::ranges::find(rows, word, [](const auto& each) { return each.first; });
+    return row == rows.end() ? rows.front().second : row->second;
+}
+
+// How far the time of a simulated Mac goes. Beyond it, the arithmetic of the machine that it runs on ends.
+
+/// Whether the wall clock can go that much further, or back; otherwise one line that says why not.
+[[nodiscard]] Done clockCanMove(const SimulatedMac& mac, MainThread::Uptime by);
+/// The same of time that passes.
+[[nodiscard]] Done timeCanPass(const SimulatedMac& mac, MainThread::Uptime duration);
 
 }  // namespace velko::script

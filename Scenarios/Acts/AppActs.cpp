@@ -2,13 +2,18 @@
 #include <chrono>
 
 #include "Scenarios/Acts/Acts.h"
+#include "Scenarios/SampleApps.h"
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedWorkspace.h"
 
 namespace velko::script {
 
 namespace {
+
+using scenarios::World;
 
 std::size_t indexOf(const Step& step) {
     return static_cast<std::size_t>(step.icon.value_or(1) - 1);
@@ -112,10 +117,58 @@ constexpr auto appVerbs = std::to_array<AppAct>({
     {Verb::menuOpen, sent<&SimulatedMac::openMenu>},
 });
 
+void makeHeavy(SimulatedMac& mac, ProcessID pid) {
+    mac.processes.work(pid, 0.6);
+    mac.processes.setMemory(pid, 900ULL << 20U);
+}
+
+Done launch(const Step& step, World& world) {
+    const auto bundleID = scenarios::bundleIDOf(step.app);
+    if (!bundleID) {
+        return std::unexpected("There is no app " + step.app + ".");
+    }
+    if (bundleID == world.mac().workspace.bundleID(world.mac().processes.ownPID())) {
+        return std::unexpected("Velko itself is started by \"velko start\".");
+    }
+    const auto* neighbour = scenarios::sampleAppWith(*bundleID);
+    const std::string name = scenarios::nameOf(*bundleID);
+    const double width = neighbour == nullptr ? 24 : neighbour->iconWidth;
+    const SimulatedIcon icon{.title = step.text.value_or(name),
+                             .width = step.width ? static_cast<double>(*step.width) : width};
+    const ProcessID pid =
+        world.mac().launch({.bundleID = *bundleID,
+                            .name = name,
+                            .icons = std::vector(static_cast<std::size_t>(step.icons.value_or(1)), icon),
+                            .isRegular = step.verb == Verb::launchRegular});
+    if (step.flag) {
+        makeHeavy(world.mac(), pid);
+    }
+    return {};
+}
+
+Done launchNeighbours(const Step&, World& world) {
+    for (const auto& neighbour : scenarios::sampleApps()) {
+        if (world.mac().workspace.pids(neighbour.bundleID).empty()) {
+            world.mac().launch(scenarios::appOf(neighbour));
+        }
+    }
+    return {};
+}
+
+constexpr auto launchVerbs = std::to_array<MacAct>({
+    {Verb::launch, launch},
+    {Verb::launchNeighbours, launchNeighbours},
+    {Verb::launchRegular, launch},
+});
+
 }  // namespace
 
 std::span<const AppAct> appActs() {
     return appVerbs;
+}
+
+std::span<const MacAct> launchActs() {
+    return launchVerbs;
 }
 
 }  // namespace velko::script

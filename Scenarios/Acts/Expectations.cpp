@@ -1,10 +1,8 @@
 #include <algorithm>
 #include <array>
 #include <string>
-#include <string_view>
 
 #include "Scenarios/Acts/Acts.h"
-#include "Scenarios/Acts/Faces.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWindows.h"

@@ -1,16 +1,24 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <optional>
 
 #include "Scenarios/Acts/Acts.h"
+#include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
+#include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/Layout/Switches.h"
 
 namespace velko::script {
 
 namespace {
+
+using scenarios::World;
 
 std::optional<TidySuggestion> suggestionFor(AppController& velko, const BundleID& app) {
     const auto suggestions = velko.autopilot().suggestions();
@@ -102,6 +110,58 @@ constexpr auto settingTable = std::to_array<VelkoAct>({
      }},
 });
 
+// Files
+
+template <class Edit>
+Done editFile(const World& world, Edit edit) {
+    const LayoutStore store(world.layoutFile());
+    const auto loaded = store.load();
+    Layout layout = loaded ? loaded->value_or(Layout()) : Layout();
+    edit(layout);
+    const auto saved = store.save(layout);
+    return saved ? Done() : std::unexpected(saved.error().description);
+}
+
+std::optional<std::filesystem::path> fileOf(const Step& step, const World& world) {
+    return step.text ? std::optional(world.documents() / *step.text) : std::nullopt;
+}
+
+Done placeInFile(const Step& step, World& world) {
+    const auto app = appOf(step);
+    return editFile(
+        world, [&](Layout& layout) { layout.place(app, sectionNamed(step.word).value_or(Section::bar)); });
+}
+
+Done spoilFile(const Step&, World& world) {
+    const auto written = AtomicFile::replace(world.layoutFile(), "{ \"version\": ");
+    return written ? Done() : std::unexpected(written.error().description);
+}
+
+Done exportLayout(const Step& step, World& world) {
+    if (world.velko() == nullptr) {
+        return std::unexpected("Velko does not run.");
+    }
+    world.velko()->transfer().exportLayout();
+    world.mac().dialogs.choose(fileOf(step, world));
+    return {};
+}
+
+Done importLayout(const Step& step, World& world) {
+    if (world.velko() == nullptr) {
+        return std::unexpected("Velko does not run.");
+    }
+    world.velko()->transfer().importLayout();
+    world.mac().dialogs.choose(fileOf(step, world));
+    return {};
+}
+
+constexpr auto fileVerbs = std::to_array<MacAct>({
+    {Verb::exportLayout, exportLayout},
+    {Verb::importLayout, importLayout},
+    {Verb::filePlace, placeInFile},
+    {Verb::fileSpoil, spoilFile},
+});
+
 }  // namespace
 
 std::span<const VelkoAct> velkoActs() {
@@ -110,6 +170,10 @@ std::span<const VelkoAct> velkoActs() {
 
 std::span<const VelkoAct> settingActs() {
     return settingTable;
+}
+
+std::span<const MacAct> fileActs() {
+    return fileVerbs;
 }
 
 }  // namespace velko::script

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "Scenarios/Acts/Player.h"
+#include "Scenarios/Acts/Acts.h"
 #include "Scenarios/Rules/Invariants.h"
 
 namespace velko::script {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "Scenarios/Acts/Player.h"
+#include "Scenarios/Acts/Acts.h"
 #include "Scenarios/Rules/Invariants.h"
 #include "Scenarios/World.h"
 #include "Simulator/Time/SimulatedMainThread.h"

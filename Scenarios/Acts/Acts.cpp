@@ -1,9 +1,8 @@
-#include "Scenarios/Acts/Player.h"
+#include "Scenarios/Acts/Acts.h"
 
 #include <algorithm>
 #include <span>
 
-#include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
@@ -38,6 +37,10 @@ Done performInVelko(const VelkoAct& act, const Step& step, World& world) {
 
 }  // namespace
 
+std::array<std::span<const MacAct>, 7> macActs() {
+    return {timeActs(), launchActs(), mouseActs(), faceActs(), fileActs(), systemActs(), expectations()};
+}
+
 BundleID appOf(const Step& step) {
     return scenarios::bundleIDOf(step.app).value_or(step.app);
 }
@@ -51,8 +54,16 @@ Done perform(const Step& step, World& world) {
             return performInVelko(*act, step, world);
         }
     }
-    const auto* macAct = find(macActs(), step.verb);
-    return (macAct == nullptr ? find(expectations(), step.verb) : macAct)->perform(step, world);
+    for (const auto acts : macActs()) {
+        if (const auto* act = find(acts, step.verb)) {
+            return act->perform(step, world);
+        }
+    }
+    return std::unexpected("Nobody knows what that means.");
+}
+
+std::chrono::milliseconds durationOf(const Step& step) {
+    return step.duration.value_or(std::chrono::milliseconds(0));
 }
 
 }  // namespace velko::script

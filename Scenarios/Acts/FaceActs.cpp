@@ -1,8 +1,7 @@
-#include "Scenarios/Acts/Faces.h"
-
 #include <algorithm>
 #include <utility>
 
+#include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
@@ -83,12 +82,6 @@ bool hasTile(const Step& step, World& world) {
         });
     }
     return isFound;
-}
-
-}  // namespace
-
-SimulatedSurface& surfaceOf(const Step& step, World& world) {
-    return world.mac().surfaces.surface(traitsOf(step).kind);
 }
 
 Done choose(const Step& step, World& world) {
@@ -177,6 +170,27 @@ Done close(const Step& step, World& world) {
         case Surfaces::Form::window: surface.dismiss(Surface::Dismissal::closeButton); break;
     }
     return {};
+}
+
+constexpr auto faceVerbs = std::to_array<MacAct>({
+    {Verb::pressKey, pressKey},
+    {Verb::choose, choose},
+    {Verb::chooseIn, chooseIn},
+    {Verb::openMenuIn, openMenuIn},
+    {Verb::press, press},
+    {Verb::drag, drag},
+    {Verb::drop, drop},
+    {Verb::close, close},
+});
+
+}  // namespace
+
+SimulatedSurface& surfaceOf(const Step& step, World& world) {
+    return world.mac().surfaces.surface(traitsOf(step).kind);
+}
+
+std::span<const MacAct> faceActs() {
+    return faceVerbs;
 }
 
 }  // namespace velko::script
