@@ -1,42 +1,104 @@
 #include "Scenarios/Model/Model.h"
 
+#include <algorithm>
+#include <ranges>
+#include <string_view>
 #include <utility>
 
-#include "Scenarios/Model/Scene.h"
+#include "Scenarios/Model/Model.h"
+#include "Scenarios/Model/StepCheck.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko::scenarios {
 
-Model::Model(World& world) : world_(world), trace_(world) {
-    belief_.own = world.mac().workspace.bundleID(world.mac().processes.ownPID()).value_or("");
+namespace model {
+
+namespace {
+
+/// From "date  [category] text".
+Happening parsed(std::string_view line, MainThread::Uptime at) {
+    constexpr std::string_view before = "  [";
+    constexpr std::string_view after = "] ";
+    const auto begin = line.find(before) + before.size();
+    const auto end = line.find(after, begin);
+    return {.at = at,
+            .category = std::string(line.substr(begin, end - begin)),
+            .text = std::string(line.substr(end + after.size()))};
+}
+
+}  // namespace
+
+Recorder::Recorder(World& world)
+    : world_(world), nextOnTurn_(std::exchange(world.mac().mainThread.onTurn, nullptr)) {
+    world_.mac().mainThread.onTurn = [this] {
+        look();
+        if (nextOnTurn_) {
+            nextOnTurn_();
+        }
+    };
+}
+
+Recorder::~Recorder() {
+    world_.mac().mainThread.onTurn = std::move(nextOnTurn_);
+}
+
+std::vector<Happening> Recorder::take() {
+    look();
+    return std::exchange(happened_, {});
+}
+
+void Recorder::look() {
+    const auto now = world_.mac().mainThread.now();
+    const auto& lines = world_.log().lines();
+    const auto newestFirst = lines | std::views::reverse;
+    const auto fresh =
+        std::ranges::find_if(newestFirst, [this](const std::string& line) { return &line == last_; }) -
+        newestFirst.begin();
+    for (const std::string& line : lines | std::views::drop(std::ssize(lines) - fresh)) {
+        happened_.push_back(parsed(line, now));
+        last_ = &line;
+    }
+    const bool isNoteOpen = world_.mac().surfaces.surface(Surfaces::Kind::note).isOpen();
+    if (std::exchange(wasNoteOpen_, isNoteOpen) != isNoteOpen) {
+        happened_.push_back(
+            {.kind = isNoteOpen ? Happening::Kind::noteOpened : Happening::Kind::noteClosed, .at = now});
+    }
+}
+
+}  // namespace model
+
+Model::Model(World& world) : world_(world), recorder_(world) {
+    expected_.own = world.mac().workspace.bundleID(world.mac().processes.ownPID()).value_or("");
 }
 
 std::optional<std::string> Model::check(const script::Step& done) {
-    model::Scene scene{.world = world_, .belief = belief_, .step = done, .begun = checkedAt_};
-    scene.meaningAtFirst = model::meaningOfClick(scene);
-    const auto happened = trace_.take();
+    model::StepCheck stepCheck{.world = world_, .expected = expected_, .step = done, .begun = checkedAt_};
+    stepCheck.meaningAtFirst = model::meaningOfClick(stepCheck);
+    const auto happened = recorder_.take();
     for (const model::Happening& each : happened) {
-        model::expire(scene, each.at);
+        model::expire(stepCheck, each.at);
         if (each.kind == model::Happening::Kind::line) {
-            model::hear(scene, each);
+            model::follow(stepCheck, each);
         } else {
-            model::noteTurned(scene, each);
+            model::noteTurned(stepCheck, each);
         }
     }
-    model::expire(scene, scene.now());
-    model::checkStep(scene, happened);
+    model::expire(stepCheck, stepCheck.now());
+    model::checkStep(stepCheck, happened);
     if (done.verb != script::Verb::wait) {
-        touchedAt_ = scene.now();
+        touchedAt_ = stepCheck.now();
     }
     if (world_.velko() != nullptr) {
-        model::checkDeadlines(scene, touchedAt_);
-        model::compare(scene);
+        model::checkDeadlines(stepCheck, touchedAt_);
+        model::compare(stepCheck);
     }
-    belief_.isMenuOpen = world_.mac().statusItem.menu() != nullptr;
-    checkedAt_ = scene.now();
-    return scene.breach;
+    expected_.isMenuOpen = world_.mac().statusItem.menu() != nullptr;
+    checkedAt_ = stepCheck.now();
+    return stepCheck.breach;
 }
 
 }  // namespace velko::scenarios

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <string>
 
-#include "Scenarios/Model/Scene.h"
+#include "Scenarios/Model/StepCheck.h"
 #include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
@@ -24,32 +24,32 @@ using namespace std::chrono_literals;
 constexpr auto slack = 1500ms;  ///< for work that holds up the main thread, and a second look at an open menu
 constexpr auto hour = 3600s;
 
-bool passedAnHour(const Scene& scene) {
-    const auto beats = [&](Scene::Uptime at) { return (at - scene.belief.startedAt) / hour; };
-    return beats(scene.now()) != beats(scene.begun);
+bool passedAnHour(const StepCheck& check) {
+    const auto beats = [&](StepCheck::Uptime at) { return (at - check.expected.startedAt) / hour; };
+    return beats(check.now()) != beats(check.begun);
 }
 
 /// What the autopilot has let go and what it has put off may change at each full hour, and with each answer.
-void followOffer(Scene& scene, const AppValues& values) {
-    auto& autopilot = scene.belief.layout.autopilot;
+void followOffer(StepCheck& check, const AppValues& values) {
+    auto& autopilot = check.expected.layout.autopilot;
     if (autopilot.offerPending && !values.layout.autopilot.offerPending) {
-        scene.require(scene.suggestions().empty() || scene.takesTime(),
+        check.require(check.suggestions().empty() || check.takesTime(),
                       "an offer stands until it is answered");
         autopilot.offerPending = false;
     }
-    if (scene.belief.isPutOff && !values.noteDeferred && passedAnHour(scene)) {
-        scene.belief.isPutOff = false;
+    if (check.expected.isPutOff && !values.noteDeferred && passedAnHour(check)) {
+        check.expected.isPutOff = false;
     }
 }
 
 /// Who is known, and since when, is noticed by the by.
-void followSeen(Scene& scene, const Layout& layout) {
-    Layout& mine = scene.belief.layout;
+void followSeen(StepCheck& check, const Layout& layout) {
+    Layout& mine = check.expected.layout;
     if (layout.seenApps && mine.seenApps) {
         for (const BundleID& app : *layout.seenApps) {
             const bool isNew = !mine.seenApps->contains(app);
             const bool asks = mine.hasCompletedSetup && mine.askAboutNewIcons && !mine.knownGraceUntil;
-            scene.require(!isNew || !asks || mine.sections.contains(app) || scene.takesTime(),
+            check.require(!isNew || !asks || mine.sections.contains(app) || check.takesTime(),
                           "new icons are asked about", app);
         }
     }
@@ -88,58 +88,58 @@ void followSnoozes(Layout& mine, const Layout& layout) {
     }
 }
 
-void compareLayout(Scene& scene, const AppValues& values) {
-    followOffer(scene, values);
-    followSeen(scene, values.layout);
-    followSnoozes(scene.belief.layout, values.layout);
-    scene.require(scene.belief.layout == values.layout, "the layout is what was made of it",
-                  differenceBetween(scene.belief.layout, values.layout));
+void compareLayout(StepCheck& check, const AppValues& values) {
+    followOffer(check, values);
+    followSeen(check, values.layout);
+    followSnoozes(check.expected.layout, values.layout);
+    check.require(check.expected.layout == values.layout, "the layout is what was made of it",
+                  differenceBetween(check.expected.layout, values.layout));
 }
 
-void compareReveal(Scene& scene, const AppValues& values) {
-    const Belief& belief = scene.belief;
-    scene.require(describe(values.state) == belief.out.text(), "what is out is what should be",
-                  describe(values.state) + " instead of " + belief.out.text());
-    scene.require(!belief.out.isRevealed() || values.activeStyle == belief.style,
+void compareReveal(StepCheck& check, const AppValues& values) {
+    const Expected& expected = check.expected;
+    check.require(describe(values.state) == expected.out.text(), "what is out is what should be",
+                  describe(values.state) + " instead of " + expected.out.text());
+    check.require(!expected.out.isRevealed() || values.activeStyle == expected.style,
                   "icons come out in the style of the broom's display");
     BundleIDs popped;
-    for (const auto& [app, end] : belief.popped) {
+    for (const auto& [app, end] : expected.popped) {
         popped.insert(app);
     }
-    scene.require(values.poppedOut == popped, "only what has changed is out");
-    scene.require(values.showingMe == belief.alone, "one app shows alone while it should",
-                  values.showingMe.value_or("none") + " instead of " + belief.alone.value_or("none"));
-    scene.require(values.liveActivityShowing == belief.isActivityOn &&
-                      values.liveActivityDismissed == belief.isActivityDismissed,
+    check.require(values.poppedOut == popped, "only what has changed is out");
+    check.require(values.showingMe == expected.alone, "one app shows alone while it should",
+                  values.showingMe.value_or("none") + " instead of " + expected.alone.value_or("none"));
+    check.require(values.liveActivityShowing == expected.isActivityOn &&
+                      values.liveActivityDismissed == expected.isActivityDismissed,
                   "room is made for a Live Activity while there is one");
-    scene.require(values.noteDeferred == belief.isPutOff, "what was put off stays put off");
+    check.require(values.noteDeferred == expected.isPutOff, "what was put off stays put off");
 }
 
-void compareIcons(Scene& scene) {
-    const SimulatedMac& mac = scene.world.mac();
-    const Belief& belief = scene.belief;
-    if (mac.framework.unanswered() > 0 || belief.isRefused || belief.isAllShown) {
+void compareIcons(StepCheck& check) {
+    const SimulatedMac& mac = check.world.mac();
+    const Expected& expected = check.expected;
+    if (mac.framework.unanswered() > 0 || expected.isRefused || expected.isAllShown) {
         return;
     }
-    const auto shown = belief.shown();
+    const auto shown = expected.shown();
     const auto visible = mac.visibleIcons();
     for (const auto& slot : mac.menuBar().slots()) {
         const auto app = mac.workspace.bundleID(slot.pid);
-        if (app && belief.isOthers(*app)) {
+        if (app && expected.isOthers(*app)) {
             const bool shows = std::ranges::count(visible, *app) > 0;
-            scene.require(shows == (!shown || shown->contains(*app)), "who should show does, and nobody else",
+            check.require(shows == (!shown || shown->contains(*app)), "who should show does, and nobody else",
                           *app);
         }
     }
 }
 
-bool isShelfInHand(const Scene& scene) {
-    return scene.world.mac().surfaces.surface(Surfaces::Kind::shelf).isInHand();
+bool isShelfInHand(const StepCheck& check) {
+    return check.world.mac().surfaces.surface(Surfaces::Kind::shelf).isInHand();
 }
 
 /// For how long the pointer may hold out what would go.
-std::chrono::seconds heldByPointer(const Scene& scene) {
-    SimulatedMac& mac = scene.world.mac();
+std::chrono::seconds heldByPointer(const StepCheck& check) {
+    SimulatedMac& mac = check.world.mac();
     const Point pointer = mac.pointer.location();
     const auto shelf = mac.surfaces.surface(Surfaces::Kind::shelf).frame();
     const bool isInBar =
@@ -149,52 +149,52 @@ std::chrono::seconds heldByPointer(const Scene& scene) {
 
 }  // namespace
 
-void expire(Scene& scene, Scene::Uptime at) {
-    Belief& belief = scene.belief;
-    if (belief.alone && at >= belief.aloneUntil) {
-        belief.alone.reset();
-        belief.asked.insert("show me done");
+void expire(StepCheck& check, StepCheck::Uptime at) {
+    Expected& expected = check.expected;
+    if (expected.alone && at >= expected.aloneUntil) {
+        expected.alone.reset();
+        expected.asked.insert("show me done");
     }
 }
 
-void noteTurned(Scene& scene, const Happening& turn) {
-    Belief& belief = scene.belief;
+void noteTurned(StepCheck& check, const Happening& turn) {
+    Expected& expected = check.expected;
     if (turn.kind == Happening::Kind::noteClosed) {
-        belief.noteClosedAt = turn.at;
-        belief.putOff = scene.suggestions();
-        belief.isPutOff = scene.asksSomething();
+        expected.noteClosedAt = turn.at;
+        expected.putOff = check.suggestions();
+        expected.isPutOff = check.asksSomething();
     }
 }
 
-void checkDeadlines(Scene& scene, Belief::Uptime touched) {
-    const Belief& belief = scene.belief;
-    const auto now = scene.now();
-    for (const auto& [app, end] : belief.popped) {
-        scene.require(now < end + slack, "a pop-out ends", app);
+void checkDeadlines(StepCheck& check, Expected::Uptime touched) {
+    const Expected& expected = check.expected;
+    const auto now = check.now();
+    for (const auto& [app, end] : expected.popped) {
+        check.require(now < end + slack, "a pop-out ends", app);
     }
-    const auto seconds = std::chrono::seconds(belief.layout.reveal.autoTuckSeconds);
-    const bool tucks = belief.out.isRevealed() && belief.out.opened.empty() && seconds > 0s &&
-                       !scene.world.mac().windows.menuOwner() && !isShelfInHand(scene);
-    scene.require(
-        !tucks || now < std::max(belief.tucksFrom, touched + seconds) + heldByPointer(scene) + slack,
+    const auto seconds = std::chrono::seconds(expected.layout.reveal.autoTuckSeconds);
+    const bool tucks = expected.out.isRevealed() && expected.out.opened.empty() && seconds > 0s &&
+                       !check.world.mac().windows.menuOwner() && !isShelfInHand(check);
+    check.require(
+        !tucks || now < std::max(expected.tucksFrom, touched + seconds) + heldByPointer(check) + slack,
         "revealed icons tuck themselves");
 }
 
-void compare(Scene& scene) {
-    const AppValues& values = scene.world.velko()->values();
-    compareReveal(scene, values);
-    compareLayout(scene, values);
+void compare(StepCheck& check) {
+    const AppValues& values = check.world.velko()->values();
+    compareReveal(check, values);
+    compareLayout(check, values);
     BundleIDs present;
     for (const PresentApp& app : presentApps(values)) {
         present.insert(app.bundleID);
     }
-    scene.require(present == scene.belief.present, "the log says who is there");
+    check.require(present == check.expected.present, "the log says who is there");
     const HealthFacts& problems = values.problems;
-    scene.require(problems.engineUnavailable == scene.belief.isEngineMissing &&
-                      problems.layoutUnreadable.has_value() == scene.belief.isUnreadable &&
-                      problems.trustMissing == scene.belief.isUntrusted,
+    check.require(problems.engineUnavailable == check.expected.isEngineMissing &&
+                      problems.layoutUnreadable.has_value() == check.expected.isUnreadable &&
+                      problems.trustMissing == check.expected.isUntrusted,
                   "the log says what is wrong");
-    compareIcons(scene);
+    compareIcons(check);
 }
 
 }  // namespace velko::scenarios::model

@@ -31,7 +31,7 @@ struct Out {
 };
 
 /// What should hold of Velko, as told by what happened to it. Says every rule once more, in the plainest way.
-struct Belief {
+struct Expected {
     using Uptime = MainThread::Uptime;
 
     BundleID own{};
@@ -80,7 +80,7 @@ struct Belief {
 };
 
 /// What the autopilot has to say, without figures: "com.example.app tucked", "com.example.app quit".
-[[nodiscard]] std::set<std::string> suggestionsFor(const Belief& belief,
+[[nodiscard]] std::set<std::string> suggestionsFor(const Expected& expected,
                                                    const std::map<BundleID, AppUsage>& usage, Date now);
 
 /// Whether it is time to offer them, if there are any.

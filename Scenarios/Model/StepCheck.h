@@ -6,8 +6,8 @@
 #include <string>
 
 #include "Scenarios/Language/Step.h"
-#include "Scenarios/Model/Belief.h"
-#include "Scenarios/Model/Trace.h"
+#include "Scenarios/Model/Expected.h"
+#include "Scenarios/Model/Model.h"
 #include "Scenarios/World.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoCore/Habits/AppUsage.h"
@@ -18,11 +18,11 @@ namespace velko::scenarios::model {
 enum class ClickMeaning { menu, nothing, opensNote, toggles };
 
 /// A step of a scenario while its outcome is compared with what should come of it.
-struct Scene {
+struct StepCheck {
     using Uptime = MainThread::Uptime;
 
     World& world;
-    Belief& belief;
+    Expected& expected;
     const script::Step& step;
     Uptime begun;                         ///< when the step began
     ClickMeaning meaningAtFirst{};        ///< of a click on the broom, before anything of the step is heard
@@ -50,43 +50,43 @@ struct Scene {
         return velko == nullptr ? std::map<BundleID, AppUsage>() : velko->values().usage;
     }
     [[nodiscard]] std::set<std::string> suggestions() const {
-        return suggestionsFor(belief, usage(), date());
+        return suggestionsFor(expected, usage(), date());
     }
     [[nodiscard]] bool asksSomething() const {
-        return !belief.layout.inbox.empty() ||
-               (belief.layout.autopilot.offerPending && !suggestions().empty());
+        return !expected.layout.inbox.empty() ||
+               (expected.layout.autopilot.offerPending && !suggestions().empty());
     }
 };
 
 /// Hears a line of the log: whether it may be said now and is right, and what should hold from then on.
-void hear(Scene& scene, const Happening& line);
+void follow(StepCheck& check, const Happening& happening);
 
 /// What should have come of the step itself, once everything that was logged in it is heard.
-void checkStep(Scene& scene, const std::vector<Happening>& happened);
+void checkStep(StepCheck& check, const std::vector<Happening>& happened);
 
 /// Lets end what ends without a word.
-void expire(Scene& scene, Scene::Uptime at);
+void expire(StepCheck& check, StepCheck::Uptime at);
 
 /// The note has opened or closed.
-void noteTurned(Scene& scene, const Happening& turn);
+void noteTurned(StepCheck& check, const Happening& turn);
 
 /// What should have come about by itself by now; `touched`: when something last happened to Velko or its Mac.
-void checkDeadlines(Scene& scene, Belief::Uptime touched);
+void checkDeadlines(StepCheck& check, Expected::Uptime touched);
 
 /// Whether what a person sees, and what Velko holds, is what should be.
-void compare(Scene& scene);
+void compare(StepCheck& check);
 
 /// Whether a step is a left click on the broom, or as good as one, that reaches Velko.
 [[nodiscard]] bool isBroomClick(const script::Step& step);
 
 /// What a left click on the broom should come to, as things stand.
-[[nodiscard]] ClickMeaning meaningOfClick(const Scene& scene);
+[[nodiscard]] ClickMeaning meaningOfClick(const StepCheck& check);
 
 /// Work that holds up the main thread makes what is due late, and a line heard later than it was written.
 constexpr auto late = std::chrono::milliseconds(300);
 
 /// Whether two moments are the same, but for that.
-[[nodiscard]] inline bool isAbout(Belief::Uptime moment, Belief::Uptime due) {
+[[nodiscard]] inline bool isAbout(Expected::Uptime moment, Expected::Uptime due) {
     return moment + late >= due && moment <= due + 4 * late;
 }
 

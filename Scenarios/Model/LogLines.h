@@ -5,20 +5,20 @@
 #include <string_view>
 #include <vector>
 
-#include "Scenarios/Model/Scene.h"
+#include "Scenarios/Model/StepCheck.h"
 
 namespace velko::scenarios::model {
 
 /// A line of the log and the parts of it that its pattern leaves open.
-struct Heard {
-    Scene& scene;
+struct LogLine {
+    StepCheck& check;
     MainThread::Uptime at;
     std::string text;
     std::vector<std::string> parts;
 
     /// The time until revealed icons tuck themselves begins anew.
     void rearm() {
-        scene.belief.tucksFrom = at + std::chrono::seconds(scene.belief.layout.reveal.autoTuckSeconds);
+        check.expected.tucksFrom = at + std::chrono::seconds(check.expected.layout.reveal.autoTuckSeconds);
     }
 };
 
@@ -26,16 +26,16 @@ struct Heard {
 struct LineRow {
     std::string_view category;
     std::string_view pattern;
-    void (*hear)(Heard&);
+    void (*follow)(LogLine&);
 };
 
 /// For lines that change nothing that is compared.
-inline void nothingFollows(Heard&) {}
+inline void nothingFollows(LogLine&) {}
 
 // Every kind of line, by what it is about.
-[[nodiscard]] std::span<const LineRow> linesOfIcons();
-[[nodiscard]] std::span<const LineRow> linesOfLayout();
-[[nodiscard]] std::span<const LineRow> linesOfQuestions();
-[[nodiscard]] std::span<const LineRow> linesOfSystem();
+[[nodiscard]] std::span<const LineRow> iconLines();
+[[nodiscard]] std::span<const LineRow> layoutLines();
+[[nodiscard]] std::span<const LineRow> questionLines();
+[[nodiscard]] std::span<const LineRow> systemLines();
 
 }  // namespace velko::scenarios::model

@@ -1,3 +1,5 @@
+#include "Scenarios/Model/StepCheck.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -5,12 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "Scenarios/Model/Scene.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "VelkoCore/Layout/Switches.h"
-
-// What each step should come to.
 
 namespace velko::scenarios::model {
 
@@ -26,7 +25,7 @@ BundleID appOf(const Step& step) {
     return bundleIDOf(step.app).value_or(step.app);
 }
 
-bool isRecent(const std::optional<Scene::Uptime>& moment, Scene::Uptime now) {
+bool isRecent(const std::optional<StepCheck::Uptime>& moment, StepCheck::Uptime now) {
     return moment && now - *moment < sameClick;
 }
 
@@ -115,28 +114,28 @@ bool wasLogged(const std::vector<Happening>& happened, const std::string& catego
 constexpr std::array menuEitherWay{ClickMeaning::menu, ClickMeaning::menu};
 
 /// A left click on the broom that left no line behind.
-void checkQuietClick(Scene& scene, const std::vector<Happening>& happened) {
+void checkQuietClick(StepCheck& check, const std::vector<Happening>& happened) {
     const bool isTold = wasLogged(happened, "reveal", "toggle") || wasLogged(happened, "note", "shown") ||
                         wasLogged(happened, "liveactivity", "broom clicked");
-    const bool isMenuOpen = scene.world.mac().statusItem.menu() != nullptr;
+    const bool isMenuOpen = check.world.mac().statusItem.menu() != nullptr;
     if (isTold) {
-        scene.require(!isMenuOpen, "a click does one thing");
+        check.require(!isMenuOpen, "a click does one thing");
         return;
     }
     // What was logged in the step may have come before the click or after it.
-    const std::array meanings{scene.meaningAtFirst, meaningOfClick(scene)};
+    const std::array meanings{check.meaningAtFirst, meaningOfClick(check)};
     const auto mayMean = [&](ClickMeaning meaning) { return std::ranges::count(meanings, meaning) > 0; };
-    scene.require(isMenuOpen ? mayMean(ClickMeaning::menu) : meanings != menuEitherWay,
+    check.require(isMenuOpen ? mayMean(ClickMeaning::menu) : meanings != menuEitherWay,
                   "the menu opens where there is nothing to bring out");
-    scene.require(mayMean(ClickMeaning::menu) || mayMean(ClickMeaning::nothing),
-                  "a click on the broom is heard");
+    check.require(mayMean(ClickMeaning::menu) || mayMean(ClickMeaning::nothing),
+                  "a click on the broom is line");
 }
 
-void endShowMe(Scene& scene) {
-    Belief& belief = scene.belief;
-    if (belief.alone) {
-        belief.alone.reset();
-        belief.asked.insert("show me stopped");
+void endShowMe(StepCheck& check) {
+    Expected& expected = check.expected;
+    if (expected.alone) {
+        expected.alone.reset();
+        expected.asked.insert("show me stopped");
     }
 }
 
@@ -147,63 +146,63 @@ bool isBroomClick(const script::Step& step) {
            step.verb == Verb::voiceOverPressBroom;
 }
 
-ClickMeaning meaningOfClick(const Scene& scene) {
-    const Belief& belief = scene.belief;
-    if (belief.isMenuOpen) {
+ClickMeaning meaningOfClick(const StepCheck& check) {
+    const Expected& expected = check.expected;
+    if (expected.isMenuOpen) {
         return ClickMeaning::nothing;
     }
-    if (!belief.isWell() || (!belief.out.isRevealed() && !belief.isAnyHideable())) {
+    if (!expected.isWell() || (!expected.out.isRevealed() && !expected.isAnyHideable())) {
         return ClickMeaning::menu;
     }
     const bool isOwnClosing =
-        isRecent(belief.shelfClickedAt, scene.now()) || isRecent(belief.noteClosedAt, scene.now());
-    if (isOwnClosing || belief.alone) {
+        isRecent(expected.shelfClickedAt, check.now()) || isRecent(expected.noteClosedAt, check.now());
+    if (isOwnClosing || expected.alone) {
         return ClickMeaning::nothing;
     }
     const bool asks =
-        !scene.step.flag && !belief.out.isRevealed() && !belief.isPutOff && scene.asksSomething();
+        !check.step.flag && !expected.out.isRevealed() && !expected.isPutOff && check.asksSomething();
     if (asks) {
-        return belief.out.opened.empty() ? ClickMeaning::opensNote : ClickMeaning::nothing;
+        return expected.out.opened.empty() ? ClickMeaning::opensNote : ClickMeaning::nothing;
     }
     return ClickMeaning::toggles;
 }
 
-void checkStep(Scene& scene, const std::vector<Happening>& happened) {
-    if (scene.world.velko() == nullptr) {
+void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
+    if (check.world.velko() == nullptr) {
         return;
     }
-    if (const auto promise = promiseOf(scene.step)) {
-        scene.require(wasLogged(happened, promise->first, promise->second), "the log says what the user did",
+    if (const auto promise = promiseOf(check.step)) {
+        check.require(wasLogged(happened, promise->first, promise->second), "the log says what the user did",
                       "[" + promise->first + "] " + promise->second);
     }
-    if (!isBroomClick(scene.step) && scene.step.verb == Verb::clickBroom) {
+    if (!isBroomClick(check.step) && check.step.verb == Verb::clickBroom) {
         return;
     }
-    switch (scene.step.verb) {
+    switch (check.step.verb) {
         case Verb::clickBroom:
         case Verb::holdBroom:
         case Verb::voiceOverPressBroom:
-            checkQuietClick(scene, happened);
+            checkQuietClick(check, happened);
             // With nothing to show, the click opens the menu instead.
-            if (!scene.belief.isMenuOpen && scene.belief.isWell() &&
-                scene.world.mac().statusItem.menu() == nullptr) {
-                if (!isRecent(scene.belief.shelfClickedAt, scene.now())) {
-                    endShowMe(scene);
+            if (!check.expected.isMenuOpen && check.expected.isWell() &&
+                check.world.mac().statusItem.menu() == nullptr) {
+                if (!isRecent(check.expected.shelfClickedAt, check.now())) {
+                    endShowMe(check);
                 }
-                scene.belief.shelfClickedAt.reset();
+                check.expected.shelfClickedAt.reset();
             }
             break;
-        case Verb::open: endShowMe(scene); break;
+        case Verb::open: endShowMe(check); break;
         case Verb::choose:
         case Verb::chooseIn:
         case Verb::press:
-            scene.belief.isAllShown = scene.belief.isAllShown || scene.step.text == "Show All";
+            check.expected.isAllShown = check.expected.isAllShown || check.step.text == "Show All";
             // Some of these open an app, or stop showing it.
-            if (!scene.world.velko()->values().showingMe) {
-                endShowMe(scene);
+            if (!check.world.velko()->values().showingMe) {
+                endShowMe(check);
             }
             break;
-        case Verb::showAll: scene.belief.isAllShown = true; break;
+        case Verb::showAll: check.expected.isAllShown = true; break;
         default: break;
     }
 }

@@ -1,0 +1,168 @@
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "Scenarios/Model/LogLines.h"
+#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
+
+// What the log says of icons that come and go.
+
+namespace velko::scenarios::model {
+
+namespace {
+
+using script::Verb;
+using namespace std::chrono_literals;
+
+constexpr auto popOut = 10s;
+constexpr auto popOutRest = 300s;
+constexpr auto showMe = 2500ms;
+
+// Reveals
+
+/// The style of the display that the broom is on.
+RevealStyle styleNow(const StepCheck& check) {
+    const auto& reveal = check.expected.layout.reveal;
+    const auto displays = check.world.mac().displays.displays();
+    const auto& slots = check.world.mac().menuBar().slots();
+    const auto broom =
+        std::ranges::find(slots, check.world.mac().processes.ownPID(), &SimulatedMenuBar::Slot::pid);
+    if (displays.empty()) {
+        return reveal.otherStyle;
+    }
+    const Display* holder = &displays.front();
+    for (const Display& display : displays) {
+        const double down = displays.front().frame.maxY() - display.frame.maxY();
+        if (broom != slots.end() && broom->frame.x >= display.frame.x &&
+            broom->frame.x < display.frame.maxX() && broom->frame.y >= down &&
+            broom->frame.y < down + display.frame.height) {
+            holder = &display;
+        }
+    }
+    const bool hasNotch = holder->safeAreaTop > 0 || holder->auxiliaryTopLeft.width > 0;
+    return hasNotch ? reveal.notchedStyle : reveal.otherStyle;
+}
+
+bool mayToggle(const StepCheck& check) {
+    if (isBroomClick(check.step)) {
+        return meaningOfClick(check) == ClickMeaning::toggles;
+    }
+    return check.expected.layout.reveal.hover && check.takesTime();
+}
+
+bool mayTuck(const LogLine& line) {
+    const StepCheck& check = line.check;
+    const Expected& expected = check.expected;
+    const bool isDue = expected.layout.reveal.autoTuckSeconds > 0 && line.at + late >= expected.tucksFrom;
+    const bool isShelfClosed = expected.style == RevealStyle::shelf && !check.takesTime();
+    return isDue || isShelfClosed;
+}
+
+void revealed(LogLine& line) {
+    StepCheck& check = line.check;
+    Expected& expected = check.expected;
+    const std::string& event = line.parts[0];
+    const Out next = expected.out.after(event);
+    check.require(
+        line.parts[1] == expected.out.text() && line.parts[2] == next.text() && next != expected.out,
+        "a reveal leads from what is out to what should be", line.text + ", from " + expected.out.text());
+    if (event == "toggle" || event == "toggleWithBuried") {
+        check.require(mayToggle(check), "icons come out and go for a click or the pointer alone", line.text);
+    } else if (event == "autoTuck") {
+        check.require(mayTuck(line), "icons tuck themselves when their time is over", line.text);
+        // A press on the broom is no click outside of the shelf: there the time was over.
+        const bool isClickOutside = !check.takesTime() && !isBroomClick(check.step) &&
+                                    check.step.verb != Verb::pressEscape && check.step.verb != Verb::close;
+        if (isClickOutside && expected.style == RevealStyle::shelf) {
+            expected.shelfClickedAt = line.at;
+        }
+    }
+    if (!expected.out.isRevealed() && next.isRevealed()) {
+        expected.style = styleNow(check);
+    }
+    if (event.starts_with("peek ")) {
+        expected.openedAt = line.at;
+    }
+    expected.out = next;
+    expected.asked.insert(event);
+    line.rearm();
+}
+
+// Pop-outs, show-me and Live Activities
+
+void poppedOut(LogLine& line) {
+    StepCheck& check = line.check;
+    Expected& expected = check.expected;
+    const BundleID& app = line.parts[0];
+    check.require(expected.layout.popOutOnChange && expected.present.contains(app) &&
+                      !expected.isWaiting(app) && expected.sectionOf(app) == Section::tucked,
+                  "only tucked icons pop out", app);
+    const auto last = expected.lastPop.find(app);
+    check.require(last == expected.lastPop.end() || line.at - last->second >= popOutRest - 1s,
+                  "nothing pops out all the time", app);
+    expected.popped[app] = line.at + popOut;
+    expected.lastPop[app] = line.at;
+    expected.asked.insert("pop out " + app);
+}
+
+void popOutOver(LogLine& line) {
+    Expected& expected = line.check.expected;
+    const BundleID& app = line.parts[0];
+    const auto end = expected.popped.find(app);
+    line.check.require(end != expected.popped.end() && isAbout(line.at, end->second),
+                       "a pop-out lasts ten seconds", line.text);
+    expected.popped.erase(app);
+    expected.asked.insert("pop out over " + app);
+}
+
+void shownAlone(LogLine& line) {
+    Expected& expected = line.check.expected;
+    expected.alone = line.parts[0];
+    expected.aloneUntil = line.at + showMe;
+    expected.asked.insert("show me " + line.parts[0]);
+}
+
+void activityBegan(LogLine& line) {
+    Expected& expected = line.check.expected;
+    line.check.require(!expected.isActivityOn && expected.layout.showLiveActivities,
+                       "room is made for a Live Activity once, and where that is wanted");
+    expected.isActivityOn = true;
+    expected.asked.insert("live activity");
+}
+
+void activityEnded(LogLine& line) {
+    Expected& expected = line.check.expected;
+    line.check.require(expected.isActivityOn, "a Live Activity ends once");
+    expected.isActivityOn = false;
+    expected.isActivityDismissed = false;
+    expected.asked.insert("live activity over");
+}
+
+void activityDismissed(LogLine& line) {
+    Expected& expected = line.check.expected;
+    line.check.require(expected.isActivityOn && !expected.isActivityDismissed && mayToggle(line.check),
+                       "a click tidies while a Live Activity is on");
+    expected.isActivityDismissed = true;
+    expected.out = {};
+    expected.asked.insert("live activity dismissed");
+}
+
+constexpr auto iconRows = std::to_array<LineRow>({
+    {"liveactivity", "iPhone Live Activity running: showing the whole bar", activityBegan},
+    {"liveactivity", "Live Activity over: tidying again", activityEnded},
+    {"liveactivity", "broom clicked: tidying anyway until this activity ends", activityDismissed},
+    {"popout", "* changed: out for 10.0 seconds", poppedOut},
+    {"popout", "pop out over *", popOutOver},
+    {"reveal", "*: * -> *", revealed},
+    {"showme", "showing *", shownAlone},
+});
+
+}  // namespace
+
+std::span<const LineRow> iconLines() {
+    return iconRows;
+}
+
+}  // namespace velko::scenarios::model

@@ -1,0 +1,168 @@
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <string>
+#include <string_view>
+
+#include "Scenarios/Model/LogLines.h"
+#include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/Switches.h"
+
+// What the log says of the layout and the settings in it.
+
+namespace velko::scenarios::model {
+
+namespace {
+
+using script::Verb;
+
+void placed(LogLine& line) {
+    Expected& expected = line.check.expected;
+    const BundleID& app = line.parts[0];
+    const bool answers = line.parts[1].ends_with(" (new icon answered)");
+    line.check.require(answers == expected.isWaiting(app), "the log says when a new icon is answered",
+                       line.text);
+    expected.place(app, sectionCalled(line.parts[1].substr(0, line.parts[1].find(' '))));
+    expected.popped.erase(app);
+    expected.asked.insert("section changed");
+}
+
+// Settings
+
+/// A line of the settings that no other row knows: one of a switch.
+void switched(LogLine& line) {
+    Expected& expected = line.check.expected;
+    for (const SwitchRow& row : Switches::all) {
+        const std::string words = std::string(row.words) + ' ';
+        if (row.words.empty() || !line.text.starts_with(words)) {
+            continue;
+        }
+        const bool on = line.text == words + "true";
+        Switches::set(expected.layout, row.which, on);
+        if (row.which == Switch::popOutOnChange && !on) {
+            expected.popped.clear();
+            expected.asked.insert("pop out off");
+        }
+        return;
+    }
+    line.check.require(false, "the log says nothing unheard of", "[settings] " + line.text);
+}
+
+void defaultChanged(LogLine& line) {
+    line.check.expected.layout.newIconDefault = sectionCalled(line.parts[0]);
+    line.check.expected.asked.insert("new icon default");
+}
+
+void keepSwitched(LogLine& line) {
+    auto& keep = line.check.expected.layout.alwaysKeep;
+    if (line.parts[1] == "true") {
+        keep.insert(line.parts[0]);
+    } else {
+        keep.erase(line.parts[0]);
+    }
+}
+
+void revealSettingsChanged(LogLine& line) {
+    const auto style = [&](std::size_t part) {
+        return line.parts[part] == "shelf" ? RevealStyle::shelf : RevealStyle::inline_;
+    };
+    line.check.expected.layout.reveal = {.autoTuckSeconds = std::stoll(line.parts[0]),
+                                         .notchedStyle = style(1),
+                                         .otherStyle = style(2),
+                                         .hover = line.parts[3] == "true"};
+    line.rearm();
+}
+
+// The layout as a whole
+
+void layoutCame(LogLine& line) {
+    Expected& expected = line.check.expected;
+    if (!expected.layout.popOutOnChange) {
+        expected.popped.clear();
+    }
+    line.rearm();
+}
+
+void loaded(LogLine& line) {
+    StepCheck& check = line.check;
+    const auto file = LayoutStore(check.world.layoutFile()).load();
+    check.expected.layout = file ? file->value_or(Layout()) : Layout();
+    check.expected.layout.autopilot.watchingSince.reset();  // it may have come into the file since
+    check.expected.isUnreadable = false;
+    check.require(line.parts[0] == std::to_string(check.expected.layout.sections.size()),
+                  "the log counts the placements", line.text);
+    check.expected.asked.insert("layout loaded");
+    layoutCame(line);
+}
+
+void madeAnew(LogLine& line) {
+    line.check.expected.layout = Layout();
+    line.check.expected.isUnreadable = false;
+    layoutCame(line);
+}
+
+void couldNotBeRead(LogLine& line) {
+    line.check.expected.layout = Layout();
+    line.check.expected.isUnreadable = true;
+    line.check.expected.asked.insert("layout loaded");
+    layoutCame(line);
+}
+
+/// What an imported layout brings is told by tests of its own.
+template <const std::string_view& reason>
+void replaced(LogLine& line) {
+    if (const AppController* velko = line.check.world.velko()) {
+        line.check.expected.layout = velko->values().layout;
+    }
+    line.check.expected.asked.emplace(reason);
+    layoutCame(line);
+}
+
+/// No snooze reaches further than a month, and a day for clocks that differ.
+void datesSetBack(LogLine& line) {
+    StepCheck& check = line.check;
+    if (const AppController* velko = check.world.velko()) {
+        for (const auto& [app, until] : velko->values().layout.autopilot.snoozedUntil) {
+            Date& mine = check.expected.layout.autopilot.snoozedUntil[app];
+            if (mine - check.date() > std::chrono::days(30)) {
+                mine = std::min(mine, until);
+            }
+            check.require(mine - check.date() <= std::chrono::days(31), "no snooze reaches too far", app);
+        }
+    }
+}
+
+constexpr std::string_view byImport = "import";
+constexpr std::string_view bySetup = "setup";
+
+void couldNotBeSaved(LogLine& line) {
+    line.check.require(line.check.world.savingFails || line.check.step.verb == Verb::savingRecover,
+                       "saving fails only where the disk does", line.text);
+}
+
+constexpr auto layoutRows = std::to_array<LineRow>({
+    {"layout", "loaded * placements from *", loaded},
+    {"layout", "no layout yet: created *", madeAnew},
+    {"layout", "UNREADABLE, showing everything: *", couldNotBeRead},
+    {"layout", "save failed: *", couldNotBeSaved},
+    {"layout", "imported * placements from *", replaced<byImport>},
+    {"layout", "exported * placements to *", nothingFollows},
+    {"layout", "unreadable file kept as *", nothingFollows},
+    {"layout", "started afresh", nothingFollows},
+    {"layout", "the clock was ahead: dates set back", datesSetBack},
+    {"layout", "* -> *", placed},
+    {"settings", "new icons go to *", defaultChanged},
+    {"settings", "always keep * *", keepSwitched},
+    {"settings", "reveal settings *, *, *, *", revealSettingsChanged},
+    {"settings", "launch at login *", nothingFollows},
+    {"settings", "*", switched},
+    {"setup", "sorted: * in the bar, * tucked, * buried", replaced<bySetup>},
+});
+
+}  // namespace
+
+std::span<const LineRow> layoutLines() {
+    return layoutRows;
+}
+
+}  // namespace velko::scenarios::model
