@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "Scenarios/Language/Pattern.h"
 #include "Scenarios/Language/Step.h"
 #include "Scenarios/Language/Verbs.h"
+#include "Scenarios/Language/Words.h"
 
 namespace velko::script {
 namespace {

@@ -6,8 +6,8 @@
 #include <numeric>
 #include <ranges>
 
-#include "Scenarios/Language/Pattern.h"
 #include "Scenarios/Language/Verbs.h"
+#include "Scenarios/Language/Words.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
