@@ -132,7 +132,8 @@ std::optional<std::string> Invariants::check(const script::Step& done) {
         checkEngine(*velko);
         checkValues(*velko);
         checkCalm(*velko);
-        checkFaces(*velko);
+        const auto wrong = faces_.check(*velko, isCalm());
+        require(!wrong, wrong.value_or(""));
         checkRest(*velko, done);
     } else {
         checkWhileGone();
@@ -225,12 +226,6 @@ void Invariants::checkManners() {
 
 bool Invariants::isCalm() const {
     return world_.mac().mainThread.now() - calmSince_ >= calm;
-}
-
-void Invariants::checkFaces(AppController& velko) {
-    if (const auto wrong = faces_.check(velko, isCalm())) {
-        require(false, *wrong);
-    }
 }
 
 /// Nothing goes on moving when nobody does anything.

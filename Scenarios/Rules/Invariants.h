@@ -53,7 +53,6 @@ class Invariants final : private NonCopyable {
     void checkManners();
     void checkCalm(const AppController& velko);
     void checkRest(const AppController& velko, const script::Step& done);
-    void checkFaces(AppController& velko);
     [[nodiscard]] bool isCalm() const;
     void checkInventory(const AppController& velko);
     [[nodiscard]] bool mayShowAll(const AppController& velko) const;
