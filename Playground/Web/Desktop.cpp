@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "Simulator/Desktop/SimulatedDialogs.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"

@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"

@@ -4,8 +4,8 @@
 
 #include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/Flows/Questions.h"

@@ -5,11 +5,10 @@
 #include <string>
 
 #include "Scenarios/Acts/Acts.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"

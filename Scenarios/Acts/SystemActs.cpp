@@ -6,13 +6,13 @@
 
 #include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
-#include "Simulator/Time/SimulatedActivity.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko::script {
 

@@ -3,7 +3,6 @@
 #include "Scenarios/Acts/Acts.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/Time/SimulatedMainThread.h"
-#include "Simulator/Time/SimulatedZone.h"
 
 namespace velko::script {
 

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "Scenarios/Model/LogLines.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 
 // What the log says of icons that come and go.

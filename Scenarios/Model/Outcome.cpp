@@ -3,10 +3,9 @@
 #include <string>
 
 #include "Scenarios/Model/StepCheck.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"

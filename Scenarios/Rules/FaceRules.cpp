@@ -9,11 +9,11 @@
 #include <variant>
 #include <vector>
 
-#include "Simulator/Accessibility/TreeFaults.h"
 #include "Simulator/Desktop/SimulatedDesktop.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"

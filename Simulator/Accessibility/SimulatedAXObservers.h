@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "Simulator/Accessibility/SimulatedAXHandle.h"
 #include "Simulator/Accessibility/SimulatedElement.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/MainThread.h"

@@ -10,10 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "Simulator/Accessibility/SimulatedAXHandle.h"
 #include "Simulator/Accessibility/SimulatedAXObservers.h"
 #include "Simulator/Accessibility/SimulatedElement.h"
-#include "Simulator/Time/MachineThread.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 
 namespace velko {

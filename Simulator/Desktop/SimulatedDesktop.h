@@ -1,14 +1,19 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Velko/Ports/Desktop.h"
+#include "VelkoCore/Files/AtomicFile.h"
 
 namespace velko {
 
@@ -71,6 +76,46 @@ class SimulatedUpdater final : public Updater {
     std::optional<std::string> reason = "This copy of Velko came without the updater.";
     bool starts = true;  ///< false: it is there, but broken
     int checks = 0;
+};
+
+/// The system's list of programs to open at login.
+class SimulatedLoginItem final : public LoginItem {
+ public:
+    [[nodiscard]] Status status() const override { return now; }
+    [[nodiscard]] std::expected<void, std::string> setEnabled(bool enabled) override {
+        if (refusal) {
+            return std::unexpected(*refusal);
+        }
+        now = enabled ? Status::enabled : Status::notRegistered;
+        return {};
+    }
+
+    Status now = Status::notRegistered;
+    std::optional<std::string> refusal;  ///< every change is refused with these words
+};
+
+/// The disk of a machine: files lie in a folder of the host, and what is written to them is counted.
+class SimulatedDisk final {
+ public:
+    /// The file system's calls. They may outlive this.
+    [[nodiscard]] FileCalls calls() const {
+        FileCalls calls;
+        calls.write = [write = calls.write, counter = bytesWritten_](int file, const void* data,
+                                                                     std::size_t size) {
+            const auto written = write(file, data, size);
+            *counter += static_cast<std::uint64_t>(std::max<std::ptrdiff_t>(written, 0));
+            return written;
+        };
+        calls.fsync = [](int) { return 0; };  // nobody pulls the plug of a Mac in memory
+        // Locks are the machine's own: whoever else has the folder on the host does not work on this Mac.
+        calls.flock = [](int, int) { return 0; };
+        calls.ftruncate = [](int, long long) { return 0; };
+        return calls;
+    }
+    [[nodiscard]] std::uint64_t bytesWritten() const noexcept { return *bytesWritten_; }
+
+ private:
+    std::shared_ptr<std::uint64_t> bytesWritten_ = std::make_shared<std::uint64_t>(0);
 };
 
 }  // namespace velko

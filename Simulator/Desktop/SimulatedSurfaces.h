@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Velko/Ports/Surfaces.h"
+#include "Velko/View/Node.h"
 #include "Velko/View/Tree.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
@@ -97,5 +98,12 @@ class SimulatedSurfaces final : public Surfaces {
     std::vector<std::unique_ptr<SimulatedSurface>> surfaces_;  ///< in the order of `Kind`
     std::vector<std::string> announcements_;
 };
+
+/// Each node has an id of its own, each control says what it is and shows a value that it can have, and no
+/// key means two things.
+[[nodiscard]] std::optional<std::string> faultIn(const view::Node& root);
+
+/// Each entry has a title, and one that can be chosen does something or opens a submenu.
+[[nodiscard]] std::optional<std::string> faultIn(const view::Menu& menu);
 
 }  // namespace velko

@@ -9,8 +9,7 @@
 
 #include "Simulator/Desktop/SimulatedObservers.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
-#include "Simulator/Machine/SimulatedApp.h"
-#include "Simulator/Time/MachineThread.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {

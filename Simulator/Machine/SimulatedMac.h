@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/Machine/SimulatedApp.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/MenuBar/SimulatedBroom.h"
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/NonCopyable.h"

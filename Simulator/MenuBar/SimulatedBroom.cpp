@@ -5,14 +5,14 @@
 #include <utility>
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
-#include "Simulator/Time/SimulatedActivity.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
 namespace velko {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/Time/MachineThread.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoEngine/Ports/PrivateFramework.h"
 
 namespace velko {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Simulator/MenuBar/SimulatedBroom.h"
-#include "Simulator/Time/MachineThread.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Ports/StatusItem.h"
 
 namespace velko {

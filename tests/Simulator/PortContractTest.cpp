@@ -4,16 +4,15 @@
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Contracts/ActingContracts.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/ForwardingPorts.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/HostMainThread.h"
 #include "Simulator/Time/SimulatedMainThread.h"
-#include "Simulator/Time/SimulatedZone.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 #include "VelkoEngine/Ports/Platform.h"
 

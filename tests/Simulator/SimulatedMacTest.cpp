@@ -5,7 +5,7 @@
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Accessibility/SimulatedElement.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"

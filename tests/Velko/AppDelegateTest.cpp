@@ -1,6 +1,5 @@
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
-#include "Simulator/Desktop/SimulatedLoginItem.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "tests/Velko/ProgramOnMac.h"

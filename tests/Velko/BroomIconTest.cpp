@@ -7,7 +7,7 @@
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
-#include "Simulator/Time/SimulatedActivity.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Broom/BroomIcon.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Ports/Platform.h"

@@ -1,8 +1,8 @@
 #include <utility>
 
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Velko/Flows/Preferences.h"
 #include "tests/Velko/FacesOnMac.h"

@@ -1,4 +1,4 @@
-#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Velko/Flows/Preferences.h"
 #include "tests/Velko/VelkoOnMac.h"
 

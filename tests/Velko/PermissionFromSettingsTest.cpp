@@ -1,4 +1,4 @@
-#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "tests/Velko/ProgramOnMac.h"
 

@@ -1,6 +1,5 @@
-#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
 #include "tests/Velko/SetupOnMac.h"
 
 namespace velko {

@@ -1,4 +1,4 @@
-#include "Simulator/Desktop/SimulatedLoginItem.h"
+#include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Velko/Flows/Preferences.h"
 #include "tests/Velko/VelkoOnMac.h"
 

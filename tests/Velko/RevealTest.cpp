@@ -1,4 +1,4 @@
-#include "Simulator/Desktop/SimulatedDisplays.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "tests/Velko/VelkoOnMac.h"
 

@@ -1,6 +1,5 @@
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
-#include "Simulator/Desktop/SimulatedLoginItem.h"
 #include "tests/Velko/SettingsOnMac.h"
 
 namespace velko {

@@ -1,10 +1,9 @@
 #include <gmock/gmock.h>
 
 #include "Simulator/Accessibility/SimulatedElement.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Flows/Preferences.h"
 #include "tests/Velko/FacesOnMac.h"

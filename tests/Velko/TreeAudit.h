@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Simulator/Accessibility/TreeFaults.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Velko/View/Tree.h"
 
 namespace velko {

@@ -7,10 +7,9 @@
 #include <vector>
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/Time/SimulatedMainThread.h"

@@ -6,14 +6,12 @@
 #include <vector>
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/ForwardingPorts.h"
 #include "Simulator/Machine/SimulatedMac.h"
-#include "Simulator/Time/SimulatedActivity.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko {

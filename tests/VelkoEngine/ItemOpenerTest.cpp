@@ -9,7 +9,7 @@
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Accessibility/SimulatedElement.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/ForwardingPorts.h"
 #include "Simulator/Machine/SimulatedMac.h"

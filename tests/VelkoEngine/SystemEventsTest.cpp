@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 #include <utility>
 
-#include "Simulator/Desktop/SimulatedDisplays.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
-#include "Simulator/Desktop/SimulatedWindows.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "VelkoEngine/Opening/ItemOpener.h"
