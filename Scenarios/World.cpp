@@ -10,14 +10,12 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Machine/SimulatedSession.h"
+#include "Simulator/Machine/VelkoOnSimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
-#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
-#include "VelkoEngine/Hiding/MenuBarEngine.h"
-#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko::scenarios {
 
@@ -65,16 +63,13 @@ void World::startVelko() {
     const ProcessID own = mac_.processes.ownPID();
     mac_.addIcon(own, mac_.processes.find(own)->app.icons.at(broom), broomPlace_);
     velko_ = std::make_unique<AppDelegate>(AppDelegate::Parts{
-        .controller = {.platform = mac_.platform(),
-                       .ports = mac_.appPorts(),
-                       .log = log_,
-                       .store = LayoutStore(layoutFile(), diskThatMayBeFull(mac_.fileCalls(), savingFails)),
-                       .engine = std::make_unique<AssessmentEngine>(mac_.platform()),
-                       .info = {.version = VELKO_VERSION,
-                                .build = VELKO_BUILD,
-                                .channel = VELKO_CHANNEL,
-                                .systemVersion = "27.0 (simulated)",
-                                .bundlePath = "/Applications/Velko.app"}},
+        .controller =
+            velkoOn(mac_, log_, LayoutStore(layoutFile(), diskThatMayBeFull(mac_.fileCalls(), savingFails)),
+                    {.version = VELKO_VERSION,
+                     .build = VELKO_BUILD,
+                     .channel = VELKO_CHANNEL,
+                     .systemVersion = "27.0 (simulated)",
+                     .bundlePath = "/Applications/Velko.app"}),
         .propertyLists = propertyLists_,
         .homeFolder = folder_});
     if (onStart) {

@@ -6,17 +6,14 @@
 #include <string>
 #include <system_error>
 
-#include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Machine/VelkoOnSimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
-#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/NonCopyable.h"
-#include "VelkoEngine/Hiding/MenuBarEngine.h"
-#include "VelkoEngine/Ports/Platform.h"
 
 // What Velko costs the machine that it runs on, and how long people wait for it, in the machine's own time.
 
@@ -62,13 +59,7 @@ class Installation final {
         if (!store.save(layout)) {
             std::abort();
         }
-        velko = std::make_unique<AppController>(
-            AppController::Parts{.platform = mac.platform(),
-                                 .ports = mac.appPorts(),
-                                 .log = log_,
-                                 .store = store,
-                                 .engine = std::make_unique<AssessmentEngine>(mac.platform()),
-                                 .info = {.version = "1.0"}});
+        velko = std::make_unique<AppController>(velkoOn(mac, log_, store, {.version = "1.0"}));
     }
 
     /// Simulated milliseconds until `isDone`, looked at every millisecond.

@@ -67,11 +67,7 @@ PreciseDate HostMainThread::date() const {
 }
 
 void HostMainThread::post(Work work) {
-    {
-        const std::lock_guard lock(mutex_);
-        posted_.push_back({.due = now(), .work = std::move(work)});
-    }
-    isPosted_.notify_one();
+    posted_.add(now(), std::move(work));
 }
 
 Task HostMainThread::after(Uptime delay, Work work) {
@@ -109,7 +105,7 @@ bool HostMainThread::runUntil(const std::function<bool()>& isDone, Uptime limit)
     const Uptime end = now() + limit;
     while (!isDone()) {
         const Uptime time = now();
-        takePosted();
+        posted_.moveTo(queue_);
         if (queue_.runNext(std::min(time, end))) {
             continue;
         }
@@ -121,25 +117,10 @@ bool HostMainThread::runUntil(const std::function<bool()>& isDone, Uptime limit)
     return true;
 }
 
-/// Gives what was posted its place in the queue.
-void HostMainThread::takePosted() {
-    std::vector<Posted> posted;
-    {
-        const std::lock_guard lock(mutex_);
-        posted.swap(posted_);
-    }
-    for (Posted& item : posted) {
-        queue_.once(item.due, std::move(item.work)).detach();
-    }
-}
-
 /// Sleeps until work is due or posted, but not beyond `end`.
 void HostMainThread::waitForWork(Uptime end) {
     const auto wake = queue_.nextWake();
-    const Uptime until = wake ? std::min(wake->at, end) : end;
-    std::unique_lock lock(mutex_);
-    isPosted_.wait_until(lock, std::chrono::steady_clock::time_point(until),
-                         [this] { return !posted_.empty(); });
+    posted_.waitUntil(wake ? std::min(wake->at, end) : end);
 }
 
 }  // namespace velko

@@ -80,19 +80,11 @@ class HostMainThread final : public MachineThread {
     [[nodiscard]] Task startBackground(Read read, Then then) override;
 
  private:
-    struct Posted {
-        Uptime due;
-        Work work;
-    };
-
-    void takePosted();
     void waitForWork(Uptime end);
 
     std::thread::id self_ = std::this_thread::get_id();
     WorkQueue queue_;
-    std::mutex mutex_;
-    std::condition_variable isPosted_;
-    std::vector<Posted> posted_;
+    PostedWork posted_;
     ReadPool pool_{mostReadsAtOnce};  // goes first: its last reads still post their answers
 };
 

@@ -1,6 +1,7 @@
 #include "VelkoEngine/Background/WorkQueue.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace velko {
@@ -104,6 +105,34 @@ void WorkQueue::clear() {
     for (const auto& [key, entry] : dropped) {
         entry->cancel();
     }
+}
+
+bool PostedWork::add(Uptime due, MainThread::Work work) {
+    bool wasEmpty = false;
+    {
+        const std::lock_guard lock(mutex_);
+        wasEmpty = posted_.empty();
+        posted_.push_back({.due = due, .work = std::move(work)});
+    }
+    isPosted_.notify_one();
+    return wasEmpty;
+}
+
+void PostedWork::moveTo(WorkQueue& queue) {
+    std::vector<Posted> posted;
+    {
+        const std::lock_guard lock(mutex_);
+        posted.swap(posted_);
+    }
+    for (Posted& item : posted) {
+        queue.once(item.due, std::move(item.work)).detach();
+    }
+}
+
+void PostedWork::waitUntil(Uptime moment) {
+    std::unique_lock lock(mutex_);
+    isPosted_.wait_until(lock, std::chrono::steady_clock::time_point(moment),
+                         [this] { return !posted_.empty(); });
 }
 
 }  // namespace velko

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -56,6 +59,32 @@ class WorkQueue final : private NonCopyable {
 
     std::shared_ptr<Entries> entries_;  ///< tasks hold it weakly, to leave it when they are cancelled
     std::uint64_t scheduled_ = 0;
+};
+
+/// Work that other threads post to the thread of a `WorkQueue`. It waits here until that thread takes it.
+class PostedWork final : private NonCopyable {
+ public:
+    using Uptime = MainThread::Uptime;
+
+    /// Adds work that was due at `due`, which is when it was posted. Returns whether nothing waited before,
+    /// so that somebody has to wake the queue's thread. Any thread.
+    bool add(Uptime due, MainThread::Work work);
+
+    /// Puts everything into the queue, in the order in which it was posted. The queue's thread.
+    void moveTo(WorkQueue& queue);
+
+    /// Sleeps until something is posted, or until that moment of the host's steady clock.
+    void waitUntil(Uptime moment);
+
+ private:
+    struct Posted {
+        Uptime due;
+        MainThread::Work work;
+    };
+
+    std::mutex mutex_;
+    std::condition_variable isPosted_;
+    std::vector<Posted> posted_;
 };
 
 }  // namespace velko

@@ -6,10 +6,8 @@
 
 #include <algorithm>
 #include <ctime>
-#include <mutex>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "VelkoEngine/Background/Reads.h"
 #include "VelkoEngine/Background/WorkQueue.h"
@@ -50,10 +48,7 @@ class MacMainThread::Core final : public std::enable_shared_from_this<Core> {
 
     /// Any thread.
     void post(Work work) {
-        const std::lock_guard lock(mutex_);
-        const bool wasEmpty = posted_.empty();
-        posted_.push_back({.due = uptime(), .work = std::move(work)});
-        if (wasEmpty) {
+        if (posted_.add(uptime(), std::move(work))) {
             const auto core = shared_from_this();
             dispatch_async(dispatch_get_main_queue(), ^{
               core->drain();
@@ -70,21 +65,9 @@ class MacMainThread::Core final : public std::enable_shared_from_this<Core> {
     }
 
  private:
-    struct Posted {
-        Uptime due;
-        Work work;
-    };
-
     /// Runs what is due when it begins. Newer work waits, so that events are handled in between.
     void drain() {
-        std::vector<Posted> posted;
-        {
-            const std::lock_guard lock(mutex_);
-            posted.swap(posted_);
-        }
-        for (Posted& item : posted) {
-            queue_.once(item.due, std::move(item.work)).detach();
-        }
+        posted_.moveTo(queue_);
         if (closed_) {
             queue_.clear();
             return;
@@ -118,8 +101,7 @@ class MacMainThread::Core final : public std::enable_shared_from_this<Core> {
     WorkQueue queue_;
     std::optional<WorkQueue::Wake> armed_;
     bool closed_ = false;
-    std::mutex mutex_;
-    std::vector<Posted> posted_;
+    PostedWork posted_;
 };
 
 MacMainThread::MacMainThread() : core_(std::make_shared<Core>()) {

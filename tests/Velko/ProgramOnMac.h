@@ -8,15 +8,12 @@
 
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Files/LibplistReader.h"
-#include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Machine/VelkoOnSimulatedMac.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppDelegate.h"
 #include "Velko/App/Log.h"
-#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
-#include "VelkoEngine/Hiding/MenuBarEngine.h"
-#include "VelkoEngine/Ports/Platform.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko {
@@ -32,12 +29,8 @@ class ProgramOnMac : public testing::Test {
     }
     void launchAgain() {
         app = std::make_unique<AppDelegate>(AppDelegate::Parts{
-            .controller = {.platform = mac.platform(),
-                           .ports = mac.appPorts(),
-                           .log = log,
-                           .store = LayoutStore(file(), files),
-                           .engine = std::make_unique<AssessmentEngine>(mac.platform()),
-                           .info = {.version = "1.2", .bundlePath = "/Applications/Velko.app"}},
+            .controller = velkoOn(mac, log, LayoutStore(file(), files),
+                                  {.version = "1.2", .bundlePath = "/Applications/Velko.app"}),
             .propertyLists = propertyLists,
             .homeFolder = home});
         app->didFinishLaunching();

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Simulator/Machine/SimulatedMac.h"
+#include "Simulator/Machine/VelkoOnSimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
@@ -74,13 +74,9 @@ class VelkoOnMac : public testing::Test {
     }
 
     void startWithFileAsItIs() {
-        velko = std::make_unique<AppController>(AppController::Parts{
-            .platform = mac.platform(),
-            .ports = mac.appPorts(),
-            .log = log,
-            .store = LayoutStore(file(), files),
-            .engine = std::make_unique<AssessmentEngine>(mac.platform()),
-            .info = {.version = "1.2", .systemVersion = "27.0", .bundlePath = bundlePath}});
+        velko = std::make_unique<AppController>(
+            velkoOn(mac, log, LayoutStore(file(), files),
+                    {.version = "1.2", .systemVersion = "27.0", .bundlePath = bundlePath}));
         mac.onMenuBarChange = [this] { watchForGap(); };
         velko->start();
         pass(std::chrono::seconds(3));
