@@ -37,6 +37,10 @@ void followOffer(StepCheck& check, const AppValues& values) {
         autopilot.offerPending = false;
     }
     if (check.expected.isPutOff && !values.noteDeferred && passedAnHour(check)) {
+        // In a longer wait, news may have come and gone.
+        check.require(check.now() - check.begun > 2 * hour ||
+                          !std::ranges::includes(check.expected.putOff, check.suggestions()),
+                      "what was put off is asked about again when there is news");
         check.expected.isPutOff = false;
     }
 }

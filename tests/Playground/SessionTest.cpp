@@ -14,12 +14,14 @@
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Ports/Desktop.h"
+#include "Velko/View/Node.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko::web {
@@ -81,6 +83,16 @@ TEST_F(SessionTest, SurvivesWhateverItIsAsked) {
     }
     EXPECT_FALSE(ask("format-disk"));
     EXPECT_NE(session.world().velko(), nullptr);
+    for (const auto* surface : {"settings", "note", "shelf", "permissionGuide"}) {
+        EXPECT_FALSE(ask("dismiss", R"({"surface":")" + std::string(surface) + R"("})")) << "it is not open";
+    }
+    session.mac().surfaces.surface(Surfaces::Kind::note).open({.content = view::text("a", "b")});
+    EXPECT_TRUE(ask("dismiss", R"({"surface":"note","how":"closeButton"})"));
+    for (const auto& [speed, isTaken] :
+         {std::pair(-1, false), {0, true}, {100'000, true}, {100'001, false}}) {
+        EXPECT_EQ(ask("pace", R"({"speed":)" + std::to_string(speed) + "}").has_value(), isTaken) << speed;
+    }
+    EXPECT_EQ(session.speed(), 100'000);
 }
 
 TEST_F(SessionTest, OpensAnAppsMenuAndChoosesFromIt) {
@@ -134,7 +146,9 @@ TEST_F(SessionTest, PutsTheBroomBackWhereItWas) {
 
 TEST_F(SessionTest, LaunchesOnlyWhatDoesNotRun) {
     EXPECT_TRUE(play("launch Linear"));
+    EXPECT_FALSE(session.mac().windows.frontMenus(24));
     EXPECT_TRUE(play("launch Linear"));
+    EXPECT_TRUE(session.mac().windows.frontMenus(24)) << "it comes to the front";
     EXPECT_EQ(countOf("com.linear"), 1U);
     EXPECT_TRUE(play("launch ."));
     EXPECT_EQ(session.mac().processes.running().back().app.name, ".") << "no app is without a name";
@@ -201,7 +215,8 @@ TEST_F(SessionTest, KeepsFilesWithinTheDocumentsFolder) {
     const auto pipe = session.world().documents() / "pipe";
     std::filesystem::create_directories(session.world().documents());
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);  // without a reader, a writer waits for ever
+    const int reader =
+        ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);  // without a reader, a writer waits for ever
     for (const auto* body : {R"({"file":"pipe","text":"broken"})", R"({"file":"pipe"})"}) {
         EXPECT_FALSE(ask("panel", body)) << "it is no file";
     }

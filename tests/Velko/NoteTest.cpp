@@ -50,6 +50,12 @@ TEST_F(NoteTest, SaysThatEverythingIsSpotlessAndStaysUntilTheUserIsDone) {
     EXPECT_GT(surface.opening()->motion.fade, Timing::Seconds::zero());
     EXPECT_EQ(read(), spotless);
     pass(60s);
+    launchNamed("app.cloud", "Cloud");
+    press("tuck:app.cloud");
+    EXPECT_EQ(read(), spotless);
+    pass(2s);
+    EXPECT_FALSE(note->isShowing()) << "it has asked something since";
+    note->show();
     EXPECT_TRUE(surface.press({.key = Key::enter}));
     EXPECT_FALSE(note->isShowing());
     mac.surfaces.reducedMotion = true;

@@ -1,5 +1,16 @@
+#include <algorithm>
+#include <array>
+#include <map>
+#include <tuple>
+
 #include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Questions.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
+#include "tests/Dice.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {
@@ -68,6 +79,185 @@ TEST_F(PreferencesTest, LeaveLaunchAtLoginToTheSystem) {
     EXPECT_TRUE(logged("[settings] launch at login failed: Operation not permitted"));
     EXPECT_EQ(values().loginRevision, 2);
 }
+
+/// Switches flipped in any order and in every way, while icons are out for various reasons. What is out, what
+/// is asked and what is saved is told a second time.
+class SwitchesInAnyOrder : public VelkoOnMac, public testing::WithParamInterface<unsigned> {
+ protected:
+    using Uptime = MainThread::Uptime;
+
+    struct Newcomer {
+        bool isAskedAbout = false;
+        bool isPlaced = false;  ///< tucked
+    };
+
+    void SetUp() override {
+        const Date today = floorToSeconds(mac.mainThread.date());
+        layout.hasCompletedSetup = true;
+        layout.seenApps = BundleIDs{"app.tucked", "app.unsorted", "app.dusty"};
+        layout.autopilot.watchingSince = today - std::chrono::days(20);
+        layout.lastClicked = {{"app.tucked", today}, {"app.unsorted", today}};
+        changing = launch("app.tucked", Section::tucked);
+        launch("app.unsorted");
+        launch("app.dusty", Section::bar);
+        const auto renderer = mac.launch({.name = "WidgetRenderer_Activities", .isApplication = false});
+        start();
+        pass(10s);
+        isActivityOn = dice.isOneIn(2);
+        mac.processes.work(renderer, isActivityOn ? 0.01 : 0);
+        pass(15s);
+    }
+
+    /// Changes one of the switches, as `wanted` then has them. Whether it is one that others can bring.
+    bool change(Layout& wanted) {
+        constexpr std::array times{0, 3, 5, 10};
+        constexpr std::array styles{RevealStyle::inline_, RevealStyle::shelf};
+        const bool isOn = dice.isOneIn(2);
+        switch (dice.roll(6)) {
+            case 0: wanted.popOutOnChange = isOn; return true;
+            case 1: wanted.showLiveActivities = isOn; return true;
+            case 2: wanted.askAboutNewIcons = isOn; return true;
+            case 3: wanted.newIconDefault = dice.oneOf(allSections); return true;
+            case 4: wanted.autopilot.enabled = isOn; return false;
+            default:
+                wanted.reveal = {
+                    .autoTuckSeconds = dice.oneOf(times), .otherStyle = dice.oneOf(styles), .hover = isOn};
+                return true;
+        }
+    }
+    void flip() {
+        Layout wanted = values().layout;
+        const bool travels = change(wanted);
+        const std::size_t way = dice.roll(travels ? 3 : 2);
+        if (way == 0) {
+            flipByHand(wanted);
+        } else if (way == 1) {
+            ASSERT_TRUE(LayoutStore(file()).save(wanted));
+            velko->loadLayout();
+        } else {
+            writeFile(folder.path() / "other.velko", LayoutExport::of(wanted).data());
+            velko->transfer().importLayout();
+            mac.dialogs.choose(folder.path() / "other.velko");
+            for (auto& [app, newcomer] : newcomers) {
+                newcomer.isAskedAbout = false;  // the other Mac knows where it goes
+            }
+        }
+        if (way > 0 || wanted.reveal != layout.reveal) {
+            beginWait(wanted.reveal);
+        }
+        layout = wanted;
+        if (!layout.popOutOnChange) {
+            outUntil.reset();
+        }
+    }
+    void flipByHand(const Layout& wanted) {
+        Preferences& preferences = velko->preferences();
+        const Layout before = values().layout;
+        const std::tuple<Switch, bool, bool> switches[] = {
+            {Switch::popOutOnChange, before.popOutOnChange, wanted.popOutOnChange},
+            {Switch::showLiveActivities, before.showLiveActivities, wanted.showLiveActivities},
+            {Switch::askAboutNewIcons, before.askAboutNewIcons, wanted.askAboutNewIcons},
+            {Switch::autopilot, before.autopilot.enabled, wanted.autopilot.enabled}};
+        for (const auto& [which, was, is] : switches) {
+            if (is != was) {
+                preferences.setSwitch(which, is);
+            }
+        }
+        if (wanted.newIconDefault != before.newIconDefault) {
+            preferences.setNewIconDefault(wanted.newIconDefault);
+        }
+        if (wanted.reveal != before.reveal) {
+            preferences.setReveal(wanted.reveal);
+        }
+    }
+
+    /// What is out goes in a while from now.
+    void beginWait(const RevealSettings& reveal) {
+        const std::chrono::seconds seconds(reveal.autoTuckSeconds);
+        tucksAt = seconds > 0s ? std::optional(mac.mainThread.now() + seconds) : std::nullopt;
+    }
+    void toggle() {
+        if (isActivityOn && layout.showLiveActivities) {
+            return;  // would mean something else
+        }
+        isOut = !isOut;
+        style = isOut ? layout.reveal.otherStyle : style;
+        velko->toggle();
+        beginWait(layout.reveal);
+    }
+    /// Changes the tucked icon at a time when that is news.
+    void changeIcon() {
+        rest(6min);
+        mac.changeIcon(changing, 0, [](SimulatedIcon& icon) { icon.title = icon.title.value_or("") + "!"; });
+        if (layout.popOutOnChange) {
+            const auto look =
+                std::chrono::ceil<std::chrono::duration<long, std::ratio<2>>>(mac.mainThread.now());
+            outUntil = look + 10s + 50ms;
+        }
+        rest(2600ms);
+    }
+    void comeNew() {
+        const BundleID app = "app.new" + std::to_string(newcomers.size());
+        launch(app);
+        newcomers[app] = {.isAskedAbout = layout.askAboutNewIcons, .isPlaced = layout.askAboutNewIcons};
+    }
+    void rest(std::chrono::milliseconds duration) {
+        pass(duration);
+        const auto now = mac.mainThread.now();
+        isOut = isOut && (!tucksAt || now < *tucksAt);
+        if (outUntil && now >= *outUntil) {
+            outUntil.reset();
+        }
+    }
+
+    void check() {
+        const bool isActivity = isActivityOn && layout.showLiveActivities;
+        const bool areTuckedOut = isActivity || (isOut && style == RevealStyle::inline_);
+        const auto showsFrom = [&](Section section) {
+            return isActivity || section == Section::bar || (section == Section::tucked && areTuckedOut);
+        };
+        EXPECT_EQ(values().liveActivityShowing, isActivity);
+        EXPECT_EQ(!values().poppedOut.empty(), outUntil.has_value());
+        EXPECT_EQ(values().state.isRevealed(), isOut);
+        EXPECT_EQ(velko->autopilot().suggestions().empty(), !layout.autopilot.enabled);
+        EXPECT_EQ(shows("app.tucked"), areTuckedOut || outUntil);
+        EXPECT_EQ(shows("app.unsorted"), showsFrom(layout.newIconDefault));
+        EXPECT_TRUE(shows("app.dusty"));
+        for (const auto& [app, newcomer] : newcomers) {
+            EXPECT_EQ(std::ranges::count(saved().inbox, app) > 0, newcomer.isAskedAbout) << app;
+            EXPECT_EQ(shows(app), showsFrom(newcomer.isPlaced ? Section::tucked : layout.newIconDefault))
+                << app;
+        }
+        expectSettled();
+    }
+
+    Dice dice{GetParam()};
+    ProcessID changing = 0;
+    bool isActivityOn = false;
+    bool isOut = false;
+    RevealStyle style = RevealStyle::inline_;
+    std::optional<Uptime> tucksAt;   ///< when what is out goes by itself
+    std::optional<Uptime> outUntil;  ///< when the icon that has changed goes
+    std::map<BundleID, Newcomer> newcomers;
+};
+
+TEST_P(SwitchesInAnyOrder, TakeEffectAtOnceAndNothingElseDoes) {
+    for (int step = 0; step < 60 && !HasFailure(); ++step) {
+        SCOPED_TRACE("step " + std::to_string(step) + "\n" + log.lines().back());
+        switch (dice.roll(10)) {
+            case 0:
+            case 1: toggle(); break;
+            case 2: changeIcon(); break;
+            case 3: comeNew(); break;
+            default: flip(); break;
+        }
+        rest(1300ms * (1 + static_cast<int>(dice.roll(6))));
+        check();
+        EXPECT_EQ(saved().reveal, layout.reveal);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seed, SwitchesInAnyOrder, testing::Range(1U, 9U));
 
 }  // namespace
 }  // namespace velko

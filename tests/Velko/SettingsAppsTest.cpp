@@ -37,6 +37,9 @@ TEST_F(SettingsAppsTest, AreEveryAppWithIconsOrASectionByName) {
     mac.session.changeSpace();
     pass(3s);
     EXPECT_EQ(words("usage:com.example.3"), "running, without an icon right now");
+    const view::MenuItem showMe = view::menuOf(*window().content(), "more:com.example.3").at(0);
+    EXPECT_FALSE(showMe.isEnabled);
+    EXPECT_EQ(showMe.help, "broth has no icon right now.");
     launch("com.example.new");
     pass(20s);
     EXPECT_EQ(words("usage:com.example.new"), "New here. Where does it go?");

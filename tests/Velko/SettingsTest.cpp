@@ -116,6 +116,11 @@ TEST_F(SettingsTest, ShowWhatHolds) {
     set("launch-at-login", true);
     EXPECT_EQ(find("launch-at-login:what"), nullptr);
     EXPECT_EQ(standing("auto-tuck"), "After 17 seconds");
+    EXPECT_EQ(std::get<view::Picker>(find("auto-tuck")->content).options,
+              (std::vector<std::string>{"Never", "After 3 seconds", "After 4 seconds", "After 5 seconds",
+                                        "After 6 seconds", "After 8 seconds", "After 10 seconds",
+                                        "After 15 seconds", "After 17 seconds", "After 20 seconds",
+                                        "After 30 seconds"}));
     EXPECT_EQ(words("pop-out:what"), "It shows in the bar for 10 seconds, then tucks back in.");
 }
 

@@ -24,26 +24,60 @@ class SetupSortingTest : public SetupOfThreeApps {
 };
 
 TEST_F(SetupSortingTest, TakesOverWhatAnotherOrganiserLeftOnlyWhenTheUserWantsIt) {
-    for (const bool takes : {false, true}) {
-        mac.surfaces.forget();
-        host.found = ImportedLayout{.source = "Ice", .sections = {}, .autoTuckSeconds = 15, .hover = true};
-        startSorting();
-        EXPECT_EQ(step(), "setup:found");
-        EXPECT_EQ(words("found:title"), "You come from Ice");
-        EXPECT_EQ(whatIsFound(), (std::vector<std::string>{
-                                     "Comes along", "Icons stay out for 15 seconds",
-                                     "Icons come out when the pointer rests on the broom", "Stays behind",
-                                     "The places of your icons: you sort them card by card",
-                                     "Single icons, hot keys and colours: Velko hides whole apps"}));
-        EXPECT_TRUE(takes ? press(Key::enter) : press('k'));
-        EXPECT_EQ(words("sort:take"), "Keep in the Bar");
-        EXPECT_TRUE(press('r'));
-        EXPECT_EQ(words("summary:timing"), takes ? "With Ice's timing." : "");
-        EXPECT_EQ(values().layout.reveal, RevealSettings());
-        EXPECT_TRUE(press(Key::enter));
-        pass(1s);
-        EXPECT_EQ(saved().reveal.autoTuckSeconds, takes ? 15 : 6);
-        EXPECT_EQ(saved().reveal.hover, takes);
+    struct Left {
+        std::optional<std::int64_t> seconds;
+        std::string timeLine;
+        std::optional<bool> hover;
+        std::string hoverLine;
+    };
+    const std::string unsaidTime = "How long icons stay out: Ice doesn't say";
+    const std::string unsaidHover = "Whether resting the pointer shows them: Ice doesn't say";
+    const Left cases[] = {
+        {15, "Icons stay out for 15 seconds", true, "Icons come out when the pointer rests on the broom"},
+        {0, "Icons stay out until you tuck them", {}, unsaidHover},
+        {{}, unsaidTime, false, "Icons come out only when you click the broom"},
+        {{}, unsaidTime, {}, unsaidHover}};
+    for (const auto& [seconds, timeLine, hover, hoverLine] : cases) {
+        for (const bool takes : {false, true}) {
+            SCOPED_TRACE(timeLine + ", " + hoverLine + (takes ? ", taken" : ", left"));
+            mac.surfaces.forget();
+            host.found =
+                ImportedLayout{.source = "Ice", .sections = {}, .autoTuckSeconds = seconds, .hover = hover};
+            startSorting();
+            EXPECT_EQ(words("found:title"), "You come from Ice");
+            std::vector<std::string> lines{"Comes along"};
+            const auto add = [&](bool isLeft) {
+                if (seconds.has_value() == isLeft) {
+                    lines.push_back(timeLine);
+                }
+                if (hover.has_value() == isLeft) {
+                    lines.push_back(hoverLine);
+                }
+            };
+            add(true);
+            const bool hasTiming = lines.size() > 1;
+            if (!hasTiming) {
+                lines.emplace_back("Nothing that would fit your menu bar");
+            }
+            lines.insert(lines.end(),
+                         {"Stays behind", "The places of your icons: you sort them card by card"});
+            add(false);
+            lines.emplace_back("Single icons, hot keys and colours: Velko hides whole apps");
+            EXPECT_EQ(whatIsFound(), lines);
+            EXPECT_EQ(words("found:go"), hasTiming ? "" : "Continue");
+            EXPECT_TRUE(hasTiming && !takes ? press('k') : press(Key::enter));
+            EXPECT_EQ(words("sort:take"), "Keep in the Bar");
+            close();
+            setup->show();
+            EXPECT_EQ(step(), "setup:sort") << "that was answered before the window closed";
+            EXPECT_TRUE(press('r'));
+            EXPECT_EQ(words("summary:timing"), takes && hasTiming ? "With Ice's timing." : "");
+            EXPECT_EQ(values().layout.reveal, RevealSettings());
+            EXPECT_TRUE(press(Key::enter));
+            pass(1s);
+            EXPECT_EQ(saved().reveal.autoTuckSeconds, takes ? seconds.value_or(6) : 6);
+            EXPECT_EQ(saved().reveal.hover, takes && hover.value_or(false));
+        }
     }
 }
 

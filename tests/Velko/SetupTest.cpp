@@ -61,9 +61,13 @@ TEST_F(SetupTest, GoesFromFirstLaunchToATidyBarByPointerAlone) {
     mac.grantTrust();
     pass(3s);
     EXPECT_TRUE(window().perform("permission:go")) << "trusted without the guide";
-    EXPECT_TRUE(window().perform("sort:bar") && window().perform("sort:rest"));
-    EXPECT_EQ(words("summary:counts"), "1 in the bar, 1 tucked, 1 buried.");
-    EXPECT_TRUE(window().perform("summary:over") && window().perform("sort:tucked"));
+    EXPECT_TRUE(window().perform("sort:buried") && window().perform("sort:rest"));
+    EXPECT_EQ(words("summary:counts"), "0 in the bar, 1 tucked, 2 buried.");
+    EXPECT_EQ(reading(*view::find(*window().content(), "summary:bar")),
+              (std::vector<std::string>{"In the Bar", "No app"}));
+    EXPECT_TRUE(window().perform("summary:over"));
+    EXPECT_EQ(card(), "1 of 3 vpn: Suggested by app type") << "the answer is forgotten";
+    EXPECT_TRUE(window().perform("sort:tucked"));
     EXPECT_TRUE(window().perform("sort:rest") && window().perform("summary:apply"));
     pass(1s);
     EXPECT_FALSE(shows("com.example.vpn"));

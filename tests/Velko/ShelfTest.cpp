@@ -1,3 +1,4 @@
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "tests/Velko/VelkoOnMac.h"
 
 namespace velko {

@@ -1,8 +1,17 @@
+#include <algorithm>
+#include <set>
+#include <utility>
+#include <variant>
+
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Broom/BroomIcon.h"
+#include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
+#include "VelkoCore/Time/Timing.h"
+#include "tests/Dice.h"
 #include "tests/Velko/BroomOnMac.h"
 
 namespace velko {
@@ -160,6 +169,151 @@ TEST_F(StatusItemTest, SaysTheMostPressingThing) {
     EXPECT_EQ(mac.statusItem.image(),
               (StatusItem::Image{BroomDrawing::icon({.tilt = Timing::broomRockDegrees, .hasDot = true})}));
 }
+
+/// Newcomers, offers, answers and what was put off, in any order over days. What a click on the broom does is
+/// told a second time.
+class QuestionsInAnyOrder : public BroomOnMac, public testing::WithParamInterface<unsigned> {
+ protected:
+    using Keys = std::set<std::pair<BundleID, std::size_t>>;
+
+    void SetUp() override {
+        const Date today = floorToSeconds(mac.mainThread.date());
+        layout.autopilot.watchingSince = today - std::chrono::days(20);
+        layout.popOutOnChange = false;
+        layout.lastClicked["app.tucked"] = today;
+        launch("app.tucked", Section::tucked);
+        layout.seenApps = BundleIDs{"app.tucked"};
+        for (int number = 0; number < 4; ++number) {
+            const BundleID app = "app.idle" + std::to_string(number);
+            layout.seenApps->insert(app);
+            layout.lastClicked[app] = today - std::chrono::days(14 - 2 * number);
+            launch(app, Section::bar);
+        }
+        startBroom();
+    }
+
+    /// What is suggested, app by app.
+    [[nodiscard]] Keys suggested() {
+        Keys keys;
+        for (const TidySuggestion& suggestion : velko->autopilot().suggestions()) {
+            const auto* const move = std::get_if<TidySuggestion::MoveTo>(&suggestion.change);
+            keys.emplace(suggestion.bundleID, move == nullptr ? 3U : static_cast<std::size_t>(move->section));
+        }
+        return keys;
+    }
+    [[nodiscard]] bool asks() { return waiting > 0 || (isOffered && !suggested().empty()); }
+
+    void come() {
+        launch("app.new" + std::to_string(came++));
+        ++waiting;
+        isPutOff = false;
+    }
+    void answer() {
+        const auto& inbox = values().layout.inbox;
+        const auto suggestions = velko->autopilot().suggestions();
+        if (!inbox.empty() && (suggestions.empty() || dice.isOneIn(2))) {
+            velko->place(BundleID(dice.oneOf(inbox)), dice.oneOf(allSections));
+            --waiting;
+        } else if (!suggestions.empty()) {
+            const TidySuggestion& suggestion = dice.oneOf(suggestions);
+            switch (dice.roll(3)) {
+                case 0: velko->autopilot().accept(suggestion); break;
+                case 1: velko->autopilot().dismiss(suggestion.bundleID); break;
+                default: velko->autopilot().alwaysKeep(suggestion.bundleID); break;
+            }
+        }
+        isOffered = isOffered && !suggested().empty();
+        if (isNoteOpen && !asks()) {
+            closed();
+        }
+    }
+    void closed() {
+        isNoteOpen = false;
+        isPutOff = asks();
+        putOff = suggested();
+    }
+    void clickOn(bool withOption) {
+        const int most = withOption ? 2 : 1;
+        if (isNoteOpen) {
+            closed();
+        } else if (asks() && !isPutOff && out == 0 && !withOption) {
+            isNoteOpen = true;
+        } else {
+            out = withOption ? (out == 2 ? 0 : most) : (out > 0 ? 0 : most);
+        }
+        click({.option = withOption});
+    }
+    void escape() {
+        if (isNoteOpen) {
+            note().dismiss(Surface::Dismissal::escape);
+            closed();
+        }
+    }
+    void rest(MainThread::Uptime duration) {
+        const auto hoursBefore = mac.mainThread.now() / 1h;
+        pass(duration);
+        if (mac.mainThread.now() / 1h == hoursBefore) {
+            return;
+        }
+        const bool isNewOffer = timesLogged("[autopilot] offering ") > offers;
+        offers = timesLogged("[autopilot] offering ");
+        isOffered = isNewOffer || (isOffered && !suggested().empty());
+        if (isNewOffer || !std::ranges::includes(putOff, suggested())) {
+            isPutOff = false;
+        }
+    }
+
+    void happen() {
+        switch (dice.roll(12)) {
+            case 0:
+            case 1: come(); break;
+            case 2:
+            case 3: answer(); break;
+            case 4: rest(1h); break;
+            case 5:
+            case 6:
+                mac.mainThread.setDate(mac.mainThread.date() + std::chrono::days(1));
+                rest(1h);
+                break;
+            case 7: escape(); break;
+            case 8: clickOn(true); break;
+            default: clickOn(false); break;
+        }
+        rest(2s);
+    }
+    void check() {
+        EXPECT_EQ(values().layout.inbox.size(), waiting);
+        EXPECT_EQ(velko->note().isAnythingToAsk(), asks());
+        EXPECT_EQ(values().noteDeferred, isPutOff);
+        EXPECT_EQ(note().isOpen(), isNoteOpen);
+        EXPECT_EQ(values().state, out == 0   ? RevealState::collapsed()
+                                  : out == 1 ? RevealState::revealed()
+                                             : RevealState::revealedWithBuried());
+        EXPECT_EQ(mac.statusItem.toolTip() == "Velko has something to ask. Click to see.",
+                  asks() && !isPutOff);
+    }
+
+    Dice dice{GetParam()};
+    std::size_t came = 0;
+    std::size_t waiting = 0;
+    bool isOffered = false;
+    int offers = 0;
+    bool isNoteOpen = false;
+    bool isPutOff = false;
+    Keys putOff;  ///< what the note held when it was last closed
+    int out = 0;  ///< 1: what is tucked; 2: what is buried too
+};
+
+TEST_P(QuestionsInAnyOrder, AreAskedUntilTheyArePutOffAndAgainWhenThereIsNews) {
+    for (int step = 0; step < 80 && !HasFailure(); ++step) {
+        SCOPED_TRACE("step " + std::to_string(step) + "\n" + log.lines().back());
+        happen();
+        check();
+    }
+    EXPECT_GT(offers, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seed, QuestionsInAnyOrder, testing::Range(1U, 5U));
 
 }  // namespace
 }  // namespace velko

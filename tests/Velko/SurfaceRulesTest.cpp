@@ -2,6 +2,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "Velko/Ports/Panels.h"
 #include "Velko/View/Node.h"
@@ -76,6 +78,47 @@ TEST(Keyboard, PressesTheFirstEnabledButtonThatListens) {
     EXPECT_EQ(pressed, "at");
     EXPECT_FALSE(view::pressKey(root, {}));
     EXPECT_FALSE(view::pressKey(root, {.key = Shortcut::Key::escape}));
+}
+
+TEST(Tree, TakesOnlyWhatAControlOffersAndIsEnabledFor) {
+    std::string done;
+    const auto count = [&done](std::size_t place) { done = std::to_string(place); };
+    const auto children = [&] {
+        return std::vector<view::Node>{
+            view::button("button", {.press = [&done] { done = "pressed"; }}),
+            {.id = "toggle",
+             .content = view::Toggle{.change = [&done](bool on) { done = on ? "on" : "off"; }}},
+            {.id = "picker", .content = view::Picker{.options = {"a", "b"}, .choose = count}},
+            {.id = "pages", .content = view::Pages{.tabs = {{}, {}, {}}, .choose = count, .children = {}}},
+            {.id = "group",
+             .content =
+                 view::Group{
+                     .title = "Group", .children = {}, .drop = [&done](const BundleID& app) { done = app; }}},
+            {.id = "deaf", .content = view::Picker{.options = {"a"}}}};
+    };
+    const std::vector<std::pair<view::Input, std::vector<std::string>>> inputs{
+        {{}, {"button pressed"}},
+        {true, {"toggle on"}},
+        {false, {"toggle off"}},
+        {std::int64_t{-1}, {}},
+        {std::int64_t{0}, {"picker 0", "pages 0"}},
+        {std::int64_t{1}, {"picker 1", "pages 1"}},
+        {std::int64_t{2}, {"pages 2"}},
+        {std::int64_t{3}, {}},
+        {BundleID("app"), {"group app"}}};
+    for (std::size_t input = 0; input < inputs.size(); ++input) {
+        std::vector<std::string> taken;
+        view::Node root = view::column("root", children());
+        for (view::Node& node : std::get<view::Stack>(root.content).children) {
+            if (view::perform(root, node.id, inputs[input].first)) {
+                taken.push_back(node.id + " " + done);
+            }
+            node.isEnabled = false;
+            EXPECT_FALSE(view::perform(root, node.id, inputs[input].first)) << node.id;
+        }
+        EXPECT_EQ(taken, inputs[input].second) << "input " << input;
+        EXPECT_FALSE(view::perform(root, "none", inputs[input].first));
+    }
 }
 
 TEST(Keyboard, WalksFromTileToTile) {

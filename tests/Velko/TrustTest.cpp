@@ -35,6 +35,8 @@ TEST_F(WithoutTrustTest, ReadsNothingUntilThePermissionComesAndThenTidies) {
 TEST_F(TrustTest, ShowsEverythingWhenThePermissionIsTakenAndTidiesWhenItIsBack) {
     launch("com.example.tucked", Section::tucked);
     start();
+    launch("com.example.late");
+    pass(1s);
     mac.revokeTrust();
     pass(3s);
     EXPECT_EQ(values().health().kind, Health::Kind::needsAccessibility);
@@ -43,7 +45,8 @@ TEST_F(TrustTest, ShowsEverythingWhenThePermissionIsTakenAndTidiesWhenItIsBack) 
     const auto messages = mac.cost().accessibilityMessages;
     mac.session.changeSpace();
     pass(2min);
-    EXPECT_EQ(mac.cost().accessibilityMessages, messages) << "nothing is read meanwhile";
+    EXPECT_EQ(mac.cost().accessibilityMessages, messages)
+        << "nothing is read meanwhile, after the launch neither";
     mac.grantTrust();
     pass(3s);
     EXPECT_FALSE(shows("com.example.tucked"));
