@@ -58,6 +58,7 @@ struct Expected {
     Uptime tucksFrom{0};                     ///< before, revealed icons do not tuck themselves
     std::optional<Uptime> shelfClickedAt{};  ///< when a click outside closed the shelf
     std::optional<Uptime> noteClosedAt{};
+    std::optional<Uptime> broomClickedAt{};  ///< when a click on the broom last came to its action
     bool isMenuOpen = false;  ///< the broom's own, which takes the next click
 
     [[nodiscard]] bool isWell() const { return !isEngineMissing && !isUnreadable && !isUntrusted; }

@@ -175,6 +175,10 @@ void FaceRules::checkArrow(bool isCalm) {
     if (!place || !shown || !isCalm || mac.broomSpot() != BroomSpot::bar || broom == slots.end()) {
         return;
     }
+    // Without the permission Velko can't learn that its icon has moved.
+    if (world_.velko()->values().problems.trustMissing) {
+        return;
+    }
     const Rect& frame = *shown;
     const double middle = broom->frame.x + broom->frame.width / 2;
     const bool isInReach = std::abs(middle - (frame.x + frame.width / 2)) <= panelArrowReach(frame.width);

@@ -106,6 +106,9 @@ void StatusItemController::showToolTip(const std::string& text) {
 // Clicks
 
 void StatusItemController::pressed(const ClickTapEvent& press) {
+    if (!frame_.chevronFrame()) {
+        frame_.refresh();
+    }
     // A press that closes the icon's menu runs no action, but the pointer is on the icon all the same.
     if (frame_.holds(press.location)) {
         parts_.host.onClick();
