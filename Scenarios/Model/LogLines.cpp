@@ -15,6 +15,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// A minute until an opening is given up, and what a slow engine takes to answer.
+constexpr auto longestOpening = 75s;
+
 // The permission, the system and the engine
 
 void trustMissing(LogLine& line) {
@@ -40,7 +43,7 @@ bool isReason(const LogLine& line, const std::string& reason) {
     }
     return expected.asked.contains(reason) || reason == "inventory" || reason == "try again" ||
            reason == "autoTuck" ||
-           (reason == "peekEnded" && expected.openedAt && line.at - *expected.openedAt < 65s);
+           (reason == "peekEnded" && expected.openedAt && line.at - *expected.openedAt < longestOpening);
 }
 
 void applied(LogLine& line) {
