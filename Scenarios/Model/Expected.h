@@ -30,6 +30,18 @@ struct Out {
     [[nodiscard]] Out after(const std::string& event) const;
 };
 
+/// What has to come about by itself, and since when it can. A moment is forgotten as soon as anything happens
+/// that may rightly put it off.
+struct Awaited {
+    using Uptime = MainThread::Uptime;
+
+    std::optional<Uptime> offer{};            ///< the autopilot has something to offer, and it is time
+    std::optional<Uptime> activity{};         ///< a Live Activity is drawn, and the bar is left alone
+    std::map<BundleID, Uptime> watched{};     ///< a tucked app's icons are there to be compared
+    std::map<BundleID, std::string> looks{};  ///< what each of those apps shows
+    std::map<BundleID, Uptime> changed{};     ///< it shows something else
+};
+
 /// What should hold of Velko, as told by what happened to it. Says every rule once more, in the plainest way.
 struct Expected {
     using Uptime = MainThread::Uptime;
@@ -59,6 +71,7 @@ struct Expected {
     std::optional<Uptime> shelfClickedAt{};  ///< when a click outside closed the shelf
     std::optional<Uptime> noteClosedAt{};
     std::optional<Uptime> broomClickedAt{};  ///< when a click on the broom last came to its action
+    Awaited awaited{};
     bool isMenuOpen = false;  ///< the broom's own, which takes the next click
 
     [[nodiscard]] bool isWell() const { return !isEngineMissing && !isUnreadable && !isUntrusted; }

@@ -115,6 +115,7 @@ void poppedOut(LogLine& line) {
                   "nothing pops out all the time", app);
     expected.popped[app] = line.at + popOut;
     expected.lastPop[app] = line.at;
+    expected.awaited.changed.erase(app);
     expected.asked.insert("pop out " + app);
 }
 

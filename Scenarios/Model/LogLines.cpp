@@ -53,6 +53,7 @@ void applied(LogLine& line) {
     line.check.require(line.parts[2] == expected.planText(), "what is applied is what should show",
                        line.text + " instead of " + expected.planText());
     expected.asked.clear();
+    expected.awaited.activity.reset();
     expected.isRefused = false;
     expected.isAllShown = false;
 }
@@ -62,6 +63,7 @@ void refused(LogLine& line) {
     line.check.require(isReason(line, line.parts[0]), "a plan is applied for a reason", line.text);
     expected.asked.clear();
     expected.out = {};
+    expected.awaited.activity.reset();
     expected.isRefused = true;
 }
 

@@ -3,9 +3,7 @@
 #include <string>
 
 #include "Scenarios/Model/StepCheck.h"
-#include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedScreen.h"
-#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
@@ -20,7 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto slack = 1500ms;  ///< for work that holds up the main thread, and a second look at an open menu
 constexpr auto hour = 3600s;
 
 bool passedAnHour(const StepCheck& check) {
@@ -136,20 +133,6 @@ void compareIcons(StepCheck& check) {
     }
 }
 
-bool isShelfInHand(const StepCheck& check) {
-    return check.world.mac().surfaces.surface(Surfaces::Kind::shelf).isInHand();
-}
-
-/// For how long the pointer may hold out what would go.
-std::chrono::seconds heldByPointer(const StepCheck& check) {
-    SimulatedMac& mac = check.world.mac();
-    const Point pointer = mac.pointer.location();
-    const auto shelf = mac.surfaces.surface(Surfaces::Kind::shelf).frame();
-    const bool isInBar =
-        MenuBarStrip::holds(mac.displays.displays(), mac.displays.statusBarThickness(), pointer);
-    return isInBar || (shelf && shelf->contains(pointer)) ? 60s : 0s;
-}
-
 }  // namespace
 
 void expire(StepCheck& check, StepCheck::Uptime at) {
@@ -167,20 +150,6 @@ void noteTurned(StepCheck& check, const Happening& turn) {
         expected.putOff = check.suggestions();
         expected.isPutOff = check.asksSomething();
     }
-}
-
-void checkDeadlines(StepCheck& check, Expected::Uptime touched) {
-    const Expected& expected = check.expected;
-    const auto now = check.now();
-    for (const auto& [app, end] : expected.popped) {
-        check.require(now < end + slack, "a pop-out ends", app);
-    }
-    const auto seconds = std::chrono::seconds(expected.layout.reveal.autoTuckSeconds);
-    const bool tucks = expected.out.isRevealed() && expected.out.opened.empty() && seconds > 0s &&
-                       !check.world.mac().windows.menuOwner() && !isShelfInHand(check);
-    check.require(
-        !tucks || now < std::max(expected.tucksFrom, touched + seconds) + heldByPointer(check) + slack,
-        "revealed icons tuck themselves");
 }
 
 void compare(StepCheck& check) {
