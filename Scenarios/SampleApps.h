@@ -10,7 +10,7 @@
 
 namespace velko::scenarios {
 
-/// An app of the playground's Mac and where its owner would put it.
+/// A sample app, and the section in which its owner would put it.
 struct SampleApp {
     const char* bundleID;
     const char* name;
@@ -18,7 +18,7 @@ struct SampleApp {
     double iconWidth;
 };
 
-/// About thirty apps as a busy menu bar has them, left to right.
+/// About thirty apps of a full menu bar, left to right.
 [[nodiscard]] std::span<const SampleApp> sampleApps();
 
 /// The app that is launched late in the morning.
@@ -27,16 +27,16 @@ struct SampleApp {
 /// What the simulated Mac needs to launch one of them.
 [[nodiscard]] SimulatedApp appOf(const SampleApp& neighbour);
 
-/// The neighbour with that bundle identifier; null where there is none.
+/// The sample app with that bundle identifier; null if there is none.
 [[nodiscard]] const SampleApp* sampleAppWith(std::string_view bundleID);
 
-/// How the app with that identifier is called: as a neighbour, or else by the last part of it.
+/// The name of the app with that identifier: that of the sample app, or else the identifier's last part.
 [[nodiscard]] std::string nameOf(std::string_view bundleID);
 
-/// The bundle identifier that is meant by a neighbour's name or by an identifier, which has a dot.
+/// The bundle identifier for the name of a sample app. A text with a dot is an identifier itself.
 [[nodiscard]] std::optional<BundleID> bundleIDOf(std::string_view app);
 
-/// The layout that a first run writes: every app in its owner's section.
+/// A layout with every sample app in its owner's section.
 [[nodiscard]] Layout firstLayout();
 
 }  // namespace velko::scenarios

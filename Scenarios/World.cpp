@@ -37,7 +37,7 @@ FileCalls diskThatMayBeFull(FileCalls calls, const bool& isFull) {
 
 std::filesystem::path made(std::filesystem::path folder) {
     std::error_code error;
-    std::filesystem::create_directories(folder, error);  // without it, the log stays in memory
+    std::filesystem::create_directories(folder, error);  // if this fails, the log stays in memory
     return folder;
 }
 

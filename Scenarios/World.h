@@ -19,7 +19,7 @@ namespace velko::scenarios {
 /// layout, its log and what it exports. Prints nothing. One thread.
 class World final : private NonCopyable {
  public:
-    /// The folder is made where it is missing. Velko is not started yet, and its broom not in the bar.
+    /// Makes the folder if it does not exist. Velko does not run yet, and its broom is not in the bar.
     explicit World(std::filesystem::path folder, const SimulatedMacOptions& options = {});
     ~World();
 
@@ -34,24 +34,25 @@ class World final : private NonCopyable {
     /// Where the user keeps exported layouts.
     [[nodiscard]] std::filesystem::path documents() const { return folder_ / "Documents"; }
 
-    /// Starts Velko, unless it runs.
+    /// Starts Velko if it does not run.
     void startVelko();
-    /// The user opens Velko though it runs; whether it does.
+    /// The user opens Velko while it runs. Returns whether it runs.
     bool reopenVelko();
-    /// Quits Velko, if it runs: it writes what was to be saved and is gone.
+    /// Quits Velko if it runs. It saves what has to be saved first.
     void quitVelko();
-    /// Ends Velko, if it runs, without a chance to do anything.
+    /// Ends Velko at once if it runs. It cannot save anything.
     void crashVelko();
 
     /// While this is set, no layout can be written.
     bool savingFails = false;
 
-    /// How time passes; `SimulatedMac::advance`, unless a show slows it down.
+    /// Lets time pass. By default this is `SimulatedMac::advance`; a program that shows the scenario replaces
+    /// it to slow time down.
     std::function<void(MainThread::Uptime)> passTime;
 
-    /// Called just after Velko has come into being and before it starts, to watch it.
+    /// Called after Velko has been made and before it starts, so that others can watch it.
     std::function<void(AppController&)> onStart;
-    /// Called just before Velko is gone: nothing of it may be called from then on.
+    /// Called just before Velko is destroyed. Nothing of it may be called after that.
     std::function<void()> onEnd;
 
  private:

@@ -13,7 +13,7 @@
 
 namespace velko {
 
-/// Passes every call on: a base for decorators that change one.
+/// Passes every call on. A decorator derives from it and changes one call.
 class ForwardingAccessibility : public Accessibility {
  public:
     explicit ForwardingAccessibility(Accessibility& next) : next_(next) {}
@@ -55,7 +55,7 @@ class ForwardingAccessibility : public Accessibility {
     Accessibility& next_;
 };
 
-/// Passes every call on: a base for decorators that change one.
+/// Passes every call on. A decorator derives from it and changes one call.
 class ForwardingWorkspace : public Workspace {
  public:
     explicit ForwardingWorkspace(Workspace& next) : next_(next) {}
@@ -82,7 +82,7 @@ class ForwardingWorkspace : public Workspace {
     Workspace& next_;
 };
 
-/// Passes every call on: a base for decorators that change one.
+/// Passes every call on. A decorator derives from it and changes one call.
 class ForwardingFramework : public PrivateFramework {
  public:
     explicit ForwardingFramework(PrivateFramework& next) : next_(next) {}

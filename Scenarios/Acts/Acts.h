@@ -21,8 +21,8 @@ namespace velko::script {
 
 using Done = std::expected<void, std::string>;
 
-/// Lets one step happen, in virtual time. A step that can't happen (an app that does not run is to quit) or
-/// an expectation that does not hold gives one line that says why; nothing has happened then.
+/// Performs one step, in virtual time. If the step is not possible (an app that does not run shall quit), or
+/// if an expectation is not true, nothing happens, and one line says why.
 Done perform(const Step& step, scenarios::World& world);
 
 /// What is done to the Mac as a whole.
@@ -61,7 +61,7 @@ struct VelkoAct {
 [[nodiscard]] BundleID appOf(const Step& step);
 /// The surface that the step names.
 [[nodiscard]] SimulatedSurface& surfaceOf(const Step& step, scenarios::World& world);
-/// Without a duration: zero.
+/// Zero if the step has none.
 [[nodiscard]] std::chrono::milliseconds durationOf(const Step& step);
 
 /// An act that always works.
@@ -78,11 +78,11 @@ auto meantBy(const Rows& rows, std::string_view word) {
     return row == rows.end() ? rows.front().second : row->second;
 }
 
-// How far the time of a simulated Mac goes. Beyond it, the arithmetic of the machine that it runs on ends.
+// The limits of a simulated Mac's time. Beyond them, numbers would overflow.
 
-/// Whether the wall clock can go that much further, or back; otherwise one line that says why not.
+/// Whether the wall clock can be moved by that much. If not, one line says why.
 [[nodiscard]] Done clockCanMove(const SimulatedMac& mac, MainThread::Uptime by);
-/// The same of time that passes.
+/// Whether that much time can pass. If not, one line says why.
 [[nodiscard]] Done timeCanPass(const SimulatedMac& mac, MainThread::Uptime duration);
 
 }  // namespace velko::script

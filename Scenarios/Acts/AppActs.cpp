@@ -29,7 +29,7 @@ Done change(const Step& step, SimulatedMac& mac, ProcessID pid, Change change) {
     return {};
 }
 
-/// What is the same for every app.
+/// An act that is a function of the Mac.
 template <void (SimulatedMac::*act)(ProcessID)>
 Done sent(const Step&, SimulatedMac& mac, ProcessID pid) {
     (mac.*act)(pid);
@@ -47,7 +47,7 @@ Done slowDown(const Step& step, SimulatedMac& mac, ProcessID pid) {
     return {};
 }
 
-/// Of a whole app, only one icon answers no more, or answers again.
+/// Only one icon of an app stops answering, or answers again.
 template <bool hung>
 Done hangIcon(const Step& step, SimulatedMac& mac, ProcessID pid) {
     const auto lock = mac.accessibility.hold();

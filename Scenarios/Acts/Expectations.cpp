@@ -56,7 +56,7 @@ std::string healthOf(const AppController& velko) {
     return "unknown";
 }
 
-/// An expectation of Velko itself.
+/// An expectation about Velko, which must run.
 template <Done (*check)(const Step&, AppController&)>
 Done inVelko(const Step& step, World& world) {
     return world.velko() == nullptr ? std::unexpected("Velko does not run.") : check(step, *world.velko());

@@ -18,7 +18,8 @@ const Surfaces::Traits& traitsOf(const Step& step) {
     return Surfaces::traitsOf(Surfaces::kindNamed(step.word).value_or(Surfaces::Kind::note));
 }
 
-/// What the step is about, when the mouse can reach it; a click there is outside of everything else.
+/// The node that the step names, if the mouse can reach it. The click is a click outside for all other
+/// surfaces.
 std::expected<const view::Node*, std::string> reach(const Step& step, World& world) {
     SimulatedMac& mac = world.mac();
     const view::Node* const content = surfaceOf(step, world).content();
@@ -43,7 +44,7 @@ std::expected<const view::Node*, std::string> reach(const Step& step, World& wor
     return node;
 }
 
-/// What a person sets a control to when they want it at a value.
+/// The input that sets a control to a value.
 struct InputFor {
     const std::string& value;
 
@@ -62,7 +63,7 @@ struct InputFor {
     [[nodiscard]] static std::optional<view::Input> at(std::int64_t place) { return view::Input(place); }
 };
 
-/// Picks an enabled item by its title, in submenus too.
+/// Chooses an enabled item by its title, in submenus too.
 bool chooseByTitle(const view::Menu& menu, const std::string& title) {
     return std::ranges::any_of(menu, [&](const view::MenuItem& item) {
         if (item.isEnabled && item.action && item.title == title) {

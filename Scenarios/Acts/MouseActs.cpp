@@ -21,7 +21,7 @@ using scenarios::World;
 
 constexpr Point desktop{.x = 300, .y = 500};
 
-/// What a button going down anywhere else closes.
+/// Closes what a press outside closes.
 void closeWhatIsPassing(SimulatedMac& mac) {
     if (mac.statusItem.menu() != nullptr) {
         mac.statusItem.closeMenu();
@@ -79,7 +79,7 @@ Point middleOf(const Rect& rect) {
     return {.x = rect.x + rect.width / 2, .y = rect.y + rect.height / 2};
 }
 
-/// On an icon that shows: origin at the bottom left of the primary screen.
+/// The middle of an icon that shows. Origin at the bottom left of the primary screen.
 std::optional<Point> pointOnIcon(ProcessID pid, std::size_t icon, SimulatedMac& mac) {
     auto slots = mac.menuBar().slots() |
                  std::views::filter([pid](const auto& slot) { return slot.pid == pid; }) |
@@ -173,7 +173,7 @@ Done pressByVoiceOver(const Step&, World& world) {
     return {};
 }
 
-/// The icon that the step names, of a process that runs.
+/// Clicks on the icon that the step names.
 Done clickOn(const Step& step, World& world) {
     const auto pids = world.mac().workspace.pids(appOf(step));
     return pids.empty() ? std::unexpected(step.app + " does not run.")

@@ -20,7 +20,7 @@ struct Line {
     bool operator==(const Line&) const = default;
 };
 
-/// What is wrong with a line, or came of it.
+/// What is wrong with a line, or what went wrong when it was played.
 struct Mistake {
     std::size_t line = 1;
     std::string what;
@@ -28,11 +28,11 @@ struct Mistake {
     bool operator==(const Mistake&) const = default;
 };
 
-/// Reads a whole scenario; the first line that can't be read is a mistake.
+/// Reads a whole scenario. The error is about the first line that cannot be read.
 [[nodiscard]] std::expected<std::vector<Line>, Mistake> read(std::string_view text);
 
-/// Plays a scenario up to its end, or to the first step that fails or after which something does not hold
-/// that always must. `before` is told of each step, and may end it there by answering no.
+/// Plays a scenario to its end, or to the first step that fails or breaks a rule. `before` is called before
+/// each step; when it returns false, the scenario ends there.
 [[nodiscard]] std::expected<void, Mistake> play(const std::vector<Line>& scenario, scenarios::World& world,
                                                 const std::function<bool(const Step&)>& before = {});
 

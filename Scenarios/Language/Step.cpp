@@ -35,7 +35,7 @@ bool isFileName(std::string_view text) {
     });
 }
 
-/// One line on its way to becoming a step.
+/// Reads one line.
 class Reading {
  public:
     Reading(const VerbRow& row, std::span<const Token> operands)
@@ -223,7 +223,7 @@ std::string durationText(std::chrono::milliseconds duration) {
     return std::to_string(number) + ' ' + (isOneDay ? "day" : std::string(unit->name));
 }
 
-/// What the step has for an operand; nothing where it has none.
+/// The text of an operand of the step; nothing if the step does not have it.
 std::optional<std::string> operandText(const Step& step, std::string_view name) {
     if (const auto* number = numberOperand(name)) {
         const auto& value = step.*(number->field);

@@ -9,7 +9,7 @@
 
 namespace velko::script {
 
-/// Everything that can happen in a scenario. How each is written stands in the table of verbs.
+/// Everything that can happen in a scenario. The table of verbs says how each is written.
 enum class Verb {
     // Telling
     say,
@@ -135,11 +135,11 @@ enum class Verb {
     expectAnnounced,
 };
 
-/// One event of a scenario: a verb and what it is about. Which operands a verb takes stands in the table of
-/// verbs; the others are left out.
+/// One event of a scenario: a verb and its operands. The table of verbs says which operands a verb has; the
+/// other members are not set.
 struct Step {
     Verb verb = Verb::wait;
-    std::string app{};                   ///< a bundle identifier or a neighbour's name
+    std::string app{};                   ///< a bundle identifier or a sample app's name
     std::string word{};                  ///< a section, a style, "on": one of a few words
     std::string control{};               ///< the id of something on a surface, or a switch's name
     std::optional<std::string> value{};  ///< what a control is set to
@@ -154,11 +154,12 @@ struct Step {
     bool operator==(const Step&) const = default;
 };
 
-/// Reads one line. A blank line, or one with a comment only, holds no step. On a bad one, a line that says
-/// what is wrong with it.
+/// Reads one line. A line that is blank or has only a comment contains no step. For a bad line, the error
+/// says what is wrong.
 [[nodiscard]] std::expected<std::optional<Step>, std::string> parse(std::string_view line);
 
-/// Writes a step so that `parse` reads the same one. Texts with control characters can't be read again.
+/// Writes a step so that `parse` reads the same step again. This fails only for texts with control
+/// characters.
 [[nodiscard]] std::string print(const Step& step);
 
 }  // namespace velko::script

@@ -9,8 +9,8 @@
 
 namespace velko::script {
 
-/// How a verb is written: its own words, then what it is about. A capital word is an operand; what stands in
-/// brackets may be left out, and its order is free.
+/// How a verb is written: its own words, then its operands. A word in capitals is an operand. Parts in
+/// brackets may be left out, and may come in any order.
 struct VerbRow {
     Verb verb;
     std::string_view pattern;
@@ -28,7 +28,7 @@ struct NumberOperand {
     std::int64_t most;
 };
 
-/// An operand that is one of a few words, which a space parts.
+/// An operand that is one of a few words. `words` has a space between two.
 struct WordOperand {
     std::string_view name;
     std::string_view words;
@@ -45,7 +45,7 @@ struct Unit {
     std::int64_t milliseconds;
 };
 
-/// From the longest to the shortest. "day" is as good as "days".
+/// From the longest to the shortest. "day" means the same as "days".
 [[nodiscard]] std::span<const Unit> units();
 
 inline constexpr std::int64_t longestMilliseconds = std::int64_t{3650} * 86'400'000;

@@ -16,7 +16,7 @@ bool isControl(char character) {
     return (byte < 0x20 && blanks.find(character) == std::string_view::npos) || byte == 0x7F;
 }
 
-/// Takes the text behind an opening mark, and its closing mark.
+/// Takes the text after an opening quotation mark, and the closing one.
 std::expected<std::string, std::string> takeQuoted(std::string_view& rest) {
     std::string text;
     for (std::size_t at = 0; at < rest.size(); ++at) {

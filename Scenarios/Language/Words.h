@@ -16,15 +16,15 @@ struct Token {
     [[nodiscard]] bool is(std::string_view word) const { return !isQuoted && text == word; }
 };
 
-/// Cuts a line into its words and texts, up to a comment.
+/// Cuts a line into its words and texts. A comment is left out.
 [[nodiscard]] std::expected<std::vector<Token>, std::string> tokensOf(std::string_view line);
 
-/// A text in quotation marks; those within it, and backslashes, get a backslash.
+/// Puts a text in quotation marks. Quotation marks and backslashes in it get a backslash.
 [[nodiscard]] std::string inQuotes(std::string_view text);
 
 /// A verb's pattern, taken apart.
 struct Pattern {
-    /// One thing that a verb is about: a word, an operand, or an operand that its word introduces.
+    /// One part of the pattern: a word, an operand, or an operand after its word.
     struct Part {
         std::string_view word;     ///< empty: none
         std::string_view operand;  ///< empty: none

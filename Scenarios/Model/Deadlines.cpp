@@ -22,9 +22,10 @@ namespace {
 using script::Verb;
 using namespace std::chrono_literals;
 
-constexpr auto slack = 1500ms;  ///< for work that holds up the main thread, and a second look at an open menu
+constexpr auto slack =
+    1500ms;  ///< for work that blocks the main thread, and for a second look at an open menu
 
-// While nobody looks, the system stretches Velko's timers to a turn every eight seconds.
+// While nobody looks at Velko, the system delays its timers to one turn every eight seconds.
 constexpr auto offerTime = 2h + 1min;  ///< the autopilot looks once an hour
 constexpr auto activityTime = 40s;     ///< a look every five seconds, of which the first only begins to count
 constexpr auto watchTime = 20s;        ///< until a tucked app has surely been looked at
@@ -35,7 +36,7 @@ bool isShelfInHand(const StepCheck& check) {
     return check.world.mac().surfaces.surface(Surfaces::Kind::shelf).isInHand();
 }
 
-/// For how long the pointer may hold out what would go.
+/// How long the pointer may keep revealed icons out.
 std::chrono::seconds heldByPointer(const StepCheck& check) {
     SimulatedMac& mac = check.world.mac();
     const Point pointer = mac.pointer.location();

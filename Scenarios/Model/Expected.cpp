@@ -45,7 +45,8 @@ Out Out::after(const std::string& event) const {
         return {.reach = reach};
     }
     if (!opened.empty()) {
-        return event == "autoTuck" ? *this : Out();  // a click ends the opening and what was out before
+        return event == "autoTuck" ? *this
+                                   : Out();  // a click ends the opening, and tucks what was out before
     }
     if (event == "toggle") {
         return {.reach = isRevealed() ? Reach::barOnly : Reach::tuckedToo};
@@ -80,7 +81,7 @@ bool Expected::isPlaceOut(Section section) const {
     if (section == Section::bar) {
         return true;
     }
-    // On the shelf, icons are out beside the bar.
+    // Icons that are out on the shelf do not show in the bar.
     return section == Section::tucked && style == RevealStyle::inline_ && out.reach == Out::Reach::tuckedToo;
 }
 

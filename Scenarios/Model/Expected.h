@@ -14,7 +14,7 @@
 
 namespace velko::scenarios::model {
 
-/// Which icons are out, and the one app whose menu was asked for.
+/// Which icons are out, and the app whose menu the user wants to open.
 struct Out {
     enum class Reach { barOnly, tuckedToo, buriedToo };
 
@@ -26,23 +26,24 @@ struct Out {
     [[nodiscard]] bool isRevealed() const { return reach != Reach::barOnly; }
     /// As the log says it.
     [[nodiscard]] std::string text() const;
-    /// What is out after an event that the log calls so.
+    /// What is out after the event with that name in the log.
     [[nodiscard]] Out after(const std::string& event) const;
 };
 
-/// What has to come about by itself, and since when it can. A moment is forgotten as soon as anything happens
-/// that may rightly put it off.
+/// What has to happen by itself, and since when that is possible. A moment is forgotten when something
+/// happens that may delay it.
 struct Awaited {
     using Uptime = MainThread::Uptime;
 
     std::optional<Uptime> offer{};            ///< the autopilot has something to offer, and it is time
-    std::optional<Uptime> activity{};         ///< a Live Activity is drawn, and the bar is left alone
+    std::optional<Uptime> activity{};         ///< a Live Activity is drawn, and Velko does not change the bar
     std::map<BundleID, Uptime> watched{};     ///< a tucked app's icons are there to be compared
     std::map<BundleID, std::string> looks{};  ///< what each of those apps shows
     std::map<BundleID, Uptime> changed{};     ///< it shows something else
 };
 
-/// What should hold of Velko, as told by what happened to it. Says every rule once more, in the plainest way.
+/// What Velko should show and know, after what has happened to it. It repeats every rule of Velko in the
+/// simplest way.
 struct Expected {
     using Uptime = MainThread::Uptime;
 
@@ -61,18 +62,18 @@ struct Expected {
     bool isEngineMissing = false;
     bool isUnreadable = false;
     bool isUntrusted = false;
-    bool isRefused = false;         ///< the system shows everything, because it refused
-    bool isAllShown = false;        ///< so does the user
+    bool isRefused = false;         ///< the system refused to hide, so everything shows
+    bool isAllShown = false;        ///< the user wanted to see everything
     BundleIDs present{};            ///< the apps that the inventory names
-    std::set<std::string> asked{};  ///< why something was applied, up to now
+    std::set<std::string> asked{};  ///< the reasons that a new plan may have
     Uptime startedAt{0};
     std::optional<Uptime> openedAt{};        ///< when an app's menu was last asked for
-    Uptime tucksFrom{0};                     ///< before, revealed icons do not tuck themselves
+    Uptime tucksFrom{0};                     ///< revealed icons are not tucked before this moment
     std::optional<Uptime> shelfClickedAt{};  ///< when a click outside closed the shelf
     std::optional<Uptime> noteClosedAt{};
     std::optional<Uptime> broomClickedAt{};  ///< when a click on the broom last came to its action
     Awaited awaited{};
-    bool isMenuOpen = false;  ///< the broom's own, which takes the next click
+    bool isMenuOpen = false;  ///< the broom's menu; the next click only closes it
 
     [[nodiscard]] bool isWell() const { return !isEngineMissing && !isUnreadable && !isUntrusted; }
     [[nodiscard]] Section sectionOf(const BundleID& app) const;
@@ -93,7 +94,7 @@ struct Expected {
     [[nodiscard]] bool isEverythingOut() const;
 };
 
-/// What the autopilot has to say, without figures: "com.example.app tucked", "com.example.app quit".
+/// What the autopilot should suggest, without numbers: "com.example.app tucked", "com.example.app quit".
 [[nodiscard]] std::set<std::string> suggestionsFor(const Expected& expected,
                                                    const std::map<BundleID, AppUsage>& usage, Date now);
 

@@ -7,7 +7,7 @@
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 
-// What the log says of icons that come and go.
+// Lines of the log about icons that come and go.
 
 namespace velko::scenarios::model {
 
@@ -83,7 +83,7 @@ void revealed(LogLine& line) {
         check.require(mayToggle(check), "icons come out and go for a click or the pointer alone", line.text);
     } else if (event == "autoTuck") {
         check.require(mayTuck(line), "icons tuck themselves when their time is over", line.text);
-        // So closes it a press on the broom, too, while nobody knows where the broom is.
+        // While Velko does not know where the broom is, a press on it is a click outside of the shelf, too.
         const bool isClickOutside =
             !check.takesTime() && check.step.verb != Verb::pressEscape && check.step.verb != Verb::close;
         if (isClickOutside && expected.style == RevealStyle::shelf) {

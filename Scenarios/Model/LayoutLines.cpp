@@ -8,7 +8,7 @@
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/Layout/Switches.h"
 
-// What the log says of the layout and the settings in it.
+// Lines of the log about the layout and its settings.
 
 namespace velko::scenarios::model {
 
@@ -29,7 +29,7 @@ void placed(LogLine& line) {
 
 // Settings
 
-/// A line of the settings that no other row knows: one of a switch.
+/// A line of the settings that no other row knows. It must be about a switch.
 void switched(LogLine& line) {
     Expected& expected = line.check.expected;
     for (const SwitchRow& row : Switches::all) {
@@ -87,7 +87,7 @@ void loaded(LogLine& line) {
     StepCheck& check = line.check;
     const auto file = LayoutStore(check.world.layoutFile()).load();
     check.expected.layout = file ? file->value_or(Layout()) : Layout();
-    check.expected.layout.autopilot.watchingSince.reset();  // it may have come into the file since
+    check.expected.layout.autopilot.watchingSince.reset();  // the file may have got it later
     check.expected.isUnreadable = false;
     check.require(line.parts[0] == std::to_string(check.expected.layout.sections.size()),
                   "the log counts the placements", line.text);
@@ -108,7 +108,7 @@ void couldNotBeRead(LogLine& line) {
     layoutCame(line);
 }
 
-/// What an imported layout brings is told by tests of its own.
+/// Other tests check what an imported layout contains.
 template <const std::string_view& reason>
 void replaced(LogLine& line) {
     if (const AppController* velko = line.check.world.velko()) {
@@ -118,7 +118,7 @@ void replaced(LogLine& line) {
     layoutCame(line);
 }
 
-/// No snooze reaches further than a month, and a day for clocks that differ.
+/// No snooze is longer than a month, and a day more for clocks that differ.
 void datesSetBack(LogLine& line) {
     StepCheck& check = line.check;
     if (const AppController* velko = check.world.velko()) {

@@ -34,7 +34,7 @@ void systemTold(LogLine& line) {
     line.check.expected.asked.insert(line.text);
 }
 
-/// Some reasons leave no line of their own, or one that comes after a refusal.
+/// Some reasons have no line of their own, or a line that comes after a refusal.
 bool isReason(const LogLine& line, const std::string& reason) {
     const Expected& expected = line.check.expected;
     if (!line.check.takesTime() &&
@@ -114,7 +114,7 @@ std::optional<std::vector<std::string>> partsOf(std::string_view text, std::stri
     }
 }
 
-/// Of these, every line is known.
+/// The model knows every line of these categories.
 constexpr std::array<std::string_view, 9> closedCategories{
     "inbox", "inventory", "liveactivity", "note", "popout", "reveal", "settings", "showme", "autopilot"};
 

@@ -9,27 +9,27 @@
 
 namespace velko::scenarios::model {
 
-/// A line of the log and the parts of it that its pattern leaves open.
+/// A line of the log, and the parts that stand for the stars of its pattern.
 struct LogLine {
     StepCheck& check;
     MainThread::Uptime at;
     std::string text;
     std::vector<std::string> parts;
 
-    /// The time until revealed icons tuck themselves begins anew.
+    /// The time after which revealed icons are tucked begins again.
     void rearm() {
         check.expected.tucksFrom = at + std::chrono::seconds(check.expected.layout.reveal.autoTuckSeconds);
     }
 };
 
-/// A kind of line, with a star for each part that differs, and what is to be made of one.
+/// A kind of line, with a star for each part that differs, and the function that checks it.
 struct LineRow {
     std::string_view category;
     std::string_view pattern;
     void (*follow)(LogLine&);
 };
 
-/// For lines that change nothing that is compared.
+/// For lines that change nothing in `Expected`.
 inline void nothingFollows(LogLine&) {}
 
 // Every kind of line, by what it is about.

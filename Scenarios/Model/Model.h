@@ -14,7 +14,7 @@ namespace velko::scenarios {
 
 namespace model {
 
-/// Something that was seen to happen.
+/// Something that happened.
 struct Happening {
     enum class Kind { line, noteOpened, noteClosed };
 
@@ -24,8 +24,8 @@ struct Happening {
     std::string text{};      ///< of a log line, without its date
 };
 
-/// Writes down what Velko logs, and when its note opens and closes, also amid time that passes. For that it
-/// takes over the main thread's `onTurn`, and passes it on. One thread.
+/// Records what Velko logs, and when its note opens and closes, also while time passes. For that it uses the
+/// main thread's `onTurn`, and calls the function that was set there before. One thread.
 class Recorder final : private NonCopyable {
  public:
     explicit Recorder(World& world);
@@ -46,14 +46,14 @@ class Recorder final : private NonCopyable {
 
 }  // namespace model
 
-/// A second Velko, told in the plainest way: what a person should see, what should be asked, what is saved
-/// and what the log should say. It hears of every step and of every line of the log, and is compared with the
-/// first after each step. Watches a world from before Velko starts. One thread.
+/// A second, simpler Velko: it says what a person should see, what the user should be asked, what is saved
+/// and what the log should say. It reads every step and every line of the log, and is compared with the real
+/// one after each step. To be made before Velko starts. One thread.
 class Model final {
  public:
     explicit Model(World& world);
 
-    /// To be called after each step, once nothing is due. What is not as it should be, in one line.
+    /// To be called after each step, when no work is due. Returns what is wrong, in one line.
     [[nodiscard]] std::optional<std::string> check(const script::Step& done);
 
  private:
@@ -61,7 +61,7 @@ class Model final {
     model::Recorder recorder_;
     model::Expected expected_;
     MainThread::Uptime checkedAt_{0};
-    MainThread::Uptime touchedAt_{0};  ///< when something last happened that nobody foresaw
+    MainThread::Uptime touchedAt_{0};  ///< when a step last did something
 };
 
 }  // namespace velko::scenarios

@@ -10,7 +10,7 @@
 #include "Velko/Apps/MenuBarApps.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
-// What should have come about by now, and what should be there to see.
+// What should be there to see after a step.
 
 namespace velko::scenarios::model {
 
@@ -25,7 +25,7 @@ bool passedAnHour(const StepCheck& check) {
     return beats(check.now()) != beats(check.begun);
 }
 
-/// What the autopilot has let go and what it has put off may change at each full hour, and with each answer.
+/// What the autopilot offers, and what was put off, may change once an hour and with each answer.
 void followOffer(StepCheck& check, const AppValues& values) {
     auto& autopilot = check.expected.layout.autopilot;
     if (autopilot.offerPending && !values.layout.autopilot.offerPending) {
@@ -42,7 +42,7 @@ void followOffer(StepCheck& check, const AppValues& values) {
     }
 }
 
-/// Who is known, and since when, is noticed by the by.
+/// Which apps are known, and since when, is copied from Velko.
 void followSeen(StepCheck& check, const Layout& layout) {
     Layout& mine = check.expected.layout;
     if (layout.seenApps && mine.seenApps) {
@@ -78,7 +78,7 @@ std::string differenceBetween(const Layout& mine, const Layout& layout) {
     return mine.autopilot != layout.autopilot ? "autopilot" : "something else";
 }
 
-/// The user's own edits may come a second apart.
+/// The model and Velko may read the clock a second apart.
 void followSnoozes(Layout& mine, const Layout& layout) {
     for (auto& [app, until] : mine.autopilot.snoozedUntil) {
         const auto other = layout.autopilot.snoozedUntil.find(app);

@@ -7,7 +7,7 @@
 #include "Scenarios/Model/LogLines.h"
 #include "VelkoCore/Time/Date.h"
 
-// What the log says of the apps that are there, and of what the user is asked about them.
+// Lines of the log about the apps that run, and about questions to the user.
 
 namespace velko::scenarios::model {
 

@@ -19,8 +19,8 @@ using script::Step;
 using script::Verb;
 using namespace std::chrono_literals;
 
-constexpr auto toldTwice = 50ms;   ///< a click so soon after another is that one, told twice
-constexpr auto sameClick = 400ms;  ///< a click so soon after it closed something is that click
+constexpr auto toldTwice = 50ms;   ///< a click so soon after another is the same click, reported twice
+constexpr auto sameClick = 400ms;  ///< a click so soon after something was closed is the click that closed it
 
 BundleID appOf(const Step& step) {
     return bundleIDOf(step.app).value_or(step.app);
@@ -41,7 +41,8 @@ std::string spoken(const std::string& word) {
     return word == "on" ? "true" : word == "off" ? "false" : word;
 }
 
-/// A log line that the step must leave: its category and how it begins; nothing where it promises none.
+/// A log line that the step must write: its category and its first words. Nothing if the step need not write
+/// one.
 using Promise = std::optional<std::pair<std::string, std::string>>;
 
 Promise promiseOfNote(const std::string& what, const BundleID& app) {
@@ -114,7 +115,7 @@ bool wasLogged(const std::vector<Happening>& happened, const std::string& catego
 
 constexpr std::array menuEitherWay{ClickMeaning::menu, ClickMeaning::menu};
 
-/// A left click on the broom that left no line behind.
+/// Checks a left click on the broom. It may have written no line.
 void checkQuietClick(StepCheck& check, const std::vector<Happening>& happened) {
     const auto before = std::exchange(check.expected.broomClickedAt, check.now());
     if (before && check.now() - *before < toldTwice) {
@@ -127,13 +128,13 @@ void checkQuietClick(StepCheck& check, const std::vector<Happening>& happened) {
         check.require(!isMenuOpen, "a click does one thing");
         return;
     }
-    // What was logged in the step may have come before the click or after it.
+    // The lines of the step may have been written before the click or after it.
     const std::array meanings{check.meaningAtFirst, meaningOfClick(check)};
     const auto mayMean = [&](ClickMeaning meaning) { return std::ranges::count(meanings, meaning) > 0; };
     check.require(isMenuOpen ? mayMean(ClickMeaning::menu) : meanings != menuEitherWay,
                   "the menu opens where there is nothing to bring out");
     check.require(mayMean(ClickMeaning::menu) || mayMean(ClickMeaning::nothing),
-                  "a click on the broom is line");
+                  "a click on the broom is heard");
 }
 
 void endShowMe(StepCheck& check) {

@@ -14,10 +14,10 @@
 
 namespace velko::scenarios::model {
 
-/// What a left click on the broom should come to.
+/// What a left click on the broom should do.
 enum class ClickMeaning { menu, nothing, opensNote, toggles };
 
-/// A step of a scenario while its outcome is compared with what should come of it.
+/// The check of one step of a scenario: whether the step had the results that it should have.
 struct StepCheck {
     using Uptime = MainThread::Uptime;
 
@@ -25,8 +25,8 @@ struct StepCheck {
     Expected& expected;
     const script::Step& step;
     Uptime begun;                         ///< when the step began
-    ClickMeaning meaningAtFirst{};        ///< of a click on the broom, before anything of the step is heard
-    std::optional<std::string> breach{};  ///< what did not hold first
+    ClickMeaning meaningAtFirst{};        ///< of a click on the broom, before the step's log lines are read
+    std::optional<std::string> breach{};  ///< the first rule that was broken
 
     void require(bool holds, const std::string& rule, const std::string& detail = {}) {
         if (!holds && !breach) {
@@ -58,34 +58,35 @@ struct StepCheck {
     }
 };
 
-/// Hears a line of the log: whether it may be said now and is right, and what should hold from then on.
+/// Reads a line of the log: checks that the line is right at this moment, and changes what is expected.
 void follow(StepCheck& check, const Happening& happening);
 
-/// What should have come of the step itself, once everything that was logged in it is heard.
+/// Checks the step's own results, after all its log lines have been read.
 void checkStep(StepCheck& check, const std::vector<Happening>& happened);
 
-/// Lets end what ends without a word.
+/// Ends what ends without a log line.
 void expire(StepCheck& check, StepCheck::Uptime at);
 
 /// The note has opened or closed.
 void noteTurned(StepCheck& check, const Happening& turn);
 
-/// What should have come about by itself by now; `touched`: when something last happened to Velko or its Mac.
+/// Checks what should have happened by itself by now. `touched`: when something last happened to Velko or its
+/// Mac.
 void checkDeadlines(StepCheck& check, Expected::Uptime touched);
 
-/// Whether what a person sees, and what Velko holds, is what should be.
+/// Compares what a person sees, and Velko's values, with what is expected.
 void compare(StepCheck& check);
 
-/// Whether a step is a left click on the broom, or as good as one, that reaches Velko.
+/// Whether a step is a left click on the broom, or counts as one, and reaches Velko.
 [[nodiscard]] bool isBroomClick(const script::Step& step);
 
-/// What a left click on the broom should come to, as things stand.
+/// What a left click on the broom should do now.
 [[nodiscard]] ClickMeaning meaningOfClick(const StepCheck& check);
 
-/// Work that holds up the main thread makes what is due late, and a line heard later than it was written.
+/// Work that blocks the main thread delays timers, and the model then reads a line later than it was written.
 constexpr auto late = std::chrono::milliseconds(300);
 
-/// Whether two moments are the same, but for that.
+/// Whether two moments are the same, apart from such delays.
 [[nodiscard]] inline bool isAbout(Expected::Uptime moment, Expected::Uptime due) {
     return moment + late >= due && moment <= due + 4 * late;
 }

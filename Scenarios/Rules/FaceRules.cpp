@@ -31,7 +31,7 @@ namespace {
 
 using Kind = Surfaces::Kind;
 
-/// Twenty while it rocks, and what its dot and a problem may add.
+/// Twenty while it rocks, and some more for its dot and for a problem.
 constexpr std::size_t mostImagesInASecond = 23;
 
 std::string expectedToolTip(AppController& velko) {
@@ -52,7 +52,7 @@ std::string expectedToolTip(AppController& velko) {
                                      : "Click to show tucked icons. Right-click for more.";
 }
 
-/// A suggestion comes and goes with the clock alone, and Velko looks at it once an hour.
+/// A suggestion may come or go only because time passes, and Velko looks for that once an hour.
 bool mayLag(const AppController& velko) {
     const Layout& layout = velko.values().layout;
     return layout.inbox.empty() && layout.autopilot.offerPending;
@@ -62,10 +62,10 @@ bool hasDot(const view::Drawing& drawing) {
     return drawing.shapes.size() == BroomDrawing::icon({.hasDot = true}).shapes.size();
 }
 
-/// How long the newest look of the broom may wait for its turn to be drawn.
+/// How long the newest image of the broom may wait until it is drawn.
 constexpr auto drawingTime = std::chrono::milliseconds(60);
 
-/// The apps that nodes with such ids are about.
+/// The apps of all nodes whose ids begin like that.
 std::vector<BundleID> appsWith(std::string_view prefix, const view::Node& root) {
     std::vector<BundleID> apps;
     view::walk(root, [&](const view::Node& node) {

@@ -8,14 +8,14 @@
 
 namespace velko::scenarios {
 
-/// What holds of everything that Velko shows: it can be used by everybody, and it agrees with what Velko
-/// knows. One thread.
+/// Rules about everything that Velko shows: everybody can use it, and it agrees with what Velko knows. One
+/// thread.
 class FaceRules final {
  public:
     explicit FaceRules(World& world) : world_(world) {}
 
-    /// Looks at all faces, once nothing is due. `isCalm`: nothing has happened for so long that nothing moves
-    /// any more. What does not hold, in one line.
+    /// Looks at everything that Velko shows, when no work is due. `isCalm`: nothing has happened for so long
+    /// that nothing moves any more. Returns what is wrong, in one line.
     [[nodiscard]] std::optional<std::string> check(AppController& velko, bool isCalm);
 
  private:

@@ -24,24 +24,25 @@ namespace {
 
 using script::Verb;
 
-/// Long enough for everything that ends by itself: an opening, then its reveal, then what the pointer holds
-/// out; a pop-out, a show-me; and for two rounds of scans.
+/// Long enough for everything that ends by itself: an opening, its reveal and the wait for the pointer; a
+/// pop-out; a show-me; and two rounds of scans.
 constexpr auto calm = std::chrono::minutes(4);
 
-/// How often a calm Velko wakes the machine: its loops, which look at each app, and now and then something
-/// that moves for a moment. What never stops moving does it thirty times a second.
+/// How often a calm Velko may wake the machine: for its loops, which look at each app, and sometimes for a
+/// short animation. An animation that never ends would wake it thirty times a second.
 constexpr std::uint64_t mostWakeUpsPerMinute = 240;
 constexpr std::uint64_t mostWakeUpsPerMinuteAndApp = 20;
 constexpr std::uint64_t wakeUpsToSpare = 600;
 
 constexpr std::size_t mostWork = 12;  ///< the loops, a save, a scan, and some to spare
 
-/// After how long without work a Live Activity counts as over.
+/// A Live Activity counts as over after that long without work.
 constexpr auto quiet = Timing::liveActivityQuietSeconds + Timing::liveActivityCheckInterval * 2;
 
 bool isEvent(Verb verb) {
     using enum Verb;
-    return verb != wait && verb != say && verb < expectVisible;  // what is only asked comes last
+    return verb != wait && verb != say &&
+           verb < expectVisible;  // expectations come last in the list of verbs
 }
 
 bool lastApplyFailed(const Log& log) {
@@ -103,7 +104,7 @@ void Invariants::barChanged() {
         require(std::ranges::count(world_.mac().visibleIcons(), velko->ownBundleID()) == 1,
                 "the broom always shows");
         if (!world_.mac().framework.inForce() && !velko->engine().current().isShowAll()) {
-            // Only once this turn is over does Velko know itself what it has done.
+            // Velko itself knows what it has done only after this turn.
             world_.mac().mainThread.happen({}, [this] { hidingEnded(); });
         }
     }
@@ -158,7 +159,7 @@ void Invariants::remember(const script::Step& done) {
     }
 }
 
-/// Work that blocks carries the clock on, past what then falls due.
+/// Work that blocks moves the clock on, and more work falls due in that time.
 void Invariants::runWhatIsDue() {
     bool isRunning = true;
     while (std::exchange(isRunning, false)) {
@@ -168,7 +169,7 @@ void Invariants::runWhatIsDue() {
     }
 }
 
-/// Whether everything may show though Velko wants to hide something.
+/// Whether everything may show although Velko wants to hide something.
 bool Invariants::mayShowAll(const AppController& velko) const {
     return (shownAllAt_ && velko.lastHidingChange() == shownAllAt_) || lastApplyFailed(world_.log());
 }
@@ -217,7 +218,7 @@ void Invariants::checkValues(const AppController& velko) {
     require(world_.log().lines().size() <= Log::maxLines, "the log in memory stays small");
 }
 
-/// What the system would punish: by a question to the user, or by a crash.
+/// Mistakes after which a real system would ask the user for a permission, or end Velko.
 void Invariants::checkManners() {
     require(world_.mac().pointer.inputMonitoringPrompts() == 0, "nobody is asked for Input Monitoring");
     require(world_.mac().accessibility.ownAnswersElsewhere() == 0,
@@ -228,7 +229,7 @@ bool Invariants::isCalm() const {
     return world_.mac().mainThread.now() - calmSince_ >= calm;
 }
 
-/// Nothing goes on moving when nobody does anything.
+/// No animation goes on when nobody does anything.
 void Invariants::checkRest(const AppController& velko, const script::Step& done) {
     const std::uint64_t before = std::exchange(wakeUps_, world_.mac().cost().wakeUps);
     const auto waited = done.duration.value_or(std::chrono::milliseconds(0));
@@ -242,7 +243,7 @@ void Invariants::checkRest(const AppController& velko, const script::Step& done)
     });
 }
 
-/// What must have come about by itself after a while in which nothing happened.
+/// What must be true after a time in which nothing happened.
 void Invariants::checkCalm(const AppController& velko) {
     SimulatedMac& mac = world_.mac();
     const AppValues& values = velko.values();

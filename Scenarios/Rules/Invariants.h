@@ -20,17 +20,17 @@
 
 namespace velko::scenarios {
 
-/// What holds of Velko at every moment, whatever happens to its Mac. Watches a world from its own beginning
-/// to its end, also amid time that passes; for that it takes over the world's `onStart` and its Mac's
-/// `onMenuBarChange`, and passes both on. One thread.
+/// The rules that Velko keeps at every moment, whatever happens to its Mac. This object watches a world as
+/// long as it lives, also while time passes. For that it uses the world's `onStart` and its Mac's
+/// `onMenuBarChange`, and calls the functions that were set there before. One thread.
 class Invariants final : private NonCopyable {
  public:
     explicit Invariants(World& world);
     ~Invariants();
 
-    /// Lets happen what is due now and looks at everything. `done` is the step that was just performed; to
-    /// be called after each. What did not hold first since the last call, in one line; nothing when all is
-    /// well. The words up to the colon name the rule.
+    /// To be called after each step; `done` is that step. Runs the work that is due now, and checks all
+    /// rules. Returns the first rule that was broken since the last call, in one line, or nothing. The words
+    /// before the colon name the rule.
     [[nodiscard]] std::optional<std::string> check(const script::Step& done);
 
  private:
@@ -60,13 +60,13 @@ class Invariants final : private NonCopyable {
     World& world_;
     std::function<void(AppController&)> nextOnStart_;
     std::function<void()> nextOnMenuBarChange_;
-    std::vector<std::string> systemItems_;  ///< that showed in the beginning
+    std::vector<std::string> systemItems_;  ///< those that showed at the beginning
     LayoutFileRules layoutFile_;
     FaceRules faces_;
     Model model_;
     Subscription notices_;
     bool wasToldThisTurn_ = false;
-    std::optional<Uptime> shownAllAt_;  ///< the hiding change that was the user's wish to see everything
+    std::optional<Uptime> shownAllAt_;  ///< when hiding ended because the user wanted to see everything
     Uptime calmSince_{0};
     std::uint64_t wakeUps_ = 0;  ///< up to the last check
     std::optional<std::string> breach_;

@@ -14,7 +14,7 @@ namespace {
 
 using script::Verb;
 
-// A nap may hold the save up for a beat.
+// A nap may delay the save by one beat.
 constexpr auto patience = Timing::saveDelay + SimulatedMainThread::napBeat + std::chrono::seconds(1);
 
 std::string contentOf(const std::filesystem::path& file) {

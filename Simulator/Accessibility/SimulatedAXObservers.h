@@ -13,10 +13,10 @@
 
 namespace velko {
 
-/// The observers of elements that are installed, and what each has asked for.
+/// The installed observers of elements, and what each of them asked for.
 class SimulatedAXObservers final {
  public:
-    /// Sends the message that a registration is; the element that it reaches.
+    /// Sends the message of a registration. Returns the element that it reaches.
     using Reach = std::function<std::expected<SimulatedElementRef, AXError>(const AXElement&)>;
 
     SimulatedAXObservers(MainThread& mainThread, Reach reach)
@@ -25,7 +25,7 @@ class SimulatedAXObservers final {
     [[nodiscard]] std::unique_ptr<AXObserver> observe(ProcessID pid, Uptime messagingTimeout,
                                                       Accessibility::NotificationHandler handler);
 
-    /// Tells whoever has asked for it, on the main thread and never within this call. `root` is the
+    /// Tells the observers that asked for it, on the main thread and never within this call. `root` is the
     /// application's element of the same process.
     void notify(const SimulatedElementRef& root, const SimulatedElementRef& element,
                 const std::string& notification);

@@ -9,8 +9,8 @@ namespace velko {
 
 namespace {
 
-/// A value as it goes to whoever asked. The system's own handles have no time-out set; a port sets the
-/// asker's on each.
+/// A value as the port gives it out. The system sets no time-out on handles, so the port sets the asker's
+/// time-out on each.
 template <class MakeElement>
 std::expected<AXValue, AXError> handOut(const SimulatedAnswer& answer, MakeElement makeElement) {
     return std::visit(
@@ -64,7 +64,7 @@ std::vector<std::string> namesOf(const SimulatedElement& element) {
 
 }  // namespace
 
-/// Sends one message. `answer` makes the answer of the element that it reaches, an `std::expected`.
+/// Sends one message. `answer` makes the answer of the element that it reaches, which is an `std::expected`.
 template <class Answer>
 auto SimulatedAccessibility::ask(const SimulatedAXHandle& handle, Answer answer) const {
     using Result = std::invoke_result_t<Answer&, const SimulatedElementRef&>;
@@ -185,8 +185,8 @@ void SimulatedAccessibility::notify(const SimulatedElementRef& element, const st
     }
 }
 
-/// Gets a message to whoever answers for an element, under the lock. One that comes too late for the
-/// asker's patience has reached its element all the same; one to a hung process has not.
+/// Finds the element that a message reaches, under the lock. If the answer comes too late for the asker, the
+/// message has still reached its element. A message to a hung process reaches nothing.
 SimulatedAccessibility::Reached SimulatedAccessibility::reach(const SimulatedAXHandle& handle) const {
     if (!isPermitted_) {
         return {.element = nullptr, .error = AXError::apiDisabled};

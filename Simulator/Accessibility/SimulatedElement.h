@@ -25,23 +25,24 @@ using SimulatedAnswer = std::variant<AXError, AXOther, bool, double, std::string
                                      SimulatedElementRef, std::vector<SimulatedElementRef>>;
 using SimulatedAnswers = std::map<std::string, SimulatedAnswer>;
 
-/// One element of an Accessibility tree. It exists for as long as its tree holds it; a handle of one that
-/// is gone answers `invalidElement`.
+/// One element of an Accessibility tree. It exists as long as it is in its tree. After that, its handles
+/// answer `invalidElement`.
 struct SimulatedElement {
     ProcessID pid = 0;              ///< the process that answers for it
-    SimulatedAnswers attributes{};  ///< what the machine says; it keeps them up to date
-    SimulatedAnswers overrides{};   ///< what this element says instead; the machine leaves them alone
+    SimulatedAnswers attributes{};  ///< what the machine says; the machine updates them
+    SimulatedAnswers overrides{};   ///< what this element says instead; the machine does not change them
     std::map<std::string, std::function<void()>> actions{};  ///< what it can do
-    MainThread::Uptime delay{0};  ///< how much longer than usual it takes over each answer
+    MainThread::Uptime delay{0};                             ///< how much longer than usual each answer takes
 };
 
-/// What a port hands out for an element of a simulated tree, with the time-out of whoever asks through it.
+/// A handle of an element in a simulated tree, as the port gives it out. It has a messaging time-out of its
+/// own.
 class SimulatedAXHandle final : public AXElement::Native {
  public:
     /// The time-out of a handle on which none was set.
     static constexpr MainThread::Uptime defaultTimeout = std::chrono::seconds(6);
 
-    /// An application's element is looked up when it is asked, for it can be made for any process.
+    /// An application's element is looked up at each question, because a handle can be made for any process.
     SimulatedAXHandle(ProcessID pid, std::optional<std::weak_ptr<SimulatedElement>> element, Uptime timeout)
         : pid_(pid), element_(std::move(element)), timeout_(timeout) {}
 
@@ -57,7 +58,7 @@ class SimulatedAXHandle final : public AXElement::Native {
     [[nodiscard]] const std::optional<std::weak_ptr<SimulatedElement>>& element() const noexcept {
         return element_;
     }
-    /// As it was set; zero when it was not.
+    /// The time-out that was set, or zero.
     [[nodiscard]] Uptime setTimeout() const noexcept { return timeout_; }
     [[nodiscard]] Uptime timeout() const noexcept {
         return timeout_ > Uptime::zero() ? timeout_ : defaultTimeout;

@@ -9,14 +9,14 @@ namespace velko {
 
 /// Writes what the menu bar holds into the Accessibility trees of the apps and of the bar's host.
 ///
-/// The host's tree is assumed, nothing documents it: an application, its window, and in that a group with
-/// an element of every app whose icons show and a group with a button for every item of the system's own.
-/// The elements of apps answer from their own processes.
+/// The host's tree is an assumption, because nothing documents it. The application has one window with two
+/// groups. One group has an element for each app whose icons show; these elements belong to the apps' own
+/// processes. The other group has a button for each of the system's own items.
 class SimulatedTrees final {
  public:
     explicit SimulatedTrees(SimulatedAccessibility& accessibility) : accessibility_(accessibility) {}
 
-    /// Brings all trees up to date. `host` is the process that presents the bar, 0 without one.
+    /// Updates all trees. `host` is the process that shows the bar, or 0 if there is none.
     void write(const SimulatedProcesses& processes, const SimulatedMenuBar& menuBar, ProcessID host);
 
     /// The window of the bar's host; null without one.

@@ -47,7 +47,7 @@ std::string secondsText(std::optional<Uptime> time) {
     return std::to_string(secondsOf(time.value_or(Uptime::zero()))) + " s";
 }
 
-/// Asks for an allowlist and waits for the answer; the assertion, if the framework agreed.
+/// Asks for an allowlist and waits for the answer. Returns the assertion if the framework agreed.
 PrivateFramework::ObjectRef hideAllBut(PrivateFramework& framework, const Pass& pass,
                                        const std::vector<BundleID>& allowed) {
     const auto assertion = framework.makeAssertion("MBAssessmentModeAssertion").value_or(nullptr);

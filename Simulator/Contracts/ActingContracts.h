@@ -10,7 +10,7 @@
 /// The part of the ports' contracts that needs a machine on which apps may be launched, hung and hidden.
 namespace velko::Contracts {
 
-/// Makes things happen on a machine that belongs to the test.
+/// Makes things happen on a Mac that belongs to the test.
 struct Stagehand {
     Pass pass;
     std::function<ProcessID(const BundleID&)> launch;  ///< an agent with one icon, and its identifier as name

@@ -42,7 +42,7 @@ std::optional<Point> middleOf(const Platform& platform, const AXElement& element
     return Point{.x = corner->x + extent->width / 2, .y = corner->y + extent->height / 2};
 }
 
-/// What becomes of taps that the system does not want.
+/// What happens to taps that the system refuses.
 void checkRefusedTaps(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
     int heard = 0;
     const auto tapped = [&] { return platform.pointer.tapClicks([&](const ClickTapEvent&) { ++heard; }); };

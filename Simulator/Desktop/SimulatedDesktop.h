@@ -47,7 +47,7 @@ class SimulatedApplication final : public Application {
     int activations = 0;
     bool isTerminating = false;
     std::vector<OpenedFile> openedFiles;
-    std::function<void()> onTerminate;  ///< called amid Velko's call
+    std::function<void()> onTerminate;  ///< called inside Velko's call
 };
 
 class SimulatedDefaults final : public Defaults {
@@ -94,7 +94,7 @@ class SimulatedLoginItem final : public LoginItem {
     std::optional<std::string> refusal;  ///< every change is refused with these words
 };
 
-/// The disk of a machine: files lie in a folder of the host, and what is written to them is counted.
+/// The disk of a machine. Its files are in a folder of the host, and it counts the bytes that are written.
 class SimulatedDisk final {
  public:
     /// The file system's calls. They may outlive this.
@@ -106,8 +106,8 @@ class SimulatedDisk final {
             *counter += static_cast<std::uint64_t>(std::max<std::ptrdiff_t>(written, 0));
             return written;
         };
-        calls.fsync = [](int) { return 0; };  // nobody pulls the plug of a Mac in memory
-        // Locks are the machine's own: whoever else has the folder on the host does not work on this Mac.
+        calls.fsync = [](int) { return 0; };  // a Mac in memory never loses its power
+        // Locks always succeed: a program of the host that has the folder does not run on this Mac.
         calls.flock = [](int, int) { return 0; };
         calls.ftruncate = [](int, long long) { return 0; };
         return calls;

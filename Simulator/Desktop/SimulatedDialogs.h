@@ -23,7 +23,7 @@ class SimulatedDialogs final : public Dialogs {
 
     [[nodiscard]] Task ask(const Question& question, Answered answered) override;
 
-    /// The user picks a file in the newest open panel, or cancels it.
+    /// The user chooses a file in the newest open panel, or cancels it.
     void choose(std::optional<std::filesystem::path> file);
     /// The user answers the newest open question.
     void answer(bool agreed);

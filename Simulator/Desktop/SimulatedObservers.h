@@ -12,8 +12,9 @@
 
 namespace velko {
 
-/// The observers of one kind of event, each told on the main thread and never inside the call that tells
-/// them. Whoever registers after an event, or has left before it is delivered, does not hear of it.
+/// The observers of one kind of event. Each is told on the main thread, and never inside the call that tells
+/// them. An observer that registers after an event, or leaves before the event is delivered, does not hear of
+/// it.
 template <class Event>
 class SimulatedObservers final {
  public:
@@ -26,7 +27,7 @@ class SimulatedObservers final {
         handlers_->emplace(id, std::move(handler));
         return Subscription([weak = std::weak_ptr(handlers_), id] {
             if (const auto handlers = weak.lock()) {
-                // The handler's captures go last: ending another subscription is fair for them to do.
+                // The handler's captures are destroyed last, because they may end another subscription.
                 const auto ended = handlers->extract(id);
             }
         });

@@ -32,26 +32,26 @@ class SimulatedPointer final : public Pointer {
     /// The pointer moves there: origin at the bottom left of the primary screen.
     void moveTo(Point location);
 
-    /// A button goes down. Taps that are switched off do not hear of it, now or later. Origin at the top left
-    /// of the primary screen.
+    /// A button goes down. Taps that are switched off never hear of it. Origin at the top left of the primary
+    /// screen.
     void press(Point location, bool isRight = false, bool option = false);
     /// All buttons are up.
     void release() { pressed_ = 0; }
-    /// The system switches every tap off, as it does when one is slow, and tells them. `forGood`: switching
-    /// them on again is in vain.
+    /// The system switches every tap off, as it does when one is slow, and tells them. With `forGood` they
+    /// cannot be switched on again.
     void disableTaps(bool forGood = false);
-    /// Every tap goes dead without a word: the permission has been taken.
+    /// Every tap stops working and is not told: the permission has been taken away.
     void killTaps();
 
     bool refusesTaps = false;  ///< though the user allows them
 
-    /// The taps that are installed.
+    /// How many taps are installed.
     [[nodiscard]] std::size_t taps() const;
-    /// Those of them that hear clicks.
+    /// How many of them hear clicks.
     [[nodiscard]] std::size_t listeningTaps() const;
     /// How often the user was asked for Input Monitoring, because a tap was wanted without the permission.
     [[nodiscard]] int inputMonitoringPrompts() const noexcept { return inputMonitoringPrompts_; }
-    /// Those who hear of moves.
+    /// How many observers hear of moves.
     [[nodiscard]] std::size_t moveObservers() const { return moves_.count(); }
 
  private:

@@ -13,7 +13,8 @@
 
 namespace velko {
 
-/// One icon that an app puts into the menu bar. What is left out is an attribute that its element lacks.
+/// One icon that an app puts into the menu bar. A member without a value is an attribute that the icon's
+/// element does not have.
 struct SimulatedIcon {
     std::optional<std::string> title{};
     std::optional<std::string> description{};
@@ -21,7 +22,7 @@ struct SimulatedIcon {
     std::optional<std::string> identifier{};
     std::variant<std::monostate, std::string, double> value{};
     double width = 30;                ///< points
-    std::optional<int> systemItem{};  ///< an item of the system's own: its number in configurations
+    std::optional<int> systemItem{};  ///< set for one of the system's own items: its number in configurations
 };
 
 /// A program to run on the simulated Mac.
@@ -31,9 +32,10 @@ struct SimulatedApp {
     std::vector<SimulatedIcon> icons{};       ///< right to left
     std::optional<std::string> bundlePath{};  ///< left out: "/Applications/<name>.app"; empty: it has none
     std::string processName{};                ///< empty: the same as `name`
-    bool isForeign = false;                   ///< another user's: the kernel says little of it
-    bool isApplication = true;                ///< false: a process that the workspace does not list
-    bool isRegular = false;  ///< its launch and its end are announced; of an agent only the list tells
+    bool isForeign = false;     ///< it belongs to another user, so the kernel says little about it
+    bool isApplication = true;  ///< false: a process that the workspace does not list
+    bool isRegular =
+        false;  ///< its launch and its end are announced; those of an agent only show in the list
 
     // The programs with which every Mac starts.
     static constexpr auto menuBarHostName = "MenuBarAgent";
@@ -50,13 +52,13 @@ struct SimulatedProcess {
     ProcessID pid = 0;
     SimulatedApp app{};
     double cores = 0;                      ///< how many it keeps busy
-    MainThread::Uptime cpuTime{0};         ///< what it had used when that last changed
+    MainThread::Uptime cpuTime{0};         ///< the time that it had used when `cores` last changed
     MainThread::Uptime since{0};           ///< when that was
     std::uint64_t memoryBytes = 40 << 20;  ///< its footprint
 };
 
-/// The table of processes. Time is counted as on Apple silicon, in units of 125 / 3 nanoseconds. What the
-/// port offers may be asked on any thread; the machine itself lives on the main thread.
+/// The table of processes. Time is counted as on Apple silicon, in units of 125 / 3 nanoseconds. The port's
+/// functions may be called on any thread, the others on the main thread only.
 class SimulatedProcesses final : public Processes {
  public:
     explicit SimulatedProcesses(const MainThread& mainThread) : mainThread_(mainThread) {}
@@ -65,7 +67,7 @@ class SimulatedProcesses final : public Processes {
     /// Newest first; the kernel itself stands last, as process 0.
     [[nodiscard]] std::optional<std::vector<ProcessID>> list() const override;
     [[nodiscard]] std::optional<std::string> name(ProcessID pid) const override;
-    /// A quarter of the time counts as the system's.
+    /// A quarter of the time is reported as system time.
     [[nodiscard]] std::optional<ResourceUsage> resourceUsage(ProcessID pid) const override;
     [[nodiscard]] TimeBase timeBase() const override { return {.numerator = 125, .denominator = 3}; }
     [[nodiscard]] NullSignal nullSignal(ProcessID pid) const override;
@@ -76,7 +78,7 @@ class SimulatedProcesses final : public Processes {
     ProcessID start(SimulatedApp app);
     /// Ends a process, if it runs.
     void end(ProcessID pid);
-    /// From now on, and until the next such call, a process keeps that many cores busy.
+    /// Until the next call, the process keeps that many cores busy.
     void work(ProcessID pid, double cores);
     void setMemory(ProcessID pid, std::uint64_t bytes);
     /// Says which process this program is.

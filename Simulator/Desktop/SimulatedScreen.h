@@ -17,7 +17,7 @@ namespace velko {
 /// The screens, in any arrangement.
 class SimulatedDisplays final : public Displays {
  public:
-    /// Without any display: a desk screen.
+    /// If `displays` is empty, there is one desk screen.
     SimulatedDisplays(MainThread& mainThread, std::vector<Display> displays)
         : displays_(displays.empty() ? std::vector{plain()} : std::move(displays)), observers_(mainThread) {}
 
@@ -31,10 +31,10 @@ class SimulatedDisplays final : public Displays {
     [[nodiscard]] double statusBarThickness() const override;
     [[nodiscard]] Subscription observeChanges(std::function<void()> handler) override;
 
-    /// Who observes the screens.
+    /// How many observers the screens have.
     [[nodiscard]] std::size_t observers() const { return observers_.count(); }
 
-    /// Rearranges the screens, the primary one first, and tells whoever observes.
+    /// Sets the screens, the primary one first, and tells the observers.
     void set(std::vector<Display> displays);
 
  private:
@@ -47,7 +47,7 @@ class SimulatedAccessibility;
 /// The windows on screen, the menu that is open, and which app is in front.
 class SimulatedWindows final : public Windows {
  public:
-    /// `accessibility` outlives this: observers of an app hear there when its menu opens and closes.
+    /// `accessibility` outlives this. It tells an app's observers when the app's menu opens and closes.
     explicit SimulatedWindows(SimulatedAccessibility& accessibility) : accessibility_(accessibility) {}
 
     [[nodiscard]] std::optional<std::vector<WindowInfo>> onScreen() const override;
@@ -62,8 +62,8 @@ class SimulatedWindows final : public Windows {
     /// An app comes to the front.
     void bringToFront(ProcessID pid) { front_ = pid; }
     [[nodiscard]] ProcessID front() const noexcept { return front_; }
-    /// Where that app's own menus are in a bar of that height, origin at the top left of the primary screen;
-    /// nothing before an app has come to the front, and while it is gone.
+    /// Where that app's own menus are, in a bar of that height. Nothing if no app has come to the front, or
+    /// if that app has quit. Origin at the top left of the primary screen.
     [[nodiscard]] std::optional<Rect> frontMenus(double height) const;
 
     /// Windows below the menu, front to back.

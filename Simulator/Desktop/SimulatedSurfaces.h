@@ -14,10 +14,10 @@
 
 namespace velko {
 
-/// A surface whose tree is there to be read, and whose controls a simulated user works.
+/// A surface whose tree tests can read, and whose controls a simulated user uses.
 class SimulatedSurface final : public Surface {
  public:
-    /// `isTransient`: a click outside and Escape close it, as a menu.
+    /// `isTransient`: like a menu, it is closed by a click outside and by Escape.
     SimulatedSurface(MainThread& mainThread, bool isTransient)
         : mainThread_(mainThread), isTransient_(isTransient) {}
 
@@ -28,9 +28,9 @@ class SimulatedSurface final : public Surface {
     void close() override;
     [[nodiscard]] bool isOpen() const override { return opening_.has_value(); }
     [[nodiscard]] bool isInHand() const override { return isOpen() && inHand; }
-    /// A panel of `size` that hangs below its anchor, moved as little as its bounds ask.
+    /// A panel of `size` below its anchor. It is moved only as far as is needed to stay within its bounds.
     [[nodiscard]] std::optional<Rect> frame() const override;
-    /// Closes it without a word to anybody: the program that showed it has ended.
+    /// Closes it and tells nobody, because the program that showed it has ended.
     void forget();
 
     /// What shows; null while it is closed.
@@ -40,22 +40,22 @@ class SimulatedSurface final : public Surface {
     /// Everything that it was opened with; null while it is closed.
     [[nodiscard]] const Opening* opening() const noexcept { return opening_ ? &*opening_ : nullptr; }
 
-    /// The user works a control; whether it took it.
+    /// The user uses a control. Returns whether the control accepted that.
     bool perform(std::string_view id, const view::Input& input = {});
-    /// The user asks for it to go.
+    /// The user tries to close it.
     void dismiss(Dismissal how);
-    /// A button goes down, outside of everything or here. Origin at the bottom left of the primary screen.
+    /// A mouse button goes down somewhere. Origin at the bottom left of the primary screen.
     void pressAt(Point point);
-    /// The user presses a key that a control listens to; Escape without one asks a panel to go.
+    /// The user presses a key. If no control listens to Escape, it closes a panel.
     bool press(const view::Shortcut& shortcut);
 
-    /// The user opens a menu of its and leaves it open, or drags a tile; nobody does when it opens.
+    /// The user has one of its menus open, or is dragging a tile. False whenever the surface opens.
     bool inHand = false;
-    Size size{.width = 480, .height = 120};  ///< of what is drawn; whoever draws it knows better
+    Size size{.width = 480, .height = 120};  ///< of what is drawn; a renderer sets the real one
 
     /// How often it was brought to the front.
     [[nodiscard]] int raised() const noexcept { return raised_; }
-    /// Grows with every change of what shows.
+    /// A number that grows with every change of what shows.
     [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
 
  private:
@@ -76,18 +76,18 @@ class SimulatedSurfaces final : public Surfaces {
 
     void announce(const std::string& words) override { announcements_.push_back(words); }
 
-    /// A button goes down somewhere, and whatever listens for presses outside of it hears of that. Origin at
-    /// the bottom left of the primary screen; left out, on the desktop.
+    /// A mouse button goes down somewhere, and every surface that listens for presses outside hears of it.
+    /// Origin at the bottom left of the primary screen; the default is a point on the desktop.
     void clickOutside(Point point = {.x = 300, .y = 500});
     [[nodiscard]] bool isAnyOpen() const;
     [[nodiscard]] bool isWindowOpen() const;
     /// What a screen reader was told, oldest first.
     [[nodiscard]] const std::vector<std::string>& announcements() const noexcept { return announcements_; }
-    /// Menus of theirs close, and what is being dragged is let go. Whether there was anything.
+    /// Closes their menus and drops what is being dragged. Returns whether there was anything.
     bool letGo();
     /// `SimulatedSurface::forget` for each.
     void forget();
-    /// Grows with every change of what shows.
+    /// A number that grows with every change of what shows.
     [[nodiscard]] std::uint64_t revision() const;
 
     bool reducedMotion = false;
@@ -99,11 +99,12 @@ class SimulatedSurfaces final : public Surfaces {
     std::vector<std::string> announcements_;
 };
 
-/// Each node has an id of its own, each control says what it is and shows a value that it can have, and no
-/// key means two things.
+/// Looks for a fault: two nodes with one id, a control without a spoken name or with an impossible value, or
+/// one key for two actions.
 [[nodiscard]] std::optional<std::string> faultIn(const view::Node& root);
 
-/// Each entry has a title, and one that can be chosen does something or opens a submenu.
+/// Looks for a fault: an entry without a title, or one that can be chosen and neither does anything nor opens
+/// a submenu.
 [[nodiscard]] std::optional<std::string> faultIn(const view::Menu& menu);
 
 }  // namespace velko

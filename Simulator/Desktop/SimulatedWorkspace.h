@@ -30,20 +30,21 @@ class SimulatedWorkspace final : public Workspace {
     /// Takes every address that has a scheme.
     bool openURL(const std::string& url) override;
 
-    /// Sends a notice to whoever observes now.
+    /// Sends a notice to all present observers.
     void tell(const WorkspaceNotice& notice) { observers_.tell(notice); }
 
-    /// The list of applications has changed by this app, and a moment later the notice tells of it, if it is
-    /// a regular one.
+    /// Tells that the list of applications has changed because of this app. If it is a regular app, `notice`
+    /// follows a moment later.
     void announce(const SimulatedApp& app, const WorkspaceNotice& notice);
 
-    /// Puts an app into the Applications folder, where it stays. Without an identifier nobody finds it.
+    /// Puts an app into the Applications folder, where it stays. An app without an identifier cannot be found
+    /// there.
     void install(const SimulatedApp& app);
 
-    /// What becomes of a process that is asked to quit; nothing, unless set.
+    /// Called when a process is asked to quit. Without it, nothing happens.
     std::function<void(ProcessID)> onTerminate;
 
-    /// Who observes the workspace.
+    /// How many observers the workspace has.
     [[nodiscard]] std::size_t observers() const { return observers_.count(); }
 
     /// The addresses that were opened, oldest first.

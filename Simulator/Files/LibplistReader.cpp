@@ -68,7 +68,8 @@ class Conversion {
         return PropertyList{static_cast<double>(value)};
     }
 
-    /// The library hands out a negative number as its two's complement and says only in XML what it is.
+    /// The library returns a negative number as its two's complement. Only its XML shows that the number is
+    /// negative.
     static bool isWrittenNegative(plist_t node) {
         char* text = nullptr;
         std::uint32_t length = 0;

@@ -51,16 +51,17 @@ struct SimulatedMacOptions {
     bool trusted = true;  ///< whether the user has given Velko the Accessibility permission
     PreciseDate date = std::chrono::sys_days(std::chrono::year{2026} / 3 / 2) + std::chrono::hours(8);
     std::vector<Display> displays = {};  ///< left out: a desk screen
-    /// What the machine runs on, and outlives it; left out, it runs in virtual time. On a host it is never
-    /// put to sleep, and neither wake-ups nor waiting work are counted.
+    /// What the machine runs on; it outlives the machine. Without it, the machine runs in virtual time. On a
+    /// host the machine never sleeps, and it counts neither wake-ups nor waiting work.
     HostMainThread* host = nullptr;
 };
 
 /// A Mac in memory, with Velko as one of its processes.
 ///
-/// It starts with the menu bar's host and its system items, and with Velko's broom beside them. Whatever
-/// happens to it is done by its operations and seen by Velko through the ports. Nothing happens by itself
-/// but in `advance`. This header only names the machine's parts; include those that you use.
+/// At first the menu bar shows the system's own items and Velko's broom. Tests and scenarios call the
+/// operations below, and Velko sees the results through the ports. Time passes, and things happen by
+/// themselves, only in `advance`. This header only names the machine's parts: include the headers of those
+/// that you use.
 class SimulatedMac final : private NonCopyable {
     struct Parts;
     std::unique_ptr<Parts> parts_;
@@ -76,7 +77,7 @@ class SimulatedMac final : private NonCopyable {
         bool operator==(const Cost&) const = default;
     };
 
-    /// What Velko has registered with the machine and not let go.
+    /// What Velko has registered with the machine and not removed.
     struct Registered {
         std::size_t elementObservers = 0;
         std::size_t noticeObservers = 0;  ///< of the workspace and of the displays
@@ -87,7 +88,7 @@ class SimulatedMac final : private NonCopyable {
     };
 
     explicit SimulatedMac(SimulatedMacOptions options = {});
-    /// Waits for the reads that a host makes on other threads: they ask this machine.
+    /// Waits for the reads that a host makes on other threads, because they use this machine.
     ~SimulatedMac();
 
     SimulatedZone& zone;
@@ -112,18 +113,18 @@ class SimulatedMac final : private NonCopyable {
 
     [[nodiscard]] Platform platform() noexcept;
     [[nodiscard]] AppPorts appPorts() noexcept;
-    /// The file system's calls, with what is written counted. They may outlive the machine.
+    /// The file system's calls, which count the bytes that are written. They may outlive the machine.
     [[nodiscard]] FileCalls fileCalls() const;
-    /// Lets time pass: at once in virtual time, in earnest on a host.
+    /// Lets time pass. In virtual time the call returns at once; on a host it takes that long.
     void advance(MainThread::Uptime duration);
     [[nodiscard]] Cost cost() const;
     [[nodiscard]] Registered registered() const;
 
-    // Programs. The workspace's observers hear that the list of applications has changed, and a moment
-    // later of a regular app by name.
+    // Programs. Observers of the workspace hear that the list of applications has changed. If the app is a
+    // regular one, a moment later they also hear its name.
     ProcessID launch(SimulatedApp app);
     void quit(ProcessID pid);
-    /// The process is gone, and with it what the notice could say of it.
+    /// Ends a process in such a way that the notice cannot say which one it was.
     void crash(ProcessID pid);
     /// While it hangs, a process answers no Accessibility message.
     void hang(ProcessID pid, bool hung);
@@ -135,30 +136,31 @@ class SimulatedMac final : private NonCopyable {
     /// `place`: where it goes among all icons, from the right; left out, left of them all.
     void addIcon(ProcessID pid, SimulatedIcon icon, std::optional<std::size_t> place = std::nullopt);
     void removeIcon(ProcessID pid, std::size_t index);
-    /// The icon's element in its app's tree, to break it; null when there is no such icon.
+    /// The icon's element in its app's tree. Tests change it to make it misbehave. Null when there is no such
+    /// icon.
     [[nodiscard]] SimulatedElement* iconElement(ProcessID pid, std::size_t index);
 
     // The user.
-    /// `isTold`: the system notices; else it goes on saying what it said before.
+    /// With `isTold` the system says so from now on. Otherwise it still says what it said before.
     void grantTrust(bool isTold = true);
     void revokeTrust(bool isTold = true);
-    /// Whose element lies at a point of the menu bar that an app's icon takes: the bar's host's, or the
-    /// app's.
+    /// Chooses what a hit test finds where an app's icon is: an element of the menu bar's host, or the app's
+    /// own element.
     void setHitsEndAtHost(bool host);
     void setDisplays(std::vector<Display> arrangement);
     /// An app's menu opens in place of any other; its observers hear of both.
     void openMenu(ProcessID pid);
     void closeMenu();
-    /// Another app comes to the front, and its own menus stand at the left end of the bar.
+    /// Another app comes to the front. Its own menus are at the left end of the bar.
     void activate(ProcessID pid);
-    /// A click, left or right: on an app's icon it opens its menu, and wherever it is, it closes the menu
-    /// that was open. Origin at the top left of the primary screen.
+    /// A click with either button. It closes the open menu, wherever the click is. On an app's icon it opens
+    /// that app's menu. Origin at the top left of the primary screen.
     void click(Point location);
-    /// Clicks on the middle of an icon; whether there is one to click on.
+    /// Clicks on the middle of an icon. Returns whether that icon shows.
     bool clickIcon(ProcessID pid, std::size_t index = 0);
-    /// A whole click on the broom. Who listens for presses elsewhere hears of this one first; the broom's
-    /// action runs a moment after the button is up again, by way of the menu bar's host. Whether it can be
-    /// clicked on.
+    /// A whole click on the broom. Those who listen for presses elsewhere hear this press first. The broom's
+    /// action runs a moment after the button is up again, through the menu bar's host. Returns whether a
+    /// person can click on the broom.
     bool clickBroom(const SimulatedClick& click = {});
     void putBroom(BroomSpot spot);
     [[nodiscard]] BroomSpot broomSpot() const noexcept;
@@ -172,7 +174,7 @@ class SimulatedMac final : private NonCopyable {
     [[nodiscard]] std::string menuBarPicture() const;
     /// Every icon, hidden ones too, and where it stands.
     [[nodiscard]] const SimulatedMenuBar& menuBar() const noexcept;
-    /// Called after every change of what shows, also amid an `advance`.
+    /// Called after every change of what shows, also during `advance`.
     std::function<void()> onMenuBarChange;
 
  private:

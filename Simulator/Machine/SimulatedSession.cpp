@@ -63,13 +63,13 @@ void SimulatedSession::keepAppsBusy(MainThread::Uptime delay, MainThread::Uptime
     const auto now = parts_.thread.now();
     const auto until = now + duration;
     if (now < busyUntil_ && delay < busyBy_) {
-        return;  // they are busier already
+        return;  // the apps are already busier
     }
     busyUntil_ = until;
     busyBy_ = delay;
     parts_.accessibility.setLoad(delay);
     parts_.thread.happen(duration, [this, until] {
-        if (busyUntil_ == until) {  // nothing has kept them busy anew
+        if (busyUntil_ == until) {  // nothing else has made them busy again
             parts_.accessibility.setLoad({});
         }
     });

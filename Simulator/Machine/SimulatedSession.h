@@ -16,11 +16,11 @@ namespace velko {
 class SimulatedZone final : private NonCopyable {
  public:
     SimulatedZone() = default;
-    /// Gives the process the zone back that it had.
+    /// Gives the process its old zone back.
     ~SimulatedZone();
 
-    /// The machine goes to a zone, for instance "Pacific/Auckland". Nothing tells programs of it: each counts
-    /// in its old zone until it reads the zone again.
+    /// Takes the machine to a zone, for instance "Pacific/Auckland". Programs are not told: each counts in
+    /// its old zone until it reads the zone again.
     void set(const std::string& name);
 
     /// A program starts, and reads the zone.
@@ -36,11 +36,11 @@ class SimulatedAccessibility;
 class SimulatedMainThread;
 class SimulatedWorkspace;
 
-/// What happens to the whole session: the Mac sleeps, Spaces and users change. For a moment after each of
-/// these every app has much to do, and answers late.
+/// What happens to the whole session: the Mac sleeps, and Spaces and users change. For a moment after each of
+/// these, all apps are busy and answer late.
 class SimulatedSession final {
  public:
-    /// What a session is made of. All outlive it.
+    /// The parts that a session uses. They outlive it.
     struct Parts {
         SimulatedMainThread& clock;
         MachineThread& thread;
@@ -53,7 +53,7 @@ class SimulatedSession final {
     void sleepAndWake(std::chrono::milliseconds duration);
     void changeSpace();
     void returnToUser();
-    /// For so long no app answers anything.
+    /// No app answers for that long.
     void stall(std::chrono::milliseconds duration);
     /// Apps answer late for a moment, as they do whenever much has changed.
     void keepAppsBusy();

@@ -12,16 +12,16 @@ namespace velko {
 class MachineThread;
 class SimulatedMac;
 
-/// A click on the broom as a person makes it, and how the system tells of it.
+/// A click on the broom, and how the system reports it.
 struct SimulatedClick {
     enum class Telling {
-        usual,    ///< now in this way and now in that
-        mouse,    ///< by the event of the mouse itself
-        system,   ///< by a system-defined event about the mouse's buttons
-        other,    ///< by an event that says nothing of buttons; a right one is still down
-        stale,    ///< not at all: the last event is an old right click
+        usual,    ///< all ways in turn
+        mouse,    ///< with the mouse's own event
+        system,   ///< with a system-defined event about the mouse's buttons
+        other,    ///< with an event that says nothing about buttons; a right button is still down
+        stale,    ///< without an event of its own: the last event is an old right click
         doubled,  ///< twice
-        lost,     ///< not even by the icon's action
+        lost,     ///< not at all: even the icon's action does not run
     };
 
     bool isRight = false;
@@ -31,16 +31,16 @@ struct SimulatedClick {
     std::chrono::milliseconds held{0};  ///< how long the button is down, besides the time that a click takes
 };
 
-/// Where the system puts the broom, or says that it is.
+/// Where the system puts the broom, or says that it has put it.
 enum class BroomSpot {
     bar,      ///< where its icon shows
     notch,    ///< under the camera housing of the first display that has one
-    nowhere,  ///< it has not been placed, or is not allowed
-    stub,     ///< it shows, and the system gives a frame of no size
+    nowhere,  ///< it has no place yet, or is not allowed to show
+    stub,     ///< it shows, but the system says that its frame has no size
 };
 
-/// How the system treats Velko's own icon: where it puts it, what it says of that place, and how a click on
-/// it arrives.
+/// How the system treats Velko's own icon: where it puts the icon, what it says about that place, and how a
+/// click reaches Velko.
 class SimulatedBroom final : private NonCopyable {
  public:
     static constexpr std::chrono::milliseconds clickTime{90};  ///< from the press to the action
@@ -48,15 +48,15 @@ class SimulatedBroom final : private NonCopyable {
     /// `changed` is called whenever the place has changed. The machine and its thread outlive this.
     SimulatedBroom(SimulatedMac& mac, MachineThread& thread, std::function<void()> changed);
 
-    /// Puts the icon there for good. On a Mac without a notch, `notch` means the bar.
+    /// Puts the icon there until the next call. On a Mac without a notch, `notch` means the bar.
     void put(BroomSpot spot);
-    /// The system needs so long to place the icon, and meanwhile says that it is at `meanwhile`.
+    /// The system needs that long to place the icon. Until then it says that the icon is at `meanwhile`.
     void settle(BroomSpot meanwhile, std::chrono::milliseconds duration);
     /// What the system says at the moment.
     [[nodiscard]] BroomSpot spot() const noexcept { return settling_.value_or(spot_); }
     /// Whether a person can see the icon and click on it.
     [[nodiscard]] bool isInSight() const noexcept;
-    /// Has the icon's element say what the system says of its place, which may be untrue.
+    /// Makes the icon's element say what the system says about its place, which may be untrue.
     void writeFrame() const;
 
     /// `SimulatedMac::clickBroom`.
@@ -67,7 +67,7 @@ class SimulatedBroom final : private NonCopyable {
     MachineThread& thread_;
     std::function<void()> changed_;
     BroomSpot spot_ = BroomSpot::bar;
-    std::optional<BroomSpot> settling_;  ///< what the system says until the broom has its place
+    std::optional<BroomSpot> settling_;  ///< what the system says while it places the broom
     MainThread::Uptime settledAt_{};
 };
 

@@ -32,8 +32,8 @@ std::map<std::string, std::vector<RuntimeMethod>> usualClasses() {
 
 }  // namespace
 
-/// The active assertions. It is apart from the framework, so that an assertion which outlives the machine
-/// finds nothing instead of a stale reference.
+/// The active assertions. They are kept outside the framework's object, so that an assertion which outlives
+/// the machine does not use a destroyed object.
 struct SimulatedFramework::Ledger {
     struct Active {
         const Assertion* assertion;
@@ -69,7 +69,7 @@ struct SimulatedFramework::Ledger {
         tell(before);
     }
 
-    /// An assertion that ends as soon as it is in force was called off meanwhile: it closed no gap.
+    /// An assertion that ends as soon as it is in force was cancelled before, so it ends no gap.
     void noteEmpty() {
         if (emptySince && !gaps.empty() && gaps.back().from == *emptySince &&
             gaps.back().to == mainThread.now()) {

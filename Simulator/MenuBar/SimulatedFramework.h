@@ -24,19 +24,19 @@ struct SimulatedAllowlist {
 
 /// The assessment framework of a simulated Mac.
 ///
-/// Assumed of the real one: an assertion is in force from the moment when it answers until it is
-/// invalidated or let go, whichever comes first; of several the newest counts; one that is invalidated
-/// before its answer is refused; one that is let go before its answer never answers.
+/// These are assumptions about the real one. An assertion is in force from its answer until it is invalidated
+/// or released, whichever comes first. If there are several, the newest counts. If one is invalidated before
+/// its answer, the answer is a refusal. If one is released before its answer, no answer comes.
 class SimulatedFramework final : public PrivateFramework {
  public:
-    /// A stretch of uptime in which everything was shown amid hiding: the next assertion had been asked for
-    /// when the last one ended, or was at that same instant. (Asked for later, it is hiding begun anew.)
+    /// A time in which everything showed although Velko went on hiding: the next assertion was asked for
+    /// before the last one ended, or at the same moment. (If it is asked for later, hiding has begun again.)
     struct Gap {
         MainThread::Uptime from;
         MainThread::Uptime to;
     };
 
-    /// `inForceChanged` is called whenever another allowlist, or none, comes into force.
+    /// `inForceChanged` is called whenever a different allowlist comes into force, or none.
     SimulatedFramework(MachineThread& mainThread, std::function<void()> inForceChanged);
     ~SimulatedFramework() override;
 
@@ -59,16 +59,16 @@ class SimulatedFramework final : public PrivateFramework {
     [[nodiscard]] std::expected<void, RaisedException> invalidate(const ObjectRef& assertion) override;
     void systemLog(const std::string& line) override { systemLogLines_.push_back(line); }
 
-    // The framework that this machine has. Tests and scenarios change it at will.
-    std::string path;                                           ///< by which its library is opened
-    std::string image;                                          ///< under which the loader knows it then
-    bool installed = true;                                      ///< whether it can be loaded
-    std::string loadError = "image not found";                  ///< the loader's words if it can't
-    std::map<std::string, std::vector<RuntimeMethod>> classes;  ///< take out what a build lacks
+    // The framework that this machine has. Tests and scenarios may change these members.
+    std::string path;                           ///< the path with which its library is opened
+    std::string image;                          ///< the path under which the loader then knows it
+    bool installed = true;                      ///< whether it can be loaded
+    std::string loadError = "image not found";  ///< what the loader says if it cannot be loaded
+    std::map<std::string, std::vector<RuntimeMethod>> classes;  ///< remove what a build does not have
     static constexpr MainThread::Uptime usualDelay = std::chrono::milliseconds(40);
     MainThread::Uptime answerDelay = usualDelay;
     std::optional<FrameworkError> refusal;      ///< activations are refused with it, after the delay
-    std::optional<std::uint64_t> refusalsLeft;  ///< how many; left out: all
+    std::optional<std::uint64_t> refusalsLeft;  ///< how many of them; without a value: all
     std::optional<RaisedException> exception;   ///< every activation raises it at once
 
     /// The allowlist in force; nothing while everything is shown.
@@ -79,7 +79,7 @@ class SimulatedFramework final : public PrivateFramework {
     [[nodiscard]] std::uint64_t invalidations() const noexcept { return invalidations_; }
     /// Activations that wait for their answer.
     [[nodiscard]] std::uint64_t unanswered() const noexcept { return unanswered_; }
-    /// Every gap so far. One of no length counts: for a moment everything was shown.
+    /// Every gap so far. A gap of zero length counts too, because everything showed for a moment.
     [[nodiscard]] const std::vector<Gap>& gaps() const;
     [[nodiscard]] const std::vector<std::string>& systemLogLines() const noexcept { return systemLogLines_; }
 

@@ -48,14 +48,15 @@ class VisibleIcons final {
     std::vector<Icon> seen_;  ///< in the last look
 };
 
-/// The icons of the machine's programs, and everything that follows from them: where they stand, what
-/// Accessibility says of them, and what a person sees. Icons are counted as their app added them, from 0.
+/// The icons of the machine's programs, and what follows from them: where they are, what Accessibility says
+/// about them, and what a person sees. The icons of an app are counted in the order in which it added them,
+/// from 0.
 class SimulatedIcons final : private NonCopyable {
  public:
-    /// Both outlive this, and `accessibility` is the machine's own.
+    /// All outlive this. `accessibility` belongs to `mac`.
     SimulatedIcons(SimulatedMac& mac, MachineThread& thread, SimulatedAccessibility& accessibility);
 
-    /// Puts an icon into the bar without bringing anything up to date.
+    /// Puts an icon into the bar. `refresh` has to follow.
     void put(ProcessID owner, SimulatedIcon icon, std::optional<std::size_t> place = std::nullopt);
     void add(ProcessID pid, SimulatedIcon icon, std::optional<std::size_t> place);
     void change(ProcessID pid, std::size_t index, const std::function<void(SimulatedIcon&)>& change);
@@ -69,7 +70,7 @@ class SimulatedIcons final : private NonCopyable {
     void setHitsEndAtHost(bool host);
     [[nodiscard]] std::string picture() const;
 
-    /// Brings everything that follows from processes, icons, displays and the allowlist up to date.
+    /// Updates everything that follows from processes, icons, displays and the allowlist.
     void refresh();
 
     [[nodiscard]] const SimulatedMenuBar& menuBar() const noexcept { return menuBar_; }

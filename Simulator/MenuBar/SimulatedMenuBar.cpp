@@ -19,7 +19,7 @@ struct Label {
     std::size_t columns = 0;
 };
 
-/// A label in a script whose characters take one column each.
+/// The label, if each of its characters takes one column.
 Label label(std::string text) {
     const auto columns = std::ranges::count_if(
         text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
@@ -73,7 +73,7 @@ bool isAllowed(const SimulatedMenuBar::Slot& slot, const SimulatedAllowlist& all
                                 : contains(allowlist.bundleIDs, slot.bundleID);
 }
 
-/// The icon of an app that has `index` of its icons before it; null when there is none.
+/// One of an app's icons, counted from 0; null when there is none.
 template <class Slots>
 auto* findIn(Slots& slots, ProcessID pid, std::size_t index) {
     auto owned = slots | std::views::filter([pid](const auto& slot) { return slot.pid == pid; });

@@ -16,10 +16,10 @@ namespace velko {
 
 /// The icons in the menu bar, which of them show, and where.
 ///
-/// Assumed of a real bar: a new icon takes the place left of all others, unless the system remembers one for
-/// it; an icon that is hidden keeps its place in that order, so that it comes back where it was, and
-/// meanwhile its element answers with the position that it last had and with its current size; a bar that
-/// is too short is not modelled.
+/// These are assumptions about a real bar. A new icon goes to the left of all others, unless the system
+/// remembers a place for it. A hidden icon keeps its place in the order, so that it comes back where it was.
+/// Until then its element answers with its last position and its present size. A bar that is too short for
+/// its icons is not simulated.
 class SimulatedMenuBar final {
  public:
     struct Slot {
@@ -35,23 +35,24 @@ class SimulatedMenuBar final {
     /// The element of the new icon. `place`: its index among the slots; left out, it comes last.
     SimulatedElementRef add(const SimulatedProcess& owner, SimulatedIcon icon,
                             std::optional<std::size_t> place = std::nullopt);
-    /// Takes out an app's icon, counted as the app added them; whether there was one.
+    /// Removes one of an app's icons, counted as the app added them. Returns whether there was such an icon.
     bool remove(ProcessID pid, std::size_t index);
     void removeAll(ProcessID pid);
     /// An app's icon, counted as the app added them; null when there is none.
     [[nodiscard]] Slot* find(ProcessID pid, std::size_t index);
     [[nodiscard]] const Slot* find(ProcessID pid, std::size_t index) const;
 
-    /// The icon that shows at a point; null where none does.
+    /// The icon that shows at a point; null if there is none.
     [[nodiscard]] const Slot* under(Point point) const;
 
-    /// Decides which icons show under an allowlist, and where, from `rightEdge` leftwards.
+    /// Decides which icons show under an allowlist, and places them from `rightEdge` to the left.
     void layOut(const std::optional<SimulatedAllowlist>& allowlist, double rightEdge, double height);
 
     /// All icons, hidden ones too, right to left.
     [[nodiscard]] const std::vector<Slot>& slots() const noexcept { return slots_; }
 
-    /// The bar as text. What does not fit into `columns` columns goes on in rows above, as no bar does.
+    /// The bar as text. What does not fit into `columns` columns continues in rows above, unlike in a real
+    /// bar.
     [[nodiscard]] std::string picture(PreciseDate clock, ProcessID broom, std::size_t columns) const;
 
  private:

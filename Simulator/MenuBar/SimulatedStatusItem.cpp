@@ -12,7 +12,7 @@ namespace {
 
 using Telling = SimulatedClick::Telling;
 
-/// How the system tells of plain clicks, one after the other; the others come in the first two ways.
+/// The ways in which plain clicks are reported, in turn. Other clicks are reported in the first two ways.
 constexpr std::array usualTellings{Telling::mouse, Telling::system, Telling::stale, Telling::other,
                                    Telling::doubled};
 constexpr std::size_t waysOfNoPlainClick = 2;
@@ -101,7 +101,7 @@ StatusItem::Click SimulatedStatusItem::told(const SimulatedClick& click,
         case Telling::doubled:
         case Telling::lost: break;
         case Telling::system:
-            // Without the keys: the host keeps them to itself.
+            // The modifier keys are missing: the menu bar's host does not pass them on.
             result.event = Event{.type = Event::Type::systemDefined,
                                  .subtype = Event::mouseButtons,
                                  .data = click.isRight ? 2 : 1};
@@ -117,7 +117,7 @@ StatusItem::Click SimulatedStatusItem::told(const SimulatedClick& click,
 
 void SimulatedStatusItem::pressByVoiceOver() {
     if (isMenuOpen()) {
-        closeMenu();  // which has the keyboard, and takes the press
+        closeMenu();  // the open menu has the keyboard and takes the press
         return;
     }
     const bool isFirst = clicks_++ % 2 == 0;

@@ -28,13 +28,14 @@ class SimulatedStatusItem final : public StatusItem {
     void openMenu(view::Menu menu, std::function<void()> closed) override;
     [[nodiscard]] bool isMenuOpen() const override { return menu_.has_value(); }
 
-    /// The icon's action runs for a click. An open menu takes it, and closes.
+    /// Runs the icon's action for a click. If a menu is open, the click only closes it.
     void click(const SimulatedClick& click = {});
-    /// A person who uses VoiceOver, and holds its two keys, presses the icon.
+    /// A VoiceOver user presses the icon, with VoiceOver's two keys down.
     void pressByVoiceOver();
-    /// The user picks from the open menu, which closes; whether there was something to pick.
+    /// The user chooses an item of the open menu, and the menu closes. Returns whether there was such an
+    /// item.
     bool chooseFromMenu(const std::vector<std::size_t>& place);
-    /// Picks the first enabled item with that title, in submenus too.
+    /// Chooses the first enabled item with that title, in submenus too.
     bool chooseFromMenu(const std::string& title);
     void closeMenu();
 
@@ -42,14 +43,14 @@ class SimulatedStatusItem final : public StatusItem {
     [[nodiscard]] const std::string& toolTip() const noexcept { return toolTip_; }
     [[nodiscard]] const std::string& label() const noexcept { return label_; }
     [[nodiscard]] const std::string& autosaveName() const noexcept { return autosaveName_; }
-    /// The open menu; null while none is.
+    /// The open menu; null if no menu is open.
     [[nodiscard]] const view::Menu* menu() const noexcept { return menu_ ? &*menu_ : nullptr; }
-    /// Grows with every change of what shows.
+    /// A number that grows with every change of what shows.
     [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
 
-    /// What a new image costs the program: a round trip through the host of the menu bar.
+    /// How long a new image takes: the program waits for the menu bar's host.
     std::chrono::milliseconds imageCost{8};
-    /// The most images that it has set within any second, and those that looked like the one before.
+    /// The most images that were set within any second, and how many images looked like the one before.
     [[nodiscard]] std::size_t mostImagesInASecond() const noexcept { return mostImages_; }
     [[nodiscard]] std::size_t imagesInVain() const noexcept { return imagesInVain_; }
 

@@ -49,7 +49,7 @@ void ReadPool::work() {
         ++busy_;
         lock.unlock();
         job();
-        job = nullptr;  // what it holds is gone before it counts as done
+        job = nullptr;  // destroys the captures before the job counts as done
         lock.lock();
         --busy_;
         changed_.notify_all();
@@ -117,7 +117,7 @@ bool HostMainThread::runUntil(const std::function<bool()>& isDone, Uptime limit)
     return true;
 }
 
-/// Sleeps until work is due or posted, but not beyond `end`.
+/// Sleeps until work is due or posted, at most until `end`.
 void HostMainThread::waitForWork(Uptime end) {
     const auto wake = queue_.nextWake();
     posted_.waitUntil(wake ? std::min(wake->at, end) : end);

@@ -14,14 +14,14 @@
 
 namespace velko {
 
-/// A few threads that do jobs in the order in which they come. A thread is started when there is nobody
-/// idle for a job, up to a limit.
+/// A few threads that do jobs in the order in which they come. When no thread is idle, a job starts a new
+/// one, up to a limit.
 class ReadPool final : private NonCopyable {
  public:
     using Job = std::function<void()>;
 
     explicit ReadPool(std::size_t mostThreads) : mostThreads_(mostThreads) {}
-    /// Drops the jobs that have not begun and waits for those that have.
+    /// Drops the jobs that have not begun, and waits for those that have begun.
     ~ReadPool();
 
     /// Any thread.
@@ -42,14 +42,14 @@ class ReadPool final : private NonCopyable {
     std::vector<std::thread> threads_;
 };
 
-/// The main thread on the host's clock and threads: whichever thread makes it, while that thread runs it.
+/// A main thread on the host's clock. It is the thread that makes this object and calls its `run` functions.
 ///
-/// Background reads are made on threads of their own. Work that is pending when the main thread goes is
-/// dropped without running; reads that have begun are waited for.
+/// Background reads run on other threads. When this object is destroyed, pending work is dropped without
+/// running, and reads that have begun are waited for.
 class HostMainThread final : public MachineThread {
  public:
-    /// How many reads are made at once: enough for two gatherings and what a click asks, though every app
-    /// that they ask hangs.
+    /// How many reads run at once. It is enough for two gatherings and a click, even if every app that they
+    /// ask hangs.
     static constexpr std::size_t mostReadsAtOnce = 12;
 
     HostMainThread() = default;
@@ -69,11 +69,11 @@ class HostMainThread final : public MachineThread {
     /// Runs everything that falls due within a time. Not from within work.
     void runFor(Uptime duration);
 
-    /// Runs what falls due until `isDone`, which is asked before each piece of work; false when it is not
-    /// done within `limit`. Not from within work.
+    /// Runs what falls due until `isDone`, which is called before each piece of work. Returns false if that
+    /// takes longer than `limit`. Not from within work.
     [[nodiscard]] bool runUntil(const std::function<bool()>& isDone, Uptime limit);
 
-    /// Waits until every read that was asked for has been made. Their answers still have to be run.
+    /// Waits until every read that was asked for has been made. Their answers have not been delivered yet.
     void waitForReads() { pool_.wait(); }
 
  protected:
@@ -85,7 +85,7 @@ class HostMainThread final : public MachineThread {
     std::thread::id self_ = std::this_thread::get_id();
     WorkQueue queue_;
     PostedWork posted_;
-    ReadPool pool_{mostReadsAtOnce};  // goes first: its last reads still post their answers
+    ReadPool pool_{mostReadsAtOnce};  // destroyed first, because its last reads still post their answers
 };
 
 }  // namespace velko

@@ -11,7 +11,7 @@ namespace velko {
 struct SimulatedMainThread::Queue {
     using Key = std::pair<Uptime, std::uint64_t>;  // due time, then order of scheduling
 
-    std::mutex mutex;  // `post` comes from any thread; what lies in an entry is the main thread's
+    std::mutex mutex;  // `post` is called on any thread; only the main thread uses what is in an entry
     std::map<Key, std::shared_ptr<Entry>> entries;
     Uptime now{0};
     std::uint64_t nextOrder = 0;
@@ -28,7 +28,8 @@ class SimulatedMainThread::Entry final : public Task::Handle {
     explicit Entry(Work initialWork) : work(std::move(initialWork)) {}
 
     void cancel() noexcept override {
-        // Nothing of the queue is locked while the captures go: they may cancel or schedule other work.
+        // The queue is not locked while the captures are destroyed, because they may cancel or schedule other
+        // work.
         const Work captures = std::exchange(work, nullptr);
         isWaiting = false;
         if (const auto shared = queue.lock()) {
@@ -198,7 +199,7 @@ void SimulatedMainThread::run(const std::shared_ptr<Entry>& entry) {
     if (entry->wakes && busyUntil_ != now()) {
         ++wakeUps_;
     }
-    // The work is out of its entry while it runs, so that it may cancel or replace itself.
+    // The work is moved out of its entry while it runs, so that it may cancel or replace itself.
     Work work = std::exchange(entry->work, nullptr);
     entry->heldUpSince.reset();
     entry->isWaiting = entry->period.has_value();
@@ -217,7 +218,8 @@ void SimulatedMainThread::run(const std::shared_ptr<Entry>& entry) {
 
 void SimulatedMainThread::repeat(const std::shared_ptr<Entry>& entry) {
     const std::lock_guard lock(queue_->mutex);
-    // Beats that were missed while the thread was blocked come as one; the next one is on the beat.
+    // Turns that were missed while the thread was blocked are made up by one. The next turn is at its usual
+    // time.
     const Uptime period = entry->period.value_or(Uptime::max());
     const auto beats = (queue_->now - entry->key.first) / period + 1;
     entry->key = {entry->key.first + beats * period, queue_->nextOrder++};

@@ -14,21 +14,22 @@
 
 namespace velko {
 
-/// A main thread that a simulated machine can run on: it says how that machine's own time passes.
+/// A main thread that a simulated machine can run on.
 class MachineThread : public MainThread {
  public:
-    /// Time that the running code waits for somebody's answer.
+    /// The running code waits that long for an answer.
     virtual void spend(Uptime cost) = 0;
 
-    /// Something that the machine does, not Velko, after `delay`.
+    /// The machine itself, and not Velko, does something after `delay`.
     virtual void happen(Uptime delay, Work work) = 0;
 };
 
-/// The main thread in virtual time: nothing waits, and the same run gives the same order of events.
+/// The main thread in virtual time. Nothing really waits, and the same calls always give the same order of
+/// events.
 ///
-/// A background read happens inside the call that starts it; its answer comes after what the read has
-/// spent. Everything is called on one thread, but for `post`. Work that is pending when the main thread
-/// goes is dropped without running.
+/// A background read runs inside the call that starts it. Its answer comes after the time that the read has
+/// spent. All functions but `post` are called on one thread. When this object is destroyed, pending work is
+/// dropped without running.
 class SimulatedMainThread final : public MachineThread {
  public:
     explicit SimulatedMainThread(PreciseDate date);
@@ -42,17 +43,17 @@ class SimulatedMainThread final : public MachineThread {
     [[nodiscard]] Task after(Uptime delay, Work work) override;
     [[nodiscard]] Task every(Uptime period, Work work) override;
 
-    /// Lets uptime pass and runs everything that falls due within it, in order of due time and then of
-    /// scheduling. Work that blocks may carry the clock further than asked; what falls due in that
-    /// overrun waits for the next call. Not from within work.
+    /// Lets uptime pass, and runs everything that falls due, in order of due time and then of scheduling.
+    /// Work that blocks may move the clock further than `duration`; what falls due in that extra time waits
+    /// for the next call. Not from within work.
     void advance(Uptime duration);
 
-    /// Whether the system stretches timers now, as it does for programs that nobody looks at. Asked whenever
-    /// one falls due: it then waits for the next of the beats that all such timers share. Work that was
-    /// posted, and answers of reads, come in time. Absent: never.
+    /// Whether the system delays timers now, as it does for programs that nobody looks at. It is asked
+    /// whenever a timer falls due. A delayed timer waits for the next beat, which all delayed timers share.
+    /// Posted work and answers of reads are never delayed. Without this function, no timer is.
     std::function<bool()> isNapping;
     static constexpr std::chrono::seconds napBeat{8};
-    /// What a nap has held up is due at once.
+    /// Timers that a nap has delayed are due at once.
     void wakeFromNap();
 
     /// The machine sleeps: uptime and timers stand still, the wall clock goes on.
@@ -61,19 +62,19 @@ class SimulatedMainThread final : public MachineThread {
     /// Sets the wall clock, as a person or a time server does.
     void setDate(PreciseDate date);
 
-    /// Inside a background read it delays that read's answer, elsewhere it blocks the main thread.
+    /// Inside a background read this delays the read's answer. Elsewhere it blocks the main thread.
     void spend(Uptime cost) override;
 
-    /// Comes in order with everything else, but wakes nobody by itself.
+    /// It runs in order with all other work, but does not count as a wake-up.
     void happen(Uptime delay, Work work) override;
 
-    /// Work of Velko's that waits: tasks and what was posted.
+    /// How much of Velko's work waits: tasks, and what was posted.
     [[nodiscard]] std::size_t waiting() const;
 
-    /// How often the main thread went from waiting to work: once per burst, however much was due.
+    /// How often the main thread woke up to work. Several pieces of work that are due together count once.
     [[nodiscard]] std::uint64_t wakeUps() const noexcept { return wakeUps_; }
 
-    /// Called after each piece of work, to watch what comes of it; it must not change anything.
+    /// Called after each piece of work, to watch its results. It must not change anything.
     std::function<void()> onTurn;
 
  protected:
@@ -93,14 +94,14 @@ class SimulatedMainThread final : public MachineThread {
     std::shared_ptr<Queue> queue_;
     PreciseDate dateSet_;
     Uptime dateSetAt_{0};
-    std::optional<Uptime> meter_;      ///< what the background read in progress has spent
+    std::optional<Uptime> meter_;      ///< the time that the running background read has spent
     std::optional<Uptime> busyUntil_;  ///< when work last ended within this `advance`
     std::uint64_t wakeUps_ = 0;
     bool advancing_ = false;
 };
 
-/// What Velko has told the system that it is busy with, and when the system stretches its timers: after five
-/// minutes in which nobody has looked at a program that is busy with nothing.
+/// What Velko has told the system that it is busy with. The system delays the timers of a program that is not
+/// busy and that nobody has looked at for five minutes.
 class SimulatedActivity final : public Activity {
  public:
     /// The main thread outlives this.
@@ -108,14 +109,14 @@ class SimulatedActivity final : public Activity {
 
     [[nodiscard]] Subscription begin(const std::string& reason) override;
 
-    /// Why timers have to come in time now, oldest first; empty when they need not.
+    /// Why timers must not be delayed now, oldest first. Empty when they may be.
     [[nodiscard]] std::vector<std::string> reasons() const { return {reasons_.begin(), reasons_.end()}; }
 
-    /// Somebody has looked at Velko: no timer is stretched for a while.
+    /// A person has looked at Velko, so no timer is delayed for a while.
     void lookedAt();
-    /// The system begins to stretch timers at once, until somebody looks at Velko.
+    /// The system begins to delay timers now, until a person looks at Velko.
     void nap() { mustNap_ = true; }
-    /// Whether it stretches them. `isSeen`: something of Velko's is open before somebody's eyes.
+    /// Whether the system delays timers. `isSeen`: a person can see something of Velko's that is open.
     [[nodiscard]] bool isNapping(bool isSeen) const;
 
  private:

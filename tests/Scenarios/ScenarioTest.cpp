@@ -12,7 +12,7 @@
 namespace velko::script {
 namespace {
 
-/// What becomes of a scenario on a Mac of its own: "" when it plays to its end.
+/// Plays a scenario on a new Mac. Returns "" when it reaches its end, or else the mistake.
 class Scenario : public testing::Test {
  protected:
     std::string play(std::string_view text) {

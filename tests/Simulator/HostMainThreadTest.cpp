@@ -68,8 +68,8 @@ TEST(HostMainThread, WaitsForReadsThatRunAndDropsTheRestWhenItGoes) {
     EXPECT_FALSE(waiting.isPending());
 }
 
-/// Twelve apps with two icons each, on a machine whose main thread keeps changing some of them: two take
-/// their time over every answer, two hang, and the rest is well.
+/// Twelve apps with two icons each, on a machine whose main thread keeps changing some of them. Two answer
+/// slowly, two hang, and the others are well.
 class BusyMac : public testing::Test {
  protected:
     BusyMac() {
@@ -87,7 +87,7 @@ class BusyMac : public testing::Test {
         return mac.launch({.bundleID = name, .name = name, .icons = {{.title = name}, {.title = name}}});
     }
 
-    /// What happens to the machine meanwhile: apps come and go, icons change, the user clicks.
+    /// What happens to the machine in that time: apps come and go, icons change, the user clicks.
     void live() {
         ++turns;
         mac.quit(pids[4]);
@@ -102,7 +102,7 @@ class BusyMac : public testing::Test {
         mac.clickIcon(pids[turns % 2 == 0 ? 7 : 5]);
     }
 
-    /// The answer of what is started, which comes while the machine lives on.
+    /// Starts something and waits for its answer, while other things happen to the machine.
     template <class Answer, class Start>
     Answer answerOf(Start start) {
         std::optional<Answer> answer;

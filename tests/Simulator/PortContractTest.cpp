@@ -118,7 +118,7 @@ TEST(PortContract, TheSimulatedPortsKeepThePartThatActs) {
     }
 }
 
-/// Sets no messaging time-out.
+/// Forgets to set a messaging time-out.
 class ForgetfulAccessibility final : public ForwardingAccessibility {
  public:
     using ForwardingAccessibility::ForwardingAccessibility;
@@ -148,7 +148,7 @@ TEST(PortContract, FindsAForgottenTimeout) {
                                         "an element that is reached from another has its time-out"}));
 }
 
-/// Does everything at once and forgets that work can be called off.
+/// Does everything at once, and forgets that work can be cancelled.
 class HastyMainThread final : public MainThread {
  public:
     explicit HastyMainThread(SimulatedMainThread& next) : next_(next) {}

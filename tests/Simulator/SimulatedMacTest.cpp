@@ -23,7 +23,7 @@ class SimulatedMacTest : public testing::Test {
         return mac.launch({.bundleID = "com.example." + name, .name = name, .icons = {{.width = width}}});
     }
 
-    /// Asks the framework as the engine does; the assertion holds what is asked for until it is let go.
+    /// Asks the framework as the engine does. The allowlist is in force as long as the assertion exists.
     [[nodiscard]] PrivateFramework::ObjectRef ask(const std::vector<BundleID>& allowed,
                                                   const std::vector<int>& systemItems = {0, 1, 2, 3}) {
         auto& framework = mac.framework;

@@ -129,7 +129,7 @@ constexpr std::size_t allWeights =
     std::accumulate(events.begin(), events.end(), std::size_t{0},
                     [](auto sum, const Event& each) { return sum + each.weight; });
 
-/// From which `absent` chooses: few enough that everything happens to the same apps.
+/// The apps from which `absent` chooses. They are few, so that many things happen to the same app.
 std::vector<BundleID> everyApp() {
     std::vector<BundleID> apps{scenarios::latecomer().bundleID};
     for (const auto& neighbour : scenarios::sampleApps() | std::views::take(12)) {
@@ -245,7 +245,7 @@ std::string Chance::wait() {
     };
     switch (below(8)) {
         case 0:
-        case 1: return upTo(45, " ms");  // amid an activation
+        case 1: return upTo(45, " ms");  // during an activation
         case 2: return upTo(9, "00 ms");
         case 3:
         case 4: return upTo(6, " s");
@@ -274,7 +274,7 @@ std::string Chance::withDigits(std::string part) {
     return part;
 }
 
-/// Nothing when there is no app that the event could be about.
+/// Nothing if there is no app for the event.
 std::optional<std::string> Chance::filledIn(std::string_view event, scenarios::World& world) {
     std::string line;
     for (const std::string_view part : script::wordsOf(event)) {

@@ -13,15 +13,16 @@
 
 namespace velko::soak {
 
-/// Chooses what happens next: weighted events about apps that are there, with waits between them that reach
-/// from nothing over less than an activation to minutes. Gives the same on every machine.
+/// Chooses what happens next: events about apps that run, some more often than others, and waits between
+/// them. Some waits are shorter than an activation, others last minutes. The same seed gives the same choices
+/// on every machine.
 class Chance final {
  public:
     explicit Chance(std::uint64_t seed) : random_(seed) {}
 
-    /// Some apps that have their places, and Velko.
+    /// Launches some apps that have their sections, and starts Velko.
     [[nodiscard]] std::vector<script::Step> beginning();
-    /// The next event, or a wait. It may turn out not to be possible.
+    /// The next event, or a wait. It may be impossible.
     [[nodiscard]] script::Step next(scenarios::World& world);
 
  private:

@@ -26,7 +26,7 @@ std::optional<Step> oneOf(const Steps& steps, const Below& below) {
     return steps.empty() ? std::nullopt : std::optional(steps[below(steps.size())]);
 }
 
-/// What can be chosen. Quitting has an event of its own.
+/// What can be chosen. Quitting is left out, because it is an event of its own.
 void addEntries(std::vector<std::string>& titles, const view::Menu& menu) {
     for (const view::MenuItem& item : menu) {
         if (item.isEnabled && item.action && item.title != "Quit Velko") {
@@ -94,7 +94,8 @@ std::string kindOf(const view::Node& node) {
     return node.id.substr(0, node.id.find(':'));
 }
 
-/// One kind of control as likely as another, then one control of it, and so one way to work that.
+/// Chooses a kind of control, then a control of that kind, then one way to use it. At each stage all choices
+/// are equally likely.
 std::optional<Step> work(const view::Node& root, const std::string& surface, const Below& below) {
     std::map<std::string, std::vector<Steps>> controls;
     view::walk(root, [&](const view::Node& node) {

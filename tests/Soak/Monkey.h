@@ -9,11 +9,12 @@
 
 namespace velko::soak {
 
-/// A number from 0 to below the bound.
+/// A random number from 0 up to the bound, without the bound.
 using Below = std::function<std::size_t(std::size_t)>;
 
-/// Something that a playful user might do next with what Velko shows: a menu, any control of an open surface,
-/// the pointer. It is always possible. Nothing where chance has picked what does not show.
+/// Something that a playful user might do next with what Velko shows: with a menu, with any control of an
+/// open surface, or with the pointer. It is always possible. Nothing if chance has chosen something that does
+/// not show.
 [[nodiscard]] std::optional<script::Step> playfulStep(scenarios::World& world, const Below& below);
 
 }  // namespace velko::soak

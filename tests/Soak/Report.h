@@ -7,7 +7,7 @@
 
 namespace velko::soak {
 
-/// Shrinks a failure, writes the short script into the current folder and says where it is and how it reads.
+/// Shrinks a failure, writes the short script into the current folder, and prints it and its path.
 [[nodiscard]] std::string report(std::uint64_t seed, const Outcome& failure);
 
 }  // namespace velko::soak

@@ -28,7 +28,7 @@ class Shrinking {
     }
 
  private:
-    /// Keeps these steps if they break the rule too, or the first of them.
+    /// Keeps these steps, or the first of them, if they break the rule too.
     bool keepIfBroken(const Steps& steps) {
         Outcome outcome = replay(steps);
         const bool isBroken = outcome.rule() == rule_;
@@ -38,7 +38,8 @@ class Shrinking {
         return isBroken;
     }
 
-    /// Leaves out pieces: of half the length, of a quarter and so on; from the end, on which less hangs.
+    /// Tries to leave out pieces: of half the length, of a quarter, and so on. It begins at the end, because
+    /// fewer steps depend on the last ones.
     void drop() {
         for (std::size_t size = std::max<std::size_t>(best_.steps.size() / 2, 1); size > 0; size /= 2) {
             std::size_t end = best_.steps.size();

@@ -4,8 +4,8 @@
 
 namespace velko::soak {
 
-/// A short script that breaks the same rule as `failure`: no step of it can be left out, and no wait can be
-/// much shorter.
+/// A short script that breaks the same rule as `failure`. No step can be left out, and no wait can be much
+/// shorter.
 [[nodiscard]] Outcome shrink(const Outcome& failure);
 
 }  // namespace velko::soak

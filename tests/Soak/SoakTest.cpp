@@ -19,7 +19,7 @@ TEST_P(Soak, HoldsWhateverHappens) {
 
 INSTANTIATE_TEST_SUITE_P(Seed, Soak, testing::Range<std::uint64_t>(1, 11));
 
-// Another program's change of a system item is no fault of Velko's, but it breaks a rule whatever Velko does.
+// A system item that changes is not Velko's fault, but it breaks a rule whatever Velko does.
 TEST(Shrink, LeavesNothingButWhatBreaksTheRule) {
     Steps steps = walk(2, std::chrono::minutes(5)).steps;
     const Steps fault = {{.verb = script::Verb::iconTitle, .app = "com.apple.MenuBarAgent", .text = "8"}};

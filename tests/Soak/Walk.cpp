@@ -13,7 +13,7 @@ namespace velko::soak {
 
 namespace {
 
-/// A Mac with Velko, watched, and what has come of it so far.
+/// A Mac with Velko whose rules are checked, and the result so far.
 struct Trial {
     void perform(const script::Step& step) {
         if (script::perform(step, world)) {

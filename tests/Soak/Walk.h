@@ -12,21 +12,21 @@ namespace velko::soak {
 
 using Steps = std::vector<script::Step>;
 
-/// What came of a walk.
+/// The result of a walk.
 struct Outcome {
-    Steps steps;                        ///< those that happened, in order
-    std::optional<std::string> breach;  ///< what did not hold after the last of them
+    Steps steps;                        ///< those that were possible, in order
+    std::optional<std::string> breach;  ///< the rule that the last of them broke
     std::vector<std::string> log;       ///< what Velko logged
 
     /// The words that name the rule that was broken.
     [[nodiscard]] std::string rule() const { return breach ? breach->substr(0, breach->find(':')) : ""; }
 };
 
-/// Lets random things happen to Velko and its Mac until `length` of simulated time has passed or something
-/// does not hold. The same seed gives the same walk.
+/// Lets random things happen to Velko and its Mac, until `length` of simulated time has passed or a rule is
+/// broken. The same seed gives the same walk.
 [[nodiscard]] Outcome walk(std::uint64_t seed, std::chrono::milliseconds length);
 
-/// Performs steps on a new Mac until something does not hold. What can't happen is left out.
+/// Performs steps on a new Mac until a rule is broken. Steps that are not possible are left out.
 [[nodiscard]] Outcome replay(const Steps& steps);
 
 }  // namespace velko::soak

@@ -20,7 +20,7 @@ struct Request {
     std::uint64_t seeds = 0;
     std::uint64_t from = 1;
     std::uint64_t hours = 2;
-    std::filesystem::path logs{};  ///< the folder that gets each walk's log; none: empty
+    std::filesystem::path logs{};  ///< the folder for the walks' logs; empty: no logs are written
 };
 
 bool read(std::string_view text, std::uint64_t& number) {
@@ -47,7 +47,7 @@ std::optional<Request> requestOf(const std::vector<std::string>& arguments) {
     return request;
 }
 
-/// Writes a walk's log to a file of its own, to compare two builds by.
+/// Writes a walk's log to a file, so that two builds can be compared.
 void keepLog(const std::filesystem::path& folder, std::uint64_t seed, const std::vector<std::string>& log) {
     std::ofstream file(folder / ("seed-" + std::to_string(seed) + ".log"));
     for (const std::string& line : log) {
@@ -55,7 +55,7 @@ void keepLog(const std::filesystem::path& folder, std::uint64_t seed, const std:
     }
 }
 
-/// Walks seed after seed until one fails.
+/// Makes walks, one for each seed, until one fails.
 int soak(const Request& request) {
     std::size_t steps = 0;
     const auto started = std::chrono::steady_clock::now();
