@@ -22,7 +22,7 @@ using namespace std::chrono_literals;
 constexpr auto toldTwice = 50ms;   ///< a click so soon after another is the same click, reported twice
 constexpr auto sameClick = 400ms;  ///< a click so soon after something was closed is the click that closed it
 
-BundleID appOf(const Step& step) {
+BundleID appIn(const Step& step) {
     return bundleIDOf(step.app).value_or(step.app);
 }
 
@@ -84,7 +84,7 @@ Promise promiseOfPress(const Step& step) {
 }
 
 Promise promiseOf(const Step& step) {
-    const BundleID app = appOf(step);
+    const BundleID app = appIn(step);
     switch (step.verb) {
         case Verb::place: return {{"layout", app + " -> " + step.word}};
         case Verb::showMe: return {{"showme", "showing " + app}};
