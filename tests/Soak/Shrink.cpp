@@ -4,8 +4,11 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
 #include <iterator>
 #include <utility>
+
+#include "tests/TemporaryFolder.h"
 
 namespace velko::soak {
 
@@ -77,6 +80,17 @@ class Shrinking {
 
 Outcome shrink(const Outcome& failure) {
     return Shrinking(failure).run();
+}
+
+std::string report(std::uint64_t seed, const Outcome& failure) {
+    const Outcome shortest = shrink(failure);
+    std::string script = "# Seed " + std::to_string(seed) + ": " + shortest.breach.value_or("") + '\n';
+    for (const script::Step& step : shortest.steps) {
+        script += script::print(step) + '\n';
+    }
+    const auto file = std::filesystem::current_path() / ("soak-" + std::to_string(seed) + ".script");
+    writeFile(file, script);
+    return script + "Replay it: ./run --script " + file.string() + '\n';
 }
 
 }  // namespace velko::soak

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "tests/Soak/Report.h"
 #include "tests/Soak/Shrink.h"
 #include "tests/Soak/Walk.h"
 

@@ -11,7 +11,7 @@
 #include <system_error>
 #include <vector>
 
-#include "tests/Soak/Report.h"
+#include "tests/Soak/Shrink.h"
 #include "tests/Soak/Walk.h"
 
 namespace {
