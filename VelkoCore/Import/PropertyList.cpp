@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <optional>
 #include <string_view>
 #include <system_error>
 

@@ -1,6 +1,5 @@
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 
-#include <chrono>
 #include <ranges>
 #include <utility>
 #include <vector>

@@ -1,7 +1,6 @@
 #include "VelkoEngine/Opening/ItemOpener.h"
 
 #include <algorithm>
-#include <optional>
 #include <string_view>
 #include <utility>
 

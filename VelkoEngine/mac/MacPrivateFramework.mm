@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <span>
 #include <type_traits>
-#include <utility>
 
 #include "VelkoEngine/mac/Conversions.h"
 
