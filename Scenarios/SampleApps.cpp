@@ -46,23 +46,23 @@ const SampleApp& latecomer() {
     return app;
 }
 
-SimulatedApp appOf(const SampleApp& neighbour) {
-    return {.bundleID = neighbour.bundleID,
-            .name = neighbour.name,
-            .icons = {{.title = neighbour.name, .width = neighbour.iconWidth}}};
+SimulatedApp appOf(const SampleApp& sample) {
+    return {.bundleID = sample.bundleID,
+            .name = sample.name,
+            .icons = {{.title = sample.name, .width = sample.iconWidth}}};
 }
 
 const SampleApp* sampleAppWith(std::string_view bundleID) {
-    const auto neighbour = std::ranges::find(sampleApps(), bundleID, &SampleApp::bundleID);
-    if (neighbour != sampleApps().end()) {
-        return &*neighbour;
+    const auto sample = std::ranges::find(sampleApps(), bundleID, &SampleApp::bundleID);
+    if (sample != sampleApps().end()) {
+        return &*sample;
     }
     return bundleID == latecomer().bundleID ? &latecomer() : nullptr;
 }
 
 std::string nameOf(std::string_view bundleID) {
-    if (const auto* neighbour = sampleAppWith(bundleID)) {
-        return neighbour->name;
+    if (const auto* sample = sampleAppWith(bundleID)) {
+        return sample->name;
     }
     const auto last = bundleID.substr(bundleID.rfind('.') + 1);
     return std::string(last.empty() ? bundleID : last);
@@ -72,17 +72,17 @@ std::optional<BundleID> bundleIDOf(std::string_view app) {
     if (app == latecomer().name) {
         return latecomer().bundleID;
     }
-    const auto neighbour = std::ranges::find(sampleApps(), app, &SampleApp::name);
-    if (neighbour != sampleApps().end()) {
-        return neighbour->bundleID;
+    const auto sample = std::ranges::find(sampleApps(), app, &SampleApp::name);
+    if (sample != sampleApps().end()) {
+        return sample->bundleID;
     }
     return app.contains('.') ? std::optional<BundleID>(app) : std::nullopt;
 }
 
 Layout firstLayout() {
     Layout layout;
-    for (const SampleApp& neighbour : sampleApps()) {
-        layout.place(neighbour.bundleID, neighbour.section);
+    for (const SampleApp& sample : sampleApps()) {
+        layout.place(sample.bundleID, sample.section);
     }
     layout.place(latecomer().bundleID, latecomer().section);
     layout.hasCompletedSetup = true;

@@ -25,7 +25,7 @@ struct SampleApp {
 [[nodiscard]] const SampleApp& latecomer();
 
 /// What the simulated Mac needs to launch one of them.
-[[nodiscard]] SimulatedApp appOf(const SampleApp& neighbour);
+[[nodiscard]] SimulatedApp appOf(const SampleApp& sample);
 
 /// The sample app with that bundle identifier; null if there is none.
 [[nodiscard]] const SampleApp* sampleAppWith(std::string_view bundleID);

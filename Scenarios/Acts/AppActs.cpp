@@ -130,9 +130,9 @@ Done launch(const Step& step, World& world) {
     if (bundleID == world.mac().workspace.bundleID(world.mac().processes.ownPID())) {
         return std::unexpected("Velko itself is started by \"velko start\".");
     }
-    const auto* neighbour = scenarios::sampleAppWith(*bundleID);
+    const auto* sample = scenarios::sampleAppWith(*bundleID);
     const std::string name = scenarios::nameOf(*bundleID);
-    const double width = neighbour == nullptr ? 24 : neighbour->iconWidth;
+    const double width = sample == nullptr ? 24 : sample->iconWidth;
     const SimulatedIcon icon{.title = step.text.value_or(name),
                              .width = step.width ? static_cast<double>(*step.width) : width};
     const ProcessID pid =
@@ -147,9 +147,9 @@ Done launch(const Step& step, World& world) {
 }
 
 Done launchNeighbours(const Step&, World& world) {
-    for (const auto& neighbour : scenarios::sampleApps()) {
-        if (world.mac().workspace.pids(neighbour.bundleID).empty()) {
-            world.mac().launch(scenarios::appOf(neighbour));
+    for (const auto& sample : scenarios::sampleApps()) {
+        if (world.mac().workspace.pids(sample.bundleID).empty()) {
+            world.mac().launch(scenarios::appOf(sample));
         }
     }
     return {};

@@ -64,9 +64,9 @@ PrivateFramework::ObjectRef hideAllBut(PrivateFramework& framework, const Pass& 
 
 }  // namespace
 
-void checkApps(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+void checkApps(const Platform& platform, const TestMac& mac, Checks& checks) {
     const BundleID bundleID = "com.example.app";
-    const ProcessID pid = stagehand.launch(bundleID);
+    const ProcessID pid = mac.launch(bundleID);
     const auto isListed = [&] {
         const auto pids = platform.processes.list();
         return pids && std::ranges::count(*pids, pid) == 1 &&
@@ -82,14 +82,14 @@ void checkApps(const Platform& platform, const Stagehand& stagehand, Checks& che
     expect(checks, "an app that was launched is listed", isListed());
     expect(checks, "its process has its name", platform.processes.name(pid) == bundleID);
     expect(checks, "its menu is no window before it opens", !hasMenu());
-    stagehand.openMenu(pid);
+    mac.openMenu(pid);
     expect(checks, "an open menu is a window at the level of pop-up menus", hasMenu());
-    stagehand.quit(pid);
+    mac.quit(pid);
     expect(checks, "an app that has quit is not listed", !isListed() && !platform.processes.name(pid));
     expect(checks, "its menu goes with it", !hasMenu());
 }
 
-void checkNotices(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+void checkNotices(const Platform& platform, const TestMac& mac, Checks& checks) {
     std::string heard;
     std::string heardOnce;
     const auto listening = platform.workspace.observe([&](const WorkspaceNotice& notice) {
@@ -101,100 +101,99 @@ void checkNotices(const Platform& platform, const Stagehand& stagehand, Checks& 
         heardOnce += "!";
     });
     auto screens = platform.displays.observeChanges([&] { heard += "screens "; });
-    const ProcessID agent = stagehand.launch("com.example.agent");
+    const ProcessID agent = mac.launch("com.example.agent");
     expect(checks, "no notice comes inside the act", heard.empty(), heard);
-    stagehand.pass(1s);
-    stagehand.quit(agent);
-    stagehand.pass(1s);
+    mac.pass(1s);
+    mac.quit(agent);
+    mac.pass(1s);
     expect(checks, "of an agent only the list of applications tells", heard == "7- 7- ", heard);
     heard.clear();
-    const ProcessID pid = stagehand.launchRegular("com.example.app");
-    stagehand.pass(1s);
-    stagehand.quit(pid);
-    stagehand.pass(1s);
+    const ProcessID pid = mac.launchRegular("com.example.app");
+    mac.pass(1s);
+    mac.quit(pid);
+    mac.pass(1s);
     std::erase(heard, '7');  // the list tells of this one as well, before or after
     std::erase(heard, '-');
     expect(checks, "a regular app is announced by name", heard == " 4com.example.app  5com.example.app ",
            heard);
     heard.clear();
-    stagehand.changeDisplays();
-    stagehand.pass(1s);
+    mac.changeDisplays();
+    mac.pass(1s);
     screens.end();
-    stagehand.changeDisplays();
-    stagehand.wake();
-    stagehand.pass(1s);
+    mac.changeDisplays();
+    mac.wake();
+    mac.pass(1s);
     expect(checks, "notices say what happened, in order", heard == "screens 0- 1- ", heard);
     expect(checks, "an observer may end its own subscription", heardOnce == "!", heardOnce);
 }
 
-void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
-    const ProcessID pid = stagehand.launch("com.example.app");
+void checkOtherAppsElements(const Platform& platform, const TestMac& mac, Checks& checks) {
+    const ProcessID pid = mac.launch("com.example.app");
     const auto application = platform.accessibility.application(pid, patience);
     const auto bar = elementAt(platform, application, "AXExtrasMenuBar");
     expect(checks, "an app's icons are reached from its element", bar.has_value());
-    stagehand.setTrusted(false);
+    mac.setTrusted(false);
     expect(checks, "without the permission nothing is read",
            !platform.accessibility.isTrusted() && costOfFailure(platform, application));
-    stagehand.setTrusted(true);
-    stagehand.hang(pid);
+    mac.setTrusted(true);
+    mac.hang(pid);
     const auto cost = costOfFailure(platform, application);
     expect(checks, "a hung app costs the time-out of its element", isOneTimeout(cost), secondsText(cost));
     const auto reached = bar ? costOfFailure(platform, *bar) : std::nullopt;
     expect(checks, "an element that is reached from another has its time-out", isOneTimeout(reached),
            secondsText(reached));
-    stagehand.quit(pid);
+    mac.quit(pid);
     expect(checks, "an element of an app that has quit is read without a wait",
            costOfFailure(platform, application).value_or(patience) < patience);
 }
 
-void checkAssertions(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+void checkAssertions(const Platform& platform, const TestMac& mac, Checks& checks) {
     PrivateFramework& framework = platform.privateFramework;
-    stagehand.launch("com.example.a");
-    stagehand.launch("com.example.b");
+    mac.launch("com.example.a");
+    mac.launch("com.example.b");
     const auto seen = [&] {
-        return std::string(stagehand.shows("com.example.a") ? "a" : "") +
-               (stagehand.shows("com.example.b") ? "b" : "");
+        return std::string(mac.shows("com.example.a") ? "a" : "") + (mac.shows("com.example.b") ? "b" : "");
     };
     const auto expectSeen = [&](const char* name, const std::string& wanted) {
         expect(checks, name, seen() == wanted, seen());
     };
     const auto opened = framework.open(library);
     expect(checks, "the framework can be loaded", opened.has_value());
-    auto onlyA = hideAllBut(framework, stagehand.pass, {"com.example.a"});
+    auto onlyA = hideAllBut(framework, mac.pass, {"com.example.a"});
     expect(checks, "an activation is answered once, later", onlyA != nullptr);
     expectSeen("an assertion shows the apps that it allows and no others", "a");
-    auto onlyB = hideAllBut(framework, stagehand.pass, {"com.example.b"});
+    auto onlyB = hideAllBut(framework, mac.pass, {"com.example.b"});
     expectSeen("the newer of two assertions counts", "b");
     expect(checks, "invalidating raises nothing", framework.invalidate(onlyA).has_value());
-    stagehand.pass(1s);
+    mac.pass(1s);
     expectSeen("the older one ends without a trace", "b");
     onlyB.reset();
-    stagehand.pass(1s);
+    mac.pass(1s);
     expectSeen("letting go of an assertion ends it", "ab");
-    auto nobody = hideAllBut(framework, stagehand.pass, {});
+    auto nobody = hideAllBut(framework, mac.pass, {});
     expectSeen("an empty list hides every app", "");
     expect(checks, "invalidating raises nothing, again", framework.invalidate(nobody).has_value());
-    stagehand.pass(1s);
+    mac.pass(1s);
     expectSeen("invalidating the last assertion shows everything", "ab");
     const auto again = framework.makeConfiguration("MBAssessmentModeConfiguration", {}, {}).value_or(nullptr);
     std::string answers;
     static_cast<void>(framework.activate(
         nobody, again, [&](const auto& error) { answers += error ? "refused " : "agreed "; }));
-    stagehand.pass(1s);
+    mac.pass(1s);
     expectSeen("an assertion that was invalidated hides nothing ever again", "ab");
     expect(checks, "and is told so", answers == "refused ", answers);
 }
 
-void checkZone(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+void checkZone(const Platform& platform, const TestMac& mac, Checks& checks) {
     const Date morning = std::chrono::sys_days(std::chrono::year{2026} / 3 / 2);
     const Date evening = morning + 20h;
     int notices = 0;
     const auto subscription = platform.workspace.observe([&](const WorkspaceNotice&) { ++notices; });
     const Calendar calendar;
-    stagehand.setZone("UTC");
+    mac.setZone("UTC");
     Calendar::rereadZone();
-    stagehand.setZone("Pacific/Auckland");
-    stagehand.pass(1s);
+    mac.setZone("Pacific/Auckland");
+    mac.pass(1s);
     expect(checks, "nothing tells of a new time zone", notices == 0);
     expect(checks, "days count in the old zone until it is read again",
            calendar.startOfDay(evening) == morning);

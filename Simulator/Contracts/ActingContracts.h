@@ -10,8 +10,8 @@
 /// The part of the ports' contracts that needs a machine on which apps may be launched, hung and hidden.
 namespace velko::Contracts {
 
-/// Makes things happen on a Mac that belongs to the test.
-struct Stagehand {
+/// A Mac that belongs to the test, and what can be made to happen on it.
+struct TestMac {
     Pass pass;
     std::function<ProcessID(const BundleID&)> launch;  ///< an agent with one icon, and its identifier as name
     std::function<ProcessID(const BundleID&)> launchRegular;  ///< an app for the Dock, likewise
@@ -31,13 +31,13 @@ struct Stagehand {
     std::function<bool(const BundleID&)> shows;  ///< whether a person sees an app's icon
 };
 
-void checkApps(const Platform& platform, const Stagehand& stagehand, Checks& checks);
-void checkNotices(const Platform& platform, const Stagehand& stagehand, Checks& checks);
-void checkOtherAppsElements(const Platform& platform, const Stagehand& stagehand, Checks& checks);
-void checkMenus(const Platform& platform, const Stagehand& stagehand, Checks& checks);
-void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& checks);
-void checkWork(const Platform& platform, const Stagehand& stagehand, Checks& checks);
-void checkZone(const Platform& platform, const Stagehand& stagehand, Checks& checks);
-void checkAssertions(const Platform& platform, const Stagehand& stagehand, Checks& checks);
+void checkApps(const Platform& platform, const TestMac& mac, Checks& checks);
+void checkNotices(const Platform& platform, const TestMac& mac, Checks& checks);
+void checkOtherAppsElements(const Platform& platform, const TestMac& mac, Checks& checks);
+void checkMenus(const Platform& platform, const TestMac& mac, Checks& checks);
+void checkClicks(const Platform& platform, const TestMac& mac, Checks& checks);
+void checkWork(const Platform& platform, const TestMac& mac, Checks& checks);
+void checkZone(const Platform& platform, const TestMac& mac, Checks& checks);
+void checkAssertions(const Platform& platform, const TestMac& mac, Checks& checks);
 
 }  // namespace velko::Contracts

@@ -43,19 +43,19 @@ std::optional<Point> middleOf(const Platform& platform, const AXElement& element
 }
 
 /// What happens to taps that the system refuses.
-void checkRefusedTaps(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+void checkRefusedTaps(const Platform& platform, const TestMac& mac, Checks& checks) {
     int heard = 0;
     const auto tapped = [&] { return platform.pointer.tapClicks([&](const ClickTapEvent&) { ++heard; }); };
-    stagehand.refuseTaps(true);
+    mac.refuseTaps(true);
     const bool isRefused = tapped() == nullptr;
-    stagehand.refuseTaps(false);
+    mac.refuseTaps(false);
     expect(checks, "a tap may be refused with the permission", isRefused);
     const auto tap = tapped();
-    stagehand.setTrusted(false);
-    stagehand.click(stagehand.launch("com.example.clicked"));
-    stagehand.pass(1s);
+    mac.setTrusted(false);
+    mac.click(mac.launch("com.example.clicked"));
+    mac.pass(1s);
     expect(checks, "a tap is deaf once the permission is taken", tap && !tap->isEnabled() && heard == 0);
-    stagehand.setTrusted(true);
+    mac.setTrusted(true);
     if (tap) {
         tap->enable();
     }
@@ -64,9 +64,9 @@ void checkRefusedTaps(const Platform& platform, const Stagehand& stagehand, Chec
 
 }  // namespace
 
-void checkMenus(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
+void checkMenus(const Platform& platform, const TestMac& mac, Checks& checks) {
     auto& accessibility = platform.accessibility;
-    const ProcessID pid = stagehand.launch("com.example.app");
+    const ProcessID pid = mac.launch("com.example.app");
     const auto icon = firstIcon(platform, pid);
     std::string heard;
     std::string heardOnce;
@@ -88,32 +88,32 @@ void checkMenus(const Platform& platform, const Stagehand& stagehand, Checks& ch
                observer->add(application, "AXMenuClosed") ==
                    std::expected<void, AXError>(std::unexpected(AXError::notificationAlreadyRegistered)));
     expect(checks, "pressing an icon succeeds", icon && accessibility.perform(*icon, "AXPress"));
-    stagehand.pass(1s);
+    mac.pass(1s);
     const auto windows = platform.windows.onScreen();
     expect(checks, "it opens the app's menu",
            windows && !windows->empty() && windows->front().ownerPID == pid);
     expect(checks, "an action that an element lacks is refused",
            icon && accessibility.perform(*icon, "AXNobodyHasThis") ==
                        std::expected<void, AXError>(std::unexpected(AXError::actionUnsupported)));
-    stagehand.closeMenu();
+    mac.closeMenu();
     expect(checks, "no notification comes inside the act", heard.empty());
-    stagehand.pass(1s);
+    mac.pass(1s);
     expect(checks, "closing it is told, with the process", heard == "AXMenuClosed ", heard);
-    stagehand.openMenu(pid);
-    stagehand.closeMenu();
-    stagehand.pass(1s);
+    mac.openMenu(pid);
+    mac.closeMenu();
+    mac.pass(1s);
     expect(checks, "an observer may end within its own handler", heardOnce == "!", heardOnce);
 }
 
-void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
-    const ProcessID pid = stagehand.launch("com.example.app");
+void checkClicks(const Platform& platform, const TestMac& mac, Checks& checks) {
+    const ProcessID pid = mac.launch("com.example.app");
     const auto icon = firstIcon(platform, pid);
     const auto middle = icon ? middleOf(platform, *icon) : std::nullopt;
     std::vector<ClickTapEvent> heard;
     auto tap = platform.pointer.tapClicks([&](const ClickTapEvent& event) { heard.push_back(event); });
-    stagehand.click(pid);
+    mac.click(pid);
     expect(checks, "no click is heard inside the act", heard.empty());
-    stagehand.pass(1s);
+    mac.pass(1s);
     const bool isAtIcon = heard.size() == 1 && heard.front().location == middle;
     expect(checks, "a tap hears of a click, and where it was", isAtIcon);
     const auto under = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
@@ -121,37 +121,37 @@ void checkClicks(const Platform& platform, const Stagehand& stagehand, Checks& c
     expect(checks, "the element under a point is the app's, or the menu bar's host's",
            named == pid || named == AX::menuBarHostPID(platform), std::to_string(named));
     heard.clear();
-    stagehand.disableTaps();
-    stagehand.click(pid);
-    stagehand.pass(1s);
+    mac.disableTaps();
+    mac.click(pid);
+    mac.pass(1s);
     expect(checks, "a tap that is switched off hears of that and of nothing more",
            heard == std::vector{ClickTapEvent{.kind = ClickTapEvent::Kind::disabled, .location = {}}} &&
                tap && !tap->isEnabled());
     if (tap) {
         tap->enable();
     }
-    stagehand.click(pid);
-    stagehand.pass(1s);
+    mac.click(pid);
+    mac.pass(1s);
     expect(checks, "it can be switched on again", heard.size() == 2 && tap && tap->isEnabled());
-    stagehand.click(pid);
+    mac.click(pid);
     tap.reset();
-    stagehand.pass(1s);
+    mac.pass(1s);
     expect(checks, "a tap that has ended hears nothing", heard.size() == 2);
-    checkRefusedTaps(platform, stagehand, checks);
-    stagehand.hang(named);
+    checkRefusedTaps(platform, mac, checks);
+    mac.hang(named);
     const auto start = platform.mainThread.now();
     const auto hung = platform.accessibility.elementAt(middle.value_or(Point{}), timeout);
     const Uptime cost = platform.mainThread.now() - start;
     expect(checks, "asking for what lies under a point takes at most the time-out",
            !hung && cost > timeout * 9 / 10 && cost < 2 * timeout, std::to_string(secondsOf(cost)) + " s");
-    stagehand.setTrusted(false);
+    mac.setTrusted(false);
     expect(checks, "without the permission there is no tap and no answer",
            !platform.pointer.tapClicks([](const ClickTapEvent&) {}) &&
                !platform.accessibility.elementAt(middle.value_or(Point{}), timeout));
 }
 
-void checkWork(const Platform& platform, const Stagehand& stagehand, Checks& checks) {
-    const ProcessID pid = stagehand.launch("com.example.app");
+void checkWork(const Platform& platform, const TestMac& mac, Checks& checks) {
+    const ProcessID pid = mac.launch("com.example.app");
     std::string heard;
     const auto listening = platform.workspace.observe([&](const WorkspaceNotice& notice) {
         if (notice.kind == WorkspaceNotice::Kind::activated) {
@@ -159,9 +159,9 @@ void checkWork(const Platform& platform, const Stagehand& stagehand, Checks& che
         }
     });
     const auto before = platform.processes.resourceUsage(pid);
-    stagehand.work(pid);
-    stagehand.activate(pid);
-    stagehand.pass(1s);
+    mac.work(pid);
+    mac.activate(pid);
+    mac.pass(1s);
     const auto after = platform.processes.resourceUsage(pid);
     const TimeBase base = platform.processes.timeBase();
     const double seconds = before && after ? static_cast<double>(after->userTime - before->userTime +
@@ -174,8 +174,8 @@ void checkWork(const Platform& platform, const Stagehand& stagehand, Checks& che
     expect(checks, "a process that runs can be signalled",
            platform.processes.nullSignal(pid) == NullSignal::delivered &&
                platform.workspace.bundleID(pid) == "com.example.app");
-    stagehand.quit(pid);
-    stagehand.pass(1s);
+    mac.quit(pid);
+    mac.pass(1s);
     expect(checks, "one that has ended cannot, and has used nothing",
            platform.processes.nullSignal(pid) == NullSignal::noSuchProcess &&
                !platform.processes.resourceUsage(pid) && !platform.workspace.bundleID(pid));

@@ -22,7 +22,7 @@ namespace {
 using namespace std::chrono_literals;
 using Contracts::Checks;
 
-Contracts::Stagehand stagehandOf(SimulatedMac& mac) {
+Contracts::TestMac testMacOf(SimulatedMac& mac) {
     return {.pass = [&mac](MainThread::Uptime duration) { mac.advance(duration); },
             .launch =
                 [&mac](const BundleID& bundleID) {
@@ -71,7 +71,7 @@ std::vector<std::string> broken(const Checks& checks) {
 TEST(PortContract, TheSimulatedMainThreadKeepsIt) {
     SimulatedMac mac;
     Checks checks;
-    Contracts::checkMainThread(mac.mainThread, stagehandOf(mac).pass, checks);
+    Contracts::checkMainThread(mac.mainThread, testMacOf(mac).pass, checks);
     expectAllKept(checks);
 }
 
@@ -103,7 +103,7 @@ TEST(PortContract, TheOtherSimulatedPortsKeepTheHarmlessPart) {
 }
 
 TEST(PortContract, TheSimulatedPortsKeepThePartThatActs) {
-    using Suite = void (*)(const Platform&, const Contracts::Stagehand&, Checks&);
+    using Suite = void (*)(const Platform&, const Contracts::TestMac&, Checks&);
     for (const Suite suite :
          {Contracts::checkApps, Contracts::checkNotices, Contracts::checkOtherAppsElements,
           Contracts::checkMenus, Contracts::checkClicks, Contracts::checkWork, Contracts::checkZone,
@@ -112,7 +112,7 @@ TEST(PortContract, TheSimulatedPortsKeepThePartThatActs) {
             SimulatedMac mac;
             mac.setHitsEndAtHost(hitsEndAtHost);
             Checks checks;
-            suite(mac.platform(), stagehandOf(mac), checks);
+            suite(mac.platform(), testMacOf(mac), checks);
             expectAllKept(checks);
         }
     }
@@ -142,7 +142,7 @@ TEST(PortContract, FindsAForgottenTimeout) {
                                        .windows = real.windows,
                                        .privateFramework = real.privateFramework,
                                        .activity = real.activity},
-                                      stagehandOf(mac), checks);
+                                      testMacOf(mac), checks);
     EXPECT_EQ(broken(checks),
               (std::vector<std::string>{"a hung app costs the time-out of its element",
                                         "an element that is reached from another has its time-out"}));
@@ -179,7 +179,7 @@ TEST(PortContract, FindsAMainThreadThatRunsWorkAtOnceAndIgnoresCancelling) {
     SimulatedMac mac;
     HastyMainThread hasty(mac.mainThread);
     Checks checks;
-    Contracts::checkMainThread(hasty, stagehandOf(mac).pass, checks);
+    Contracts::checkMainThread(hasty, testMacOf(mac).pass, checks);
     const auto names = broken(checks);
     for (const auto* name :
          {"main thread: work runs by due time, then in order of scheduling",

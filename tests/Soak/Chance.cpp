@@ -132,8 +132,8 @@ constexpr std::size_t allWeights =
 /// The apps from which `absent` chooses. They are few, so that many things happen to the same app.
 std::vector<BundleID> everyApp() {
     std::vector<BundleID> apps{scenarios::latecomer().bundleID};
-    for (const auto& neighbour : scenarios::sampleApps() | std::views::take(12)) {
-        apps.emplace_back(neighbour.bundleID);
+    for (const auto& sample : scenarios::sampleApps() | std::views::take(12)) {
+        apps.emplace_back(sample.bundleID);
     }
     return apps;
 }
