@@ -43,6 +43,7 @@ bool isReason(const LogLine& line, const std::string& reason) {
     }
     return expected.asked.contains(reason) || reason == "inventory" || reason == "try again" ||
            reason == "autoTuck" ||
+           (reason == "show me done" && expected.alone && isAbout(line.at, expected.aloneUntil)) ||
            (reason == "peekEnded" && expected.openedAt && line.at - *expected.openedAt < longestOpening);
 }
 
@@ -61,7 +62,7 @@ void applied(LogLine& line) {
 void refused(LogLine& line) {
     Expected& expected = line.check.expected;
     line.check.require(isReason(line, line.parts[0]), "a plan is applied for a reason", line.text);
-    expected.asked.clear();
+    expected.asked.erase(line.parts[0]);  // what was asked for later is still to be answered
     expected.out = {};
     expected.awaited.activity.reset();
     expected.isRefused = true;

@@ -242,7 +242,9 @@ void SimulatedAccessibility::setOnScreen(OnScreen elements) {
 
 void SimulatedAccessibility::setTrusted(bool trusted, bool isTold) {
     const auto lock = hold();
-    isPermitted_ = trusted;
+    if (std::exchange(isPermitted_, trusted) && !trusted) {
+        takenAt_ = mainThread_.now();
+    }
     saidToBeTrusted_ = isTold ? trusted : saidToBeTrusted_;
 }
 

@@ -55,6 +55,11 @@ class SimulatedAccessibility final : public Accessibility {
         const auto lock = hold();
         return isPermitted_;
     }
+    /// When the permission was taken last.
+    [[nodiscard]] std::optional<Uptime> takenAt() const {
+        const auto lock = hold();
+        return takenAt_;
+    }
     /// The user gives the permission or takes it away. With `isTold` the system says so when it is asked.
     /// Otherwise it still says what it said before, as it does for an app that was replaced by another build.
     void setTrusted(bool trusted, bool isTold = true);
@@ -120,6 +125,7 @@ class SimulatedAccessibility final : public Accessibility {
     mutable std::mutex mutex_;
     bool isPermitted_;
     bool saidToBeTrusted_;
+    std::optional<Uptime> takenAt_;
     int prompts_ = 0;
     std::map<ProcessID, Process> processes_;
     OnScreen onScreen_;

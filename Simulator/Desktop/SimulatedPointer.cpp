@@ -19,7 +19,10 @@ class SimulatedPointer::Handle final : public ClickTap {
 
 std::unique_ptr<ClickTap> SimulatedPointer::tapClicks(std::function<void(const ClickTapEvent&)> handler) {
     if (!accessibility_.isPermitted()) {
-        ++inputMonitoringPrompts_;
+        // What an app has just shown to be permitted may not be any more; nobody can know that.
+        const auto takenAt = accessibility_.takenAt();
+        const bool isJustTaken = takenAt && mainThread_.now() - *takenAt < std::chrono::seconds(1);
+        inputMonitoringPrompts_ += isJustTaken ? 0 : 1;
         return nullptr;
     }
     if (refusesTaps) {
