@@ -37,9 +37,9 @@ TEST_F(SettingsAppsTest, AreEveryAppWithIconsOrASectionByName) {
     mac.session.changeSpace();
     pass(3s);
     EXPECT_EQ(words("usage:com.example.3"), "running, without an icon right now");
-    const view::MenuItem showMe = view::menuOf(*window().content(), "more:com.example.3").at(0);
-    EXPECT_FALSE(showMe.isEnabled);
-    EXPECT_EQ(showMe.help, "broth has no icon right now.");
+    const view::MenuItem entry = view::menuOf(*window().content(), "more:com.example.3").at(0);
+    EXPECT_FALSE(entry.isEnabled);
+    EXPECT_EQ(entry.help, "broth has no icon right now.");
     launch("com.example.new");
     pass(20s);
     EXPECT_EQ(words("usage:com.example.new"), "New here. Where does it go?");
@@ -65,6 +65,9 @@ TEST_F(SettingsAppsTest, AreListedBySectionOnRequest) {
     EXPECT_EQ(standing("filter"), "Tucked 1") << "the window remembers";
     set("filter", std::int64_t{3});
     EXPECT_EQ(words("apps:empty"), "No app is buried.");
+    set("filter", std::int64_t{2});
+    set("section:com.example.3", std::int64_t{0});
+    EXPECT_EQ(words("apps:empty"), "No app is tucked.");
 }
 
 TEST_F(SettingsAppsTest, AreOnlyCountedWhereMoreAreAtRestThanAnybodyReads) {

@@ -169,6 +169,7 @@ TEST_F(SetupSortingTest, TellsWhatIsOutOfSight) {
     };
     startSetup();
     EXPECT_EQ(sortAll('2'), "Your menu bar is tidy: 5 icons are behind the broom. Click it to see them.");
+    EXPECT_EQ(words("done:else"), "You can change any of it later, in the settings.");
     EXPECT_EQ(sortAll('3'), "Your menu bar is tidy: 5 icons are buried. Option-click the broom to see them.");
     EXPECT_EQ(sortAll('1'), "Your menu bar is tidy: Every icon stays in the bar.");
     mac.framework.refusal = FrameworkError{.domain = "test", .code = 1, .description = "not today"};

@@ -26,6 +26,8 @@ TEST_F(SetupTest, GoesFromFirstLaunchToATidyBarByKeyboardAlone) {
     pass(Timing::permissionGuideDoneHold);
     EXPECT_EQ(mac.application.activations, 1) << "the settings are in front until then";
     EXPECT_EQ(card(), "1 of 3 vpn: Suggested by app type");
+    EXPECT_EQ(words("sort:bar") + " / " + words("sort:tucked") + " / " + words("sort:buried"),
+              "vpn: Keep in the Bar, proposed / vpn: Tuck / vpn: Bury");
     EXPECT_TRUE(press('2'));
     EXPECT_EQ(card(), "2 of 3 clock: Last clicked yesterday");
     EXPECT_TRUE(press(Key::enter));
