@@ -71,6 +71,7 @@ struct Expected {
     Uptime tucksFrom{0};                     ///< revealed icons are not tucked before this moment
     std::optional<Uptime> shelfClickedAt{};  ///< when a click outside closed the shelf
     std::optional<Uptime> noteClosedAt{};
+    std::optional<Uptime> tuckedAt{};        ///< when icons last tucked themselves
     std::optional<Uptime> broomClickedAt{};  ///< when a click on the broom last came to its action
     Awaited awaited{};
     bool isMenuOpen = false;  ///< the broom's menu; the next click only closes it

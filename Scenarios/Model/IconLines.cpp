@@ -61,7 +61,9 @@ bool losesItsKeys(const StepCheck& check) {
 bool mayToggle(const StepCheck& check) {
     const auto& clickedAt = check.expected.broomClickedAt;
     const bool mayBeLate = clickedAt && check.begun - *clickedAt < late;
-    if (mayPassForLeftClick(check) || (check.takesTime() && mayBeLate)) {
+    // Whether the press has tucked the icons, or their time was over just then, can't be made out.
+    const bool isUnclear = isBroomClick(check.step) && check.hasJustTucked();
+    if (mayPassForLeftClick(check) || (check.takesTime() && mayBeLate) || isUnclear) {
         return true;
     }
     // A button that is held down takes a moment, in which a rest on the broom may be long enough.
@@ -100,6 +102,7 @@ void revealed(LogLine& line) {
         if (isClickOutside && expected.style == RevealStyle::shelf) {
             expected.shelfClickedAt = line.at;
         }
+        expected.tuckedAt = line.at;
     }
     if (!expected.out.isRevealed() && next.isRevealed()) {
         expected.style = styleNow(check);

@@ -44,6 +44,9 @@ struct StepCheck {
                step.verb == script::Verb::pointAtIcon;
     }
 
+    /// Whether icons have tucked themselves in the course of the step.
+    [[nodiscard]] bool hasJustTucked() const { return expected.tuckedAt && *expected.tuckedAt >= begun; }
+
     /// What the apps cost, as Velko has measured it.
     [[nodiscard]] std::map<BundleID, AppUsage> usage() const {
         const AppController* velko = world.velko();
