@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <utility>
 
-#include "Velko/App/Joined.h"
 #include "Velko/App/Log.h"
+#include "Velko/App/SystemResponses.h"
 #include "Velko/Flows/Flows.h"
 #include "Velko/Ports/Desktop.h"
 #include "Velko/Ports/Surfaces.h"
@@ -18,18 +18,6 @@
 #include "VelkoEngine/Ports/MainThread.h"
 
 namespace velko {
-
-namespace {
-
-BundleIDs ownersOf(const std::vector<MenuBarItem>& items) {
-    BundleIDs owners;
-    for (const MenuBarItem& item : items) {
-        owners.insert(item.bundleID);
-    }
-    return owners;
-}
-
-}  // namespace
 
 AppController::AppController(Parts parts)
     : platform_(parts.platform),
@@ -49,28 +37,36 @@ AppController::AppController(Parts parts)
            .broomFrame = [this] { return broomFrame ? broomFrame() : Inventory::ownItemFrame(platform_); },
            .stateSet = [this] { stateSet(); },
            .answered = [this] { tellChange(); }}),
-      flows_(makeFlows()) {}
+      flows_(makeFlows()),
+      responses_(std::make_unique<SystemResponses>(SystemResponses::Parts{.host = *this,
+                                                                          .platform = platform_,
+                                                                          .ports = ports_,
+                                                                          .log = log_,
+                                                                          .engine = *engine_,
+                                                                          .visibility = visibility_,
+                                                                          .flows = *flows_})) {}
 
 AppController::~AppController() = default;
 
 std::unique_ptr<Flows> AppController::makeFlows() {
     return std::make_unique<Flows>(
         static_cast<FlowHost&>(*this), platform_, ports_, log_,
-        Flows::Handlers{.reveal = [this](const RevealEvent& event) { handle(event); },
-                        .revealSettingsChanged = [this] { visibility_.setState(values_.state); },
-                        .scanned = [this](std::vector<MenuBarItem> items,
-                                          ScanDepth depth) { accept(std::move(items), depth); },
-                        .trustChanged = [this](bool trusted) { trustChanged(trusted); },
-                        .usageSampled = [this] { rescanIfQuiet(); },
-                        .layoutImported = [this] { layoutReplaced("import"); },
-                        .clicks = {.bar = [this] { return knownBar(); },
-                                   .pressed =
-                                       [this](const ClickTapEvent& event) {
-                                           if (onPress) {
-                                               onPress(event);
-                                           }
-                                       },
-                                   .begun = [this] { flows_->autopilot.clicksAreWatched(); }}});
+        Flows::Handlers{
+            .reveal = [this](const RevealEvent& event) { handle(event); },
+            .revealSettingsChanged = [this] { visibility_.setState(values_.state); },
+            .scanned = [this](std::vector<MenuBarItem> items,
+                              ScanDepth depth) { responses_->accept(std::move(items), depth); },
+            .trustChanged = [this](bool trusted) { responses_->trustChanged(trusted); },
+            .usageSampled = [this] { responses_->rescanIfQuiet(); },
+            .layoutImported = [this] { layoutReplaced("import"); },
+            .clicks = {.bar = [this] { return responses_->knownBar(broomFrame ? broomFrame() : Rect{}); },
+                       .pressed =
+                           [this](const ClickTapEvent& event) {
+                               if (onPress) {
+                                   onPress(event);
+                               }
+                           },
+                       .begun = [this] { flows_->autopilot.clicksAreWatched(); }}});
 }
 
 void AppController::requireMainThread() const {
@@ -93,7 +89,7 @@ void AppController::start() {
     loadLayout();
     visibility_.chooseStyle();
     flows_->systemEvents.emplace(platform_, [this](const SystemEvents::Kind& event) {
-        handleSystemEvent(event.reason, event.scope == SystemEvents::Kind::Scope::environment);
+        responses_->handleSystemEvent(event.reason, event.scope == SystemEvents::Kind::Scope::environment);
     });
     if (!engine_->isAvailable()) {
         setProblem(&HealthFacts::engineUnavailable, true);
@@ -117,105 +113,14 @@ void AppController::quit() {
     notices_.reset();
     onChange = nullptr;
     flows_.reset();
+    responses_.reset();
     keeping_.finish();
     engine_->showAll();
     log_.log("app", "quitting: everything shown");
 }
 
-// What the system tells
-
-void AppController::handleSystemEvent(const std::string& reason, bool isEnvironment) {
-    log_.log("system", reason);
-    if (isEnvironment) {
-        Calendar::rereadZone();
-        flows_->autopilot.heedClock();
-    }
-    if (values_.problems.engineUnavailable) {
-        return;
-    }
-    if (isEnvironment) {
-        apply({.reason = reason, .force = !engine_->current().isShowAll()});
-    }
-    if (!flows_->trust.check()) {
-        return;
-    }
-    if (isEnvironment) {
-        flows_->clicks.listen();
-    }
-    requestScan(isEnvironment ? ScanDepth::full : ScanDepth::light);
-    if (reason.contains("launched")) {
-        flows_->scan.followLaunch();
-    }
-}
-
-void AppController::trustChanged(bool trusted) {
-    setProblem(&HealthFacts::trustMissing, !trusted);
-    if (trusted) {
-        log_.log("app", "Accessibility granted");
-        ports_.surfaces.announce("Velko has its permission.");
-        requestScan(ScanDepth::full);
-        flows_->clicks.listen();
-        apply({.reason = "Accessibility granted"});
-    } else {
-        log_.log("app", "Accessibility taken away. Hiding nothing until it is granted again.");
-        ports_.surfaces.announce(std::string(describe(Health::Kind::needsAccessibility)));
-        flows_->scan.cancel();
-        flows_->clicks.stop();
-        apply({.reason = "Accessibility missing"});
-    }
-}
-
-/// What is known of the menu bar by the last scan.
-KnownBar AppController::knownBar() const {
-    KnownBar bar{.broom = broomFrame ? broomFrame() : Rect{}};
-    for (const MenuBarItem& item : values_.items) {
-        bar.icons.push_back(
-            {.pid = item.pid, .frame = item.frame, .shows = !engine_->current().hides(item.bundleID)});
-    }
-    return bar;
-}
-
-// Scans
-
 void AppController::requestScan(ScanDepth depth) {
     flows_->scan.request(depth);
-}
-
-void AppController::rescanIfQuiet() {
-    if (!flows_->trust.check()) {
-        return;
-    }
-    // The system may grant the tap later than the permission, or have made it deaf.
-    flows_->clicks.listen();
-    if (flows_->scan.isQuiet()) {
-        requestScan(ScanDepth::light);
-    }
-}
-
-void AppController::accept(std::vector<MenuBarItem> items, ScanDepth depth) {
-    if (values_.problems.trustMissing || !flows_->trust.check()) {
-        return;  // without the permission a scan finds nothing, which says nothing about the menu bar
-    }
-    const BundleIDs present = ownersOf(items);
-    const bool isLight = depth == ScanDepth::light;
-    const bool isSame = present == visibility_.present();
-    const bool isNews = !isSame || !values_.inventoryLoaded;
-    set(&AppValues::items, std::move(items));
-    set(&AppValues::inventoryLoaded, true);
-    visibility_.setPresent(present);
-    if (isLight && !isNews) {
-        tellChange();  // the broom may have moved
-        return;
-    }
-    if (!isSame) {
-        log_.log("inventory", std::to_string(present.size()) + " apps with icons" +
-                                  (isLight ? " (light rescan)" : "") + ": " + joined(present));
-    }
-    flows_->newcomers.admit(present, info_.bundleID);
-    if (values_.usage.empty()) {
-        flows_->usage.sampleNow();
-    }
-    apply({.reason = "inventory"});
 }
 
 // The layout
@@ -295,17 +200,9 @@ void AppController::toggle(bool withBuried) {
     }
 }
 
-void AppController::revealByPointer() {
-    visibility_.revealByPointer();
-}
-
 void AppController::handle(const RevealEvent& event) {
     requireMainThread();
     visibility_.handle(event);
-}
-
-void AppController::closeShelf(ShelfDismissal how) {
-    visibility_.closeShelf(how);
 }
 
 void AppController::shelfTouched() {
@@ -394,7 +291,8 @@ void AppController::toggleIconWatch() {
 }
 
 bool AppController::isIconWatchRunning() const noexcept {
-    return flows_->iconWatch && flows_->iconWatch->isRunning();
+    const auto& watch = flows_->iconWatch;
+    return watch && watch->isRunning();
 }
 
 }  // namespace velko

@@ -8,9 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "Velko/App/AppInfo.h"
 #include "Velko/App/AppValues.h"
-#include "Velko/App/ChangeNotices.h"
 #include "Velko/App/Visibility.h"
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/LayoutKeeping.h"
@@ -30,9 +28,9 @@ class Log;
 class NoteDeferral;
 class Preferences;
 class ShowMe;
+class SystemResponses;
 struct ClickTapEvent;
 struct Flows;
-struct KnownBar;
 
 /// The one object that owns the program's live state and the engine. Whatever may change what is visible
 /// ends in `apply`. What takes time of its own is a flow: a small class with the timers, which sees the
@@ -86,11 +84,11 @@ class AppController final : private FlowHost {
     /// revealed.
     void toggle(bool withBuried = false);
     /// The pointer rests on the broom. Whoever types goes on typing.
-    void revealByPointer();
+    void revealByPointer() { visibility_.revealByPointer(); }
     /// Moves the reveal state as the event asks and applies the outcome.
     void handle(const RevealEvent& event);
     /// The user has dismissed the shelf; clicks beside it mean nothing while an app peeks.
-    void closeShelf(ShelfDismissal how);
+    void closeShelf(ShelfDismissal how) { visibility_.closeShelf(how); }
     /// The user does something in the shelf, which goes by itself only a while after the last time.
     void shelfTouched();
     /// Opens the menu of an app whose icon is hidden; counts as a click on its icon. Nothing happens while
@@ -142,11 +140,6 @@ class AppController final : private FlowHost {
     void valueChanged() override;
 
     [[nodiscard]] std::unique_ptr<Flows> makeFlows();
-    void handleSystemEvent(const std::string& reason, bool isEnvironment);
-    void trustChanged(bool trusted);
-    [[nodiscard]] KnownBar knownBar() const;
-    void rescanIfQuiet();
-    void accept(std::vector<MenuBarItem> items, ScanDepth depth);
     void layoutLoaded(bool isMended);
     void layoutReplaced(const char* reason);
     void followSwitches();
@@ -163,7 +156,8 @@ class AppController final : private FlowHost {
     std::unique_ptr<MenuBarEngine> engine_;
     LayoutKeeping keeping_;
     Visibility visibility_;
-    std::unique_ptr<Flows> flows_;  ///< null after quitting; the last member, so that the rest outlives them
+    std::unique_ptr<Flows> flows_;  ///< null after quitting, as is the next
+    std::unique_ptr<SystemResponses> responses_;
 };
 
 }  // namespace velko

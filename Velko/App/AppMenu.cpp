@@ -1,5 +1,8 @@
 #include "Velko/App/AppMenu.h"
 
+#include "Velko/Ports/Desktop.h"
+#include "Velko/Ports/Dialogs.h"
+
 namespace velko::AppMenu {
 
 std::vector<Menu> menus() {
@@ -20,3 +23,19 @@ std::vector<Menu> menus() {
 }
 
 }  // namespace velko::AppMenu
+
+namespace velko {
+
+std::optional<std::string> Updates::whyUnavailable() const {
+    return ports_.updater.whyUnavailable();
+}
+
+void Updates::checkForUpdates() {
+    ports_.application.activate();
+    if (!ports_.updater.checkForUpdates()) {
+        ports_.dialogs.alert(
+            {.title = "Velko couldn't look for updates.", .message = "The updater doesn't start."});
+    }
+}
+
+}  // namespace velko

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "Velko/Ports/Desktop.h"
 
 /// The menus at the top of the screen while one of Velko's windows has the keyboard. Without them the keys
 /// that every Mac user knows would do nothing there, in panels of the system's with fields to type in either.
@@ -23,3 +26,22 @@ struct Menu {
 [[nodiscard]] std::vector<Menu> menus();
 
 }  // namespace velko::AppMenu
+
+namespace velko {
+
+/// "Check for Updates…", wherever it stands. Main thread.
+class Updates final {
+ public:
+    explicit Updates(const AppPorts& ports) : ports_(ports) {}
+
+    /// Why the user can't look for updates, in words; nothing when they can.
+    [[nodiscard]] std::optional<std::string> whyUnavailable() const;
+
+    /// Comes to the front and has the updater look for a newer version.
+    void checkForUpdates();
+
+ private:
+    AppPorts ports_;
+};
+
+}  // namespace velko

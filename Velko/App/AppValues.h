@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,8 +16,23 @@
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
+
+/// What the running program knows about itself and its system; fixed for the run.
+struct AppInfo {
+    BundleID bundleID = "app.velko.mac";  ///< this one where the bundle names none
+    std::string version{};
+    std::string build{};          ///< the bundle's build number
+    std::string channel{};        ///< where this copy comes from, in a word: "release", "beta", "development"
+    std::string systemVersion{};  ///< the operating system's, in its own words
+    std::string bundlePath{};
+
+    /// Whether it runs from where the system expects apps.
+    [[nodiscard]] bool isInApplications() const { return bundlePath.starts_with("/Applications/"); }
+};
 
 /// Everything about the running program that views show; they are told when any of it changes.
 struct AppValues {
@@ -47,6 +64,30 @@ struct AppValues {
 
     /// Whether everything is out because of an iPhone Live Activity.
     [[nodiscard]] bool stepsAside() const noexcept { return liveActivityShowing && !liveActivityDismissed; }
+};
+
+/// Tells observers that something has changed: once per turn of the main thread, however much it was, and
+/// never within the change itself. Main thread.
+class ChangeNotices final {
+ public:
+    explicit ChangeNotices(MainThread& mainThread) : mainThread_(mainThread) {}
+
+    /// `handler` is called until the subscription ends. It may end subscriptions, change values and destroy
+    /// this.
+    [[nodiscard]] Subscription observe(std::function<void()> handler);
+
+    /// Something has changed.
+    void note();
+
+ private:
+    using Handlers = std::map<int, std::function<void()>>;
+
+    void tell();
+
+    MainThread& mainThread_;
+    std::shared_ptr<Handlers> handlers_ = std::make_shared<Handlers>();
+    int nextID_ = 0;
+    Task pending_;
 };
 
 }  // namespace velko

@@ -50,6 +50,9 @@ class Visibility final : private NonCopyable {
     /// The apps that own icons, as the last accepted scan found them. Does not apply.
     void setPresent(BundleIDs present);
     [[nodiscard]] const BundleIDs& present() const noexcept { return present_; }
+    [[nodiscard]] const BundleID& ownBundleID() const noexcept { return parts_.ownBundleID; }
+    /// Tells that the menu bar may look different.
+    void tellChange() const { parts_.answered(); }
     /// Takes the style of the display that the broom stands on.
     void chooseStyle();
 

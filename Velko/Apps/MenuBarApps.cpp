@@ -78,8 +78,9 @@ std::string AppNames::of(const BundleID& bundleID) const {
         return item->appName;
     }
     const auto running = running_.find(bundleID);
-    if (running != running_.end() && running->second) {
-        return *running->second;
+    const auto runningName = running == running_.end() ? std::nullopt : running->second;
+    if (runningName) {
+        return *runningName;
     }
     constexpr std::string_view extension = ".app";
     std::string name = workspace_.installedName(bundleID).value_or("");

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "Velko/App/ChangeNotices.h"
+#include "Velko/App/AppValues.h"
 #include "Velko/App/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Geometry.h"

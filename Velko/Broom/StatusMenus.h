@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "Velko/App/FaceParts.h"
-#include "Velko/App/Updates.h"
+#include "Velko/App/AppMenu.h"
 #include "Velko/View/Menu.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"

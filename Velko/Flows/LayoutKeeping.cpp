@@ -49,9 +49,8 @@ void LayoutKeeping::load() {
     host_.set(&AppValues::saveFailure, std::nullopt);  // what was not saved is given up
     auto found = read();
     const bool isMended = found && host_.values().problems.layoutUnreadable;
+    host_.setProblem(&HealthFacts::layoutUnreadable, found ? std::nullopt : std::optional(found.error()));
     host_.set(&AppValues::layout, found ? *std::move(found) : Layout());
-    host_.setProblem(&HealthFacts::layoutUnreadable,
-                     found ? std::nullopt : std::optional(std::move(found.error())));
     loaded_(isMended);
 }
 

@@ -7,7 +7,6 @@
 #include <variant>
 #include <vector>
 
-#include "Velko/App/Joined.h"
 #include "Velko/App/Log.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "VelkoCore/Habits/Autopilot.h"

@@ -127,15 +127,15 @@ std::string encodeLayout(const Layout& layout) {
 namespace {
 
 /// The one key by which an export is recognised, read before the rest.
-struct Marker {
+struct ExportMarker {
     std::optional<std::int64_t> velkoLayout;
 };
 
 }  // namespace
 
 template <>
-struct JsonRecord<Marker> {
-    static constexpr std::tuple fields{JsonField{"velkoLayout", &Marker::velkoLayout}};
+struct JsonRecord<ExportMarker> {
+    static constexpr std::tuple fields{JsonField{"velkoLayout", &ExportMarker::velkoLayout}};
     static constexpr MissingKeys missingKeys = MissingKeys::fail;
 };
 
@@ -193,7 +193,7 @@ std::expected<LayoutExport, LayoutReadError> LayoutExport::read(std::string_view
     if (!json) {
         return std::unexpected(ImportError::notVelko);
     }
-    const auto marker = decodeRecord<Marker>(*json);
+    const auto marker = decodeRecord<ExportMarker>(*json);
     const auto format = marker ? marker->velkoLayout : std::nullopt;
     if (!format) {
         return std::unexpected(ImportError::notVelko);

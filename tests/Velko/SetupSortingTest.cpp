@@ -39,7 +39,8 @@ TEST_F(SetupSortingTest, TakesOverWhatAnotherOrganiserLeftOnlyWhenTheUserWantsIt
         {{}, unsaidTime, {}, unsaidHover}};
     for (const auto& [seconds, timeLine, hover, hoverLine] : cases) {
         for (const bool takes : {false, true}) {
-            SCOPED_TRACE(timeLine + ", " + hoverLine + (takes ? ", taken" : ", left"));
+            SCOPED_TRACE(testing::Message()
+                         << timeLine << ", " << hoverLine << (takes ? ", taken" : ", left"));
             mac.surfaces.forget();
             host.found =
                 ImportedLayout{.source = "Ice", .sections = {}, .autoTuckSeconds = seconds, .hover = hover};

@@ -83,7 +83,7 @@ class ClickHistoryTest : public testing::Test {
         return mac.launch({.bundleID = bundleID, .name = "App", .icons = {{}}});
     }
 
-    Rect frameOf(ProcessID pid) const {
+    [[nodiscard]] Rect frameOf(ProcessID pid) const {
         return std::ranges::find(mac.menuBar().slots(), pid, &SimulatedMenuBar::Slot::pid)->frame;
     }
 

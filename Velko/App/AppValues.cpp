@@ -1,4 +1,4 @@
-#include "Velko/App/ChangeNotices.h"
+#include "Velko/App/AppValues.h"
 
 #include <ranges>
 #include <utility>
