@@ -18,6 +18,7 @@ sys.path.insert(0, str(ROOT / "cross" / "macos"))
 import check_declarations  # noqa: E402  (found through the path above)
 import check_seal  # noqa: E402  (it lies beside this file)
 import make_stubs  # noqa: E402
+from version import version  # noqa: E402
 
 MAX_SIZE = 2_000_000
 LISTED = ROOT / "cross" / "macos" / "symbols.txt"
@@ -110,14 +111,14 @@ def check_signature(app):
         expect("sealed ad hoc, and whole", False, fault)
 
 
-def check_bundle(app, version):
+def check_bundle(app, expected):
     info = plistlib.loads((app / "Contents" / "Info.plist").read_bytes())
     wanted = {"CFBundleIdentifier": "app.velko.mac", "CFBundleExecutable": "Velko", "CFBundlePackageType": "APPL",
-              "LSUIElement": True, "LSMinimumSystemVersion": "27.0", "CFBundleShortVersionString": version}
+              "LSUIElement": True, "LSMinimumSystemVersion": "27.0", "CFBundleShortVersionString": expected}
     wrong = {key: info.get(key) for key, value in wanted.items() if info.get(key) != value}
     build = info.get("CFBundleVersion", "")
     numbered = re.fullmatch(r"\d+(\.\d+){0,2}", build)
-    expect("Info.plist says what the app is", not wrong and numbered, wrong or f"version {version}, build {build}")
+    expect("Info.plist says what the app is", not wrong and numbered, wrong or f"version {expected}, build {build}")
     expect("it looks for updates only when asked", info.get("SUEnableAutomaticChecks") is False,
            info.get("SUEnableAutomaticChecks"))
     types = info.get("UTExportedTypeDeclarations", [])
@@ -143,13 +144,12 @@ def check_zip(archive, app):
 def main(folder):
     app = Path(folder) / "Velko.app"
     binary = app / "Contents" / "MacOS" / "Velko"
-    version = re.search(r"project\(Velko VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text(encoding="utf-8"))[1]
     check_binary(binary)
     check_symbols(binary)
     check_libraries()
     check_signature(app)
-    check_bundle(app, version)
-    check_zip(Path(folder) / f"Velko-{version}.zip", app)
+    check_bundle(app, version())
+    check_zip(Path(folder) / f"Velko-{version()}.zip", app)
     sys.exit(1 if failures else 0)
 
 
