@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/App/AppMenu.h"
 #include "Velko/App/Health.h"
 #include "Velko/App/Log.h"
-#include "Velko/App/AppMenu.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Ports/Desktop.h"

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "Velko/App/FaceParts.h"
 #include "Velko/App/AppMenu.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/View/Menu.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/App/AppMenu.h"
 #include "Velko/App/FaceParts.h"
 #include "Velko/App/Health.h"
-#include "Velko/App/AppMenu.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/BroomIcon.h"
 #include "Velko/Broom/StatusMenus.h"
