@@ -67,9 +67,7 @@ bool mayToggle(const StepCheck& check) {
         return true;
     }
     // A button that is held down takes a moment, in which a rest on the broom may be long enough.
-    const bool isOnBroom = check.step.verb == Verb::controlClickBroom ||
-                           check.step.verb == Verb::rightClickBroom || isBroomClick(check.step);
-    if (check.expected.layout.reveal.hover && (check.takesTime() || isOnBroom)) {
+    if (check.expected.layout.reveal.hover && (check.takesTime() || isPressOnBroom(check.step))) {
         return true;
     }
     return (isBroomClick(check.step) || losesItsKeys(check)) &&

@@ -160,6 +160,10 @@ bool isBroomClick(const script::Step& step) {
            step.verb == Verb::voiceOverPressBroom;
 }
 
+bool isPressOnBroom(const script::Step& step) {
+    return isBroomClick(step) || step.verb == Verb::rightClickBroom || step.verb == Verb::controlClickBroom;
+}
+
 ClickMeaning meaningOfClick(const StepCheck& check) {
     const Expected& expected = check.expected;
     if (expected.isMenuOpen) {
@@ -189,11 +193,7 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
         check.require(wasLogged(happened, promise->first, promise->second), "the log says what the user did",
                       "[" + promise->first + "] " + promise->second);
     }
-    const bool isForMenu =
-        check.step.verb == Verb::rightClickBroom || check.step.verb == Verb::controlClickBroom;
-    if (isForMenu && !check.expected.isMenuOpen) {
-        check.expected.broomClickedAt = check.now();
-    }
+    const bool isRepeated = isPressOnBroom(check.step) && isToldTwice(check);
     if (!isBroomClick(check.step) && check.step.verb == Verb::clickBroom) {
         return;
     }
@@ -201,7 +201,7 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
         case Verb::clickBroom:
         case Verb::holdBroom:
         case Verb::voiceOverPressBroom:
-            if (isToldTwice(check)) {
+            if (isRepeated) {
                 break;
             }
             checkQuietClick(check, happened);
