@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "Velko/App/FaceParts.h"
+#include "Velko/Apps/MenuBarApps.h"
+#include "Velko/View/Node.h"
+#include "VelkoCore/Habits/Autopilot.h"
+
+namespace velko {
+
+/// What Velko would like to know.
+struct NoteQuestions {
+    std::vector<PresentApp> newIcons;         ///< apps that wait for a place, in the order in which they came
+    std::vector<TidySuggestion> suggestions;  ///< in ascending order of the apps
+
+    [[nodiscard]] bool areAnswered() const noexcept { return newIcons.empty() && suggestions.empty(); }
+};
+
+/// What the note says when there is nothing left to ask.
+inline constexpr auto spotlessWords = "Spotless. Nothing to sort.";
+
+[[nodiscard]] NoteQuestions noteQuestions(const FaceParts& parts);
+
+/// The note: a row for each question, with a button for each answer. What `parts` names outlives the tree.
+[[nodiscard]] view::Node noteView(const FaceParts& parts, const NoteQuestions& questions,
+                                  const std::function<void()>& close);
+
+}  // namespace velko
