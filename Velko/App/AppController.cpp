@@ -39,8 +39,7 @@ AppController::AppController(Parts parts)
            .answered = [this] { tellChange(); }}),
       flows_(makeFlows()),
       responses_(std::make_unique<SystemResponses>(SystemResponses::Parts{.host = *this,
-                                                                          .platform = platform_,
-                                                                          .ports = ports_,
+                                                                          .surfaces = ports_.surfaces,
                                                                           .log = log_,
                                                                           .engine = *engine_,
                                                                           .visibility = visibility_,
@@ -69,47 +68,40 @@ std::unique_ptr<Flows> AppController::makeFlows() {
                        .begun = [this] { flows_->autopilot.clicksAreWatched(); }}});
 }
 
-void AppController::requireMainThread() const {
-    if (!platform_.mainThread.isCurrent()) {
-        std::fputs("Velko's controller was called off the main thread.\n", stderr);
-        std::abort();
-    }
-}
-
 // Start and quit
 
 void AppController::start() {
-    requireMainThread();
+    requireMainThread(platform_.mainThread);
     log_.log("app", "Velko " + info_.version + " starting on macOS " + info_.systemVersion);
     log_.log("app", "launch at login " + std::string(describe(ports_.loginItem.status())));
     if (!info_.isInApplications()) {
         log_.log("app", "WARNING: running from " + info_.bundlePath +
                             ". Velko's own icon may hide; install to /Applications.");
     }
-    loadLayout();
+    keeping_.load();
     visibility_.chooseStyle();
     flows_->systemEvents.emplace(platform_, [this](const SystemEvents::Kind& event) {
-        responses_->handleSystemEvent(event.reason, event.scope == SystemEvents::Kind::Scope::environment);
+        responses_->handleSystemEvent(event.reason, event.scope == SystemEvents::Kind::Scope::apps);
     });
     if (!engine_->isAvailable()) {
-        setProblem(&HealthFacts::engineUnavailable, true);
+        setHealth(&HealthFacts::engineUnavailable, true);
         log_.log("engine", "UNAVAILABLE: not supported on this macOS build. Hiding nothing.\n" +
                                engineProbeReport(platform_));
         return;
     }
-    flows_->startLoops();
+    flows_->startBackgroundLoops();
     if (flows_->trust.holds()) {
         requestScan(ScanDepth::full);
         flows_->clicks.listen();
         return;
     }
-    setProblem(&HealthFacts::trustMissing, true);
+    setHealth(&HealthFacts::trustMissing, true);
     log_.log("app", "Accessibility not granted yet. Hiding nothing until it is.");
     apply({.reason = "Accessibility missing"});
 }
 
 void AppController::quit() {
-    requireMainThread();
+    requireMainThread(platform_.mainThread);
     notices_.reset();
     onChange = nullptr;
     flows_.reset();
@@ -124,11 +116,6 @@ void AppController::requestScan(ScanDepth depth) {
 }
 
 // The layout
-
-void AppController::loadLayout() {
-    requireMainThread();
-    keeping_.load();
-}
 
 void AppController::layoutLoaded(bool isMended) {
     flows_->autopilot.heedClock();
@@ -156,11 +143,6 @@ void AppController::layoutReplaced(const char* reason) {
     followSwitches();
     apply({.reason = reason});
     flows_->autopilot.settle();
-}
-
-bool AppController::edit(Saving saving, const Edit& change) {
-    requireMainThread();
-    return keeping_.edit(saving, change);
 }
 
 void AppController::place(const BundleID& bundleID, Section section) {
@@ -194,17 +176,6 @@ bool AppController::consumesClick() {
     return visibility_.isClickThatClosedShelf() || flows_->showMe.stop();
 }
 
-void AppController::toggle(bool withBuried) {
-    if (!visibility_.isClickThatClosedShelf()) {
-        handle(withBuried ? RevealEvent::toggleWithBuried() : RevealEvent::toggle());
-    }
-}
-
-void AppController::handle(const RevealEvent& event) {
-    requireMainThread();
-    visibility_.handle(event);
-}
-
 void AppController::shelfTouched() {
     flows_->autoTuck.touched();
 }
@@ -219,18 +190,8 @@ void AppController::open(const BundleID& bundleID) {
     flows_->opening.open(bundleID);
 }
 
-void AppController::apply(ApplyRequest request) {
-    requireMainThread();
-    visibility_.apply(std::move(request));
-}
-
 void AppController::tryAgain() {
     apply({.reason = "try again"});
-}
-
-void AppController::showAll() {
-    requireMainThread();
-    visibility_.showAll();
 }
 
 void AppController::stateSet() {
@@ -252,7 +213,7 @@ void AppController::valueChanged() {
 }
 
 Subscription AppController::observe(std::function<void()> handler) {
-    requireMainThread();
+    requireMainThread(platform_.mainThread);
     return notices_ ? notices_->observe(std::move(handler)) : Subscription();
 }
 

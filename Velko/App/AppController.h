@@ -5,8 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <string>
-#include <vector>
+#include <utility>
 
 #include "Velko/App/AppValues.h"
 #include "Velko/App/Visibility.h"
@@ -82,11 +81,11 @@ class AppController final : private FlowHost {
     bool consumesClick();
     /// The broom was clicked, with or without the request for buried icons, or left by a pointer that had
     /// revealed.
-    void toggle(bool withBuried = false);
+    void toggle(bool withBuried = false) { visibility_.toggle(withBuried); }
     /// The pointer rests on the broom. Whoever types goes on typing.
     void revealByPointer() { visibility_.revealByPointer(); }
     /// Moves the reveal state as the event asks and applies the outcome.
-    void handle(const RevealEvent& event);
+    void handle(const RevealEvent& event) { visibility_.handle(event); }
     /// The user has dismissed the shelf; clicks beside it mean nothing while an app peeks.
     void closeShelf(ShelfDismissal how) { visibility_.closeShelf(how); }
     /// The user does something in the shelf, which goes by itself only a while after the last time.
@@ -99,7 +98,7 @@ class AppController final : private FlowHost {
     /// Puts every app of a finished sort into its section, all at once; the setup counts as done.
     void completeSetup(const std::map<BundleID, Section>& sections);
     /// Shows everything until something else is applied.
-    void showAll();
+    void showAll() { visibility_.showAll(); }
     /// Asks the system once more for what it has refused.
     void tryAgain();
     /// Starts the diagnostic watch of all icons, or stops it.
@@ -115,7 +114,7 @@ class AppController final : private FlowHost {
     // The machinery below.
 
     /// Reads the layout file again. A file that cannot be read is left as it is, and everything is shown.
-    void loadLayout();
+    void loadLayout() { keeping_.load(); }
     /// Writes the layout a while after the last of a burst of edits, or at once. Whether it was written.
     void scheduleSave() { keeping_.schedule(); }
     bool saveNow() { return keeping_.saveNow(); }
@@ -124,18 +123,15 @@ class AppController final : private FlowHost {
     /// The plan that follows from the present state.
     [[nodiscard]] VisibilityPlan currentPlan() const { return visibility_.currentPlan(); }
     /// Computes the plan and hands it to the engine.
-    void apply(ApplyRequest request) override;
+    void apply(ApplyRequest request) override { visibility_.apply(std::move(request)); }
     /// When the applied plan last changed.
     [[nodiscard]] std::optional<Uptime> lastHidingChange() const noexcept override {
         return visibility_.lastHidingChange();
     }
 
  private:
-    /// Ends the program when the caller is not on the main thread: what it is about to touch is not its own.
-    void requireMainThread() const;
-
     // FlowHost
-    bool edit(Saving saving, const Edit& change) override;
+    bool edit(Saving saving, const Edit& change) override { return keeping_.edit(saving, change); }
     [[nodiscard]] AppValues& writableValues() noexcept override { return values_; }
     void valueChanged() override;
 

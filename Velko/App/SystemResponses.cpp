@@ -23,41 +23,41 @@ BundleIDs ownersOf(const std::vector<MenuBarItem>& items) {
 
 }  // namespace
 
-void SystemResponses::handleSystemEvent(const std::string& reason, bool isEnvironment) {
+void SystemResponses::handleSystemEvent(const std::string& reason, bool light) {
     parts_.log.log("system", reason);
-    if (isEnvironment) {
+    if (!light) {
         Calendar::rereadZone();
         parts_.flows.autopilot.heedClock();
     }
     if (parts_.host.values().problems.engineUnavailable) {
         return;
     }
-    if (isEnvironment) {
+    if (!light) {
         parts_.host.apply({.reason = reason, .force = !parts_.engine.current().isShowAll()});
     }
     if (!parts_.flows.trust.check()) {
         return;
     }
-    if (isEnvironment) {
+    if (!light) {
         parts_.flows.clicks.listen();
     }
-    parts_.flows.scan.request(isEnvironment ? ScanDepth::full : ScanDepth::light);
+    parts_.flows.scan.request(light ? ScanDepth::light : ScanDepth::full);
     if (reason.contains("launched")) {
         parts_.flows.scan.followLaunch();
     }
 }
 
 void SystemResponses::trustChanged(bool trusted) {
-    parts_.host.setProblem(&HealthFacts::trustMissing, !trusted);
+    parts_.host.setHealth(&HealthFacts::trustMissing, !trusted);
     if (trusted) {
         parts_.log.log("app", "Accessibility granted");
-        parts_.ports.surfaces.announce("Velko has its permission.");
+        parts_.surfaces.announce("Velko has its permission.");
         parts_.flows.scan.request(ScanDepth::full);
         parts_.flows.clicks.listen();
         parts_.host.apply({.reason = "Accessibility granted"});
     } else {
         parts_.log.log("app", "Accessibility taken away. Hiding nothing until it is granted again.");
-        parts_.ports.surfaces.announce(std::string(describe(Health::Kind::needsAccessibility)));
+        parts_.surfaces.announce(std::string(describe(Health::Kind::needsAccessibility)));
         parts_.flows.scan.cancel();
         parts_.flows.clicks.stop();
         parts_.host.apply({.reason = "Accessibility missing"});

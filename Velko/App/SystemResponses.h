@@ -5,14 +5,13 @@
 #include <vector>
 
 #include "Velko/Flows/FlowHost.h"
-#include "Velko/Ports/Desktop.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
-#include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
 
 class Log;
+class Surfaces;
 class Visibility;
 struct Flows;
 struct KnownBar;
@@ -23,8 +22,7 @@ class SystemResponses final : private NonCopyable {
  public:
     struct Parts {
         FlowHost& host;
-        Platform platform;
-        AppPorts ports;
+        Surfaces& surfaces;
         Log& log;
         const MenuBarEngine& engine;
         Visibility& visibility;
@@ -33,8 +31,9 @@ class SystemResponses final : private NonCopyable {
 
     explicit SystemResponses(const Parts& parts) : parts_(parts) {}
 
-    /// Something has happened on the Mac. `isEnvironment`: to its displays, Spaces, session or sleep.
-    void handleSystemEvent(const std::string& reason, bool isEnvironment);
+    /// Something has happened on the Mac. `light`: to its apps alone, and not to its displays, Spaces,
+    /// session or sleep.
+    void handleSystemEvent(const std::string& reason, bool light);
     /// The user has given the Accessibility permission, or taken it.
     void trustChanged(bool trusted);
     /// A scan has been answered.

@@ -51,6 +51,7 @@ Visibility::Visibility(FlowHost& host, Parts parts) : host_(host), parts_(std::m
 // Revealing
 
 void Visibility::handle(const RevealEvent& event) {
+    requireMainThread(parts_.platform.mainThread);
     if (tidyAnyway(event)) {
         return;
     }
@@ -81,11 +82,15 @@ bool Visibility::tidyAnyway(const RevealEvent& event) {
     return true;
 }
 
+void Visibility::toggle(bool withBuried) {
+    if (!isClickThatClosedShelf()) {
+        handle(withBuried ? RevealEvent::toggleWithBuried() : RevealEvent::toggle());
+    }
+}
+
 void Visibility::revealByPointer() {
     host_.set(&AppValues::revealedByPointer, true);
-    if (!isClickThatClosedShelf()) {
-        handle(RevealEvent::toggle());
-    }
+    toggle();
     host_.set(&AppValues::revealedByPointer, host_.values().state.isRevealed());
 }
 
@@ -138,6 +143,7 @@ VisibilityPlan Visibility::currentPlan() const {
 }
 
 void Visibility::apply(ApplyRequest request) {
+    requireMainThread(parts_.platform.mainThread);
     const VisibilityPlan plan = currentPlan();
     const bool force = request.force;
     if (force || plan != parts_.engine.current()) {
@@ -165,6 +171,7 @@ void Visibility::applied(const ApplyRequest& request, const MenuBarEngine::Resul
 }
 
 void Visibility::showAll() {
+    requireMainThread(parts_.platform.mainThread);
     parts_.engine.showAll();
     lastHidingChange_ = parts_.platform.mainThread.now();
     planInForceChanged();

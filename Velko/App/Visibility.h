@@ -38,6 +38,9 @@ class Visibility final : private NonCopyable {
 
     /// Moves the reveal state as the event asks and applies the outcome.
     void handle(const RevealEvent& event);
+    /// The broom was clicked, with or without the request for buried icons, or left by a pointer that had
+    /// revealed. Nothing happens for the click that has just closed the shelf.
+    void toggle(bool withBuried = false);
     /// The pointer rests on the broom. Whoever types goes on typing.
     void revealByPointer();
     /// The user has dismissed the shelf. A click beside it means nothing while an app peeks.

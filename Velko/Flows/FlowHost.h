@@ -27,6 +27,9 @@ enum class Saving {
 /// How much of the menu bar is read: everything, or only apps whose items are not known yet.
 enum class ScanDepth { full, light };
 
+/// Ends the program when the caller is not on the main thread: it is about to touch what belongs there.
+void requireMainThread(const MainThread& thread);
+
 /// The controller as its flows see it: the values, and the few ways to change something. Main thread;
 /// outlives every flow.
 class FlowHost : private NonCopyable {
@@ -49,7 +52,7 @@ class FlowHost : private NonCopyable {
 
     /// Sets one of the problems that make Velko show everything.
     template <class Fact>
-    void setProblem(Fact HealthFacts::* fact, std::type_identity_t<Fact> to) {
+    void setHealth(Fact HealthFacts::* fact, std::type_identity_t<Fact> to) {
         HealthFacts problems = values().problems;
         problems.*fact = std::move(to);
         set(&AppValues::problems, std::move(problems));

@@ -1,10 +1,19 @@
 #include "Velko/Flows/Flows.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "Velko/Ports/Surfaces.h"
 
 namespace velko {
+
+void requireMainThread(const MainThread& thread) {
+    if (!thread.isCurrent()) {
+        std::fputs("Velko's controller was called off the main thread.\n", stderr);
+        std::abort();
+    }
+}
 
 Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Log& log, Handlers handlers)
     : trust(host, platform, std::move(handlers.trustChanged)),
@@ -30,7 +39,7 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
                    .revealChanged = std::move(handlers.revealSettingsChanged)}),
       clicks(host, platform, trust, std::move(handlers.clicks)) {}
 
-void Flows::startLoops() {
+void Flows::startBackgroundLoops() {
     trust.start();
     usage.start();
     autopilot.start();

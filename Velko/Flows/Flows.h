@@ -43,7 +43,7 @@ struct Flows final : private NonCopyable {
     Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Log& log, Handlers handlers);
 
     /// Begins the loops in the background.
-    void startLoops();
+    void startBackgroundLoops();
 
     TrustWatch trust;
     InventoryScan scan;

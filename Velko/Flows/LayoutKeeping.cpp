@@ -45,11 +45,12 @@ LayoutKeeping::LayoutKeeping(FlowHost& host, MainThread& mainThread, Log& log, c
     : host_(host), mainThread_(mainThread), log_(log), store_(store), loaded_(std::move(loaded)) {}
 
 void LayoutKeeping::load() {
+    requireMainThread(mainThread_);
     pending_.cancel();
     host_.set(&AppValues::saveFailure, std::nullopt);  // what was not saved is given up
     auto found = read();
     const bool isMended = found && host_.values().problems.layoutUnreadable;
-    host_.setProblem(&HealthFacts::layoutUnreadable, found ? std::nullopt : std::optional(found.error()));
+    host_.setHealth(&HealthFacts::layoutUnreadable, found ? std::nullopt : std::optional(found.error()));
     host_.set(&AppValues::layout, found ? *std::move(found) : Layout());
     loaded_(isMended);
 }
@@ -76,6 +77,7 @@ std::expected<Layout, std::string> LayoutKeeping::read() {
 }
 
 bool LayoutKeeping::edit(Saving saving, const FlowHost::Edit& change) {
+    requireMainThread(mainThread_);
     Layout edited = host_.values().layout;
     change(edited);
     const bool changed = host_.set(&AppValues::layout, std::move(edited));
