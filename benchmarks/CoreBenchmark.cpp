@@ -1,9 +1,13 @@
 #include <benchmark/benchmark.h>
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
+#include "VelkoCore/Search/AppSearch.h"
 #include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 
@@ -78,6 +82,24 @@ void planApps(benchmark::State& bench) {
 }
 
 BENCHMARK(planApps)->Arg(10)->Arg(40)->Arg(200)->Arg(1000)->Arg(10000)->Complexity(benchmark::oNLogN);
+
+/// Each keystroke of a word that is typed letter by letter, among `count` apps.
+void searchApps(benchmark::State& bench) {
+    std::vector<AppSearch::App> apps;
+    for (std::int64_t app = 0; app < bench.range(0); ++app) {
+        const std::string number = std::to_string(app * 7919 % 10007);
+        apps.push_back({.bundleID = "com.example.vendor" + number, .name = "Größter Menü-Helfer " + number});
+    }
+    const AppSearch search(std::move(apps));
+    constexpr std::string_view typed = "gröhelf1";
+    std::size_t length = 0;
+    for (auto step : bench) {
+        benchmark::DoNotOptimize(search.find(typed.substr(0, length)));
+        length = (length + 1) % (typed.size() + 1);
+    }
+}
+
+BENCHMARK(searchApps)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace velko
