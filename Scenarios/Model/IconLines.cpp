@@ -106,6 +106,7 @@ void revealed(LogLine& line) {
         expected.style = styleNow(check);
     }
     if (event.starts_with("peek ")) {
+        check.require(!check.leavesVelkoAlone(), "the user alone decides", line.text);
         expected.openedAt = line.at;
     }
     expected.out = next;
@@ -180,7 +181,7 @@ constexpr auto iconRows = std::to_array<LineRow>({
     {"popout", "* changed: out for 10.0 seconds", poppedOut},
     {"popout", "pop out over *", popOutOver},
     {"reveal", "*: * -> *", revealed},
-    {"showme", "showing *", shownAlone},
+    {"showme", "showing *", shownAlone, By::user},
 });
 
 }  // namespace

@@ -141,22 +141,22 @@ void couldNotBeSaved(LogLine& line) {
 }
 
 constexpr auto layoutRows = std::to_array<LineRow>({
-    {"layout", "loaded * placements from *", loaded},
+    {"layout", "loaded * placements from *", loaded, By::user},
     {"layout", "no layout yet: created *", madeAnew},
     {"layout", "UNREADABLE, showing everything: *", couldNotBeRead},
     {"layout", "save failed: *", couldNotBeSaved},
-    {"layout", "imported * placements from *", replaced<byImport>},
+    {"layout", "imported * placements from *", replaced<byImport>, By::user},
     {"layout", "exported * placements to *", nothingFollows},
     {"layout", "unreadable file kept as *", nothingFollows},
     {"layout", "started afresh", nothingFollows},
     {"layout", "the clock was ahead: dates set back", datesSetBack},
-    {"layout", "* -> *", placed},
-    {"settings", "new icons go to *", defaultChanged},
-    {"settings", "always keep * *", keepSwitched},
-    {"settings", "reveal settings *, *, *, *", revealSettingsChanged},
+    {"layout", "* -> *", placed, By::user},
+    {"settings", "new icons go to *", defaultChanged, By::user},
+    {"settings", "always keep * *", keepSwitched, By::user},
+    {"settings", "reveal settings *, *, *, *", revealSettingsChanged, By::user},
     {"settings", "launch at login *", nothingFollows},
-    {"settings", "*", switched},
-    {"setup", "sorted: * in the bar, * tucked, * buried", replaced<bySetup>},
+    {"settings", "*", switched, By::user},
+    {"setup", "sorted: * in the bar, * tucked, * buried", replaced<bySetup>, By::user},
 });
 
 }  // namespace

@@ -127,6 +127,8 @@ void follow(StepCheck& check, const Happening& happening) {
             auto parts =
                 row.category == happening.category ? partsOf(happening.text, row.pattern) : std::nullopt;
             if (parts) {
+                check.require(row.by != By::user || !check.leavesVelkoAlone(), "the user alone decides",
+                              happening.text);
                 LogLine line{check, happening.at, happening.text, *std::move(parts)};
                 row.follow(line);
                 return;

@@ -22,11 +22,15 @@ struct LogLine {
     }
 };
 
+/// Who may cause what a line tells.
+enum class By { anybody, user };
+
 /// A kind of line, with a star for each part that differs, and the function that checks it.
 struct LineRow {
     std::string_view category;
     std::string_view pattern;
     void (*follow)(LogLine&);
+    By by = By::anybody;
 };
 
 /// For lines that change nothing in `Expected`.

@@ -89,7 +89,6 @@ void followSnoozes(Layout& mine, const Layout& layout) {
 }
 
 void compareLayout(StepCheck& check, const AppValues& values) {
-    followOffer(check, values);
     followSeen(check, values.layout);
     followSnoozes(check.expected.layout, values.layout);
     check.require(check.expected.layout == values.layout, "the layout is what was made of it",
@@ -154,6 +153,7 @@ void noteTurned(StepCheck& check, const Happening& turn) {
 
 void compare(StepCheck& check) {
     const AppValues& values = check.world.velko()->values();
+    followOffer(check, values);
     compareReveal(check, values);
     compareLayout(check, values);
     BundleIDs present;

@@ -114,9 +114,9 @@ void askedToQuit(LogLine& line) {
 constexpr auto questionRows = std::to_array<LineRow>({
     {"autopilot", "offering 1 suggestion", offered},
     {"autopilot", "offering * suggestions", offered},
-    {"autopilot", "accepted: * -> *", accepted},
-    {"autopilot", "not now: *", notNow},
-    {"autopilot", "always keep: *", kept},
+    {"autopilot", "accepted: * -> *", accepted, By::user},
+    {"autopilot", "not now: *", notNow, By::user},
+    {"autopilot", "always keep: *", kept, By::user},
     {"autopilot", "click history started: suggestions begin in 14 days", clicksWatched},
     {"health", "asked * to quit", askedToQuit},
     {"inbox", "new icons, tucked until answered: *", newcomersCame},

@@ -44,6 +44,9 @@ struct StepCheck {
                step.verb == script::Verb::pointAtIcon;
     }
 
+    /// Whether the user does nothing in Velko meanwhile.
+    [[nodiscard]] bool leavesVelkoAlone() const { return takesTime() || step.verb < script::Verb::clickIcon; }
+
     /// Whether icons have tucked themselves in the course of the step.
     [[nodiscard]] bool hasJustTucked() const { return expected.tuckedAt && *expected.tuckedAt >= begun; }
 
