@@ -34,6 +34,7 @@ void SetupController::show() {
                   .content = tree(),
                   .closed = [this] { closed(); }},
                  parts_.controller.observe([this] { sync(); }));
+    announceCard();
     parts_.host.onVisibilityChange();
 }
 
