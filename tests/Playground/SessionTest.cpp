@@ -227,6 +227,10 @@ TEST_F(SessionTest, KeepsFilesWithinTheDocumentsFolder) {
     ASSERT_NE(session.alert(), nullptr);
     EXPECT_TRUE(ask("alert"));
     EXPECT_EQ(session.alert(), nullptr);
+    session.mac().dialogs.alert({.title = "Broken", .message = "It is."});
+    ASSERT_NE(session.alert(), nullptr);
+    EXPECT_TRUE(play("velko quit"));
+    EXPECT_EQ(session.alert(), nullptr) << "an alert goes with its program";
 }
 
 TEST(Feed, SendsWhatChangedToAtMostEightReaders) {

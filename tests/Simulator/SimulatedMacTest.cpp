@@ -5,7 +5,9 @@
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Accessibility/SimulatedElement.h"
+#include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedScreen.h"
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
@@ -114,6 +116,32 @@ TEST_F(SimulatedMacTest, KnowsGapsInHidingFromHidingBegunAnew) {
     ASSERT_EQ(mac.framework.gaps().size(), 1U) << "the old one ended before the new one was in force";
     EXPECT_EQ(mac.framework.gaps()[0].to - mac.framework.gaps()[0].from, mac.framework.answerDelay);
     EXPECT_EQ(mac.framework.activeAssertions(), 1U);
+}
+
+TEST_F(SimulatedMacTest, OpensAnAppsMenuForAClickButNotVelkosWhichVelkoOpens) {
+    const ProcessID pid = launch("a");
+    EXPECT_TRUE(mac.clickIcon(pid));
+    EXPECT_EQ(mac.windows.menuOwner(), pid);
+    EXPECT_TRUE(mac.clickIcon(mac.processes.ownPID()));
+    EXPECT_EQ(mac.windows.menuOwner(), std::nullopt);
+}
+
+TEST(SimulatedMac, FindsWhatNobodyCouldUse) {
+    const auto twin = [](std::string id, bool isEnabled = true) {
+        return view::Node{
+            .id = std::move(id),
+            .isEnabled = isEnabled,
+            .content = view::Button{.title = "Do it", .shortcut = {.key = view::Shortcut::Key::enter}}};
+    };
+    EXPECT_EQ(faultIn(view::column("all", {twin("a"), twin("b", false)})), std::nullopt);
+    for (auto& bad : std::vector<std::vector<view::Node>>{
+             {twin("a"), twin("b")},
+             {twin("a"), view::text("a", "again")},
+             {twin("")},
+             {{.id = "silent", .content = view::Button{}}},
+             {{.id = "p", .label = "Place", .content = view::Picker{.options = {"one"}, .selected = 1}}}}) {
+        EXPECT_NE(faultIn(view::column("all", std::move(bad))), std::nullopt);
+    }
 }
 
 TEST(SimulatedMac, TellsTheSameStoryTwice) {

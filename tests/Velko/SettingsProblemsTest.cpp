@@ -109,6 +109,19 @@ TEST_F(SettingsProblemsTest, SayUntilASaveSucceedsThatTheLastOneFailed) {
     EXPECT_EQ(saved(), values().layout);
 }
 
+TEST_F(SettingsProblemsTest, TellOfARefusalWhileNothingWorseKeepsIconsOut) {
+    startSettings();
+    mac.framework.refusal = FrameworkError{"Test", 7, "Not today"};
+    velko->tryAgain();
+    mac.session.changeSpace();
+    pass(2s);
+    EXPECT_NE(find("problem:refusal"), nullptr);
+    mac.revokeTrust();
+    pass(5s);
+    EXPECT_NE(find("problem:trust"), nullptr);
+    EXPECT_EQ(find("problem:refusal"), nullptr);
+}
+
 TEST_F(SettingsProblemsTest, SayThatThisSystemIsNotSupported) {
     mac.framework.installed = false;
     mac.updater.reason.reset();

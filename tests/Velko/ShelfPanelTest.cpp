@@ -136,11 +136,14 @@ TEST_F(ShelfPanelTest, SaysWhyItIsEmpty) {
 
 TEST_F(ShelfPanelTest, GoesAndComesWithTheDisplays) {
     startFaces();
+    int moves = 0;
+    const Subscription place = broom->observe([&] { ++moves; });
     toggle();
     const auto displays = mac.displays.displays();
     mac.setDisplays({});  // while the broom's frame stays the same
     pass(100ms);
     EXPECT_FALSE(surface.isOpen());
+    EXPECT_EQ(moves, 1) << "there is no bar that could hold the broom";
     mac.setDisplays(displays);
     pass(100ms);
     EXPECT_TRUE(surface.isOpen());
