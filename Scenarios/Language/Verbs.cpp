@@ -196,7 +196,7 @@ constexpr auto numberOperands = std::to_array<NumberOperand>({
 
 /// The names of all surfaces, with spaces between them and a zero at the end.
 constexpr auto surfaceNames = [] {
-    std::array<char, 100> names{};
+    std::array<char, 120> names{};
     char* end = names.data();
     for (const Surfaces::Traits& surface : Surfaces::all()) {
         end = std::ranges::copy(std::string_view(end == names.data() ? "" : " "), end).out;

@@ -180,14 +180,17 @@ void AppController::shelfTouched() {
     flows_->autoTuck.touched();
 }
 
-void AppController::open(const BundleID& bundleID) {
+void AppController::open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> pressed) {
     flows_->showMe.stop();  // it would keep this app's icon hidden
     const auto* const peek = values_.state.asPeeking();
     if (peek != nullptr && peek->bundleID == bundleID) {
+        if (pressed) {
+            pressed(ItemOpener::Press::menuOpens);
+        }
         return;  // a second press would close the menu that the first one opens
     }
     flows_->clicks.record(bundleID);
-    flows_->opening.open(bundleID);
+    flows_->opening.open(bundleID, std::move(pressed));
 }
 
 void AppController::tryAgain() {

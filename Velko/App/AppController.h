@@ -17,6 +17,7 @@
 #include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
+#include "VelkoEngine/Opening/ItemOpener.h"
 #include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
@@ -90,9 +91,9 @@ class AppController final : private FlowHost {
     void closeShelf(ShelfDismissal how) { visibility_.closeShelf(how); }
     /// The user does something in the shelf, which goes by itself only a while after the last time.
     void shelfTouched();
-    /// Opens the menu of an app whose icon is hidden; counts as a click on its icon. Nothing happens while
-    /// that app is being opened already.
-    void open(const BundleID& bundleID);
+    /// Opens the menu of an app, also if its icon is hidden; counts as a click on its icon. Nothing happens
+    /// while that app is being opened already. `pressed` is told what came of it, within half a second.
+    void open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> pressed = {});
     /// Puts an app into a section; for one that waits in the inbox, this is the answer.
     void place(const BundleID& bundleID, Section section);
     /// Puts every app of a finished sort into its section, all at once; the setup counts as done.

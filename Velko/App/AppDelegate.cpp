@@ -47,6 +47,7 @@ AppDelegate::AppDelegate(Parts parts)
           .controller = controller_, .platform = platform_, .ports = ports_, .log = log_, .host = *this},
       broomFrame_(faceParts_),
       shelf_(faceParts_, broomFrame_),
+      search_(faceParts_, broomFrame_),
       setup_(faceParts_) {}
 
 void AppDelegate::didFinishLaunching() {
@@ -122,6 +123,12 @@ void AppDelegate::openFile(const std::filesystem::path& file) {
     }
     ports_.application.activate();
     controller_.transfer().offerToImport(file);
+}
+
+void AppDelegate::openSearch(const std::string& typed) {
+    if (isRunning_) {
+        search_.show(typed);
+    }
 }
 
 // Windows

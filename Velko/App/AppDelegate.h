@@ -9,6 +9,7 @@
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/HoverWatcher.h"
 #include "Velko/Broom/StatusItemController.h"
+#include "Velko/Search/SearchController.h"
 #include "Velko/Settings/SettingsController.h"
 #include "Velko/Setup/PermissionGuide.h"
 #include "Velko/Setup/SetupController.h"
@@ -42,6 +43,8 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     void reopen(bool hasVisibleWindows);
     /// The user has opened a file of the program's own kind.
     void openFile(const std::filesystem::path& file);
+    /// Opens the search with a text in its field, which may be empty. An open search takes over the text.
+    void openSearch(const std::string& typed);
 
     [[nodiscard]] AppController& controller() noexcept { return controller_; }
 
@@ -50,6 +53,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     void onClick() override;
     void onNote() override;
     void onSettings() override { openSettings(); }
+    void onSearch(const std::string& typed) override { openSearch(typed); }
     void onResort() override { openSetup(); }
     void onPermission() override { openPermission(); }
     void onVisibilityChange() override;
@@ -78,6 +82,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     FaceParts faceParts_;
     BroomFrame broomFrame_;
     ShelfController shelf_;
+    SearchController search_;
     SetupController setup_;
     std::optional<StatusItemController> statusItem_;
     std::optional<HoverWatcher> hover_;

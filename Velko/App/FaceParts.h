@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "Velko/Ports/Desktop.h"
 #include "VelkoEngine/Ports/Platform.h"
@@ -21,6 +22,8 @@ class FaceHost {
     virtual void onNote() = 0;
     /// The user wants the settings.
     virtual void onSettings() = 0;
+    /// The user wants to search the menu bar, perhaps for a text already known.
+    virtual void onSearch(const std::string& typed) = 0;
     /// The user wants to go through the cards again.
     virtual void onResort() = 0;
     /// The user wants to give the permission that is missing.

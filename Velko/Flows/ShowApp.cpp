@@ -12,11 +12,12 @@ namespace velko {
 PeekOpening::PeekOpening(const Platform& platform, Log& log, std::function<void(const RevealEvent&)> handle)
     : log_(log), handle_(std::move(handle)), opener_(platform) {}
 
-void PeekOpening::open(const BundleID& bundleID) {
+void PeekOpening::open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> onPress) {
     handle_(RevealEvent::peek(bundleID));
     opener_.open({.bundleID = bundleID,
                   .log = [&log = log_](const std::string& line) { log.log("open", line); },
-                  .onClose = [this] { handle_(RevealEvent::peekEnded()); }});
+                  .onClose = [this] { handle_(RevealEvent::peekEnded()); },
+                  .onPress = std::move(onPress)});
 }
 
 ShowMe::ShowMe(FlowHost& host, const Platform& platform, Log& log)

@@ -21,8 +21,9 @@ class PeekOpening final : private NonCopyable {
     /// `handle` moves the reveal state.
     PeekOpening(const Platform& platform, Log& log, std::function<void(const RevealEvent&)> handle);
 
-    /// Opens that app. Another that was open is not waited for any more.
-    void open(const BundleID& bundleID);
+    /// Opens that app. Another that was open is not waited for any more. `onPress` is told what came of
+    /// pressing its icon, within half a second.
+    void open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> onPress = {});
 
  private:
     Log& log_;

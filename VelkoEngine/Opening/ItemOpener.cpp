@@ -54,6 +54,7 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
         const auto pids = AX::pids(platform_, request_.bundleID);
         if (pids.empty()) {
             say("app not running");
+            tell(Press::notRunning);
             end();
             return;
         }
@@ -83,6 +84,12 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
         request_.log("open " + request_.bundleID + ": " + std::string(what));
     }
 
+    void tell(Press press) {
+        if (const auto onPress = std::exchange(request_.onPress, nullptr)) {
+            onPress(press);
+        }
+    }
+
     void watchAndPress(ProcessID pid) {
         const auto self = shared_from_this();
         Accessibility& accessibility = platform_.accessibility;
@@ -97,6 +104,7 @@ class ItemOpener::Opening final : public std::enable_shared_from_this<Opening> {
         timeout_ = Awaited::after(platform_, "opening an app", Timing::peekMaxDuration, [this] { giveUp(); });
         const PressResult result = pressFirstItem(accessibility, pid);
         say("press " + result.text);
+        tell(result.menuOpens ? Press::menuOpens : Press::unanswered);
         if (!result.menuOpens) {
             end();
         }

@@ -19,11 +19,19 @@ class ItemOpener final : private NonCopyable {
     explicit ItemOpener(const Platform& platform);
     ~ItemOpener();
 
+    /// What came of pressing the app's icon.
+    enum class Press {
+        menuOpens,
+        notRunning,
+        unanswered,  ///< it shows no icon, or does not answer
+    };
+
     /// What to open, and whom to tell.
     struct Request {
         BundleID bundleID;
         std::function<void(const std::string&)> log;  ///< receives progress lines
         std::function<void()> onClose;                ///< called once when the opening ends by itself
+        std::function<void(Press)> onPress{};         ///< called once, before `onClose`
     };
 
     /// Starts an opening. One in progress is superseded: its `onClose` is never called. When the app does

@@ -33,6 +33,7 @@ class CountingHost final : public FaceHost {
     void onClick() override {}
     void onNote() override { showNote(); }
     void onSettings() override { ++settings; }
+    void onSearch(const std::string& typed) override { searches.push_back(typed); }
     void onResort() override { ++resorts; }
     void onPermission() override { ++permissions; }
     void onVisibilityChange() override { ++visibilityChanges; }
@@ -43,6 +44,7 @@ class CountingHost final : public FaceHost {
     int resorts = 0;
     int permissions = 0;
     int visibilityChanges = 0;
+    std::vector<std::string> searches;
     std::function<void()> showNote;
     std::function<SortSession()> session;
     std::optional<ImportedLayout> found;
