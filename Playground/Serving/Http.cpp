@@ -13,6 +13,7 @@
 
 #include "Playground/Serving/HttpMessages.h"
 #include "Playground/Serving/Sockets.h"
+#include "Velko/Commands/Sockets.h"
 
 namespace velko::web {
 

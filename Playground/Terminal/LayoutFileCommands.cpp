@@ -15,6 +15,7 @@
 #include "VelkoCore/Import/Importers.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko::playground {
 

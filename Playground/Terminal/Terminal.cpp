@@ -2,27 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <unistd.h>
-
-#include "VelkoEngine/Text/Text.h"
 
 namespace velko::playground {
 
 namespace {
-
-constexpr std::string_view replacement = "\uFFFD";
-
-/// The length in bytes of a control character at the start of well-formed UTF-8; 0 if there is none.
-/// Characters of the second set have two bytes, and some terminals obey them too.
-std::size_t lengthOfControl(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text.front());
-    if (first < 0x20U || first == 0x7FU) {
-        return 1;
-    }
-    const bool isSecondSet = first == 0xC2U && static_cast<unsigned char>(text[1]) < 0xA0U;
-    return isSecondSet ? 2 : 0;
-}
 
 constexpr std::array ending{SIGINT, SIGTERM, SIGHUP};
 
@@ -35,17 +19,6 @@ bool isIgnored(int signal) {
 }
 
 }  // namespace
-
-std::string printable(std::string_view line) {
-    const std::string whole = repairedUtf8(line);
-    std::string result;
-    for (std::string_view rest = whole; !rest.empty();) {
-        const std::size_t control = lengthOfControl(rest);
-        result += control > 0 ? replacement : rest.substr(0, 1);
-        rest.remove_prefix(control > 0 ? control : 1);
-    }
-    return result;
-}
 
 KeyByKey::KeyByKey() : isTerminal_(::isatty(STDIN_FILENO) == 1 && ::tcgetattr(STDIN_FILENO, &before_) == 0) {
     if (isTerminal_) {

@@ -1,16 +1,11 @@
 #pragma once
 
 #include <csignal>
-#include <string>
-#include <string_view>
 #include <termios.h>
 
 #include "VelkoCore/NonCopyable.h"
 
 namespace velko::playground {
-
-/// Makes a line from outside safe for a terminal: control characters become U+FFFD.
-[[nodiscard]] std::string printable(std::string_view line);
 
 /// While this exists, the terminal delivers each key at once and does not show it. If the standard input is
 /// no terminal, nothing changes.

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "Playground/Terminal/Terminal.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko::playground {
 

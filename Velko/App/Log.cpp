@@ -76,10 +76,19 @@ void Log::log(std::string_view category, std::string_view message) {
                  message.size());
     line.append(time).append(beforeCategory).append(category).append(afterCategory).append(message);
     append(line + "\n");
+    for (const auto& [id, heard] : followers_) {
+        heard(line);
+    }
     lines_.push_back(std::move(line));
     if (lines_.size() > maxLines) {
         lines_.pop_front();
     }
+}
+
+Subscription Log::follow(std::function<void(const std::string&)> heard) {
+    const int id = nextFollower_++;
+    followers_.emplace(id, std::move(heard));
+    return Subscription([this, id] { followers_.erase(id); });
 }
 
 std::string Log::text() const {

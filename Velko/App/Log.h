@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <deque>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -10,6 +12,7 @@
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoCore/Time/Date.h"
 #include "VelkoEngine/Ports/MainThread.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
@@ -38,6 +41,10 @@ class Log final : private NonCopyable {
 
     [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
 
+    /// Calls `heard` with each new line, without a line feed. It must not log. The log outlives the
+    /// subscription.
+    [[nodiscard]] Subscription follow(std::function<void(const std::string&)> heard);
+
  private:
     void append(std::string_view line);
 
@@ -47,6 +54,8 @@ class Log final : private NonCopyable {
     std::deque<std::string> lines_;
     bool opened_ = false;
     int descriptor_ = -1;
+    std::map<int, std::function<void(const std::string&)>> followers_;
+    int nextFollower_ = 0;
 };
 
 /// Texts in their order, as the log lists them: "a, b, c".

@@ -104,37 +104,46 @@ bool LayoutTransfer::startAfresh() {
     return true;
 }
 
-void LayoutTransfer::write(const std::filesystem::path& file) {
+std::expected<void, std::string> LayoutTransfer::exportTo(const std::filesystem::path& file) {
     const LayoutExport content = LayoutExport::of(host_.values().layout);
     if (const auto written = AtomicFile::replace(file, content.data()); !written) {
-        fail("Velko couldn't save the layout.", written.error().description);
-        return;
+        return std::unexpected(written.error().description);
     }
     log_.log("layout",
              "exported " + std::to_string(content.sections.size()) + " placements to " + file.string());
+    return {};
 }
 
-void LayoutTransfer::read(const std::filesystem::path& file) {
-    const std::string title = "Velko couldn't import that layout.";
+std::expected<void, std::string> LayoutTransfer::importFrom(const std::filesystem::path& file) {
     const auto content = AtomicFile::read(file);
     if (!content) {
-        fail(title, content.error().description);
-        return;
+        return std::unexpected(content.error().description);
     }
     const auto& text = *content;
     if (!text) {
-        fail(title, "The file is not there any more.");
-        return;
+        return std::unexpected("The file is not there any more.");
     }
     const auto layout = LayoutExport::read(*text);
     if (!layout) {
-        fail(title, describe(layout.error()));
-        return;
+        return std::unexpected(describe(layout.error()));
     }
     host_.edit(Saving::now, [&](Layout& mine) { mine.apply(*layout); });
     log_.log("layout",
              "imported " + std::to_string(layout->sections.size()) + " placements from " + file.string());
     imported_();
+    return {};
+}
+
+void LayoutTransfer::write(const std::filesystem::path& file) {
+    if (const auto written = exportTo(file); !written) {
+        fail("Velko couldn't save the layout.", written.error());
+    }
+}
+
+void LayoutTransfer::read(const std::filesystem::path& file) {
+    if (const auto taken = importFrom(file); !taken) {
+        fail("Velko couldn't import that layout.", taken.error());
+    }
 }
 
 void LayoutTransfer::fail(const std::string& title, const std::string& reason) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <expected>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -24,6 +25,10 @@ class LayoutTransfer final : private NonCopyable {
     // Each opens its panel, unless one is open.
     void exportLayout();
     void importLayout();
+
+    // The same without a panel. On an error nothing has changed, and the error says why in words for people.
+    [[nodiscard]] std::expected<void, std::string> exportTo(const std::filesystem::path& file);
+    [[nodiscard]] std::expected<void, std::string> importFrom(const std::filesystem::path& file);
 
     /// The user has opened such a file: asks, and merges it. While something else is open, it waits its turn.
     void offerToImport(const std::filesystem::path& file);

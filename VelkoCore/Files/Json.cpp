@@ -140,4 +140,8 @@ std::string Json::print() const {
     return toLibrary(*this).dump(2, ' ', false, Library::error_handler_t::replace) + '\n';
 }
 
+std::string Json::printLine() const {
+    return toLibrary(*this).dump(-1, ' ', false, Library::error_handler_t::replace) + '\n';
+}
+
 }  // namespace velko

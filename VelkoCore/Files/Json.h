@@ -44,6 +44,9 @@ struct Json {
     /// Writes the value with two spaces of indentation, sorted keys and a final line feed. Bytes that are
     /// not UTF-8 are replaced by U+FFFD.
     [[nodiscard]] std::string print() const;
+
+    /// The same on one line, which the final line feed ends.
+    [[nodiscard]] std::string printLine() const;
 };
 
 }  // namespace velko

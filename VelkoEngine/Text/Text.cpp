@@ -28,6 +28,8 @@ std::string wholeText(double number) {
 
 namespace {
 
+constexpr std::string_view replacement = "\uFFFD";
+
 /// A kind of sequence: its first bytes, its length, and the range of its second byte. The narrow ranges keep
 /// out overlong forms, surrogates and numbers above the last code point.
 struct Form {
@@ -76,10 +78,37 @@ std::string repairedUtf8(std::string_view text) {
     repaired.reserve(text.size());
     while (!text.empty()) {
         const std::size_t length = sequenceLength(text);
-        repaired += length > 0 ? text.substr(0, length) : "\uFFFD";
+        repaired += length > 0 ? text.substr(0, length) : replacement;
         text.remove_prefix(std::max<std::size_t>(length, 1));
     }
     return repaired;
+}
+
+namespace {
+
+/// The length in bytes of a control character at the start of well-formed UTF-8; 0 if there is none.
+/// Characters of the second set have two bytes, and some terminals obey them too.
+std::size_t lengthOfControl(std::string_view text) {
+    const auto first = static_cast<unsigned char>(text.front());
+    if (first < 0x20U || first == 0x7FU) {
+        return 1;
+    }
+    const bool isSecondSet = first == 0xC2U && static_cast<unsigned char>(text[1]) < 0xA0U;
+    return isSecondSet ? 2 : 0;
+}
+
+}  // namespace
+
+std::string printable(std::string_view text, std::string_view kept) {
+    const std::string whole = repairedUtf8(text);
+    std::string result;
+    result.reserve(whole.size());
+    for (std::string_view rest = whole; !rest.empty();) {
+        const std::size_t control = kept.contains(rest.front()) ? 0 : lengthOfControl(rest);
+        result += control > 0 ? replacement : rest.substr(0, 1);
+        rest.remove_prefix(control > 0 ? control : 1);
+    }
+    return result;
 }
 
 }  // namespace velko

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Playground/Terminal/Options.h"
-#include "Playground/Terminal/Terminal.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko::playground {
 namespace {

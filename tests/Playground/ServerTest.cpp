@@ -3,6 +3,7 @@
 
 #include "Playground/Serving/Server.h"
 #include "Playground/Serving/Sockets.h"
+#include "Velko/Commands/Sockets.h"
 #include "tests/TemporaryFolder.h"
 
 namespace velko::web {
