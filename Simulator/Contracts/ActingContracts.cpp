@@ -87,6 +87,7 @@ void checkApps(const Platform& platform, const TestMac& mac, Checks& checks) {
     mac.quit(pid);
     expect(checks, "an app that has quit is not listed", !isListed() && !platform.processes.name(pid));
     expect(checks, "its menu goes with it", !hasMenu());
+    expect(checks, "what is no address is not opened", !platform.workspace.openURL(""));
 }
 
 void checkNotices(const Platform& platform, const TestMac& mac, Checks& checks) {

@@ -1,124 +1,23 @@
 #include "Velko/Checks/SelfCheck.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <span>
-#include <string_view>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
 
-#include "Velko/View/Node.h"
-#include "Velko/View/Tree.h"
+#include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"
-#include "VelkoEngine/MenuBar/AX.h"
-#include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/MenuBar/InventoryDump.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 #include "VelkoEngine/Opening/ItemOpener.h"
+#include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Screen.h"
-
-namespace velko::RenderingCheck {
-
-namespace {
-
-using Contracts::expect;
-using view::Node;
-
-std::vector<Node> controls() {
-    const std::vector<std::string> options{"One", "Two"};
-    return {
-        view::button("button", {.title = "Button"}),
-        {.id = "symbol", .label = "Settings", .content = view::Button{.symbol = "gearshape"}},
-        {.id = "toggle", .content = view::Toggle{.title = "Toggle", .isOn = true}},
-        {.id = "pop-up", .content = view::Picker{.title = "Pop-up", .options = options}},
-        {.id = "segments",
-         .content =
-             view::Picker{.title = "Segments", .options = options, .style = view::Picker::Style::segmented}},
-        {.id = "menu", .content = view::MenuButton{.title = "Menu"}},
-        {.id = "tile", .content = view::Tile{.bundleID = "com.apple.finder", .name = "Finder"}},
-        {.id = "pages",
-         .label = "Pages",
-         .content = view::Pages{.tabs = {{.title = "A"}, {.title = "B"}}, .children = {}}},
-    };
-}
-
-constexpr double height = 800;  // more than the tree needs
-
-/// The controls, inside a node of every kind that is no control.
-Node tree(std::vector<Node> children) {
-    const std::string words = "Words that are long enough to need more than the one line that they start on.";
-    Node scroll{.id = "scroll",
-                .content = view::Scroll{.height = 60, .children = {view::text("scrolled", words)}}};
-    Node group{.id = "group", .content = view::Group{.title = "Group", .children = std::move(children)}};
-    Node divider{.id = "divider", .content = view::Divider{}};
-    Node row =
-        view::row("row", {view::text("left", words), view::spacer("gap"), view::text("right", "Right")});
-    Node root =
-        view::column("tree", {std::move(scroll), std::move(divider), std::move(group), std::move(row)});
-    root.width = 320;
-    root.minHeight = height;
-    return root;
-}
-
-const DrawnView* find(const std::vector<DrawnView>& views, const std::string& id) {
-    const auto found = std::ranges::find(views, id, &DrawnView::id);
-    return found == views.end() ? nullptr : &*found;
-}
-
-/// The ids of the nodes for which `isWrong` holds or which have no view.
-template <class Wrong>
-std::string idsOf(const std::vector<Node>& nodes, const std::vector<DrawnView>& views, const Wrong& isWrong) {
-    std::string ids;
-    for (const Node& node : nodes) {
-        const DrawnView* view = find(views, node.id);
-        if (view == nullptr || isWrong(node, *view)) {
-            ids += (ids.empty() ? "" : ", ") + node.id;
-        }
-    }
-    return ids;
-}
-
-}  // namespace
-
-void check(const Draw& draw, Contracts::Checks& checks) {
-    std::vector<Node> nodes = controls();
-    const std::vector<DrawnView> first = draw(tree(nodes));
-    const std::string unseen = idsOf(nodes, first, [](const Node&, const DrawnView& view) {
-        return view.size.width < 1 || view.size.height < 1;
-    });
-    expect(checks, "windows: every control has room", unseen.empty(), unseen);
-    const std::string silent = idsOf(nodes, first, [](const Node& node, const DrawnView& view) {
-        return view.words != view::spoken(node);
-    });
-    expect(checks, "windows: VoiceOver knows every control", silent.empty(), silent);
-
-    const DrawnView* whole = find(first, "tree");
-    expect(checks, "windows: what has a least height has it",
-           whole != nullptr && whole->size.height >= height);
-
-    std::ranges::reverse(nodes);
-    const std::vector<DrawnView> second = draw(tree(nodes));
-    const std::string renewed = idsOf(nodes, second, [&](const Node& node, const DrawnView& view) {
-        const DrawnView* before = find(first, node.id);
-        return before == nullptr || before->view != view.view;
-    });
-    expect(checks, "windows: a control that moves stays itself", renewed.empty(), renewed);
-
-    const std::vector<DrawnView> third =
-        draw(tree({{.id = "button", .content = view::Picker{.options = {"One"}}}}));
-    const DrawnView* before = find(second, "button");
-    const DrawnView* after = find(third, "button");
-    expect(checks, "windows: a control of another kind is another one",
-           before != nullptr && after != nullptr && before->view != after->view);
-    expect(checks, "windows: what is gone is gone", find(third, "tile") == nullptr);
-}
-
-}  // namespace velko::RenderingCheck
 
 namespace velko::SelfCheck {
 
@@ -143,39 +42,26 @@ void checkScreens(const Platform& platform, Checks& checks) {
     expect(checks, "screens are listed", !seen.empty(), seen);
 }
 
-/// A Mac without the permission may be in order all the same, so its absence is no failure.
-void checkTrustAndItems(const Subject& subject, Checks& checks) {
+/// The contracts of the ports, as far as they are harmless.
+void checkPorts(const Subject& subject, Notes& notes) {
     const Platform& platform = subject.platform;
-    const bool isTrusted = AX::isTrusted(platform);
-    expect(checks, "the Accessibility permission can be asked about", true,
-           isTrusted ? "given" : "not given");
-    const std::size_t apps = Inventory::runningApps(platform).size();
-    expect(checks, "regular apps are running", apps > 0, std::to_string(apps));
-
-    std::optional<std::vector<MenuBarItem>> items;
-    const Task reading =
-        Inventory::items(platform, {}, [&](Inventory::Found found) { items = std::move(found.items); });
-    for (int turn = 0; turn < 20 && !items; ++turn) {
-        subject.pass(500ms);
-    }
-    expect(checks, "the menu bar's items are read", items.has_value(),
-           std::to_string(items.value_or(std::vector<MenuBarItem>{}).size()) + " items");
-    expect(checks, "the menu bar's host answers", !isTrusted || !Inventory::visiblePIDs(platform).empty(),
-           isTrusted ? std::to_string(Inventory::visiblePIDs(platform).size()) + " owners" : "not asked");
+    Checks checks;
+    // This comes first: while it runs the main loop, the system also tells us of the other apps.
+    Contracts::checkMainThread(platform.mainThread, subject.pass, checks);
+    Contracts::checkDisplays(platform.displays, checks);
+    checkScreens(platform, checks);
+    Contracts::checkProcesses(platform.processes, checks);
+    Contracts::checkWorkspace(platform, checks);
+    Contracts::checkWindows(platform.windows, checks);
+    Contracts::checkPointer(platform, checks);
+    Contracts::checkAccessibility(platform, checks);
+    Contracts::checkPrivateFramework(platform.privateFramework, VKAssessment::frameworkPath,
+                                     VKAssessment::configurationClass, checks);
+    notes.add(checks);
+    notes.tell("menus", isAnyMenuOpen(platform) ? "one is open" : "none is open");
 }
 
-void checkFramework(const Platform& platform, Checks& checks) {
-    const VKAssessment::ProbeReport report = VKAssessment::probeReport(platform);
-    std::string there = "there are";
-    for (const auto& [className, methods] : report.classes) {
-        there += " " + className;
-    }
-    for (const VKAssessment::Check& check : report.checks) {
-        expect(checks, "hiding: " + check.name, check.ok, check.ok ? "" : report.loadError.value_or(there));
-    }
-}
-
-void checkPropertyLists(const PropertyListReader& reader, Checks& checks) {
+void checkPropertyLists(const PropertyListReader& reader, Notes& notes) {
     constexpr std::string_view text =
         R"(<?xml version="1.0" encoding="UTF-8"?>
 <plist version="1.0"><dict>
@@ -194,12 +80,12 @@ void checkPropertyLists(const PropertyListReader& reader, Checks& checks) {
         {"Seen", {Date(std::chrono::sys_days(2026y / 3 / 1) + 9h + 30min)}},
     };
     const auto read = readPropertyList(std::as_bytes(std::span(text)), reader);
-    expect(checks, "a property list is read", read == PropertyList{wanted},
-           read ? "" : "error " + std::to_string(static_cast<int>(read.error())));
+    notes.expect("a property list is read", read == PropertyList{wanted},
+                 read ? "" : "error " + std::to_string(static_cast<int>(read.error())));
 }
 
 /// Whether Velko may make files in the folder, or in the nearest folder above it that exists.
-void checkFolder(const char* name, const std::filesystem::path& file, Checks& checks) {
+void checkFolder(const char* name, const std::filesystem::path& file, Notes& notes) {
     std::error_code error;
     std::filesystem::path folder = file.parent_path();
     while (folder.has_relative_path() && !std::filesystem::exists(folder, error)) {
@@ -207,7 +93,50 @@ void checkFolder(const char* name, const std::filesystem::path& file, Checks& ch
     }
     const bool isWritable =
         std::filesystem::is_directory(folder, error) && ::access(folder.c_str(), W_OK | X_OK) == 0;
-    expect(checks, name, file.is_absolute() && isWritable, folder.string());
+    notes.expect(name, file.is_absolute() && isWritable, folder.string());
+}
+
+void checkFiles(const Subject& subject, Notes& notes) {
+    checkPropertyLists(subject.propertyLists, notes);
+    checkFolder("the layout's folder is writable", subject.layoutFile, notes);
+    checkFolder("the log's folder is writable", subject.logFile, notes);
+}
+
+void checkDrawing(const Subject& subject, Notes& notes) {
+    if (!subject.draw) {
+        notes.tell("controls", "nothing draws here");
+        return;
+    }
+    Checks checks;
+    RenderingCheck::check(subject.draw, checks);
+    notes.add(checks);
+}
+
+constexpr auto sectionTable = std::to_array<Section>({
+    {.name = "ports", .run = checkPorts},
+    {.name = "permission", .run = checkPermission},
+    {.name = "menu bar", .run = checkMenuBar},
+    {.name = "framework", .run = checkFramework},
+    {.name = "hiding", .needs = Option::tryHiding, .run = tryHiding},
+    {.name = "files", .run = checkFiles},
+    {.name = "controls", .run = checkDrawing},
+});
+
+struct OptionWords {
+    Option option;
+    std::string_view flag;
+    std::string_view meaning;
+};
+
+constexpr auto optionTable = std::to_array<OptionWords>({
+    {Option::tryHiding, "--try-hiding", "hides the icons for five seconds, twice"},
+});
+
+constexpr std::string_view allOptions = "--all";
+constexpr std::array withoutAPerson{Option::tryHiding};
+
+std::string_view flagOf(Option option) {
+    return std::ranges::find(optionTable, option, &OptionWords::option)->flag;
 }
 
 std::optional<ProcessID> processID(std::string_view text) {
@@ -217,6 +146,35 @@ std::optional<ProcessID> processID(std::string_view text) {
     return error == std::errc{} && stop == end && pid > 0 ? std::optional(pid) : std::nullopt;
 }
 
+/// The rest of a command line after "--self-check"; nothing when something in it is not understood.
+std::optional<Command> parseCheck(std::span<const std::string> rest) {
+    Command command{.kind = Command::Kind::check};
+    while (!rest.empty()) {
+        const std::string& word = rest.front();
+        const auto* const option = std::ranges::find(optionTable, word, &OptionWords::flag);
+        const bool isJson = word == "--json" && rest.size() > 1 && command.jsonFile.empty();
+        if (option != optionTable.end()) {
+            command.options.insert(option->option);
+        } else if (word == allOptions) {
+            command.options.insert(withoutAPerson.begin(), withoutAPerson.end());
+        } else if (isJson) {
+            command.jsonFile = rest[1];
+        } else {
+            return std::nullopt;
+        }
+        rest = rest.subspan(isJson ? 2 : 1);
+    }
+    return command;
+}
+
+Notes::About aboutRun(const Subject& subject) {
+    return {{"version", subject.info.version},
+            {"build", subject.info.build},
+            {"channel", subject.info.channel},
+            {"system", subject.info.systemVersion},
+            {"bundle", subject.info.bundlePath}};
+}
+
 }  // namespace
 
 Command parse(const std::vector<std::string>& arguments) {
@@ -224,54 +182,66 @@ Command parse(const std::vector<std::string>& arguments) {
     if (arguments.empty() || arguments.front() != "--self-check") {
         return {.kind = Command::Kind::runApp};
     }
-    if (arguments.size() == 1) {
-        return {.kind = Command::Kind::check};
+    if (arguments.size() == 2 && arguments[1] == "--hide") {
+        return {.kind = Command::Kind::hide};
     }
-    const auto pid =
-        arguments.size() == 3 && arguments[1] == "--dump" ? processID(arguments[2]) : std::nullopt;
-    return pid ? Command{.kind = Command::Kind::dump, .pid = *pid} : Command{.kind = Command::Kind::usage};
+    if (arguments.size() == 3 && arguments[1] == "--dump") {
+        const auto pid = processID(arguments[2]);
+        return pid ? Command{.kind = Command::Kind::dump, .pid = *pid}
+                   : Command{.kind = Command::Kind::usage};
+    }
+    return parseCheck(std::span(arguments).subspan(1)).value_or(Command{.kind = Command::Kind::usage});
 }
 
-Checks run(const Subject& subject) {
+std::string usage() {
+    std::string text =
+        "usage: Velko --self-check [OPTION...] [--json FILE]\n"
+        "       Velko --self-check --dump PID\n";
+    for (const OptionWords& row : optionTable) {
+        std::string flag(row.flag);
+        flag.resize(14, ' ');
+        text += "  " + flag;
+        text += row.meaning;
+        text += "\n";
+    }
+    return text + "  --all         all of these that need no person\n";
+}
+
+std::span<const Section> sections() noexcept {
+    return sectionTable;
+}
+
+int run(const Subject& subject, const Command& command, const std::function<void(const std::string&)>& say) {
+    Notes notes(say);
     const Platform& platform = subject.platform;
-    Checks checks;
-    // This comes first: while it runs the main loop, the system also tells us of the other apps.
-    Contracts::checkMainThread(platform.mainThread, subject.pass, checks);
-    Contracts::checkDisplays(platform.displays, checks);
-    checkScreens(platform, checks);
-    Contracts::checkProcesses(platform.processes, checks);
-    Contracts::checkWorkspace(platform, checks);
-    Contracts::checkWindows(platform.windows, checks);
-    Contracts::checkPointer(platform, checks);
-    expect(checks, "open menus can be asked about", true,
-           isAnyMenuOpen(platform) ? "one is open" : "none is open");
-    Contracts::checkAccessibility(platform, checks);
-    checkTrustAndItems(subject, checks);
-    Contracts::checkPrivateFramework(platform.privateFramework, VKAssessment::frameworkPath,
-                                     VKAssessment::configurationClass, checks);
-    checkFramework(platform, checks);
-    checkPropertyLists(subject.propertyLists, checks);
-    if (subject.draw) {
-        RenderingCheck::check(subject.draw, checks);
+    const Notes::About about = aboutRun(subject);
+    for (const auto& [name, value] : about) {
+        notes.say(name + " " + value);
     }
-    checkFolder("the layout's folder is writable", subject.layoutFile, checks);
-    checkFolder("the log's folder is writable", subject.logFile, checks);
-    return checks;
-}
-
-std::string report(const Checks& checks) {
-    std::string text;
-    std::size_t failed = 0;
-    for (const Contracts::Check& check : checks) {
-        failed += check.passed ? 0 : 1;
-        text += (check.passed ? "OK   " : "FAIL ") + check.name;
-        text += (check.seen.empty() ? "" : ": " + check.seen) + "\n";
+    // Written after each section: a fault of the program must not take along what was found before it.
+    std::optional<FileError> unwritten;
+    const auto write = [&](bool isComplete) {
+        if (!command.jsonFile.empty()) {
+            const auto written = AtomicFile::replace(command.jsonFile, notes.json(about, isComplete));
+            unwritten = written ? std::nullopt : std::optional(written.error());
+        }
+    };
+    for (const Section& section : sections()) {
+        if (section.needs == Option::none || command.options.contains(section.needs)) {
+            notes.begin(section.name);
+            const Subscription awake = platform.activity.begin("checking this Mac");
+            section.run(subject, notes);
+        } else {
+            notes.leaveOut(section.name, flagOf(section.needs));
+        }
+        write(false);
     }
-    return text + std::to_string(checks.size() - failed) + " passed, " + std::to_string(failed) + " failed\n";
-}
-
-bool passed(const Checks& checks) {
-    return std::ranges::all_of(checks, &Contracts::Check::passed);
+    write(true);
+    notes.say(notes.summary());
+    if (unwritten) {
+        notes.say("FAIL " + unwritten->description);
+    }
+    return notes.hasFailed() || unwritten ? 1 : 0;
 }
 
 std::string dump(const Platform& platform, ProcessID pid) {

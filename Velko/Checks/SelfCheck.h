@@ -2,37 +2,22 @@
 
 #include <filesystem>
 #include <functional>
+#include <set>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "Velko/View/Node.h"
-#include "VelkoCore/Geometry.h"
+#include "Velko/Checks/Notes.h"
+#include "Velko/Checks/Subject.h"
 #include "VelkoCore/Identifiers.h"
-#include "VelkoCore/Import/PropertyList.h"
-#include "VelkoEngine/Contracts/Contracts.h"
-#include "VelkoEngine/Ports/Platform.h"
 
-/// Checks that a renderer does what the controllers rely on. Nothing becomes visible. Main thread.
-namespace velko::RenderingCheck {
-
-/// The view that a renderer has made for a node.
-struct DrawnView {
-    std::string id;
-    std::string words;           ///< what VoiceOver says of it
-    Size size;                   ///< points
-    const void* view = nullptr;  ///< stays the same as long as it is the same view
-};
-
-/// Draws a tree in place of the one before, and returns the views of all nodes that have an id.
-using Draw = std::function<std::vector<DrawnView>(const view::Node&)>;
-
-/// Draws a tree with a control of every kind, and then the same controls in another order.
-void check(const Draw& draw, Contracts::Checks& checks);
-
-}  // namespace velko::RenderingCheck
-
-/// Tries once everything that Velko needs of a Mac, and changes nothing. Main thread.
+/// Finds out on a real Mac what Velko needs to know of it. Nothing prompts, opens or changes anything unless
+/// its option was given. Main thread.
 namespace velko::SelfCheck {
+
+/// What a person may add to the check.
+enum class Option { none, tryHiding };
 
 /// What the command line asks for.
 struct Command {
@@ -40,33 +25,31 @@ struct Command {
         runApp,
         check,  ///< --self-check
         dump,   ///< --self-check --dump PID: one app's Accessibility tree
+        hide,   ///< --self-check --hide: how `tryHiding` starts a second process
         usage,  ///< --self-check with anything else
     };
     Kind kind = Kind::runApp;
-    ProcessID pid = 0;  ///< with `dump`
+    ProcessID pid = 0;                 ///< with `dump`
+    std::set<Option> options{};        ///< with `check`
+    std::filesystem::path jsonFile{};  ///< with `check`; empty: none
 
     bool operator==(const Command&) const = default;
 };
 [[nodiscard]] Command parse(const std::vector<std::string>& arguments);
-inline constexpr auto usage = "usage: Velko --self-check [--dump PID]";
+[[nodiscard]] std::string usage();
 
-/// What the check works on.
-struct Subject {
-    Platform platform;
-    const PropertyListReader& propertyLists;
-    std::filesystem::path layoutFile;
-    std::filesystem::path logFile;
-    Contracts::Pass pass;
-    RenderingCheck::Draw draw{};  ///< absent: nothing is drawn
+/// One part of the check.
+struct Section {
+    std::string_view name;
+    Option needs = Option::none;
+    void (*run)(const Subject&, Notes&) = nullptr;
 };
+[[nodiscard]] std::span<const Section> sections() noexcept;
 
-/// Checks the contracts of the ports, and then what the running system offers. Takes a few seconds.
-[[nodiscard]] Contracts::Checks run(const Subject& subject);
-
-/// One line for each check: "OK  " or "FAIL", its name, and what was seen. The last line counts them.
-[[nodiscard]] std::string report(const Contracts::Checks& checks);
-
-[[nodiscard]] bool passed(const Contracts::Checks& checks);
+/// Runs the sections that the command asks for, says each line at once, and writes the file if one is wanted.
+/// Without options it takes a few seconds. Returns the exit status: 0, or 1 if something failed.
+[[nodiscard]] int run(const Subject& subject, const Command& command,
+                      const std::function<void(const std::string&)>& say);
 
 /// An app's Accessibility tree as text, for `dump`.
 [[nodiscard]] std::string dump(const Platform& platform, ProcessID pid);

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "Velko/Checks/SelfCheck.h"
+#include "Velko/Checks/RenderingCheck.h"
 #include "Velko/View/Node.h"
 #include "Velko/mac/Images.h"
 #import "Velko/mac/TreeViews.h"

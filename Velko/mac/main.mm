@@ -1,9 +1,6 @@
 #import <AppKit/AppKit.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -18,10 +15,10 @@
 #include "Velko/mac/MacDesktop.h"
 #include "Velko/mac/MacDialogs.h"
 #import "Velko/mac/MacMenu.h"
+#include "Velko/mac/MacSelfCheck.h"
 #import "Velko/mac/MacStatusItem.h"
 #import "Velko/mac/MacSurfaces.h"
 #include "Velko/mac/Surroundings.h"
-#import "Velko/mac/TreeView.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/mac/Conversions.h"
 #include "VelkoEngine/mac/MacPlatform.h"
@@ -116,54 +113,6 @@ struct Program {
 
 namespace {
 
-using velko::SelfCheck::Command;
-
-/// Runs the main loop for a while.
-void pass(velko::MainThread& mainThread, velko::MainThread::Uptime duration) {
-    const auto end = mainThread.now() + duration;
-    for (auto left = duration; left.count() > 0; left = end - mainThread.now()) {
-        CFRunLoopRunInMode(kCFRunLoopDefaultMode, velko::secondsOf(left), false);
-    }
-}
-
-/// Draws trees into a view that is in no window.
-velko::RenderingCheck::Draw offScreen(velko::MainThread& mainThread, velko::AppIcons& icons) {
-    VLKTreeView* view = [[VLKTreeView alloc] initWithMainThread:mainThread icons:icons];
-    return [view](const velko::view::Node& tree) {
-        [view show:tree];
-        [view setFrameSize:[view fit]];
-        [view layoutSubtreeIfNeeded];
-        return [view drawn];
-    };
-}
-
-[[noreturn]] void check() {
-    // Registers this process with the system, as it happens when the app runs.
-    [[NSApplication sharedApplication] finishLaunching];
-    velko::MacPlatform platform;
-    const velko::Platform ports = platform.ports();
-    velko::AppIcons icons;
-    const velko::MacPropertyListReader propertyLists;
-    const auto checks = velko::SelfCheck::run({
-        .platform = ports,
-        .propertyLists = propertyLists,
-        .layoutFile = velko::Surroundings::layoutFile(),
-        .logFile = velko::Surroundings::logFile(),
-        .pass = [&](velko::MainThread::Uptime duration) { pass(ports.mainThread, duration); },
-        .draw = offScreen(ports.mainThread, icons),
-    });
-    std::fputs(velko::SelfCheck::report(checks).c_str(), stdout);
-    std::fflush(stdout);
-    // A read of an app that hangs may still be going on, and needs the platform.
-    std::_Exit(velko::SelfCheck::passed(checks) ? 0 : 1);
-}
-
-int dump(velko::ProcessID pid) {
-    velko::MacPlatform platform;
-    std::fputs(velko::SelfCheck::dump(platform.ports(), pid).c_str(), stdout);
-    return 0;
-}
-
 int runApp() {
     // The application does not own its delegate.
     [[clang::objc_precise_lifetime]] VLKAppDelegate* delegate = [[VLKAppDelegate alloc] init];
@@ -174,25 +123,13 @@ int runApp() {
     return 0;
 }
 
-int run(const Command& command) {
-    switch (command.kind) {
-        case Command::Kind::runApp:
-            return runApp();
-        case Command::Kind::check:
-            check();
-        case Command::Kind::dump:
-            return dump(command.pid);
-        case Command::Kind::usage:
-            break;
-    }
-    std::fprintf(stderr, "%s\n", velko::SelfCheck::usage);
-    return 2;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     @autoreleasepool {
-        return run(velko::SelfCheck::parse(std::vector<std::string>(argv + std::min(argc, 1), argv + argc)));
+        const auto command =
+            velko::SelfCheck::parse(std::vector<std::string>(argv + std::min(argc, 1), argv + argc));
+        return command.kind == velko::SelfCheck::Command::Kind::runApp ? runApp()
+                                                                       : velko::runSelfCheck(command);
     }
 }

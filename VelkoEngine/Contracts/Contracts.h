@@ -31,7 +31,7 @@ void checkMainThread(MainThread& mainThread, const Pass& pass, Checks& checks);
 /// Asks this process, one other running application, and a process that does not exist; acts on none.
 void checkAccessibility(const Platform& platform, Checks& checks);
 void checkWorkspace(const Platform& platform, Checks& checks);
-/// Listens for clicks for a moment, without looking at them.
+/// With the permission, listens for clicks for a moment, without looking at them.
 void checkPointer(const Platform& platform, Checks& checks);
 void checkDisplays(Displays& displays, Checks& checks);
 void checkProcesses(const Processes& processes, Checks& checks);

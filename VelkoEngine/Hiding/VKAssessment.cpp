@@ -15,10 +15,6 @@ namespace velko::VKAssessment {
 
 namespace {
 
-constexpr auto assertionClass = "MBAssessmentModeAssertion";
-constexpr auto initialiser = "initWithAllowedSystemItems:allowedBundleIdentifiers:";
-constexpr auto activation = "activateWithConfiguration:completionHandler:";
-constexpr auto invalidation = "invalidate";
 constexpr const char* classPrefix = "MBAssessmentMode";
 constexpr std::string_view frameworkFolder = "/System/Library/PrivateFrameworks/MenuBarClientCore.framework/";
 constexpr std::string_view libraryName = "/MenuBarClientCore";
@@ -146,10 +142,9 @@ std::string declaringImage(const PrivateFramework& framework) {
 bool isAvailable(const Platform& platform) {
     PrivateFramework& framework = platform.privateFramework;
     return framework.open(frameworkPath) && framework.hasClass(configurationClass) &&
-           framework.hasClass(assertionClass) &&
-           framework.instancesRespond(configurationClass, initialiser) &&
-           framework.instancesRespond(assertionClass, activation) &&
-           framework.instancesRespond(assertionClass, invalidation);
+           framework.hasClass(assertionClass) && std::ranges::all_of(calls, [&](const Call& call) {
+               return framework.instancesRespond(call.className, call.selector);
+           });
 }
 
 ProbeReport probeReport(const Platform& platform) {
@@ -174,16 +169,13 @@ ProbeReport probeReport(const Platform& platform) {
     } else {
         report.loadError = words(methods.error());
     }
-    const auto responds = [&](const std::string& className, const std::string& selector) {
-        return Check{"-[" + className + " " + selector + "]",
-                     framework.instancesRespond(className, selector)};
-    };
     report.checks = {{"framework loads (dlopen)", report.loaded},
                      {configurationClass, framework.hasClass(configurationClass)},
-                     {assertionClass, framework.hasClass(assertionClass)},
-                     responds(configurationClass, initialiser),
-                     responds(assertionClass, activation),
-                     responds(assertionClass, invalidation)};
+                     {assertionClass, framework.hasClass(assertionClass)}};
+    for (const Call& call : calls) {
+        report.checks.push_back({"-[" + std::string(call.className) + " " + call.selector + "]",
+                                 framework.instancesRespond(call.className, call.selector)});
+    }
     return report;
 }
 

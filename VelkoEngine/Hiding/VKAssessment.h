@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <optional>
@@ -18,6 +19,19 @@ namespace velko::VKAssessment {
 inline constexpr auto frameworkPath =
     "/System/Library/PrivateFrameworks/MenuBarClientCore.framework/MenuBarClientCore";
 inline constexpr auto configurationClass = "MBAssessmentModeConfiguration";
+inline constexpr auto assertionClass = "MBAssessmentModeAssertion";
+
+/// A method that hiding calls, and how: its types as the object runtime writes them, without offsets.
+struct Call {
+    const char* className;
+    const char* selector;
+    const char* types;
+};
+inline constexpr std::array calls{
+    Call{configurationClass, "initWithAllowedSystemItems:allowedBundleIdentifiers:", "@@:@@"},
+    Call{assertionClass, "activateWithConfiguration:completionHandler:", "v@:@@?"},
+    Call{assertionClass, "invalidate", "v@:"},
+};
 
 /// Whether the framework has everything that hiding needs.
 [[nodiscard]] bool isAvailable(const Platform& platform);

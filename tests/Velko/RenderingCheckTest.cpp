@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "Velko/Checks/SelfCheck.h"
+#include "Velko/Checks/RenderingCheck.h"
 #include "Velko/View/Tree.h"
 
 namespace velko {

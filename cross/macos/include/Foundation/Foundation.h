@@ -122,6 +122,7 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 @property(class, readonly, strong) NSBundle* mainBundle;
 @property(readonly, copy) NSString* bundleIdentifier;
 @property(readonly, copy) NSString* bundlePath;
+@property(readonly, copy) NSString* executablePath;
 @property(readonly, copy) NSString* privateFrameworksPath;
 + (instancetype)bundleWithPath:(NSString*)path;
 - (BOOL)load;
