@@ -51,11 +51,6 @@ Attribute nameBeyond(const view::Node& node, const std::string& visible) {
     return {.name = "aria-label", .value = std::move(name), .isThere = !isVisible};
 }
 
-/// An id that is unique in the page. Other elements of the page refer to it.
-std::string pageID(const view::Node& node, const TreeContext& context) {
-    return std::string(context.surface) + "/" + node.id;
-}
-
 Attributes with(Attributes attributes, const Attributes& more) {
     attributes.insert(attributes.end(), more.begin(), more.end());
     return attributes;
@@ -66,7 +61,7 @@ std::string segmented(const view::Node& node, const view::Picker& picker, const 
     for (std::size_t index = 0; index < picker.options.size(); ++index) {
         options += element("label", {{"class", "segment"}},
                            voidElement("input", {{"type", "radio"},
-                                                 {"name", pageID(node, context)},
+                                                 {"name", pageID(node.id, context)},
                                                  {"value", std::to_string(index)},
                                                  Attribute::flag("checked", index == picker.selected),
                                                  Attribute::flag("disabled", !node.isEnabled)}) +
@@ -83,6 +78,10 @@ std::string segmented(const view::Node& node, const view::Picker& picker, const 
 }
 
 }  // namespace
+
+std::string pageID(const std::string& nodeID, const TreeContext& context) {
+    return std::string(context.surface) + "/" + nodeID;
+}
 
 Attributes common(const view::Node& node, std::string_view kind, std::string_view classes,
                   const std::string& style) {
@@ -113,9 +112,10 @@ std::string controlMarkup(const view::Node& node, const view::Button& button, co
 }
 
 std::string controlMarkup(const view::Node& node, const view::Toggle& toggle, const TreeContext&) {
-    return element("label", common(node, "toggle", "toggle"),
+    const bool isSlider = toggle.style == view::Toggle::Style::slider;
+    return element("label", common(node, "toggle", isSlider ? "toggle" : "toggle checkbox"),
                    voidElement("input", {{"type", "checkbox"},
-                                         {"role", "switch"},
+                                         {.name = "role", .value = "switch", .isThere = isSlider},
                                          nameBeyond(node, toggle.title),
                                          Attribute::flag("checked", toggle.isOn),
                                          Attribute::flag("disabled", !node.isEnabled)}) +
@@ -143,13 +143,13 @@ std::string controlMarkup(const view::Node& node, const view::Picker& picker, co
 }
 
 std::string controlMarkup(const view::Node& node, const view::MenuButton& button, const TreeContext&) {
+    const char* classes = button.title.empty() ? "button standard symbol-only" : "button standard pull-down";
     return element("button",
-                   with(common(node, "menu-button", "button standard pull-down"),
-                        {{"type", "button"},
-                         {"aria-haspopup", "menu"},
-                         nameBeyond(node, button.title),
-                         Attribute::flag("disabled", !node.isEnabled)}),
-                   textElement("span", {{"class", "button-title"}}, button.title));
+                   with(common(node, "menu-button", classes), {{"type", "button"},
+                                                               {"aria-haspopup", "menu"},
+                                                               nameBeyond(node, button.title),
+                                                               Attribute::flag("disabled", !node.isEnabled)}),
+                   face(button.symbol, button.title));
 }
 
 std::string controlMarkup(const view::Node& node, const view::Tile& tile, const TreeContext&) {
@@ -172,7 +172,7 @@ std::string controlMarkup(const view::Node& node, const view::Tile& tile, const 
 
 std::string pagesMarkup(const view::Node& node, const view::Pages& pages, const TreeContext& context,
                         const std::string& page) {
-    const std::string base = pageID(node, context);
+    const std::string base = pageID(node.id, context);
     const std::string selected = base + "/tab" + std::to_string(pages.selected);
     std::string tabs;
     for (std::size_t index = 0; index < pages.tabs.size(); ++index) {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Playground/Html/Markup.h"
 #include "Playground/Html/Views.h"
@@ -10,6 +11,9 @@
 // The markup of controls: of everything that the Tab key reaches.
 
 namespace velko::html {
+
+/// An id that is unique in the page. Other elements of the page refer to it.
+[[nodiscard]] std::string pageID(const std::string& nodeID, const TreeContext& context);
 
 /// The attributes that the element of every node has.
 [[nodiscard]] Attributes common(const view::Node& node, std::string_view kind, std::string_view classes,
@@ -25,6 +29,18 @@ namespace velko::html {
                                         const TreeContext& context);
 [[nodiscard]] std::string controlMarkup(const view::Node& node, const view::Tile& tile,
                                         const TreeContext& context);
+[[nodiscard]] std::string controlMarkup(const view::Node& node, const view::SearchField& field,
+                                        const TreeContext& context);
+[[nodiscard]] std::string controlMarkup(const view::Node& node, const view::Progress& progress,
+                                        const TreeContext& context);
+
+/// A list. `rows` is the markup of each row.
+[[nodiscard]] std::string listMarkup(const view::Node& node, const view::List& list,
+                                     const TreeContext& context, const std::vector<std::string>& rows);
+
+/// A title with a triangle, and below it what it shows. `content` is the markup of that.
+[[nodiscard]] std::string disclosureMarkup(const view::Node& node, const view::Disclosure& disclosure,
+                                           const TreeContext& context, const std::string& content);
 
 /// Tabs, and below them the chosen page. `page` is the page's markup.
 [[nodiscard]] std::string pagesMarkup(const view::Node& node, const view::Pages& pages,

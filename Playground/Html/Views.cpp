@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "Playground/Html/Controls.h"
 #include "Playground/Html/Images.h"
@@ -106,6 +107,19 @@ class TreeWriter final {
         attributes.push_back({"role", "group"});
         attributes.push_back({"aria-label", node.label.empty() ? "List" : node.label});
         return element("div", attributes, children(node));
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::List& list) const {
+        std::vector<std::string> rows;
+        rows.reserve(list.children.size());
+        for (const view::Node& row : list.children) {
+            rows.push_back(write(row));
+        }
+        return listMarkup(node, list, context_, rows);
+    }
+
+    [[nodiscard]] std::string markup(const view::Node& node, const view::Disclosure& disclosure) const {
+        return disclosureMarkup(node, disclosure, context_, children(node));
     }
 
     [[nodiscard]] std::string markup(const view::Node& node, const view::Pages& pages) const {

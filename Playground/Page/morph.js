@@ -29,7 +29,12 @@ function matchAttributes(old, fresh) {
 function matchControl(old, fresh) {
   if (isUnderWay(old)) return;
   if (old instanceof HTMLInputElement) {
-    old.checked = fresh.hasAttribute('checked');
+    if (old.type === 'search') {
+      const text = fresh.getAttribute('value') ?? '';
+      if (old.value !== text) old.value = text;
+    } else {
+      old.checked = fresh.hasAttribute('checked');
+    }
   } else if (old instanceof HTMLSelectElement) {
     const chosen = [...fresh.options].findIndex((option) => option.hasAttribute('selected'));
     if (old.selectedIndex !== chosen) old.selectedIndex = chosen;

@@ -132,7 +132,7 @@ bar.addEventListener('keydown', (event) => {
 
 // A key that is held down presses a button only once. It repeats only in fields for text.
 document.addEventListener('keydown', (event) => {
-  const isWritten = event.key === ' ' ? 'textarea, input[type="text"]' : 'textarea';
+  const isWritten = event.key === ' ' ? 'textarea, input[type="text"], input[type="search"]' : 'textarea';
   if (!event.repeat || !['Enter', 'Escape', ' '].includes(event.key) || event.target.matches(isWritten)) return;
   event.preventDefault();
   event.stopPropagation();

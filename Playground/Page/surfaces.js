@@ -1,6 +1,7 @@
 // Velko's surfaces: which are open, where they stand, and what the user does with their controls.
 
 import { post, whileUnderWay } from '/link.js';
+import { showDrivenRows } from '/lists.js';
 import { showControls } from '/morph.js';
 import { bringToFront, keepWindowsInReach, openWindows, showWindow } from '/windows.js';
 
@@ -35,7 +36,7 @@ export function placeSurfaces() {
 function opened(surface) {
   if (surface.matches('.panel')) return;
   cameFrom.set(surface, document.activeElement);
-  surface.focus({ preventScroll: true });
+  (surface.querySelector('[data-first]') ?? surface).focus({ preventScroll: true });
 }
 
 function closed(surface, hadFocus) {
@@ -70,6 +71,7 @@ export function showSurfaces({ surfaces: open = {}, raised = {} }, held = null) 
     else closed(surface, surface === held);
   }
   raise(raised);
+  showDrivenRows();
   placeSurfaces();
 }
 
@@ -88,6 +90,7 @@ const openMenuOf = (element) =>
 function clicked(element) {
   if (element.dataset.close) return post('dismiss', { surface: element.dataset.close, how: 'closeButton' });
   if (element.matches('.tab')) return act(element, Number(element.dataset.value));
+  if (element.matches('.disclosure-title')) return act(element, element.ariaExpanded !== 'true');
   switch (element.dataset.kind) {
     case 'button': return act(element);
     case 'menu-button': return openMenuOf(element);
@@ -117,7 +120,7 @@ screen.addEventListener('contextmenu', (event) => {
 screen.addEventListener('change', (event) => {
   const control = event.target;
   if (!surfaceOf(control)) return;
-  if (control.matches('[role="switch"]')) {
+  if (control.matches('[type="checkbox"]')) {
     changed(control, control.checked);
   } else if (control.matches('select')) {
     changed(control, control.selectedIndex);
@@ -174,9 +177,10 @@ function surfaceWithKeyboard() {
 /** Whether the focused control uses this key itself. */
 function isTaken(event) {
   const control = document.activeElement;
+  if (control.matches('input[type="search"]')) return event.key !== 'Escape';
   if (event.key === 'Enter') return control.matches('button, select');
   if (!event.key.startsWith('Arrow')) return false;
-  return control.matches('select, input[type="radio"], .tab, .tile, .scroll');
+  return control.matches('select, input[type="radio"], .tab, .tile, .scroll, .list');
 }
 
 function turned(tab, key) {

@@ -70,6 +70,7 @@ const File* fileAt(std::string_view path) {
         File{.path = "/page.js", .type = script, .content = embedded::page_js},
         File{.path = "/desk.js", .type = script, .content = embedded::desk_js},
         File{.path = "/link.js", .type = script, .content = embedded::link_js},
+        File{.path = "/lists.js", .type = script, .content = embedded::lists_js},
         File{.path = "/menus.js", .type = script, .content = embedded::menus_js},
         File{.path = "/morph.js", .type = script, .content = embedded::morph_js},
         File{.path = "/surfaces.js", .type = script, .content = embedded::surfaces_js},

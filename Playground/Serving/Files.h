@@ -42,6 +42,7 @@ extern const std::string_view page_css;
 extern const std::string_view page_js;
 extern const std::string_view desk_js;
 extern const std::string_view link_js;
+extern const std::string_view lists_js;
 extern const std::string_view menus_js;
 extern const std::string_view morph_js;
 extern const std::string_view surfaces_js;

@@ -30,7 +30,31 @@ SimulatedSurface* surfaceNamed(Session& session, const Fields& fields) {
     return kind ? &session.mac().surfaces.surface(*kind) : nullptr;
 }
 
-std::optional<view::Input> inputOf(const Json* value) {
+std::optional<view::KeyPress> keyIn(const Fields& fields) {
+    using Key = view::KeyPress::Key;
+    struct Name {
+        std::string_view name;
+        Key key;
+    };
+    static constexpr std::array names{Name{"ArrowUp", Key::up}, Name{"ArrowDown", Key::down},
+                                      Name{"Enter", Key::enter}, Name{"Escape", Key::escape}};
+    const auto* const found = std::ranges::find(names, fields.text("key").value_or(""), &Name::name);
+    return found == names.end() ? std::nullopt
+                                : std::optional(view::KeyPress{.key = found->key,
+                                                               .shift = fields.flag("shift"),
+                                                               .control = fields.flag("control"),
+                                                               .option = fields.flag("option"),
+                                                               .command = fields.flag("command")});
+}
+
+std::optional<view::Input> inputOf(const Fields& fields) {
+    if (const auto rows = fields.texts("rows")) {
+        return view::Input(view::Selected{.rows = view::RowIDs(rows->begin(), rows->end())});
+    }
+    if (const auto row = fields.text("row")) {
+        return view::Input(view::Activated{.row = *row});
+    }
+    const Json* const value = fields.find("value");
     if (value == nullptr) {
         return view::Input();
     }
@@ -38,7 +62,7 @@ std::optional<view::Input> inputOf(const Json* value) {
         return view::Input(*flag);
     }
     if (const auto* text = std::get_if<std::string>(&value->value)) {
-        return view::Input(BundleID(*text));
+        return view::Input(*text);
     }
     const auto number = Fields::number(value);
     return number ? std::optional(view::Input(*number)) : std::nullopt;
@@ -46,9 +70,28 @@ std::optional<view::Input> inputOf(const Json* value) {
 
 Done performOnSurface(Session& session, const Fields& fields) {
     auto* surface = surfaceNamed(session, fields);
-    const auto input = inputOf(fields.find("value"));
+    const auto input = inputOf(fields);
     if (surface == nullptr || !input || !surface->perform(fields.text("id").value_or(""), *input)) {
         return std::unexpected("That control is gone or takes no such value.");
+    }
+    return {};
+}
+
+/// A key that the field has no use for is one for the whole surface.
+Done pressInField(Session& session, const Fields& fields) {
+    using Key = view::Shortcut::Key;
+    auto* surface = surfaceNamed(session, fields);
+    const auto pressed = keyIn(fields);
+    if (surface == nullptr || !pressed) {
+        return std::unexpected("That is no key of a field.");
+    }
+    if (surface->perform(fields.text("id").value_or(""), *pressed) || !pressed->isPlain()) {
+        return {};
+    }
+    if (pressed->key == view::KeyPress::Key::enter) {
+        surface->press({.key = Key::enter});
+    } else if (pressed->key == view::KeyPress::Key::escape) {
+        surface->press({.key = Key::escape});
     }
     return {};
 }
@@ -56,14 +99,16 @@ Done performOnSurface(Session& session, const Fields& fields) {
 Done openControlMenu(Session& session, const Fields& fields) {
     const auto* surface = surfaceNamed(session, fields);
     const auto id = fields.text("id").value_or("");
+    const auto row = fields.text("row").value_or("");
     const auto* tree = surface == nullptr ? nullptr : surface->content();
-    view::Menu menu = tree == nullptr ? view::Menu() : view::menuOf(*tree, id);
+    view::Menu menu = tree == nullptr ? view::Menu() : view::menuOf(*tree, id, row);
     if (menu.empty()) {
         return std::unexpected("That control has no menu.");
     }
-    session.openControlMenu({.anchor = "control:" + fields.text("surface").value_or("") + "/" + id,
-                             .items = std::move(menu),
-                             .surface = surfaceIn(fields)});
+    session.openControlMenu(
+        {.anchor = "control:" + fields.text("surface").value_or("") + "/" + (row.empty() ? id : row),
+         .items = std::move(menu),
+         .surface = surfaceIn(fields)});
     return {};
 }
 
@@ -166,6 +211,7 @@ constexpr std::array actions{
     Action{"desk", playLine},
     Action{"dismiss", dismiss},
     Action{"drag", holdTile},
+    Action{"field", pressInField},
     Action{"icon", clickIcon},
     Action{"key", pressKey},
     Action{"menu", openControlMenu},

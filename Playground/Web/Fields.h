@@ -53,6 +53,23 @@ class Fields final {
         return place;
     }
 
+    /// A list of texts; nothing if one of its elements is no text.
+    [[nodiscard]] std::optional<std::vector<std::string>> texts(std::string_view key) const {
+        const auto* list = get<Json::Array>(find(key));
+        if (list == nullptr) {
+            return std::nullopt;
+        }
+        std::vector<std::string> texts;
+        for (const Json& element : *list) {
+            const auto* value = get<std::string>(&element);
+            if (value == nullptr) {
+                return std::nullopt;
+            }
+            texts.push_back(*value);
+        }
+        return texts;
+    }
+
     [[nodiscard]] static std::optional<std::int64_t> number(const Json* json) {
         if (const auto* negative = get<std::int64_t>(json)) {
             return *negative;

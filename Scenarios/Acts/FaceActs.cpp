@@ -58,6 +58,16 @@ struct InputFor {
     [[nodiscard]] std::optional<view::Input> operator()(const view::Pages& pages) const {
         return at(std::ranges::find(pages.tabs, value, &view::Pages::Tab::title) - pages.tabs.begin());
     }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::Disclosure&) const {
+        const bool isOpen = value == "open";
+        return isOpen || value == "closed" ? std::optional(view::Input(isOpen)) : std::nullopt;
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::SearchField&) const {
+        return view::Input(value);
+    }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::List&) const {
+        return view::Input(view::Selected{.rows = value.empty() ? view::RowIDs() : view::RowIDs{value}});
+    }
     [[nodiscard]] std::optional<view::Input> operator()(const auto&) const { return std::nullopt; }
 
     [[nodiscard]] static std::optional<view::Input> at(std::int64_t place) { return view::Input(place); }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <set>
+#include <string>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -15,6 +16,7 @@ namespace velko {
 void SimulatedSurface::open(Opening opening) {
     close();
     opening_ = std::move(opening);
+    nameAfterPage();
     inHand = false;
     ++revision_;
 }
@@ -22,7 +24,14 @@ void SimulatedSurface::open(Opening opening) {
 void SimulatedSurface::update(view::Node content) {
     if (opening_) {
         opening_->content = std::move(content);
+        nameAfterPage();
         ++revision_;
+    }
+}
+
+void SimulatedSurface::nameAfterPage() {
+    if (std::string title = view::pageTitle(opening_->content); !title.empty()) {
+        opening_->title = std::move(title);
     }
 }
 
@@ -163,6 +172,19 @@ struct IsPossible {
     [[nodiscard]] bool operator()(const view::Pages& pages) const {
         return pages.selected < pages.tabs.size();
     }
+    [[nodiscard]] bool operator()(const view::Progress& progress) const {
+        return progress.value >= 0 && progress.value <= 1;
+    }
+    [[nodiscard]] bool operator()(const view::List& list) const {
+        const auto isRow = [&](const std::string& id) {
+            return std::ranges::any_of(list.children,
+                                       [&](const view::Node& row) { return row.id == id && row.isEnabled; });
+        };
+        return (list.selection == view::List::Selection::several || list.selected.size() <= 1) &&
+               std::ranges::all_of(list.selected, isRow) &&
+               std::ranges::none_of(list.children,
+                                    [](const view::Node& row) { return view::spoken(row).empty(); });
+    }
     [[nodiscard]] bool operator()(const auto&) const { return true; }
 };
 
@@ -173,6 +195,11 @@ class Audit {
         require(ids_.insert(node.id).second, node, "is there twice");
         require(!view::isControl(node) || !view::spoken(node).empty(), node, "is silent");
         require(std::visit(IsPossible{}, node.content), node, "shows a value that it can't have");
+        if (const auto* field = std::get_if<view::SearchField>(&node.content)) {
+            require(!(field->hasFocus && isFocusTaken_), node, "shares the first focus");
+            isFocusTaken_ = isFocusTaken_ || field->hasFocus;
+            driven_.emplace_back(node.id, field->drives);
+        }
         const auto* const button = std::get_if<view::Button>(&node.content);
         if (button != nullptr && node.isEnabled && button->shortcut != view::Shortcut()) {
             require(std::ranges::count(shortcuts_, button->shortcut) == 0, node, "shares its key");
@@ -180,7 +207,12 @@ class Audit {
         }
     }
 
-    [[nodiscard]] const std::optional<std::string>& fault() const noexcept { return fault_; }
+    [[nodiscard]] std::optional<std::string> fault() const {
+        const auto astray = std::ranges::find_if(driven_, [this](const auto& each) {
+            return !each.second.empty() && !ids_.contains(each.second);
+        });
+        return fault_ || astray == driven_.end() ? fault_ : astray->first + " works a list that is not there";
+    }
 
  private:
     void require(bool holds, const view::Node& node, const char* otherwise) {
@@ -191,6 +223,8 @@ class Audit {
 
     std::set<std::string> ids_;
     std::vector<view::Shortcut> shortcuts_;
+    std::vector<std::pair<std::string, std::string>> driven_;  ///< fields, and the lists that they work
+    bool isFocusTaken_ = false;
     std::optional<std::string> fault_;
 };
 

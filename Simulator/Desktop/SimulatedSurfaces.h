@@ -59,6 +59,9 @@ class SimulatedSurface final : public Surface {
     [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
 
  private:
+    /// A window with pages in its toolbar has the title of the page.
+    void nameAfterPage();
+
     MainThread& mainThread_;
     bool isTransient_;
     std::optional<Opening> opening_;

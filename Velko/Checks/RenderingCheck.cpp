@@ -17,13 +17,24 @@ std::vector<Node> controls() {
     return {
         view::button("button", {.title = "Button"}),
         {.id = "symbol", .label = "Settings", .content = view::Button{.symbol = "gearshape"}},
+        {.id = "search", .content = view::SearchField{.placeholder = "Search"}},
         {.id = "toggle", .content = view::Toggle{.title = "Toggle", .isOn = true}},
+        {.id = "checkbox",
+         .content = view::Toggle{.title = "Checkbox", .style = view::Toggle::Style::checkbox}},
         {.id = "pop-up", .content = view::Picker{.title = "Pop-up", .options = options}},
         {.id = "segments",
          .content =
              view::Picker{.title = "Segments", .options = options, .style = view::Picker::Style::segmented}},
         {.id = "menu", .content = view::MenuButton{.title = "Menu"}},
         {.id = "tile", .content = view::Tile{.bundleID = "com.apple.finder", .name = "Finder"}},
+        {.id = "progress", .label = "Progress", .content = view::Progress{.value = 0.5}},
+        {.id = "list",
+         .label = "List",
+         .content = view::List{.selected = {"row"}, .height = 60, .children = {view::text("row", "Row")}}},
+        {.id = "disclosure",
+         .content =
+             view::Disclosure{
+                 .title = "More", .isOpen = true, .children = {view::text("disclosed", "Disclosed")}}},
         {.id = "pages",
          .label = "Pages",
          .content = view::Pages{.tabs = {{.title = "A"}, {.title = "B"}}, .children = {}}},

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <utility>
 #include <variant>
@@ -63,9 +64,36 @@ struct Button {
     std::function<void()> press{};
 };
 
+/// A key that a search field passes on, and the modifier keys that are down with it.
+struct KeyPress {
+    enum class Key { up, down, enter, escape };
+
+    Key key = Key::enter;
+    bool shift = false;
+    bool control = false;
+    bool option = false;
+    bool command = false;
+
+    [[nodiscard]] bool isPlain() const noexcept { return !shift && !control && !option && !command; }
+    bool operator==(const KeyPress&) const = default;
+};
+
+/// A field in which the user writes what to look for. Keys that are for no text can work a list beside it.
+struct SearchField {
+    std::string text{};
+    std::string placeholder{};  ///< shows while there is no text; without a label VoiceOver says it
+    bool hasFocus = false;      ///< the keyboard goes here when the surface opens
+    std::string drives{};  ///< id of a list in the same surface, which Up, Down and Return work; empty: none
+    std::function<void(const std::string&)> change{};
+    std::function<bool(const KeyPress&)> key{};  ///< before `drives`; returns whether the key was used
+};
+
 struct Toggle {
+    enum class Style { slider, checkbox };
+
     std::string title{};
     bool isOn = false;
+    Style style = Style::slider;
     std::function<void(bool)> change{};
 };
 
@@ -83,8 +111,14 @@ struct Picker {
 
 /// A button that opens a menu. The menu is made anew each time.
 struct MenuButton {
-    std::string title{};
+    std::string title{};   ///< empty: there is only the symbol, and the node has a label
+    std::string symbol{};  ///< a system symbol's name; empty: none
     std::function<Menu()> menu{};
+};
+
+/// How much of something is done.
+struct Progress {
+    double value = 0;  ///< 0 to 1
 };
 
 /// An app as a tile: its icon above its name. The user can press it, open its menu, and drag it onto a
@@ -124,8 +158,38 @@ struct Scroll {
     std::vector<Node> children;
 };
 
+using RowIDs = std::set<std::string>;
+
+/// Rows one below the other. The user selects one or several with the mouse, the arrow keys, or by typing how
+/// what VoiceOver says of a row begins. A row that is disabled can't be selected: it is a heading.
+struct List {
+    enum class Selection { one, several };
+
+    Selection selection = Selection::one;
+    RowIDs selected{};   ///< the ids of rows
+    double height = 0;   ///< points; what is beyond it scrolls
+    bool grows = false;  ///< takes the height that its window has left
+    std::vector<Node> children;
+    std::function<void(const RowIDs&)> select{};
+    std::function<void(const std::string&)> activate{};  ///< by Return or a double click; absent: nothing
+    std::function<Menu(const RowIDs&)> menu{};           ///< about these rows; absent: none
+};
+
+/// A title that shows or hides what is below it.
+struct Disclosure {
+    std::string title{};
+    bool isOpen = false;
+    std::function<void(bool)> change{};
+    std::vector<Node> children;  ///< there only while it is open
+};
+
 /// One of several pages. The user chooses it with tabs along the top.
 struct Pages {
+    enum class Style {
+        tabs,
+        toolbar,  ///< in the toolbar of the window, which has the title of the selected page
+    };
+
     struct Tab {
         std::string title{};
         std::string symbol{};
@@ -135,6 +199,7 @@ struct Pages {
 
     std::vector<Tab> tabs{};
     std::size_t selected = 0;
+    Style style = Style::tabs;
     std::function<void(std::size_t)> choose{};
     std::vector<Node> children;  ///< the selected page
 };
@@ -144,8 +209,8 @@ struct Divider {};
 /// Empty room: all that is left in its row or column.
 struct Spacer {};
 
-using Content = std::variant<Text, Symbol, AppIcon, Picture, Button, Toggle, Picker, MenuButton, Tile, Stack,
-                             Group, Scroll, Pages, Divider, Spacer>;
+using Content = std::variant<Text, Symbol, AppIcon, Picture, Button, SearchField, Toggle, Picker, MenuButton,
+                             Tile, Progress, Stack, Group, Scroll, List, Disclosure, Pages, Divider, Spacer>;
 
 /// One element of a surface.
 struct Node {

@@ -25,51 +25,11 @@ concept Titled = requires(const Content& content) {
     { content.title } -> std::convertible_to<std::string>;
 };
 
-/// Functions are copied before they run, because they may replace the tree that holds them.
-struct Performer {
-    const Input& input;
-
-    template <class Value, class Function, class... Arguments>
-    [[nodiscard]] static bool call(const Value* value, const Function& function,
-                                   const Arguments&... arguments) {
-        if (value == nullptr || !function) {
-            return false;
-        }
-        const Function copy = function;
-        copy(arguments...);
-        return true;
-    }
-
-    [[nodiscard]] bool press(const std::function<void()>& function) const {
-        return call(std::get_if<std::monostate>(&input), function);
-    }
-    [[nodiscard]] bool pick(const std::function<void(std::size_t)>& function, std::size_t count) const {
-        const auto* number = std::get_if<std::int64_t>(&input);
-        if (number == nullptr || *number < 0 || static_cast<std::uint64_t>(*number) >= count) {
-            return false;
-        }
-        return call(number, function, static_cast<std::size_t>(*number));
-    }
-
-    [[nodiscard]] bool operator()(const Button& button) const { return press(button.press); }
-    [[nodiscard]] bool operator()(const Tile& tile) const { return press(tile.press); }
-    [[nodiscard]] bool operator()(const Toggle& toggle) const {
-        const auto* isOn = std::get_if<bool>(&input);
-        return isOn != nullptr && call(isOn, toggle.change, *isOn);
-    }
-    [[nodiscard]] bool operator()(const Picker& picker) const {
-        return pick(picker.choose, picker.options.size());
-    }
-    [[nodiscard]] bool operator()(const Pages& pages) const { return pick(pages.choose, pages.tabs.size()); }
-    [[nodiscard]] bool operator()(const Group& group) const {
-        const auto* dropped = std::get_if<BundleID>(&input);
-        return dropped != nullptr && call(dropped, group.drop, BundleID(*dropped));
-    }
-    [[nodiscard]] bool operator()(const auto&) const { return false; }
-};
-
 [[nodiscard]] std::string visibleText(const Text& text) {
     return text.text;
+}
+[[nodiscard]] std::string visibleText(const SearchField& field) {
+    return field.placeholder;
 }
 [[nodiscard]] std::string visibleText(const Tile& tile) {
     return tile.badge.empty() ? tile.name : tile.name + ", " + tile.badge;
@@ -85,6 +45,10 @@ struct Performer {
 }  // namespace
 
 std::span<const Node> childrenOf(const Node& node) {
+    const auto* disclosure = std::get_if<Disclosure>(&node.content);
+    if (disclosure != nullptr && !disclosure->isOpen) {
+        return {};
+    }
     return std::visit(
         [](const auto& content) -> std::span<const Node> {
             if constexpr (Container<std::remove_cvref_t<decltype(content)>>) {
@@ -122,45 +86,71 @@ std::string spoken(const Node& node) {
     return std::visit([](const auto& content) { return visibleText(content); }, node.content);
 }
 
+namespace {
+
+template <class Content, class... Kinds>
+bool isOneOf(const Content& content) {
+    return (std::holds_alternative<Kinds>(content) || ...);
+}
+
+}  // namespace
+
 bool isControl(const Node& node) {
-    return std::holds_alternative<Button>(node.content) || std::holds_alternative<Toggle>(node.content) ||
-           std::holds_alternative<Picker>(node.content) || std::holds_alternative<MenuButton>(node.content) ||
-           std::holds_alternative<Tile>(node.content) || std::holds_alternative<Pages>(node.content);
+    return isOneOf<Content, Button, SearchField, Toggle, Picker, MenuButton, Tile, List, Disclosure, Pages>(
+        node.content);
 }
 
-bool perform(const Node& root, std::string_view id, const Input& input) {
-    const Node* node = find(root, id);
-    return node != nullptr && node->isEnabled && std::visit(Performer{input}, node->content);
+std::string rowBeside(const List& list, bool isAfter) {
+    std::vector<const Node*> rows;
+    for (const Node& row : list.children) {
+        if (row.isEnabled) {
+            rows.push_back(&row);
+        }
+    }
+    if (rows.empty()) {
+        return {};
+    }
+    if (!isAfter) {
+        std::ranges::reverse(rows);
+    }
+    // The last selected row in that direction counts.
+    const auto last = std::ranges::find_if(rows.rbegin(), rows.rend(),
+                                           [&](const Node* row) { return list.selected.contains(row->id); });
+    if (last == rows.rend()) {
+        return rows.front()->id;
+    }
+    return last == rows.rbegin() ? rows.back()->id : (*std::prev(last))->id;
 }
 
-Menu menuOf(const Node& root, std::string_view id) {
+const Node* toolbarOf(const Node& root) {
+    const Node* found = nullptr;
+    walk(root, [&](const Node& node) {
+        const auto* pages = std::get_if<Pages>(&node.content);
+        found = found == nullptr && pages != nullptr && pages->style == Pages::Style::toolbar ? &node : found;
+    });
+    return found;
+}
+
+std::string pageTitle(const Node& root) {
+    const Node* node = toolbarOf(root);
+    const auto* pages = node == nullptr ? nullptr : std::get_if<Pages>(&node->content);
+    return pages != nullptr && pages->selected < pages->tabs.size() ? pages->tabs[pages->selected].title : "";
+}
+
+Menu menuOf(const Node& root, std::string_view id, const std::string& row) {
     const Node* node = find(root, id);
     if (node == nullptr || !node->isEnabled) {
         return {};
+    }
+    if (const auto* list = std::get_if<List>(&node->content)) {
+        const bool isSelection = row.empty() || list->selected.contains(row);
+        return list->menu ? list->menu(isSelection ? list->selected : RowIDs{row}) : Menu{};
     }
     if (const auto* button = std::get_if<MenuButton>(&node->content)) {
         return button->menu ? button->menu() : Menu{};
     }
     const auto* tile = std::get_if<Tile>(&node->content);
     return tile != nullptr && tile->menu ? tile->menu() : Menu{};
-}
-
-bool pressKey(const Node& root, const Shortcut& shortcut, bool isRepeat) {
-    if (shortcut.key == Shortcut::Key::none) {
-        return false;
-    }
-    const Node* found = nullptr;
-    walk(root, [&](const Node& node) {
-        const auto* button = std::get_if<Button>(&node.content);
-        if (found == nullptr && button != nullptr && node.isEnabled && button->shortcut == shortcut) {
-            found = &node;
-        }
-    });
-    if (isRepeat) {
-        return found != nullptr;
-    }
-    // The press may destroy the tree, and the id in it.
-    return found != nullptr && perform(root, std::string(found->id), std::monostate{});
 }
 
 namespace {

@@ -29,20 +29,41 @@ void walk(const Node& root, const std::function<void(const Node&)>& visit);
 /// Whether Tab stops at a node.
 [[nodiscard]] bool isControl(const Node& node);
 
-/// What a user does to a control: presses it, switches it on or off, picks an option by its index, or drops
-/// an app on it.
-using Input = std::variant<std::monostate, bool, std::int64_t, BundleID>;
+/// The user selects exactly these rows of a list.
+struct Selected {
+    RowIDs rows;
+};
+
+/// The user double-clicks a row of a list, or presses Return.
+struct Activated {
+    std::string row;
+};
+
+/// What a user does to a control: presses it, switches it on or off, opens or closes it, picks an option by
+/// its index, writes a text, drops an app on it, works the rows of a list, or presses a key in a field.
+using Input = std::variant<std::monostate, bool, std::int64_t, std::string, Selected, Activated, KeyPress>;
 
 /// Does to the control with that id what the user did. Returns whether it exists, is enabled, and takes such
 /// an input. An index outside its range is no input.
 bool perform(const Node& root, std::string_view id, const Input& input);
 
-/// The menu that a control opens; empty when it has none or is disabled.
-[[nodiscard]] Menu menuOf(const Node& root, std::string_view id);
+/// The menu that a control opens; empty when it has none or is disabled. The menu of a list is about `row`,
+/// or about all selected rows if that is one of them or empty.
+[[nodiscard]] Menu menuOf(const Node& root, std::string_view id, const std::string& row = {});
 
 /// Presses the first enabled button, in reading order, that listens to that key. Returns whether there was
 /// one. While a key is held down it presses only once: the repeats do nothing, but count as taken.
 bool pressKey(const Node& root, const Shortcut& shortcut, bool isRepeat = false);
+
+/// The row of a list that comes before or after the selected ones; the first or last one if none is selected
+/// or nothing is beyond. Rows that can't be selected are left out. Empty if there are no others.
+[[nodiscard]] std::string rowBeside(const List& list, bool isAfter);
+
+/// The pages that the toolbar of a surface's window shows, and their node; null when there are none.
+[[nodiscard]] const Node* toolbarOf(const Node& root);
+
+/// The title of the page that the toolbar shows as selected; empty without a toolbar.
+[[nodiscard]] std::string pageTitle(const Node& root);
 
 enum class Arrow : std::uint8_t { left, right, up, down };
 

@@ -170,6 +170,60 @@ class ScrollingView final : public ContainerView {
     NSLayoutConstraint* limit_;
 };
 
+/// A title with a triangle. What it shows is a little farther to the right.
+class DisclosureView final : public ContainerView {
+ public:
+    explicit DisclosureView(const RenderContext& context)
+        : DisclosureView(context, makeColumn(titleSpacing), [[VLKTreeButton alloc] initWithFrame:NSRect{}],
+                         [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
+
+    void arrange(const std::vector<Child>& children) override {
+        content_.hidden = children.empty();
+        StackViews::place(content_, children, 0);
+    }
+
+ private:
+    DisclosureView(const RenderContext& context, NSStackView* outer, VLKTreeButton* triangle,
+                   VLKTreeButton* title)
+        : ContainerView(outer, triangle),
+          triangle_(triangle),
+          title_(title),
+          content_(makeColumn(innerSpacing)) {
+        constexpr double indent = 18;
+        [triangle setButtonType:NSButtonTypePushOnPushOff];
+        triangle.bezelStyle = NSBezelStyleDisclosure;
+        triangle.title = @"";
+        title.bordered = NO;
+        title.accessibilityElement = NO;  // the triangle says it
+        NSStackView* head = StackViews::make(NSUserInterfaceLayoutOrientationHorizontal,
+                                             NSLayoutAttributeCenterY, titleSpacing);
+        for (VLKTreeButton* button : {triangle, title}) {
+            button.target = context.actions;
+            button.action = @selector(disclosed:);
+            [head addArrangedSubview:button];
+        }
+        content_.edgeInsets = {.top = 0, .left = indent, .bottom = 0, .right = 0};
+        [outer addArrangedSubview:head];
+        [outer addArrangedSubview:content_];
+        [content_.widthAnchor constraintEqualToAnchor:outer.widthAnchor constant:0].active = YES;
+    }
+
+    void update(const view::Node& node) override {
+        const auto& disclosure = std::get<view::Disclosure>(node.content);
+        triangle_.state = disclosure.isOpen ? NSControlStateValueOn : NSControlStateValueOff;
+        triangle_.enabled = node.isEnabled;
+        title_.title = native(disclosure.title);
+        title_.enabled = node.isEnabled;
+        title_.identifier = native(node.id);
+    }
+
+    void speak(const view::Node& node) override { triangle_.accessibilityLabel = native(view::spoken(node)); }
+
+    VLKTreeButton* triangle_;
+    VLKTreeButton* title_;
+    NSStackView* content_;
+};
+
 class PagesView final : public ContainerView {
  public:
     explicit PagesView(const RenderContext& context)
@@ -204,6 +258,7 @@ class PagesView final : public ContainerView {
         }
         tabs_.selectedSegment = pages.selected < shown_.size() ? static_cast<NSInteger>(pages.selected) : -1;
         tabs_.enabled = node.isEnabled;
+        tabs_.hidden = pages.style == view::Pages::Style::toolbar;
     }
 
     void speak(const view::Node& node) override {
@@ -219,6 +274,9 @@ class PagesView final : public ContainerView {
 
 NodeViewRef makeView(const view::Scroll& /*content*/, const RenderContext& /*context*/) {
     return std::make_unique<ScrollingView>();
+}
+NodeViewRef makeView(const view::Disclosure& /*content*/, const RenderContext& context) {
+    return std::make_unique<DisclosureView>(context);
 }
 NodeViewRef makeView(const view::Pages& /*content*/, const RenderContext& context) {
     return std::make_unique<PagesView>(context);

@@ -74,31 +74,9 @@ class MenuButtonView final : public PushButtonLike {
  private:
     void update(const view::Node& node) override {
         const auto& shown = std::get<view::MenuButton>(node.content);
-        button().title = native(shown.title);
+        setFace(button(), shown.title, shown.symbol);
         button().enabled = node.isEnabled;
     }
-};
-
-class CheckboxView final : public ButtonLike {
- public:
-    explicit CheckboxView(const RenderContext& context)
-        : CheckboxView(context, [[VLKTreeButton alloc] initWithFrame:NSRect{}]) {}
-
- private:
-    CheckboxView(const RenderContext& context, VLKTreeButton* button)
-        : ButtonLike(button, context.actions, @selector(toggled:)), button_(button) {
-        [button setButtonType:NSButtonTypeSwitch];
-    }
-
-    void update(const view::Node& node) override {
-        const auto& toggle = std::get<view::Toggle>(node.content);
-        button_.title = native(toggle.title);
-        button_.imagePosition = toggle.title.empty() ? NSImageOnly : NSImageLeading;
-        button_.enabled = node.isEnabled;
-        button_.state = toggle.isOn ? NSControlStateValueOn : NSControlStateValueOff;
-    }
-
-    VLKTreeButton* button_;
 };
 
 class AppTileView final : public ButtonLike {
@@ -147,60 +125,28 @@ NodeViewRef makeView(const view::Button& /*content*/, const RenderContext& conte
 NodeViewRef makeView(const view::MenuButton& /*content*/, const RenderContext& context) {
     return std::make_unique<MenuButtonView>(context);
 }
-NodeViewRef makeView(const view::Toggle& /*content*/, const RenderContext& context) {
-    return std::make_unique<CheckboxView>(context);
-}
 NodeViewRef makeView(const view::Tile& /*content*/, const RenderContext& context) {
     return std::make_unique<AppTileView>(context);
 }
 
 namespace {
 
-constexpr double titleSpacing = 6;
-
-NSTextField* makeTitle() {
-    NSTextField* title = [NSTextField labelWithString:@""];
-    [title setContentHuggingPriority:NSLayoutPriorityDefaultHigh
-                      forOrientation:NSLayoutConstraintOrientationHorizontal];
-    return title;
-}
-
-/// A control with its title on its left.
-NSStackView* titled(NSArray<NSView*>* views) {
-    NSStackView* stack =
-        StackViews::make(NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeCenterY, titleSpacing);
-    StackViews::place(stack, views);
-    return stack;
-}
-
-NSArray<NSView*>* listed(std::initializer_list<NSView*> views) {
-    NSMutableArray<NSView*>* list = [NSMutableArray arrayWithCapacity:views.size()];
-    for (NSView* view : views) {
-        [list addObject:view];
-    }
-    return list;
-}
-
-void setTitle(NSTextField* title, const std::string& words) {
-    title.stringValue = native(words);
-    title.hidden = words.empty();
-}
-
 class PopUpView final : public NodeView {
  public:
     explicit PopUpView(const RenderContext& context)
-        : PopUpView(context, makeTitle(), [[NSPopUpButton alloc] initWithFrame:NSRect {} pullsDown:NO]) {}
+        : PopUpView(context, TitledControls::makeTitle(),
+                    [[NSPopUpButton alloc] initWithFrame:NSRect {} pullsDown:NO]) {}
 
  private:
     PopUpView(const RenderContext& context, NSTextField* title, NSPopUpButton* popUp)
-        : NodeView(titled(listed({title, popUp})), popUp), title_(title), popUp_(popUp) {
+        : NodeView(TitledControls::make(title, popUp), popUp), title_(title), popUp_(popUp) {
         popUp.target = context.actions;
         popUp.action = @selector(picked:);
     }
 
     void update(const view::Node& node) override {
         const auto& picker = std::get<view::Picker>(node.content);
-        setTitle(title_, picker.title);
+        TitledControls::setTitle(title_, picker.title);
         // While its menu is open, it must not be filled again without need.
         if (picker.options != options_) {
             options_ = picker.options;
@@ -224,11 +170,12 @@ class PopUpView final : public NodeView {
 class SegmentsView final : public NodeView {
  public:
     explicit SegmentsView(const RenderContext& context)
-        : SegmentsView(context, makeTitle(), [[NSSegmentedControl alloc] initWithFrame:NSRect{}]) {}
+        : SegmentsView(context, TitledControls::makeTitle(),
+                       [[NSSegmentedControl alloc] initWithFrame:NSRect{}]) {}
 
  private:
     SegmentsView(const RenderContext& context, NSTextField* title, NSSegmentedControl* segments)
-        : NodeView(titled(listed({title, segments})), segments), title_(title), segments_(segments) {
+        : NodeView(TitledControls::make(title, segments), segments), title_(title), segments_(segments) {
         segments.trackingMode = NSSegmentSwitchTrackingSelectOne;
         segments.target = context.actions;
         segments.action = @selector(segmentPicked:);
@@ -236,7 +183,7 @@ class SegmentsView final : public NodeView {
 
     void update(const view::Node& node) override {
         const auto& picker = std::get<view::Picker>(node.content);
-        setTitle(title_, picker.title);
+        TitledControls::setTitle(title_, picker.title);
         segments_.segmentCount = static_cast<NSInteger>(picker.options.size());
         for (std::size_t index = 0; index < picker.options.size(); ++index) {
             [segments_ setLabel:native(picker.options[index]) forSegment:static_cast<NSInteger>(index)];

@@ -11,6 +11,9 @@ namespace velko {
 /// The pressed key as a shortcut; nothing when no button can listen to it.
 [[nodiscard]] std::optional<view::Shortcut> shortcutOf(NSEvent* event);
 
+/// The pressed key for a search field, with the modifier keys; nothing for keys that are for text.
+[[nodiscard]] std::optional<view::KeyPress> keyPressOf(NSEvent* event);
+
 /// The pressed arrow key; nothing for other keys, and with Command, Control or Option.
 [[nodiscard]] std::optional<view::Arrow> arrowOf(NSEvent* event);
 

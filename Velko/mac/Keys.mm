@@ -70,6 +70,35 @@ std::optional<view::Arrow> arrowOf(NSEvent* event) {
     }
 }
 
+std::optional<view::KeyPress> keyPressOf(NSEvent* event) {
+    using Key = view::KeyPress::Key;
+    NSString* characters = event.charactersIgnoringModifiers;
+    if (characters.length != 1) {
+        return std::nullopt;
+    }
+    const auto pressed = [event](Key key) {
+        const auto isDown = [event](NSEventModifierFlags flag) { return (event.modifierFlags & flag) != 0; };
+        return view::KeyPress{.key = key,
+                              .shift = isDown(NSEventModifierFlagShift),
+                              .control = isDown(NSEventModifierFlagControl),
+                              .option = isDown(NSEventModifierFlagOption),
+                              .command = isDown(NSEventModifierFlagCommand)};
+    };
+    switch ([characters characterAtIndex:0]) {
+        case upArrow:
+            return pressed(Key::up);
+        case downArrow:
+            return pressed(Key::down);
+        case '\r':
+        case enterOnKeypad:
+            return pressed(Key::enter);
+        case escapeKey:
+            return pressed(Key::escape);
+        default:
+            return std::nullopt;
+    }
+}
+
 bool isForControls(const view::Shortcut& shortcut) {
     using Key = view::Shortcut::Key;
     return shortcut.key != Key::enter && shortcut.key != Key::escape;

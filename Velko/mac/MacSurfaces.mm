@@ -28,6 +28,7 @@ void MacSurface::open(Opening opening) {
     [tree_ setFrameSize:size_];
     if (present(*opening_, tree_)) {
         fit();  // again: only now is it known on which screen it is
+        [tree_ takeFocus];
     } else {
         close();
     }
@@ -119,7 +120,7 @@ bool MacSurface::hear(NSEvent* key) {
     if (const auto told = opening_->keyPressed) {
         told();
     }
-    if ([tree_ pressKeyOf:key] || [tree_ walkTilesByKeyOf:key]) {
+    if ([tree_ pressFieldKeyOf:key] || [tree_ pressKeyOf:key] || [tree_ walkTilesByKeyOf:key]) {
         return true;
     }
     const auto shortcut = shortcutOf(key);

@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "Velko/View/Node.h"
@@ -72,13 +73,17 @@ using NodeViewRef = std::unique_ptr<NodeView>;
 [[nodiscard]] NodeViewRef makeView(const view::Divider& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Spacer& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Button& content, const RenderContext& context);
+[[nodiscard]] NodeViewRef makeView(const view::SearchField& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Toggle& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Picker& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::MenuButton& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Tile& content, const RenderContext& context);
+[[nodiscard]] NodeViewRef makeView(const view::Progress& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Stack& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Group& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Scroll& content, const RenderContext& context);
+[[nodiscard]] NodeViewRef makeView(const view::List& content, const RenderContext& context);
+[[nodiscard]] NodeViewRef makeView(const view::Disclosure& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Pages& content, const RenderContext& context);
 
 }  // namespace velko
@@ -99,3 +104,15 @@ void place(NSStackView* stack, const std::vector<NodeView::Child>& children, dou
 void pin(NSView* view, NSView* container, double inset);
 
 }  // namespace velko::StackViews
+
+/// Controls with a title on their left. Where there is room, the control is at the right edge.
+namespace velko::TitledControls {
+
+[[nodiscard]] NSTextField* makeTitle();
+
+[[nodiscard]] NSStackView* make(NSTextField* title, NSView* control);
+
+/// Shows the words; without any, there is no title.
+void setTitle(NSTextField* title, const std::string& words);
+
+}  // namespace velko::TitledControls

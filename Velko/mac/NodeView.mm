@@ -63,9 +63,13 @@ void NodeView::stretch(NSStackView* stack, bool stretches, double padding) {
 }
 
 std::size_t kindOf(const view::Node& node) {
+    // Some kinds of node are two kinds of view: the second one gets a number of its own.
+    constexpr std::size_t second = std::variant_size_v<view::Content>;
     const auto* picker = std::get_if<view::Picker>(&node.content);
-    const bool isSegmented = picker != nullptr && picker->style == view::Picker::Style::segmented;
-    return isSegmented ? std::variant_size_v<view::Content> : node.content.index();
+    const auto* toggle = std::get_if<view::Toggle>(&node.content);
+    const bool isSecond = (picker != nullptr && picker->style == view::Picker::Style::segmented) ||
+                          (toggle != nullptr && toggle->style == view::Toggle::Style::checkbox);
+    return node.content.index() + (isSecond ? second : 0);
 }
 
 }  // namespace velko
@@ -122,3 +126,31 @@ void pin(NSView* view, NSView* container, double inset) {
 }
 
 }  // namespace velko::StackViews
+
+namespace velko::TitledControls {
+
+NSTextField* makeTitle() {
+    NSTextField* title = [NSTextField labelWithString:@""];
+    [title setContentHuggingPriority:1 forOrientation:NSLayoutConstraintOrientationHorizontal];
+    return title;
+}
+
+NSStackView* make(NSTextField* title, NSView* control) {
+    constexpr double spacing = 6;
+    NSStackView* stack =
+        StackViews::make(NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeCenterY, spacing);
+    NSMutableArray<NSView*>* views = [NSMutableArray arrayWithCapacity:2];
+    [views addObject:title];
+    [views addObject:control];
+    StackViews::place(stack, views);
+    [control setContentHuggingPriority:NSLayoutPriorityDefaultHigh
+                        forOrientation:NSLayoutConstraintOrientationHorizontal];
+    return stack;
+}
+
+void setTitle(NSTextField* title, const std::string& words) {
+    title.stringValue = native(words);
+    title.hidden = words.empty();
+}
+
+}  // namespace velko::TitledControls

@@ -31,9 +31,20 @@ bool isSpreading(const view::Node& node) {
                             });
         return hasGap || isAnySpreading(stack->children);
     }
+    // Their titles are on the left, they themselves on the right.
+    if (const auto* toggle = std::get_if<view::Toggle>(&node.content)) {
+        return toggle->style == view::Toggle::Style::slider && !toggle->title.empty();
+    }
+    if (const auto* picker = std::get_if<view::Picker>(&node.content)) {
+        return !picker->title.empty();
+    }
     return std::holds_alternative<view::Divider>(node.content) ||
+           std::holds_alternative<view::SearchField>(node.content) ||
+           std::holds_alternative<view::Progress>(node.content) ||
            std::holds_alternative<view::Group>(node.content) ||
            std::holds_alternative<view::Scroll>(node.content) ||
+           std::holds_alternative<view::List>(node.content) ||
+           std::holds_alternative<view::Disclosure>(node.content) ||
            std::holds_alternative<view::Pages>(node.content);
 }
 

@@ -21,6 +21,10 @@
 - (void)stop;
 /// Presses the button that listens to the key of an event. Returns whether there was one.
 - (BOOL)pressKeyOf:(NSEvent*)event;
+/// Gives a key to the search field in which the user writes. Returns whether the field used it.
+- (BOOL)pressFieldKeyOf:(NSEvent*)event;
+/// Moves the keyboard's focus to the control that has it first.
+- (void)takeFocus;
 /// When the event is an arrow key, moves the keyboard's focus to the tile in that direction. Returns whether
 /// it did.
 - (BOOL)walkTilesByKeyOf:(NSEvent*)event;

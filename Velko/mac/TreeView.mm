@@ -7,6 +7,7 @@
 
 #include "Velko/View/Tree.h"
 #include "Velko/mac/Keys.h"
+#import "Velko/mac/ListView.h"
 #import "Velko/mac/MacMenu.h"
 #import "Velko/mac/TreeRenderer.h"
 #import "Velko/mac/TreeViews.h"
@@ -62,7 +63,22 @@ void holdWeakly(NSLayoutConstraint* edge) {
 
 /// Whether what has the keyboard uses arrows and letters itself.
 BOOL usesKeys(NSResponder* responder) {
-    return [responder isKindOfClass:[NSText class]] || [responder isKindOfClass:[NSSegmentedControl class]];
+    return [responder isKindOfClass:[NSText class]] || [responder isKindOfClass:[NSSegmentedControl class]] ||
+           [responder isKindOfClass:[NSTableView class]];
+}
+
+/// The field in which the user writes; nil when there is none.
+VLKSearchField* fieldOf(NSResponder* responder) {
+    // The system puts its editor for texts into the field.
+    NSView* view = [responder isKindOfClass:[NSTextView class]] ? (NSView*)responder : nil;
+    while (view != nil && ![view isKindOfClass:[VLKSearchField class]]) {
+        view = view.superview;
+    }
+    return (VLKSearchField*)view;
+}
+
+BOOL activatesByEnter(NSResponder* responder) {
+    return [responder isKindOfClass:[VLKListView class]] && ((VLKListView*)responder).activates;
 }
 
 }  // namespace
@@ -148,10 +164,39 @@ BOOL usesKeys(NSResponder* responder) {
 - (BOOL)pressKeyOf:(NSEvent*)event {
     const auto tree = _tree;
     const auto shortcut = velko::shortcutOf(event);
-    if (!tree || !shortcut || (velko::isForControls(*shortcut) && usesKeys(self.window.firstResponder))) {
+    NSResponder* responder = self.window.firstResponder;
+    if (!tree || !shortcut || (velko::isForControls(*shortcut) && usesKeys(responder))) {
+        return NO;
+    }
+    if (shortcut->key == velko::view::Shortcut::Key::enter && activatesByEnter(responder)) {
         return NO;
     }
     return velko::view::pressKey(*tree, *shortcut, event.ARepeat);
+}
+
+- (BOOL)pressFieldKeyOf:(NSEvent*)event {
+    const auto tree = _tree;
+    VLKSearchField* field = fieldOf(self.window.firstResponder);
+    const auto pressed = velko::keyPressOf(event);
+    if (!tree || field == nil || field.isComposing || !pressed) {
+        return NO;
+    }
+    return velko::view::perform(*tree, velko::portable(field.identifier), *pressed);
+}
+
+- (void)takeFocus {
+    const auto tree = _tree;
+    std::string first;
+    if (tree) {
+        velko::view::walk(*tree, [&](const velko::view::Node& node) {
+            const auto* field = std::get_if<velko::view::SearchField>(&node.content);
+            first = field != nullptr && field->hasFocus ? node.id : first;
+        });
+    }
+    NSView* field = first.empty() ? nil : viewNamed(self, velko::native(first));
+    if (field != nil) {
+        [self.window makeFirstResponder:field];
+    }
 }
 
 - (BOOL)walkTilesByKeyOf:(NSEvent*)event {
@@ -183,9 +228,14 @@ BOOL usesKeys(NSResponder* responder) {
 }
 
 - (void)fill:(NSMenu*)menu of:(NSView*)view {
+    [self fill:menu of:view about:@""];
+}
+
+- (void)fill:(NSMenu*)menu of:(NSView*)view about:(NSString*)row {
     const auto tree = _tree;
     velko::fillMenu(menu,
-                    tree ? velko::view::menuOf(*tree, velko::portable(view.identifier)) : velko::view::Menu(),
+                    tree ? velko::view::menuOf(*tree, velko::portable(view.identifier), velko::portable(row))
+                         : velko::view::Menu(),
                     *_icons);
 }
 
@@ -211,6 +261,23 @@ BOOL usesKeys(NSResponder* responder) {
 
 - (void)toggled:(NSButton*)sender {
     [self perform:sender.state == NSControlStateValueOn on:sender];
+}
+
+- (void)switched:(NSSwitch*)sender {
+    [self perform:sender.state == NSControlStateValueOn on:sender];
+}
+
+- (void)disclosed:(NSButton*)sender {
+    const auto tree = _tree;
+    const auto* node = tree ? velko::view::find(*tree, velko::portable(sender.identifier)) : nullptr;
+    const auto* disclosure = node == nullptr ? nullptr : std::get_if<velko::view::Disclosure>(&node->content);
+    if (disclosure != nullptr) {
+        [self perform:!disclosure->isOpen on:sender];
+    }
+}
+
+- (void)searched:(NSSearchField*)sender {
+    [self perform:velko::portable(sender.stringValue) on:sender];
 }
 
 - (void)picked:(NSPopUpButton*)sender {

@@ -11,11 +11,16 @@
 - (BOOL)perform:(const velko::view::Input&)input on:(NSView*)view;
 /// Fills a menu with what the view's menu contains now.
 - (void)fill:(NSMenu*)menu of:(NSView*)view;
+/// Does the same for a list: the menu is about one row, or about the selected rows if `row` is empty.
+- (void)fill:(NSMenu*)menu of:(NSView*)view about:(NSString*)row;
 /// The user begins or stops to drag a tile.
 - (void)dragging:(BOOL)isUnderWay;
 
 - (void)pressed:(NSView*)sender;
 - (void)toggled:(NSButton*)sender;
+- (void)switched:(NSSwitch*)sender;
+- (void)disclosed:(NSButton*)sender;
+- (void)searched:(NSSearchField*)sender;
 - (void)picked:(NSPopUpButton*)sender;
 - (void)segmentPicked:(NSSegmentedControl*)sender;
 - (void)menuAsked:(NSView*)sender;
@@ -46,6 +51,12 @@ namespace velko::AppDragging {
 
 /// A button that takes a click even while its window does not have the keyboard.
 @interface VLKTreeButton : NSButton
+@end
+
+/// A field for what the user looks for.
+@interface VLKSearchField : NSSearchField
+/// Whether an input method is at work in it, which needs all keys.
+@property(nonatomic, readonly) BOOL isComposing;
 @end
 
 /// An app: a button that has a menu and can be dragged.

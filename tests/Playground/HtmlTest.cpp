@@ -32,6 +32,14 @@ view::Node everyControl(const std::string& text) {
          .content = view::Picker{.options = {text}, .style = view::Picker::Style::segmented}},
         {.id = "more", .content = view::MenuButton{.title = text}},
         {.id = "tile:" + text, .content = view::Tile{.bundleID = text, .name = text, .badge = text}},
+        {.id = "search", .content = view::SearchField{.text = text, .placeholder = text, .drives = "list"}},
+        {.id = "list",
+         .label = text,
+         .content = view::List{.selected = {"row:" + text},
+                               .children = {view::text("row:" + text, text), view::text("row", text)}}},
+        {.id = "more-of-it",
+         .content = view::Disclosure{.title = text, .isOpen = true, .children = {view::text("in", text)}}},
+        {.id = "progress", .label = text, .content = view::Progress{.value = 0.375}},
         {.id = "pages", .label = text, .content = view::Pages{.tabs = {{.title = text}}, .children = {}}},
     };
     return {.id = "all", .content = std::move(all)};
@@ -62,14 +70,15 @@ TEST(Html, WritesNoTextAsMarkup) {
 
 TEST(Html, GivesEveryControlItsIdAndAName) {
     const std::string page = markup(everyControl("Named"));
-    for (const auto* id : {"button", "toggle", "picker", "segments", "more", "tile:Named", "pages"}) {
+    for (const auto* id : {"button", "toggle", "picker", "segments", "more", "tile:Named", "search", "list",
+                           "more-of-it", "progress", "pages"}) {
         EXPECT_EQ(count(page, "data-id=\"" + std::string(id) + "\""), 1U) << id;
     }
     const auto start = [&page](std::string_view id) {
         const auto at = page.find("data-id=\"" + std::string(id));
         return page.substr(page.rfind('<', at), 400);
     };
-    for (const auto* id : {"button", "picker", "segments", "pages"}) {
+    for (const auto* id : {"button", "picker", "segments", "search", "list", "progress", "pages"}) {
         EXPECT_NE(start(id).find("aria-label=\"Named\""), std::string::npos) << start(id);
     }
     EXPECT_NE(start("tile:").find("aria-label=\"Named, Named\""), std::string::npos) << start("tile:");
@@ -88,6 +97,22 @@ TEST(Html, ShowsWhatIsChosenAndWhatIsDisabled) {
     EXPECT_EQ(count(markup({.id = "open", .content = open}), "checked="), 1U);
     open.selected = view::Picker::nothing;
     EXPECT_EQ(count(markup({.id = "open", .content = open}), "checked="), 0U);
+}
+
+TEST(Html, TellsScreenReadersWhatAListHolds) {
+    view::Node heading = view::text("heading", "Recent");
+    heading.isEnabled = false;
+    const view::List list{.selection = view::List::Selection::several,
+                          .selected = {"a"},
+                          .children = {heading, view::text("a", "A"), view::text("b", "B")}};
+    const std::string page = markup({.id = "list", .label = "Apps", .content = list});
+    EXPECT_NE(page.find("aria-multiselectable=\"true\""), std::string::npos);
+    EXPECT_NE(page.find("aria-activedescendant=\"note/a\""), std::string::npos);
+    EXPECT_NE(page.find(R"(data-row="a" aria-label="A" aria-selected="true")"), std::string::npos) << page;
+    EXPECT_EQ(count(page, "data-row="), 2U) << "a heading is no row to select";
+    EXPECT_EQ(count(page, "aria-selected=\"true\""), 1U);
+    EXPECT_NE(markup(everyControl("x")).find("aria-controls=\"note/list\""), std::string::npos);
+    EXPECT_NE(markup(everyControl("x")).find("aria-valuenow=\"38\""), std::string::npos);
 }
 
 TEST(Html, TellsThePlaceOfEveryLineOfAMenu) {

@@ -58,6 +58,19 @@ struct ValuesOf {
         std::ranges::transform(pages.tabs, std::back_inserter(titles), &view::Pages::Tab::title);
         return titles;
     }
+    [[nodiscard]] Values operator()(const view::Disclosure& disclosure) const {
+        return {disclosure.isOpen ? "closed" : "open"};
+    }
+    [[nodiscard]] Values operator()(const view::SearchField&) const { return {"a", "do", "\u00FC", ""}; }
+    [[nodiscard]] Values operator()(const view::List& list) const {
+        Values rows{""};
+        for (const view::Node& row : list.children) {
+            if (row.isEnabled) {
+                rows.push_back(row.id);
+            }
+        }
+        return rows;
+    }
     [[nodiscard]] Values operator()(const auto&) const { return {}; }
 };
 

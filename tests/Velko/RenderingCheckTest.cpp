@@ -74,7 +74,7 @@ TEST(RenderingCheck, PassesARendererThatKeepsItsViewsAndFindsWhatOthersGetWrong)
               std::string::npos);
     EXPECT_EQ(failures(with([](auto& fake) { fake.isFlat = true; })),
               "windows: what has a least height has it ()\n");
-    EXPECT_NE(failures(with([](auto& fake) { fake.forgets = true; })).find("stays itself (pages, tile"),
+    EXPECT_NE(failures(with([](auto& fake) { fake.forgets = true; })).find("stays itself (pages, disclosure"),
               std::string::npos);
     EXPECT_EQ(failures(with([](auto& fake) { fake.mixesKinds = true; })),
               "windows: a control of another kind is another one ()\n");

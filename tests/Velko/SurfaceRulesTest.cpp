@@ -94,18 +94,24 @@ TEST(Tree, TakesOnlyWhatAControlOffersAndIsEnabledFor) {
              .content =
                  view::Group{
                      .title = "Group", .children = {}, .drop = [&done](const BundleID& app) { done = app; }}},
-            {.id = "deaf", .content = view::Picker{.options = {"a"}}}};
+            {.id = "deaf", .content = view::Picker{.options = {"a"}}},
+            {.id = "field",
+             .content = view::SearchField{.change = [&done](const std::string& text) { done = text; }}},
+            {.id = "disclosure",
+             .content = view::Disclosure{.change = [&done](bool isOpen) { done = isOpen ? "on" : "off"; },
+                                         .children = {}}}};
     };
     const std::vector<std::pair<view::Input, std::vector<std::string>>> inputs{
         {{}, {"button pressed"}},
-        {true, {"toggle on"}},
-        {false, {"toggle off"}},
+        {true, {"toggle on", "disclosure on"}},
+        {false, {"toggle off", "disclosure off"}},
         {std::int64_t{-1}, {}},
         {std::int64_t{0}, {"picker 0", "pages 0"}},
         {std::int64_t{1}, {"picker 1", "pages 1"}},
         {std::int64_t{2}, {"pages 2"}},
         {std::int64_t{3}, {}},
-        {BundleID("app"), {"group app"}}};
+        {BundleID("app"), {"group app", "field app"}},
+        {view::KeyPress{}, {}}};
     for (std::size_t input = 0; input < inputs.size(); ++input) {
         std::vector<std::string> taken;
         view::Node root = view::column("root", children());
@@ -119,6 +125,106 @@ TEST(Tree, TakesOnlyWhatAControlOffersAndIsEnabledFor) {
         EXPECT_EQ(taken, inputs[input].second) << "input " << input;
         EXPECT_FALSE(view::perform(root, "none", inputs[input].first));
     }
+}
+
+/// A list of a heading and three rows, and a field that works it.
+class ListTest : public testing::Test {
+ protected:
+    [[nodiscard]] view::Node tree() {
+        view::Node heading = view::text("heading", "Recent");
+        heading.isEnabled = false;
+        return view::column(
+            "root", {{.id = "field",
+                      .content = view::SearchField{
+                          .text = written,
+                          .drives = "list",
+                          .change = [this](const std::string& text) { written = text; },
+                          .key = [this](const view::KeyPress& key) { return key == ownKey; }}},
+                     {.id = "list",
+                      .label = "List",
+                      .content = view::List{.selection = selection,
+                                            .selected = selected,
+                                            .children = {std::move(heading), view::text("a", "A"),
+                                                         view::text("b", "B"), view::text("c", "C")},
+                                            .select = [this](const view::RowIDs& rows) { selected = rows; },
+                                            .activate = [this](const std::string& row) { activated += row; },
+                                            .menu =
+                                                [this](const view::RowIDs& rows) {
+                                                    about = rows;
+                                                    return view::Menu{{.title = "Entry"}};
+                                                }}}});
+    }
+    bool press(const view::KeyPress& key) { return view::perform(tree(), "field", key); }
+
+    using Key = view::KeyPress::Key;
+    std::string written;
+    std::string activated;
+    view::RowIDs selected;
+    view::RowIDs about;
+    view::List::Selection selection = view::List::Selection::one;
+    view::KeyPress ownKey{.key = Key::enter, .option = true};
+};
+
+TEST_F(ListTest, SelectsOnlyRowsThatCanBeSelectedAndNoMoreThanAllowed) {
+    const auto select = [this](const view::RowIDs& rows) {
+        return view::perform(tree(), "list", view::Selected{.rows = rows});
+    };
+    EXPECT_TRUE(select({"b"}));
+    EXPECT_FALSE(select({"a", "b"}));
+    EXPECT_FALSE(select({"heading"}));
+    EXPECT_FALSE(select({"gone"}));
+    EXPECT_EQ(selected, view::RowIDs{"b"});
+    EXPECT_FALSE(view::perform(tree(), "list", view::Activated{.row = "heading"}));
+    EXPECT_TRUE(view::perform(tree(), "list", view::Activated{.row = "c"}));
+    EXPECT_EQ(activated, "c");
+    selection = view::List::Selection::several;
+    EXPECT_TRUE(select({"a", "b"}));
+    EXPECT_EQ(view::menuOf(tree(), "list", "b").size(), 1U);
+    EXPECT_EQ(about, (view::RowIDs{"a", "b"})) << "the menu of a selected row is about the selection";
+    EXPECT_EQ(view::menuOf(tree(), "list", "c").size(), 1U);
+    EXPECT_EQ(about, view::RowIDs{"c"});
+    EXPECT_TRUE(select({}));
+    EXPECT_TRUE(selected.empty());
+}
+
+TEST_F(ListTest, IsWorkedFromTheFieldBesideIt) {
+    EXPECT_FALSE(press({.key = Key::enter})) << "nothing is selected";
+    EXPECT_TRUE(press({.key = Key::down}));
+    EXPECT_EQ(selected, view::RowIDs{"a"}) << "not the heading";
+    EXPECT_TRUE(press({.key = Key::down}));
+    EXPECT_TRUE(press({.key = Key::enter}));
+    EXPECT_EQ(activated, "b");
+    EXPECT_TRUE(press({.key = Key::down}));
+    EXPECT_TRUE(press({.key = Key::down}));
+    EXPECT_EQ(selected, view::RowIDs{"c"}) << "the last one stays";
+    selected.clear();
+    EXPECT_TRUE(press({.key = Key::up}));
+    EXPECT_EQ(selected, view::RowIDs{"c"});
+    selected = {"a", "b"};
+    EXPECT_TRUE(press({.key = Key::up}));
+    EXPECT_EQ(selected, view::RowIDs{"a"});
+    selected = {"a", "b"};
+    EXPECT_FALSE(press({.key = Key::enter})) << "which one?";
+    EXPECT_FALSE(press({.key = Key::down, .shift = true})) << "that selects text";
+    EXPECT_TRUE(press(ownKey));
+    EXPECT_FALSE(press({.key = Key::escape})) << "it is for the surface";
+    written = "sl";
+    EXPECT_TRUE(press({.key = Key::escape}));
+    EXPECT_EQ(written, "");
+}
+
+TEST(Tree, HidesWhatAClosedDisclosureHolds) {
+    view::Node node{.id = "more",
+                    .content = view::Disclosure{.title = "More", .children = {view::text("in", "In")}}};
+    EXPECT_EQ(view::find(node, "in"), nullptr);
+    std::get<view::Disclosure>(node.content).isOpen = true;
+    EXPECT_NE(view::find(node, "in"), nullptr);
+    EXPECT_EQ(view::pageTitle(node), "");
+    const view::Pages pages{.tabs = {{.title = "A"}, {.title = "B"}},
+                            .selected = 1,
+                            .style = view::Pages::Style::toolbar,
+                            .children = {}};
+    EXPECT_EQ(view::pageTitle(view::row("root", {{.id = "pages", .content = pages}})), "B");
 }
 
 TEST(Keyboard, WalksFromTileToTile) {

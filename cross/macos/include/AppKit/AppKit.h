@@ -44,6 +44,7 @@ enum : NSEventMask {
 
 typedef NSUInteger NSEventModifierFlags;
 enum : NSEventModifierFlags {
+    NSEventModifierFlagShift = 1 << 17,
     NSEventModifierFlagControl = 1 << 18,
     NSEventModifierFlagOption = 1 << 19,
     NSEventModifierFlagCommand = 1 << 20
@@ -107,11 +108,19 @@ typedef enum NSTextAlignment : NSInteger {
 } NSTextAlignment;
 typedef enum NSLineBreakMode : NSUInteger { NSLineBreakByTruncatingTail = 4 } NSLineBreakMode;
 typedef enum NSButtonType : NSUInteger {
+    NSButtonTypePushOnPushOff = 1,
     NSButtonTypeSwitch = 3,
     NSButtonTypeMomentaryChange = 5,
     NSButtonTypeMomentaryPushIn = 7
 } NSButtonType;
-typedef enum NSBezelStyle : NSUInteger { NSBezelStylePush = 1 } NSBezelStyle;
+typedef enum NSBezelStyle : NSUInteger { NSBezelStylePush = 1, NSBezelStyleDisclosure = 5 } NSBezelStyle;
+typedef enum NSProgressIndicatorStyle : NSUInteger {
+    NSProgressIndicatorStyleBar = 0
+} NSProgressIndicatorStyle;
+typedef enum NSTableViewStyle : NSInteger { NSTableViewStyleInset = 2 } NSTableViewStyle;
+typedef enum NSTableViewColumnAutoresizingStyle : NSUInteger {
+    NSTableViewUniformColumnAutoresizingStyle = 1
+} NSTableViewColumnAutoresizingStyle;
 typedef enum NSCellImagePosition : NSUInteger {
     NSNoImage = 0,
     NSImageOnly = 1,
@@ -363,6 +372,13 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (void)copy:(id)sender;
 @end
 
+@protocol NSTextInputClient
+- (BOOL)hasMarkedText;
+@end
+
+@interface NSTextView : NSText <NSTextInputClient>
+@end
+
 @interface NSCell : NSObject
 @property(getter=isAccessibilityElement) BOOL accessibilityElement;
 @end
@@ -376,6 +392,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(copy) NSFont* font;
 @property NSTextAlignment alignment;
 @property NSLineBreakMode lineBreakMode;
+- (NSText*)currentEditor;
 - (NSInteger)sendActionOn:(NSEventMask)mask;
 - (void)performClick:(id)sender;
 @end
@@ -408,6 +425,24 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property CGFloat preferredMaxLayoutWidth;
 + (instancetype)labelWithString:(NSString*)text;
 + (instancetype)wrappingLabelWithString:(NSString*)text;
+@end
+
+@interface NSSearchField : NSTextField
+@property(copy) NSString* placeholderString;
+@property BOOL sendsWholeSearchString;
+@property BOOL sendsSearchStringImmediately;
+@end
+
+@interface NSSwitch : NSControl
+@property NSControlStateValue state;
+@end
+
+@interface NSProgressIndicator : NSView
+@property(getter=isIndeterminate) BOOL indeterminate;
+@property double doubleValue;
+@property double minValue;
+@property double maxValue;
+@property NSProgressIndicatorStyle style;
 @end
 
 @interface NSImageView : NSControl
@@ -455,6 +490,54 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property BOOL drawsBackground;
 @property BOOL automaticallyAdjustsContentInsets;
 @property NSBorderType borderType;
+@end
+
+@class NSTableColumn, NSTableHeaderView, NSTableRowView, NSTableView;
+
+@protocol NSTableViewDataSource <NSObject>
+@optional
+- (NSInteger)numberOfRowsInTableView:(NSTableView*)tableView;
+@end
+
+@protocol NSTableViewDelegate <NSObject>
+@optional
+- (NSView*)tableView:(NSTableView*)tableView viewForTableColumn:(NSTableColumn*)column row:(NSInteger)row;
+- (NSTableRowView*)tableView:(NSTableView*)tableView rowViewForRow:(NSInteger)row;
+- (CGFloat)tableView:(NSTableView*)tableView heightOfRow:(NSInteger)row;
+- (BOOL)tableView:(NSTableView*)tableView shouldSelectRow:(NSInteger)row;
+- (NSString*)tableView:(NSTableView*)tableView
+    typeSelectStringForTableColumn:(NSTableColumn*)column
+                               row:(NSInteger)row;
+- (void)tableViewSelectionDidChange:(NSNotification*)notification;
+@end
+
+@interface NSTableColumn : NSObject
+- (instancetype)initWithIdentifier:(NSUserInterfaceItemIdentifier)identifier;
+@end
+
+@interface NSTableRowView : NSView
+@end
+
+@interface NSTableView : NSControl
+@property(weak) id<NSTableViewDataSource> dataSource;
+@property(weak) id<NSTableViewDelegate> delegate;
+@property(strong) NSTableHeaderView* headerView;
+@property NSTableViewColumnAutoresizingStyle columnAutoresizingStyle;
+@property NSTableViewStyle style;
+@property NSSize intercellSpacing;
+@property(copy) NSColor* backgroundColor;
+@property BOOL allowsMultipleSelection;
+@property SEL doubleAction;
+@property(readonly) NSInteger clickedRow;
+@property(readonly) NSInteger selectedRow;
+@property(readonly) NSInteger numberOfSelectedRows;
+@property(readonly, copy) NSIndexSet* selectedRowIndexes;
+- (void)addTableColumn:(NSTableColumn*)column;
+- (void)sizeLastColumnToFit;
+- (void)reloadData;
+- (void)noteHeightOfRowsWithIndexesChanged:(NSIndexSet*)rows;
+- (void)selectRowIndexes:(NSIndexSet*)rows byExtendingSelection:(BOOL)extend;
+- (void)scrollRowToVisible:(NSInteger)row;
 @end
 
 @interface NSVisualEffectView : NSView

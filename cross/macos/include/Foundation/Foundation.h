@@ -90,6 +90,16 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 - (ObjectType)objectForKeyedSubscript:(KeyType)key;
 @end
 
+@interface NSIndexSet : NSObject
+- (BOOL)containsIndex:(NSUInteger)index;
+- (BOOL)isEqualToIndexSet:(NSIndexSet*)other;
+@end
+
+@interface NSMutableIndexSet : NSIndexSet
++ (instancetype)indexSet;
+- (void)addIndex:(NSUInteger)index;
+@end
+
 @interface NSData : NSObject
 + (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
 @property(readonly) const void* bytes;
