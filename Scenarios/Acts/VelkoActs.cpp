@@ -86,6 +86,11 @@ Done flip(const Step& step, AppController& velko, const BundleID&) {
 
 constexpr auto settingTable = std::to_array<VelkoAct>({
     {Verb::setSwitch, flip},
+    {Verb::showChanges,
+     [](const Step& step, AppController& velko, const BundleID& app) -> Done {
+         velko.preferences().setPopsOut(app, isOn(step));
+         return {};
+     }},
     {Verb::setLogin,
      [](const Step& step, AppController& velko, const BundleID&) -> Done {
          velko.preferences().setLaunchAtLogin(isOn(step));

@@ -71,6 +71,7 @@ enum class Verb {
     accept,
     dismiss,
     alwaysKeep,
+    showChanges,
     finishSetup,
     exportLayout,
     importLayout,

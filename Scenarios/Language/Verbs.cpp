@@ -110,6 +110,7 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::accept, "accept APP"},
     {Verb::dismiss, "dismiss APP"},
     {Verb::alwaysKeep, "always keep APP"},
+    {Verb::showChanges, "show changes APP SWITCH"},
     {Verb::finishSetup, "finish setup"},
     {Verb::exportLayout, "export [FILE]"},
     {Verb::importLayout, "import [FILE]"},

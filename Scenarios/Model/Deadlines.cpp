@@ -94,7 +94,8 @@ bool disturbsWatch(Verb verb) {
 std::optional<std::string> lookOf(const StepCheck& check, const BundleID& app) {
     const Expected& expected = check.expected;
     const SimulatedMac& mac = check.world.mac();
-    if (expected.sectionOf(app) != Section::tucked || expected.isWaiting(app) || !expected.isOthers(app) ||
+    if (expected.layout.neverPopOut.contains(app) || expected.layout.quietUntil.contains(app) ||
+        expected.sectionOf(app) != Section::tucked || expected.isWaiting(app) || !expected.isOthers(app) ||
         mac.workspace.pids(app).size() != 1) {
         return std::nullopt;
     }
@@ -133,6 +134,19 @@ void followLook(StepCheck& check, const BundleID& app, const std::string& look) 
     awaited.looks[app] = look;
 }
 
+/// Who has popped out twelve times within an hour is quiet, unless a click has shown that it is welcome.
+void checkPopsAllTheTime(StepCheck& check) {
+    constexpr std::size_t most = 12;
+    const Layout& layout = check.expected.layout;
+    for (const auto& [app, pops] : check.expected.pops) {
+        const bool areMany = pops.size() >= most && pops.back() - *(pops.end() - most) < 1h;
+        const auto clicked = layout.lastClicked.find(app);
+        const bool isUnclicked = clicked == layout.lastClicked.end() ||
+                                 check.date() - clicked->second > check.now() - check.expected.startedAt;
+        check.require(!areMany || !isUnclicked, "who pops out all the time is made quiet", app);
+    }
+}
+
 void checkPopOuts(StepCheck& check) {
     Awaited& awaited = check.expected.awaited;
     const bool isWatching = check.expected.isWell() && check.expected.layout.popOutOnChange &&
@@ -150,6 +164,7 @@ void checkPopOuts(StepCheck& check) {
     for (const auto& [app, look] : looks) {
         followLook(check, app, look);
     }
+    checkPopsAllTheTime(check);
     for (const auto& [app, at] : awaited.changed) {
         check.require(check.now() < at + popOutTime, "a tucked icon that changes pops out", app);
     }

@@ -55,6 +55,7 @@ struct Expected {
     Uptime aloneUntil{0};
     std::map<BundleID, Uptime> popped{};  ///< when each goes back
     std::map<BundleID, Uptime> lastPop{};
+    std::map<BundleID, std::vector<Uptime>> pops{};  ///< all of them, until the app is made quiet
     bool isActivityOn = false;
     bool isActivityDismissed = false;
     bool isPutOff = false;           ///< the user has closed the note with something left in it

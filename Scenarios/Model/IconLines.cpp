@@ -7,6 +7,7 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "VelkoCore/Time/Date.h"
 
 // Lines of the log about icons that come and go.
 
@@ -20,6 +21,8 @@ using namespace std::chrono_literals;
 constexpr auto popOut = 10s;
 constexpr auto popOutRest = 300s;
 constexpr auto showMe = 2500ms;
+constexpr auto mutingTime = 1h + 1s;
+constexpr auto mutingPops = 12;
 
 // Reveals
 
@@ -126,10 +129,26 @@ void poppedOut(LogLine& line) {
     const auto last = expected.lastPop.find(app);
     check.require(last == expected.lastPop.end() || line.at - last->second >= popOutRest - 1s,
                   "nothing pops out all the time", app);
+    check.require(!expected.layout.neverPopOut.contains(app), "who is to stay in stays in", app);
+    const auto quiet = expected.layout.quietUntil.find(app);
+    check.require(quiet == expected.layout.quietUntil.end() || quiet->second <= check.date(),
+                  "who is to be quiet today is quiet", app);
+    expected.pops[app].push_back(line.at);
     expected.popped[app] = line.at + popOut;
     expected.lastPop[app] = line.at;
     expected.awaited.changed.erase(app);
     expected.asked.insert("pop out " + app);
+}
+
+void quietened(LogLine& line) {
+    StepCheck& check = line.check;
+    const BundleID& app = line.parts[0];
+    const auto& pops = check.expected.pops[app];
+    const auto recent = std::ranges::count_if(pops, [&](auto at) { return line.at - at <= mutingTime; });
+    check.require(recent >= mutingPops, "only who pops out all the time is made quiet", app);
+    check.expected.pops.erase(app);
+    const Date today = Calendar().startOfDay(check.date());
+    check.expected.layout.quietUntil[app] = Calendar().addingDays(1, today);
 }
 
 void popOutOver(LogLine& line) {
@@ -179,6 +198,7 @@ constexpr auto iconRows = std::to_array<LineRow>({
     {"liveactivity", "Live Activity over: tidying again", activityEnded},
     {"liveactivity", "broom clicked: tidying anyway until this activity ends", activityDismissed},
     {"popout", "* changed: out for 10.0 seconds", poppedOut},
+    {"popout", "* changes all the time: quiet until tomorrow", quietened},
     {"popout", "pop out over *", popOutOver},
     {"reveal", "*: * -> *", revealed},
     {"showme", "showing *", shownAlone, By::user},

@@ -42,6 +42,11 @@ void switched(LogLine& line) {
         if (row.which == Switch::popOutOnChange && !on) {
             expected.popped.clear();
             expected.asked.insert("pop out off");
+        } else if (row.which == Switch::leaveNewIconsOut) {
+            for (const BundleID& app : expected.layout.inbox) {
+                expected.layout.sections[app] = on ? Section::bar : Section::tucked;
+            }
+            expected.asked.insert("new icons wait");
         }
         return;
     }
@@ -60,6 +65,21 @@ void keepSwitched(LogLine& line) {
     } else {
         keep.erase(line.parts[0]);
     }
+}
+
+void popsOutSwitched(LogLine& line) {
+    Expected& expected = line.check.expected;
+    const BundleID& app = line.parts[0];
+    const bool on = line.parts[1] == "true";
+    if (on) {
+        expected.layout.neverPopOut.erase(app);
+    } else {
+        expected.layout.neverPopOut.insert(app);
+        if (expected.popped.erase(app) > 0) {
+            expected.asked.insert("pop out off");
+        }
+    }
+    expected.layout.quietUntil.erase(app);
 }
 
 void revealSettingsChanged(LogLine& line) {
@@ -154,6 +174,7 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"settings", "new icons go to *", defaultChanged, By::user},
     {"settings", "always keep * *", keepSwitched, By::user},
     {"settings", "reveal settings *, *, *, *", revealSettingsChanged, By::user},
+    {"settings", "show when it changes * *", popsOutSwitched, By::user},
     {"settings", "launch at login *", nothingFollows},
     {"settings", "*", switched, By::user},
     {"setup", "sorted: * in the bar, * tucked, * buried", replaced<bySetup>, By::user},

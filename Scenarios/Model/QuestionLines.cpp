@@ -25,18 +25,21 @@ std::vector<BundleID> listed(std::string_view text) {
     return apps;
 }
 
+template <Section place>
 void newcomersCame(LogLine& line) {
     StepCheck& check = line.check;
     Expected& expected = check.expected;
     const Layout& layout = expected.layout;
     const auto apps = listed(line.parts[0]);
     check.require(std::ranges::is_sorted(apps) && !apps.empty(), "new icons are listed in order", line.text);
+    check.require((place == Section::bar) == layout.leaveNewIconsOut,
+                  "new icons wait where the user wants them to", line.text);
     for (const BundleID& app : apps) {
         const bool isNew = layout.hasCompletedSetup && layout.askAboutNewIcons && expected.isOthers(app) &&
                            !layout.sections.contains(app) && !expected.isWaiting(app) && layout.seenApps &&
                            !layout.seenApps->contains(app);
         check.require(isNew, "only new icons are asked about", app);
-        expected.place(app, Section::tucked);
+        expected.place(app, place);
         expected.layout.inbox.push_back(app);
         if (expected.layout.seenApps) {
             expected.layout.seenApps->insert(app);
@@ -119,7 +122,8 @@ constexpr auto questionRows = std::to_array<LineRow>({
     {"autopilot", "always keep: *", kept, By::user},
     {"autopilot", "click history started: suggestions begin in 14 days", clicksWatched},
     {"health", "asked * to quit", askedToQuit},
-    {"inbox", "new icons, tucked until answered: *", newcomersCame},
+    {"inbox", "new icons, out until answered: *", newcomersCame<Section::bar>},
+    {"inbox", "new icons, tucked until answered: *", newcomersCame<Section::tucked>},
     {"inventory", "* apps with icons: *", lookedAround},
     {"inventory", "* apps with icons (light rescan): *", lookedAround},
     {"note", "shown: * new, * suggestions", noteShown},

@@ -89,6 +89,8 @@ Promise promiseOf(const Step& step) {
         case Verb::place: return {{"layout", app + " -> " + step.word}};
         case Verb::showMe: return {{"showme", "showing " + app}};
         case Verb::dismiss: return {{"autopilot", "not now: " + app}};
+        case Verb::showChanges:
+            return {{"settings", "show when it changes " + app + " " + spoken(step.word)}};
         case Verb::alwaysKeep: return {{"autopilot", "always keep: " + app}};
         case Verb::finishSetup: return {{"setup", "sorted: 0 in the bar, 0 tucked, 0 buried"}};
         case Verb::setSwitch: {

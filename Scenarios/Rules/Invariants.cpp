@@ -206,12 +206,13 @@ void Invariants::checkValues(const AppController& velko) {
             [&] { return std::to_string(values.tidiedCount) + " instead of " + std::to_string(tidied); });
     const auto& inbox = values.layout.inbox;
     require(std::set(inbox.begin(), inbox.end()).size() == inbox.size(), "no app waits twice");
+    const Section waiting = values.layout.leaveNewIconsOut ? Section::bar : Section::tucked;
     require(std::ranges::all_of(inbox,
                                 [&](const BundleID& app) {
-                                    return values.layout.section(app) == Section::tucked &&
+                                    return values.layout.section(app) == waiting &&
                                            !AllowlistPlanner::isAlwaysAllowed(app);
                                 }),
-            "who waits for an answer is tucked");
+            "who waits for an answer waits where the user wants that");
     require(values.layout.popOutOnChange || values.poppedOut.empty(), "none is out while pop-outs are off");
     require(!values.problems.trustMissing || world_.mac().registered().taps == 0,
             "without the permission nobody listens for clicks");

@@ -48,6 +48,7 @@ AppDelegate::AppDelegate(Parts parts)
       broomFrame_(faceParts_),
       shelf_(faceParts_, broomFrame_),
       search_(faceParts_, broomFrame_),
+      message_(faceParts_, broomFrame_),
       setup_(faceParts_) {}
 
 void AppDelegate::didFinishLaunching() {
@@ -90,6 +91,7 @@ void AppDelegate::sync() {
         hover_->sync();
     }
     shelf_.sync();
+    message_.sync();
 }
 
 void AppDelegate::applyLoginDefault() {

@@ -9,6 +9,7 @@
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/HoverWatcher.h"
 #include "Velko/Broom/StatusItemController.h"
+#include "Velko/Message/MessageController.h"
 #include "Velko/Search/SearchController.h"
 #include "Velko/Settings/SettingsController.h"
 #include "Velko/Setup/PermissionGuide.h"
@@ -83,6 +84,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     BroomFrame broomFrame_;
     ShelfController shelf_;
     SearchController search_;
+    MessageController message_;
     SetupController setup_;
     std::optional<StatusItemController> statusItem_;
     std::optional<HoverWatcher> hover_;

@@ -34,6 +34,14 @@ struct AppInfo {
     [[nodiscard]] bool isInApplications() const { return bundlePath.starts_with("/Applications/"); }
 };
 
+/// An app whose menu did not open when the user asked for it.
+struct FailedOpening {
+    BundleID bundleID;
+    bool isRunning = true;  ///< it runs, but does not answer
+
+    bool operator==(const FailedOpening&) const = default;
+};
+
 /// Everything about the running program that views show; they are told when any of it changes.
 struct AppValues {
     Layout layout;
@@ -47,13 +55,14 @@ struct AppValues {
     std::size_t tidiedCount = 0;     ///< apps present whose icons the plan in force hides
     BundleIDs poppedOut;             ///< tucked apps that are out for a while because they changed
     bool liveActivityShowing = false;
-    bool liveActivityDismissed = false;       ///< the user tidies anyway while this activity lasts
-    std::optional<BundleID> showingMe;        ///< the app whose icon the user looks for
-    bool isRefused = false;                   ///< the system has refused to hide, and nothing worked since
-    bool noteDeferred = false;                ///< there is something to ask, and the user has put it off
-    std::int64_t loginRevision = 0;           ///< grows when launch at login was switched
-    std::optional<std::string> loginFailure;  ///< why the last switch of it failed
-    std::optional<std::string> saveFailure;   ///< why the layout's file lacks the latest changes
+    bool liveActivityDismissed = false;          ///< the user tidies anyway while this activity lasts
+    std::optional<BundleID> showingMe;           ///< the app whose icon the user looks for
+    std::optional<FailedOpening> failedOpening;  ///< for a while, and until the next opening
+    bool isRefused = false;                      ///< the system has refused to hide, and nothing worked since
+    bool noteDeferred = false;                   ///< there is something to ask, and the user has put it off
+    std::int64_t loginRevision = 0;              ///< grows when launch at login was switched
+    std::optional<std::string> loginFailure;     ///< why the last switch of it failed
+    std::optional<std::string> saveFailure;      ///< why the layout's file lacks the latest changes
 
     [[nodiscard]] Health health() const { return problems.health(); }
 

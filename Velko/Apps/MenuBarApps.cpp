@@ -49,6 +49,18 @@ std::string placingTitle(Section section) {
     return "Bury";
 }
 
+std::string inSentence(const std::string& name) {
+    const bool isPlain =
+        std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return isPlain ? name : "\u2068" + name + "\u2069";
+}
+
+std::string describe(const FailedOpening& failed, const AppNames& names) {
+    const std::string name = inSentence(names.of(failed.bundleID));
+    return failed.isRunning ? name + " isn't answering, so its menu stays closed. Try again in a moment."
+                            : name + " isn't running any more.";
+}
+
 std::string whyNoApps(const AppValues& values) {
     if (values.problems.engineUnavailable) {
         return "Velko can't look at your menu bar: this macOS build isn't supported.";

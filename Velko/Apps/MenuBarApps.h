@@ -46,6 +46,14 @@ struct HiddenApps {
 /// What the user can do with an app's icon, as a button or a menu item says it.
 [[nodiscard]] std::string placingTitle(Section section);
 
+/// A name within a sentence: one that is written from right to left does not turn the words around it.
+[[nodiscard]] std::string inSentence(const std::string& name);
+
+class AppNames;
+
+/// Why an app's menu did not open, in words for the user.
+[[nodiscard]] std::string describe(const FailedOpening& failed, const AppNames& names);
+
 /// Why there is no app to show or to sort, in words for the user.
 [[nodiscard]] std::string whyNoApps(const AppValues& values);
 

@@ -12,6 +12,7 @@ ClickRecording::ClickRecording(FlowHost& host, const Platform& platform, TrustWa
       clock_(platform.mainThread),
       trust_(trust),
       begun_(std::move(handlers.begun)),
+      recorded_(std::move(handlers.recorded)),
       history_(
           platform, std::move(handlers.bar), [this](const BundleID& bundleID) { record(bundleID); },
           std::move(handlers.pressed)) {}
@@ -31,6 +32,7 @@ void ClickRecording::listen() {
 void ClickRecording::record(const BundleID& bundleID) {
     const Date now = floorToSeconds(clock_.date());
     host_.edit(Saving::soon, [&](Layout& layout) { layout.recordClick(bundleID, now, {}); });
+    recorded_(bundleID);
 }
 
 }  // namespace velko

@@ -23,6 +23,8 @@ class ClickRecording final : private NonCopyable {
         std::function<void(const ClickTapEvent&)> pressed;
         /// Clicks are heard from now on.
         std::function<void()> begun;
+        /// An app's icon was clicked. The layout knows it already.
+        std::function<void(const BundleID&)> recorded{};
     };
 
     /// References outlive this.
@@ -43,6 +45,7 @@ class ClickRecording final : private NonCopyable {
     const MainThread& clock_;
     TrustWatch& trust_;
     std::function<void()> begun_;
+    std::function<void(const BundleID&)> recorded_;
     ClickHistory history_;
 };
 

@@ -23,7 +23,7 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
       autoTuck(host, platform, ports.surfaces.surface(Surfaces::Kind::shelf),
                [reveal = handlers.reveal] { reveal(RevealEvent::autoTuck()); }),
       showMe(host, platform, log),
-      opening(platform, log, handlers.reveal),
+      opening(host, platform, log, handlers.reveal),
       popOut(host, platform, log),
       changes(host, platform, [this](const BundleID& bundleID) { popOut.begin(bundleID); }),
       liveActivity(host, platform, log),
@@ -37,7 +37,11 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
                    .liveActivity = liveActivity,
                    .autopilot = autopilot,
                    .revealChanged = std::move(handlers.revealSettingsChanged)}),
-      clicks(host, platform, trust, std::move(handlers.clicks)) {}
+      clicks(host, platform, trust,
+             {.bar = std::move(handlers.clicks.bar),
+              .pressed = std::move(handlers.clicks.pressed),
+              .begun = std::move(handlers.clicks.begun),
+              .recorded = [this](const BundleID& bundleID) { popOut.clicked(bundleID); }}) {}
 
 void Flows::startBackgroundLoops() {
     trust.start();

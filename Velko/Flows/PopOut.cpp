@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Velko/App/Log.h"
+#include "VelkoCore/Time/Date.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -60,8 +61,8 @@ void ChangeWatch::compare(const Inventory::Readings& readings) {
 
 bool ChangeWatch::isWatched(const BundleID& bundleID) const {
     const Layout& layout = host_.values().layout;
-    return layout.popOutOnChange && layout.section(bundleID) == Section::tucked &&
-           !layout.isWaiting(bundleID);
+    return layout.section(bundleID) == Section::tucked && !layout.isWaiting(bundleID) &&
+           layout.mayPopOut(bundleID, floorToSeconds(platform_.mainThread.date()));
 }
 
 std::map<BundleID, ProcessID> ChangeWatch::watchedApps() const {
@@ -85,6 +86,15 @@ void PopOut::begin(const BundleID& bundleID) {
     host_.apply({.reason = "pop out " + bundleID});
     ends_.insert_or_assign(bundleID, Awaited::after(platform_, "a pop-out", Timing::popOutDuration,
                                                     [this, bundleID] { end(BundleID(bundleID)); }));
+    if (limit_.isTooOften(bundleID, platform_.mainThread.now())) {
+        quieten(bundleID);
+    }
+}
+
+void PopOut::quieten(const BundleID& bundleID) {
+    log_.log("popout", bundleID + " changes all the time: quiet until tomorrow");
+    const Date now = floorToSeconds(platform_.mainThread.date());
+    host_.edit(Saving::nowUnlessBroken, [&](Layout& layout) { layout.quieten(bundleID, now, {}); });
 }
 
 void PopOut::forget(const BundleID& bundleID) {

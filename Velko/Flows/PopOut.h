@@ -7,6 +7,7 @@
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoCore/Watching/ChangeDetector.h"
+#include "VelkoCore/Watching/PopOutLimit.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -44,8 +45,12 @@ class PopOut final : private NonCopyable {
  public:
     PopOut(FlowHost& host, const Platform& platform, Log& log);
 
-    /// Lets the app out; one that is out stays for the full time from now.
+    /// Lets the app out; one that is out stays for the full time from now. One that does this all the time
+    /// without being clicked is quiet for the rest of the day.
     void begin(const BundleID& bundleID);
+
+    /// The user has clicked the app's icon.
+    void clicked(const BundleID& bundleID) { limit_.clicked(bundleID); }
 
     /// The app has a new place: it is not out because of its change any more. Does not apply.
     void forget(const BundleID& bundleID);
@@ -55,10 +60,12 @@ class PopOut final : private NonCopyable {
 
  private:
     void end(const BundleID& bundleID);
+    void quieten(const BundleID& bundleID);
 
     FlowHost& host_;
     Platform platform_;
     Log& log_;
+    PopOutLimit limit_;
     std::map<BundleID, Task> ends_;
 };
 

@@ -48,8 +48,17 @@ void Preferences::setSwitch(Switch which, bool on) {
         affected_.popOut.endAll();
         host_.apply({.reason = "pop out off"});
     }
-    host_.edit(Saving::now, [&](Layout& layout) { Switches::set(layout, which, on); });
+    const bool movesWaiting = which == Switch::leaveNewIconsOut;
+    host_.edit(Saving::now, [&](Layout& layout) {
+        Switches::set(layout, which, on);
+        if (movesWaiting) {
+            layout.moveWaiting();
+        }
+    });
     log_.log("settings", std::string(words) + " " + word(on));
+    if (movesWaiting) {
+        host_.apply({.reason = "new icons wait"});
+    }
     if (which == Switch::showLiveActivities) {
         affected_.liveActivity.settingChanged();
     } else if (which == Switch::autopilot) {
@@ -67,6 +76,15 @@ void Preferences::setAlwaysKeep(const BundleID& bundleID, bool keep) {
     });
     log_.log("settings", "always keep " + bundleID + " " + word(keep));
     affected_.autopilot.settle();
+}
+
+void Preferences::setPopsOut(const BundleID& bundleID, bool popsOut) {
+    host_.edit(Saving::now, [&](Layout& layout) { layout.setPopsOut(bundleID, popsOut); });
+    log_.log("settings", "show when it changes " + bundleID + " " + word(popsOut));
+    if (!popsOut && host_.values().poppedOut.contains(bundleID)) {
+        affected_.popOut.forget(bundleID);
+        host_.apply({.reason = "pop out off"});
+    }
 }
 
 void Preferences::setReveal(RevealSettings reveal) {

@@ -35,6 +35,9 @@ class Preferences final : private NonCopyable {
     /// Keeps an app out of suggestions for good, or lets it back in.
     void setAlwaysKeep(const BundleID& bundleID, bool keep);
 
+    /// Whether an app may pop out when it changes. Switching it on also ends a quiet day.
+    void setPopsOut(const BundleID& bundleID, bool popsOut);
+
     /// The seconds are brought to 0 or 3 to 30.
     void setReveal(RevealSettings reveal);
 

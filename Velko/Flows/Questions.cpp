@@ -161,7 +161,8 @@ void Newcomers::admit(const BundleIDs& present, const BundleID& ownBundleID) {
         host_.edit(Saving::soon, [&](Layout& mine) { mine = std::move(layout); });
         return;
     }
-    log_.log("inbox", "new icons, tucked until answered: " + joined(newcomers));
+    const char* const where = layout.leaveNewIconsOut ? "out" : "tucked";
+    log_.log("inbox", std::string("new icons, ") + where + " until answered: " + joined(newcomers));
     host_.edit(Saving::nowUnlessBroken, [&](Layout& mine) { mine = std::move(layout); });
     note_.askAgain();
 }

@@ -86,8 +86,8 @@ class NoteDeferral final : private NonCopyable {
     std::set<std::string> putOff_;
 };
 
-/// Gets to know the apps in the menu bar; new ones stay tucked until the user says where they go. Main
-/// thread; owned by the controller.
+/// Gets to know the apps in the menu bar; new ones stay tucked, or out if the user prefers that, until the
+/// user says where they go. Main thread; owned by the controller.
 class Newcomers final : private NonCopyable {
  public:
     Newcomers(FlowHost& host, const MainThread& clock, Log& log, NoteDeferral& note)

@@ -9,15 +9,30 @@
 
 namespace velko {
 
-PeekOpening::PeekOpening(const Platform& platform, Log& log, std::function<void(const RevealEvent&)> handle)
-    : log_(log), handle_(std::move(handle)), opener_(platform) {}
+PeekOpening::PeekOpening(FlowHost& host, const Platform& platform, Log& log,
+                         std::function<void(const RevealEvent&)> handle)
+    : host_(host), platform_(platform), log_(log), handle_(std::move(handle)), opener_(platform) {}
 
 void PeekOpening::open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> onPress) {
+    host_.set(&AppValues::failedOpening, {});
     handle_(RevealEvent::peek(bundleID));
+    if (!onPress) {
+        onPress = [this, bundleID](ItemOpener::Press press) { pressed(bundleID, press); };
+    }
     opener_.open({.bundleID = bundleID,
                   .log = [&log = log_](const std::string& line) { log.log("open", line); },
                   .onClose = [this] { handle_(RevealEvent::peekEnded()); },
                   .onPress = std::move(onPress)});
+}
+
+void PeekOpening::pressed(const BundleID& bundleID, ItemOpener::Press press) {
+    if (press == ItemOpener::Press::menuOpens) {
+        return;
+    }
+    host_.set(&AppValues::failedOpening,
+              FailedOpening{.bundleID = bundleID, .isRunning = press != ItemOpener::Press::notRunning});
+    failureShown_ = Awaited::after(platform_, "a line about an app", Timing::failedOpeningShown,
+                                   [this] { host_.set(&AppValues::failedOpening, {}); });
 }
 
 ShowMe::ShowMe(FlowHost& host, const Platform& platform, Log& log)

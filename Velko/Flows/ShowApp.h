@@ -19,16 +19,22 @@ class Log;
 class PeekOpening final : private NonCopyable {
  public:
     /// `handle` moves the reveal state.
-    PeekOpening(const Platform& platform, Log& log, std::function<void(const RevealEvent&)> handle);
+    PeekOpening(FlowHost& host, const Platform& platform, Log& log,
+                std::function<void(const RevealEvent&)> handle);
 
     /// Opens that app. Another that was open is not waited for any more. `onPress` is told what came of
-    /// pressing its icon, within half a second.
+    /// pressing its icon, within half a second; without it, `failedOpening` tells of a failure.
     void open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> onPress = {});
 
  private:
+    void pressed(const BundleID& bundleID, ItemOpener::Press press);
+
+    FlowHost& host_;
+    Platform platform_;
     Log& log_;
     std::function<void(const RevealEvent&)> handle_;
     ItemOpener opener_;
+    Task failureShown_;
 };
 
 /// Helps the user find one app's icon: for a moment it stands alone. Main thread; owned by the controller.

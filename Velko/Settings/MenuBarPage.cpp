@@ -203,6 +203,14 @@ view::Node appList(const FaceParts& parts, const ListedApps& listed, const std::
 
 // New icons
 
+std::string whereNewIconsWait(const Layout& layout) {
+    if (!layout.askAboutNewIcons) {
+        return "New icons go where apps go that you haven't sorted.";
+    }
+    return layout.leaveNewIconsOut ? "New icons stay in the bar until you answer."
+                                   : "New icons wait tucked until you answer.";
+}
+
 view::Node newIcons(AppController& controller) {
     Preferences& preferences = controller.preferences();
     const Layout& layout = controller.values().layout;
@@ -212,6 +220,13 @@ view::Node newIcons(AppController& controller) {
                                            .change = [&preferences](bool on) {
                                                preferences.setSwitch(Switch::askAboutNewIcons, on);
                                            }}};
+    view::Node leaveOut{.id = std::string(Switches::row(Switch::leaveNewIconsOut).name),
+                        .isEnabled = layout.askAboutNewIcons,
+                        .content = view::Toggle{.title = "Leave them out until I answer",
+                                                .isOn = layout.leaveNewIconsOut,
+                                                .change = [&preferences](bool on) {
+                                                    preferences.setSwitch(Switch::leaveNewIconsOut, on);
+                                                }}};
     view::Node picker{.id = "new-icons",
                       .content = view::Picker{.title = "Apps that you haven't sorted go to",
                                               .options = {sectionNames.begin(), sectionNames.end()},
@@ -220,13 +235,9 @@ view::Node newIcons(AppController& controller) {
                                                   preferences.setNewIconDefault(allSections.at(index));
                                               }}};
     return {.id = "newcomers",
-            .content = view::Group{
-                .title = "New icons",
-                .children = {explained(std::move(ask), layout.askAboutNewIcons
-                                                           ? "New icons wait tucked until you answer."
-                                                           : "New icons go where apps go that you haven't "
-                                                             "sorted."),
-                             std::move(picker)}}};
+            .content = view::Group{.title = "New icons",
+                                   .children = {explained(std::move(ask), whereNewIconsWait(layout)),
+                                                std::move(leaveOut), std::move(picker)}}};
 }
 
 // Another Mac

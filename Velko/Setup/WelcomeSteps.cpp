@@ -20,8 +20,11 @@ view::Node welcome(view::Drawing picture, const SetupActions& actions) {
          centred("welcome:what",
                  "I sweep the icons that you rarely need behind my broom, so your menu bar stays "
                  "calm. One click on the broom brings them back."),
-         centred("welcome:promise", "You decide about every app, and nothing moves before you say so.",
-                 view::Text::Style::caption)},
+         centred(
+             "welcome:promise",
+             "You decide about every app. Your icons stay where they are until you have sorted them; later, "
+             "a new icon waits behind the broom until you say where it goes.",
+             view::Text::Style::caption)},
         {.right = {primaryButton("welcome:go", "Let's Tidy", actions.goOn)}});
 }
 

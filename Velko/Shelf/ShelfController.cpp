@@ -32,7 +32,8 @@ constexpr double tileGap = 6;
 constexpr double padding = 12;
 
 struct ShelfViewRequest {
-    AppController& controller;                             ///< outlives the tree
+    AppController& controller;  ///< outlives the tree
+    AppNames names;
     double height = 0;                                     ///< how high the shelf may be, in points
     std::function<void(const BundleID&)> onOpen;           ///< the user wants an app's menu
     std::function<void(const BundleID&, Section)> onMove;  ///< the user moves an app to another section
@@ -147,6 +148,9 @@ Node shelfView(const ShelfViewRequest& request) {
     } else {
         sections = rowsOf(request, Section::tucked, apps.tucked);
     }
+    if (const auto& failed = values.failedOpening) {
+        sections.insert(sections.begin(), line("failed", describe(*failed, request.names)));
+    }
     Node scroll{
         .id = "scroll",
         .content = view::Scroll{.height = std::max(0.0, request.height - 2 * padding),
@@ -197,6 +201,7 @@ Surface::Motion ShelfController::motion() const {
 
 view::Node ShelfController::content(const Surface::Place& place) const {
     return shelfView({.controller = parts_.controller,
+                      .names = AppNames(parts_.controller.values(), parts_.platform.workspace),
                       .height = place.bounds.height,
                       .onOpen = [this](const BundleID& bundleID) { parts_.controller.open(bundleID); },
                       .onMove =

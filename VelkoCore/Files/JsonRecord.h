@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -31,7 +32,7 @@
 /// Members may be bool, std::int64_t, std::string, Section, RevealStyle, Date, other described records, and
 /// vectors, sets, optionals and maps (by std::string) of those. Other types get a pair of
 /// `readJson`/`writeJson`. Unknown keys are ignored, sets are written in their order, and a member that is
-/// an absent optional is not written.
+/// an absent optional is not written. Nor is one of a `JsonField` with `omitsEmpty`, while it is empty.
 namespace velko {
 
 /// What a missing or null key does to the member that it belongs to.
@@ -47,6 +48,7 @@ template <class Record, class Member>
 struct JsonField {
     std::string_view key;
     Member Record::* member;
+    bool omitsEmpty = false;  ///< it is not written while it is false or empty
 };
 
 template <class T>
@@ -233,7 +235,11 @@ template <DescribedRecord Record>
 Json writeJson(const Record& record) {
     Json::Object object;
     const auto write = [&](const auto& field) {
-        if (Json value = writeJson(record.*field.member); !value.isNull()) {
+        const auto& member = record.*field.member;
+        if (field.omitsEmpty && member == std::remove_cvref_t<decltype(member)>{}) {
+            return;
+        }
+        if (Json value = writeJson(member); !value.isNull()) {
             object.emplace(field.key, std::move(value));
         }
     };

@@ -27,6 +27,35 @@ void Layout::place(const BundleID& bundleID, Section section) {
     std::erase(inbox, bundleID);
 }
 
+void Layout::moveWaiting() {
+    for (const BundleID& bundleID : inbox) {
+        sections.insert_or_assign(bundleID, waitingSection());
+    }
+}
+
+bool Layout::mayPopOut(const BundleID& bundleID, Date now) const {
+    return popOutOnChange && !neverPopOut.contains(bundleID) && !isQuiet(bundleID, now);
+}
+
+bool Layout::isQuiet(const BundleID& bundleID, Date now) const {
+    const auto until = quietUntil.find(bundleID);
+    return until != quietUntil.end() && now < until->second;
+}
+
+void Layout::quieten(const BundleID& bundleID, Date now, Calendar calendar) {
+    std::erase_if(quietUntil, [&](const auto& entry) { return entry.second <= now; });
+    quietUntil.insert_or_assign(bundleID, calendar.addingDays(1, calendar.startOfDay(now)));
+}
+
+void Layout::setPopsOut(const BundleID& bundleID, bool popsOut) {
+    if (popsOut) {
+        neverPopOut.erase(bundleID);
+    } else {
+        neverPopOut.insert(bundleID);
+    }
+    quietUntil.erase(bundleID);
+}
+
 void Layout::recordClick(const BundleID& bundleID, Date at, Calendar calendar) {
     lastClicked.insert_or_assign(bundleID, at);
     std::vector<Date>& days = clickDays[bundleID];
@@ -56,9 +85,16 @@ void Layout::apply(const LayoutExport& other) {
         seenApps->insert(bundleID);
     }
     alwaysKeep.insert(other.alwaysKeep.begin(), other.alwaysKeep.end());
+    if (other.neverPopOut) {
+        neverPopOut.insert(other.neverPopOut->begin(), other.neverPopOut->end());
+    }
     reveal = other.reveal;
     newIconDefault = other.newIconDefault;
+    const Section waitedIn = waitingSection();
     Switches::copy(other, *this);
+    if (waitingSection() != waitedIn) {
+        moveWaiting();
+    }
     hasCompletedSetup = true;
 }
 
@@ -103,7 +139,7 @@ std::vector<BundleID> Layout::admit(const Admission& admission) {
         }
     }
     for (const BundleID& bundleID : newcomers) {
-        place(bundleID, Section::tucked);
+        place(bundleID, waitingSection());
         inbox.push_back(bundleID);
     }
     return newcomers;
@@ -148,6 +184,7 @@ bool Layout::setBackDates(Date now, Calendar calendar) {
     setBack(knownGraceUntil, now + Timing::inboxUpgradeGraceSeconds);
     setBack(autopilot.snoozedUntil, calendar.addingDays(Timing::autopilotSnoozeDays, now));
     const Date today = calendar.startOfDay(now);
+    setBack(quietUntil, calendar.addingDays(1, today));
     for (auto& [bundleID, days] : clickDays) {
         for (Date& day : days) {
             setBack(day, today);

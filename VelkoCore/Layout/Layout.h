@@ -35,6 +35,9 @@ struct Layout {
     AutopilotState autopilot = {};
     bool popOutOnChange = true;
     bool showLiveActivities = true;
+    bool leaveNewIconsOut = false;             ///< new apps wait for the answer in the bar, and not tucked
+    BundleIDs neverPopOut = {};                ///< tucked apps that stay in when they change
+    std::map<BundleID, Date> quietUntil = {};  ///< apps that changed all the time stay in until then
 
     bool operator==(const Layout&) const = default;
 
@@ -54,10 +57,31 @@ struct Layout {
         Date now;
     };
 
-    /// Remembers the apps that are present. Those that are new and have no place yet are tucked, wait in
-    /// `inbox` for the user's answer, and are returned in ascending order. Nobody is new before the setup is
-    /// done, when the user doesn't want to be asked, or in the first day after an older build's file.
+    /// Where new apps wait for the user's answer.
+    [[nodiscard]] Section waitingSection() const noexcept {
+        return leaveNewIconsOut ? Section::bar : Section::tucked;
+    }
+
+    /// Puts all apps that wait into the section where they now wait.
+    void moveWaiting();
+
+    /// Remembers the apps that are present. Those that are new and have no place yet get their waiting place,
+    /// wait in `inbox` for the user's answer, and are returned in ascending order. Nobody is new before the
+    /// setup is done, when the user doesn't want to be asked, or in the first day after an older build's
+    /// file.
     std::vector<BundleID> admit(const Admission& admission);
+
+    /// Whether the app may pop out when it changes: the user wants that, and it is not to be quiet now.
+    [[nodiscard]] bool mayPopOut(const BundleID& bundleID, Date now) const;
+
+    /// Whether the app is to be quiet for the rest of a day because it changed all the time.
+    [[nodiscard]] bool isQuiet(const BundleID& bundleID, Date now) const;
+
+    /// Keeps the app in until the next local day, and forgets apps whose time is over.
+    void quieten(const BundleID& bundleID, Date now, Calendar calendar);
+
+    /// Says whether the user wants to see when the app changes. One that was quiet is not any more.
+    void setPopsOut(const BundleID& bundleID, bool popsOut);
 
     /// Notes a click on an app's icon: its moment and its local day. Days past are let go after three weeks.
     void recordClick(const BundleID& bundleID, Date at, Calendar calendar);

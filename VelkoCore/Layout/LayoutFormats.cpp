@@ -28,7 +28,7 @@ constexpr auto switchFields() {
     std::size_t next = 0;
     for (const SwitchRow& row : Switches::all) {
         if (const Stored* const member = memberOf(row)) {
-            fields.at(next++) = {row.key, *member};
+            fields.at(next++) = {row.key, *member, row.isAddition};
         }
     }
     return fields;
@@ -84,6 +84,8 @@ struct JsonRecord<Layout> {
             JsonField{"clickDays", &Layout::clickDays},
             JsonField{"alwaysKeep", &Layout::alwaysKeep},
             JsonField{"autopilot", &Layout::autopilot},
+            JsonField{"neverPopOut", &Layout::neverPopOut, true},
+            JsonField{"quietUntil", &Layout::quietUntil, true},
         },
         switchFields<Layout, bool>());
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
@@ -148,6 +150,7 @@ struct JsonRecord<LayoutExport> {
             JsonField{"alwaysKeep", &LayoutExport::alwaysKeep},
             JsonField{"reveal", &LayoutExport::reveal},
             JsonField{"newIconDefault", &LayoutExport::newIconDefault},
+            JsonField{"neverPopOut", &LayoutExport::neverPopOut},
         },
         switchFields<LayoutExport, bool>(), switchFields<LayoutExport, std::optional<bool>>());
     static constexpr MissingKeys missingKeys = MissingKeys::fail;
@@ -180,6 +183,9 @@ LayoutExport LayoutExport::of(const Layout& layout) {
                           .alwaysKeep = layout.alwaysKeep,
                           .reveal = layout.reveal,
                           .newIconDefault = layout.newIconDefault};
+    if (!layout.neverPopOut.empty()) {
+        exported.neverPopOut = layout.neverPopOut;
+    }
     Switches::copy(layout, exported);
     return exported;
 }

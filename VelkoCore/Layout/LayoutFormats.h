@@ -44,6 +44,8 @@ struct LayoutExport {
     bool askAboutNewIcons = true;
     bool popOutOnChange = true;
     std::optional<bool> showLiveActivities{};  ///< absent in files of builds that did not have it
+    std::optional<bool> leaveNewIconsOut{};    ///< absent while it is off
+    std::optional<BundleIDs> neverPopOut{};    ///< absent while there are none
 
     bool operator==(const LayoutExport&) const = default;
 
@@ -53,7 +55,7 @@ struct LayoutExport {
     [[nodiscard]] std::string data() const;
 
     /// Reads an export file. The format is checked first: only a file of this format or an older one is read
-    /// in full. Then every key but `showLiveActivities` must be there.
+    /// in full. Then every key of the first Velko must be there.
     [[nodiscard]] static std::expected<LayoutExport, LayoutReadError> read(std::string_view data);
 };
 

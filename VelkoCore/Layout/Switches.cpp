@@ -29,9 +29,12 @@ class PlaceIn {
 struct Export {
     LayoutExport& to;
     bool on;
+    bool isAddition;
 
     void operator()(bool LayoutExport::* member) const noexcept { to.*member = on; }
-    void operator()(std::optional<bool> LayoutExport::* member) const noexcept { to.*member = on; }
+    void operator()(std::optional<bool> LayoutExport::* member) const noexcept {
+        to.*member = on || !isAddition ? std::optional(on) : std::nullopt;
+    }
     template <class Elsewhere>
     void operator()(Elsewhere /*member*/) const noexcept {}
 };
@@ -74,7 +77,7 @@ void Switches::set(Layout& layout, Switch which, bool on) {
 
 void Switches::copy(const Layout& from, LayoutExport& to) {
     for (const SwitchRow& each : all) {
-        std::visit(Export{to, isOn(from, each.which)}, each.exported);
+        std::visit(Export{to, isOn(from, each.which), each.isAddition}, each.exported);
     }
 }
 

@@ -13,7 +13,14 @@
 namespace velko {
 
 /// A setting that is on or off and that the layout keeps.
-enum class Switch { popOutOnChange, showLiveActivities, autopilot, askAboutNewIcons, revealOnHover };
+enum class Switch {
+    popOutOnChange,
+    showLiveActivities,
+    autopilot,
+    askAboutNewIcons,
+    leaveNewIconsOut,
+    revealOnHover
+};
 
 /// Where a switch is stored: in the layout or in one of its parts, or in an export. Nothing: nowhere.
 using SwitchMember =
@@ -34,6 +41,7 @@ struct SwitchRow {
     SwitchMember stored;
     SwitchMember
         exported;  ///< an optional: files of older builds lack it; nothing: its part travels as a whole
+    bool isAddition = false;  ///< older builds did not have it: the files name it only while it is on
 };
 
 namespace Switches {
@@ -63,6 +71,13 @@ inline constexpr std::array all{
               .words = "ask about new icons",
               .stored = &Layout::askAboutNewIcons,
               .exported = &LayoutExport::askAboutNewIcons},
+    SwitchRow{.which = Switch::leaveNewIconsOut,
+              .key = "leaveNewIconsOut",
+              .name = "leave-out",
+              .words = "leave new icons out",
+              .stored = &Layout::leaveNewIconsOut,
+              .exported = &LayoutExport::leaveNewIconsOut,
+              .isAddition = true},
     SwitchRow{.which = Switch::revealOnHover,
               .key = "hover",
               .name = "hover",

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 
 /// Every fixed delay, period, threshold and animation number, each with its one name. Equal values stay
@@ -24,6 +25,7 @@ inline constexpr Seconds shelfSpringResponse{0.42};
 inline constexpr double shelfSpringDamping = 0.72;
 inline constexpr Duration peekReflowDelay = 150ms;  ///< until the bar has made room for a peeking app
 inline constexpr Duration peekMaxDuration = 60s;
+inline constexpr Duration failedOpeningShown = 6s;  ///< how long a face says that an app does not answer
 inline constexpr Duration showMeDuration = 2500ms;
 
 // Pop-out on change
@@ -32,6 +34,8 @@ inline constexpr Duration popOutPollInterval = 2s;
 inline constexpr Duration popOutPollSeconds = popOutPollInterval;
 inline constexpr Duration popOutCooldownSeconds = 300s;
 inline constexpr double popOutMinWidthChange = 3.0;  ///< points
+inline constexpr std::size_t popOutMostInWindow = 12;
+inline constexpr Duration popOutWindow = 1h;
 
 // Live Activity
 inline constexpr Duration liveActivityCheckInterval = 5s;

@@ -76,6 +76,8 @@ constexpr auto events = std::to_array<Event>({
     {4, "set pop-out off"},
     {4, "set live-activities SWITCH"},
     {4, "set autopilot SWITCH"},
+    {2, "show changes TUCKED SWITCH"},
+    {3, "set leave-out SWITCH"},
     {4, "set ask on"},
     {2, "set ask off"},
     {4, "set new-icons SECTION"},

@@ -7,6 +7,7 @@
 
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/HoverWatcher.h"
+#include "Velko/Message/MessageController.h"
 #include "Velko/Note/NoteController.h"
 #include "Velko/Ports/Desktop.h"
 #include "Velko/Shelf/ShelfController.h"
@@ -30,9 +31,11 @@ class FacesOnMac : public VelkoOnMac {
         shelf = std::make_unique<ShelfController>(faceParts(), *broom);
         hover = std::make_unique<HoverWatcher>(faceParts(), *broom);
         note = std::make_unique<NoteController>(faceParts(), *broom);
+        message = std::make_unique<MessageController>(faceParts(), *broom);
         changes = velko->observe([this] {
             hover->sync();
             shelf->sync();
+            message->sync();
         });
         hover->sync();
         broom->refresh();
@@ -56,6 +59,7 @@ class FacesOnMac : public VelkoOnMac {
     std::unique_ptr<ShelfController> shelf;
     std::unique_ptr<HoverWatcher> hover;
     std::unique_ptr<NoteController> note;
+    std::unique_ptr<MessageController> message;
     Subscription changes;
 };
 

@@ -1,3 +1,4 @@
+#include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Questions.h"
 #include "tests/Velko/VelkoOnMac.h"
 
@@ -32,6 +33,27 @@ TEST_F(NewIconsTest, WaitTuckedUntilTheUserSaysWhereTheyGo) {
     EXPECT_FALSE(velko->note().isAnythingToAsk());
     velko->place("com.example.new", Section::buried);
     EXPECT_TRUE(log.lines().back().ends_with("[layout] com.example.new -> buried"));
+}
+
+TEST_F(NewIconsTest, WaitInTheBarWhereTheUserPrefersThat) {
+    start();
+    launch("com.example.first");
+    pass(1s);
+    velko->preferences().setSwitch(Switch::leaveNewIconsOut, true);
+    pass(1s);
+    EXPECT_TRUE(shows("com.example.first")) << "who waits already waits there, too";
+    EXPECT_TRUE(logged("[settings] leave new icons out true"));
+    launch("com.example.second");
+    pass(1s);
+    EXPECT_TRUE(shows("com.example.second"));
+    EXPECT_TRUE(logged("[inbox] new icons, out until answered: com.example.second"));
+    EXPECT_TRUE(velko->note().isAnythingToAsk()) << "they are asked about all the same";
+    velko->place("com.example.first", Section::bar);
+    velko->preferences().setSwitch(Switch::leaveNewIconsOut, false);
+    pass(1s);
+    EXPECT_TRUE(shows("com.example.first")) << "this one is answered";
+    EXPECT_FALSE(shows("com.example.second"));
+    EXPECT_EQ(saved().inbox, std::vector<BundleID>{"com.example.second"});
 }
 
 TEST_F(NewIconsTest, AreAskedAboutAgainOnlyWhenAnotherComes) {

@@ -80,6 +80,55 @@ TEST_F(PopOutTest, LeavesAloneWhatWaitsForAnAnswer) {
     EXPECT_TRUE(shows("com.example.new"));
 }
 
+TEST_F(PopOutTest, MakesAnAppQuietForTheDayThatChangesAllTheTime) {
+    start();
+    const auto changeFor = [&](int times) {
+        for (int time = 0; time < times; ++time) {
+            change(app, std::to_string(mac.mainThread.now().count()));
+            pass(5min);
+        }
+    };
+    changeFor(11);
+    velko->open("com.example.tucked");  // a click: it is welcome
+    mac.closeMenu();
+    changeFor(11);
+    EXPECT_EQ(timesLogged("changed: out"), 22);
+    EXPECT_TRUE(values().layout.quietUntil.empty());
+    changeFor(3);
+    EXPECT_EQ(timesLogged("changed: out"), 23) << "the twelfth is the last";
+    EXPECT_EQ(timesLogged("[popout] com.example.tucked changes all the time: quiet until tomorrow"), 1);
+    EXPECT_TRUE(values().layout.isQuiet("com.example.tucked", floorToSeconds(mac.mainThread.date())));
+    EXPECT_TRUE(saved().quietUntil.contains("com.example.tucked")) << "and after a restart";
+    change(other, "news");
+    pass(3s);
+    EXPECT_TRUE(shows("com.example.other")) << "the others are not";
+    pass(24h);
+    changeFor(1);
+    EXPECT_EQ(timesLogged("com.example.tucked changed: out"), 24) << "it is another day";
+}
+
+TEST_F(PopOutTest, LeavesAloneWhatTheUserDoesNotWantToSee) {
+    start();
+    change(app, "1 new message");
+    pass(3s);
+    velko->preferences().setPopsOut("com.example.tucked", false);
+    pass(1s);
+    EXPECT_FALSE(shows("com.example.tucked"));
+    EXPECT_TRUE(logged("[settings] show when it changes com.example.tucked false"));
+    EXPECT_EQ(saved().neverPopOut, BundleIDs{"com.example.tucked"});
+    pass(6min);
+    change(app, "2 new messages");
+    change(other, "1 new message");
+    pass(3s);
+    EXPECT_FALSE(shows("com.example.tucked"));
+    EXPECT_TRUE(shows("com.example.other"));
+    velko->preferences().setPopsOut("com.example.tucked", true);
+    pass(3s);
+    change(app, "3 new messages");
+    pass(3s);
+    EXPECT_TRUE(shows("com.example.tucked"));
+}
+
 /// Several apps that change, move and rest at once. When each is out is told a second time: from the look
 /// that notices it, every two seconds, for ten seconds, and not again within five minutes.
 class PopOutsTogether : public VelkoOnMac, public testing::WithParamInterface<unsigned> {

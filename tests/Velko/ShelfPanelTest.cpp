@@ -74,6 +74,40 @@ TEST_F(ShelfPanelTest, OpensAnAppAndStaysBelowItsMenu) {
     EXPECT_FALSE(velko->consumesClick());
 }
 
+TEST_F(ShelfPanelTest, SaysWithinHalfASecondThatAnAppDoesNotAnswer) {
+    const ProcessID app = launchNamed("app.a", "Übersicht");
+    layout.place("app.a", Section::tucked);
+    startFaces();
+    const SimulatedSurface& message = mac.surfaces.surface(Surfaces::Kind::message);
+    const std::string words =
+        "\u2068Übersicht\u2069 isn't answering, so its menu stays closed. "
+        "Try again in a moment.";
+    mac.hang(app, true);
+    velko->open("app.a");  // as the broom's menu does
+    pass(500ms);
+    EXPECT_THAT(reading(*message.content()), testing::Contains(words));
+    EXPECT_FALSE(surface.isOpen());
+    pass(6s);
+    EXPECT_FALSE(message.isOpen()) << "it goes by itself";
+    toggle();
+    EXPECT_TRUE(surface.perform("tile:app.a"));
+    pass(500ms);
+    EXPECT_THAT(read(), testing::Contains(words));
+    EXPECT_FALSE(message.isOpen()) << "once is enough";
+    EXPECT_EQ(mac.surfaces.announcements(), std::vector<std::string>(2, words));
+    mac.hang(app, false);
+    EXPECT_TRUE(surface.perform("tile:app.a"));
+    pass(100ms);
+    EXPECT_THAT(read(), testing::Not(testing::Contains(words))) << "a new try";
+    pass(200ms);
+    mac.closeMenu();
+    pass(100ms);
+    mac.quit(app);
+    velko->open("app.a");
+    pass(10ms);
+    EXPECT_EQ(mac.surfaces.announcements().back(), "\u2068Übersicht\u2069 isn't running any more.");
+}
+
 TEST_F(ShelfPanelTest, MovesAppsByTheirMenus) {
     launch("app.a", Section::tucked);
     launch("app.b", Section::buried);

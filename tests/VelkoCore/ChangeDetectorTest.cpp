@@ -4,7 +4,9 @@
 #include <tuple>
 #include <vector>
 
+#include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Watching/ChangeDetector.h"
+#include "VelkoCore/Watching/PopOutLimit.h"
 
 namespace velko {
 namespace {
@@ -37,6 +39,44 @@ TEST(ChangeDetector, PopsWhatChangesOnceInFiveMinutes) {
     EXPECT_EQ(detector.check({{}, momentAt(1'100)}),
               none);  // An app that is left out comes back as a new one.
     EXPECT_EQ(detector.check({{{"a", {2, {{"1", 9}, {"1", 9}}}}}, momentAt(1'102)}), none);
+}
+
+TEST(PopOutLimit, IsReachedByTwelveTimesInAnHourWithoutAClick) {
+    PopOutLimit limit;
+    const auto popAt = [&](double first, double step, int times) {
+        bool isTooOften = false;
+        for (int time = 0; time < times; ++time) {
+            isTooOften = limit.isTooOften("a", momentAt(first + time * step)) || isTooOften;
+        }
+        return isTooOften;
+    };
+    EXPECT_FALSE(popAt(0, 328, 20)) << "eleven times an hour";
+    limit.clicked("a");
+    EXPECT_FALSE(popAt(10'000, 300, 11));
+    EXPECT_TRUE(popAt(13'300, 300, 1));
+    EXPECT_FALSE(popAt(13'600, 300, 11)) << "the count begins anew";
+    limit.clicked("a");
+    EXPECT_FALSE(popAt(17'000, 300, 11));
+}
+
+TEST(Layout, KeepsAQuietAppInUntilTheNextDay) {
+    const Date noon = Date(std::chrono::sys_days(std::chrono::year(2026) / 3 / 1)) + std::chrono::hours(12);
+    Layout layout;
+    layout.quieten("old", noon - std::chrono::days(2), {});
+    layout.quieten("a", noon, {});
+    EXPECT_FALSE(layout.quietUntil.contains("old")) << "it is over";
+    EXPECT_FALSE(layout.mayPopOut("a", noon + std::chrono::seconds(1)));
+    EXPECT_TRUE(layout.mayPopOut("b", noon));
+    const Date tomorrow = Calendar().addingDays(1, Calendar().startOfDay(noon));
+    EXPECT_FALSE(layout.mayPopOut("a", tomorrow - std::chrono::seconds(1)));
+    EXPECT_TRUE(layout.mayPopOut("a", tomorrow));
+    layout.setPopsOut("a", true);
+    EXPECT_TRUE(layout.mayPopOut("a", noon)) << "the user wants to see it all the same";
+    layout.quietUntil = {{"a", noon + std::chrono::days(300)}};
+    EXPECT_TRUE(layout.setBackDates(noon, {}));
+    EXPECT_EQ(layout.quietUntil.at("a"), tomorrow) << "the clock was ahead";
+    layout.popOutOnChange = false;
+    EXPECT_FALSE(layout.mayPopOut("b", noon));
 }
 
 }  // namespace

@@ -13,12 +13,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::vector<std::string> allKeys{"alwaysKeep",     "askAboutNewIcons", "autopilot",
-                                       "clickDays",      "firstSeen",        "hasCompletedSetup",
-                                       "inbox",          "knownGraceUntil",  "lastClicked",
-                                       "newIconDefault", "popOutOnChange",   "reveal",
-                                       "sections",       "seenApps",         "showLiveActivities",
-                                       "version"};
+const std::vector<std::string> allKeys{
+    "alwaysKeep",     "askAboutNewIcons",   "autopilot",   "clickDays",
+    "firstSeen",      "hasCompletedSetup",  "inbox",       "knownGraceUntil",
+    "lastClicked",    "leaveNewIconsOut",   "neverPopOut", "quietUntil",
+    "newIconDefault", "popOutOnChange",     "reveal",      "sections",
+    "seenApps",       "showLiveActivities", "version"};
 
 Layout decoded(const std::string& json) {
     const auto layout = decodeLayout(json);
@@ -226,6 +226,9 @@ class RandomLayouts {
                             .snoozedUntil = map([&] { return date(); })};
         layout.popOutOnChange = coin();
         layout.showLiveActivities = coin();
+        layout.leaveNewIconsOut = coin();
+        layout.neverPopOut = names();
+        layout.quietUntil = map([&] { return date(); });
         return layout;
     }
 };

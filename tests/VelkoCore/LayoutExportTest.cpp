@@ -87,6 +87,9 @@ TEST(LayoutExport, ComesBackAsItWentOutWithoutAnythingPersonal) {
                      .hover = true};
     layout.lastClicked = {{"secret", Date{}}};
     layout.showLiveActivities = false;
+    layout.leaveNewIconsOut = true;
+    layout.neverPopOut = {"A"};
+    layout.quietUntil = {{"secret", Date{}}};
     const std::string data = LayoutExport::of(layout).data();
     EXPECT_EQ(data.find("secret"), std::string::npos);
     const auto read = LayoutExport::read(data);
@@ -95,6 +98,14 @@ TEST(LayoutExport, ComesBackAsItWentOutWithoutAnythingPersonal) {
     Layout fresh;
     fresh.apply(*read);
     EXPECT_EQ(LayoutExport::of(fresh), LayoutExport::of(layout));
+    fresh.place("N", Section::tucked);
+    fresh.inbox = {"N"};
+    fresh.leaveNewIconsOut = false;
+    fresh.apply(*read);
+    EXPECT_EQ(fresh.section("N"), Section::bar) << "it waits where the user of the other Mac wants that";
+    const std::string plain = LayoutExport::of(Layout()).data();
+    EXPECT_EQ(plain.find("leaveNewIconsOut"), std::string::npos) << "as older builds wrote it";
+    EXPECT_EQ(plain.find("neverPopOut"), std::string::npos);
 }
 
 }  // namespace
