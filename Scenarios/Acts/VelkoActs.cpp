@@ -54,6 +54,9 @@ constexpr auto velkoTable = std::to_array<VelkoAct>({
     {Verb::accept, accept},
     {Verb::dismiss, does<[](auto& velko, const auto& app) { velko.autopilot().dismiss(app); }>},
     {Verb::alwaysKeep, does<[](auto& velko, const auto& app) { velko.autopilot().alwaysKeep(app); }>},
+    {Verb::forget, does<[](auto& velko, const auto& app) { velko.forget({app}); }>},
+    {Verb::undo, does<[](auto& velko, const auto&) { velko.undo(); }>},
+    {Verb::redo, does<[](auto& velko, const auto&) { velko.redo(); }>},
     {Verb::finishSetup, does<[](auto& velko, const auto&) { velko.completeSetup({}); }>},
     {Verb::fileReload, does<[](auto& velko, const auto&) { velko.loadLayout(); }>},
 });
@@ -157,6 +160,8 @@ Done importLayout(const Step& step, World& world) {
     }
     world.velko()->transfer().importLayout();
     world.mac().dialogs.choose(fileOf(step, world));
+    // The question comes when the file is read.
+    world.mac().platform().mainThread.post([&dialogs = world.mac().dialogs] { dialogs.answer(true); });
     return {};
 }
 

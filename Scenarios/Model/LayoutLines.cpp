@@ -152,6 +152,22 @@ void datesSetBack(LogLine& line) {
     }
 }
 
+/// The layout has no room for apps that nobody names any more.
+void forgot(LogLine& line) {
+    Expected& expected = line.check.expected;
+    std::string rest = line.parts[0];
+    BundleIDs apps;
+    for (std::size_t end = 0; end != std::string::npos;
+         rest.erase(0, end == std::string::npos ? end : end + 2)) {
+        end = rest.find(", ");
+        apps.insert(rest.substr(0, end));
+    }
+    expected.layout.forget(apps);
+    expected.asked.insert("forgotten");
+}
+
+/// What the history takes back is tested elsewhere.
+constexpr std::string_view byUndo = "undo";
 constexpr std::string_view byImport = "import";
 constexpr std::string_view bySetup = "setup";
 
@@ -166,6 +182,9 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"layout", "UNREADABLE, showing everything: *", couldNotBeRead},
     {"layout", "save failed: *", couldNotBeSaved},
     {"layout", "imported * placements from *", replaced<byImport>, By::user},
+    {"layout", "forgot *", forgot, By::user},
+    {"layout", "undone: *", replaced<byUndo>, By::user},
+    {"layout", "done again: *", replaced<byUndo>, By::user},
     {"layout", "exported * placements to *", nothingFollows},
     {"layout", "unreadable file kept as *", nothingFollows},
     {"layout", "started afresh", nothingFollows},

@@ -98,6 +98,10 @@ void kept(LogLine& line) {
     line.check.expected.layout.alwaysKeep.insert(line.parts[0]);
 }
 
+void askedAgain(LogLine& line) {
+    line.check.expected.layout.autopilot.snoozedUntil.erase(line.parts[0]);
+}
+
 void clicksWatched(LogLine& line) {
     auto& since = line.check.expected.layout.autopilot.watchingSince;
     line.check.require(!since, "clicks are watched anew only once");
@@ -122,6 +126,7 @@ constexpr auto questionRows = std::to_array<LineRow>({
     {"autopilot", "accepted: * -> *", accepted, By::user},
     {"autopilot", "not now: *", notNow, By::user},
     {"autopilot", "always keep: *", kept, By::user},
+    {"autopilot", "asks again: *", askedAgain, By::user},
     {"autopilot", "click history started: suggestions begin in 14 days", clicksWatched},
     {"health", "asked * to quit", askedToQuit},
     {"inbox", "new icons, out until answered: *", newcomersCame<Section::bar>},

@@ -4,10 +4,12 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <utility>
 
 #include "Velko/App/Log.h"
 #include "Velko/App/SystemResponses.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Flows.h"
 #include "Velko/Ports/Desktop.h"
 #include "Velko/Ports/Surfaces.h"
@@ -118,6 +120,9 @@ void AppController::requestScan(ScanDepth depth) {
 // The layout
 
 void AppController::layoutLoaded(bool isMended) {
+    UndoHistory history = values_.history;
+    history.clear();  // it is about another layout
+    set(&AppValues::history, std::move(history));
     flows_->autopilot.heedClock();
     if (flows_->clicks.isListening()) {
         flows_->autopilot.clicksAreWatched();
@@ -145,19 +150,80 @@ void AppController::layoutReplaced(const char* reason) {
     flows_->autopilot.settle();
 }
 
-void AppController::place(const BundleID& bundleID, Section section) {
-    const bool answered = values_.layout.isWaiting(bundleID);
-    log_.log("layout",
-             bundleID + " -> " + std::string(name(section)) + (answered ? " (new icon answered)" : ""));
-    edit(Saving::now, [&](Layout& layout) { layout.place(bundleID, section); });
-    flows_->popOut.forget(bundleID);
+ChangeWords::Apps AppController::inWords(const BundleIDs& apps) const {
+    return {.name = apps.size() == 1 ? AppNames(values_, platform_.workspace).of(*apps.begin()) : "",
+            .count = apps.size()};
+}
+
+void AppController::place(const BundleIDs& apps, Section section) {
+    if (apps.empty()) {
+        return;
+    }
+    for (const BundleID& bundleID : apps) {
+        const bool answered = values_.layout.isWaiting(bundleID);
+        log_.log("layout",
+                 bundleID + " -> " + std::string(name(section)) + (answered ? " (new icon answered)" : ""));
+    }
+    edit(ChangeWords::placed(inWords(apps), section), [&](Layout& layout) {
+        for (const BundleID& bundleID : apps) {
+            layout.place(bundleID, section);
+        }
+    });
+    for (const BundleID& bundleID : apps) {
+        flows_->popOut.forget(bundleID);
+    }
     apply({.reason = "section changed"});
     flows_->autopilot.settle();
 }
 
+void AppController::forget(const BundleIDs& apps) {
+    BundleIDs gone;
+    std::ranges::copy_if(apps, std::inserter(gone, gone.end()),
+                         [this](const BundleID& bundleID) { return !isPresent(values_, bundleID); });
+    if (gone.empty()) {
+        return;
+    }
+    const UndoHistory::Change change = ChangeWords::forgotten(inWords(gone));
+    log_.log("layout", "forgot " + joined(gone));
+    edit(change, [&](Layout& layout) { layout.forget(gone); });
+    apply({.reason = "forgotten"});
+    flows_->autopilot.settle();
+}
+
+bool AppController::edit(UndoHistory::Change undoable, const Edit& change) {
+    const Layout before = values_.layout;
+    const bool isSaved = keeping_.edit(Saving::now, change);
+    UndoHistory history = values_.history;
+    history.record(std::move(undoable), before, values_.layout);
+    set(&AppValues::history, std::move(history));
+    return isSaved;
+}
+
+bool AppController::goThroughHistory(bool (UndoHistory::*way)(Layout&), const char* word) {
+    UndoHistory history = values_.history;
+    const UndoHistory::Change* next = way == &UndoHistory::undo ? history.undoable() : history.redoable();
+    if (next == nullptr || values_.problems.layoutUnreadable) {
+        return false;
+    }
+    const std::string title = next->title;
+    keeping_.edit(Saving::now, [&](Layout& layout) { (history.*way)(layout); });
+    set(&AppValues::history, std::move(history));
+    log_.log("layout", std::string(word) + title);
+    layoutReplaced("undo");
+    return true;
+}
+
+bool AppController::undo() {
+    return goThroughHistory(&UndoHistory::undo, "undone: ");
+}
+
+bool AppController::redo() {
+    return goThroughHistory(&UndoHistory::redo, "done again: ");
+}
+
 void AppController::completeSetup(const std::map<BundleID, Section>& sections) {
     std::map<Section, std::size_t> counts;
-    edit(Saving::now, [&](Layout& layout) {
+    edit(ChangeWords::sorted(), [&](Layout& layout) {
         for (const auto& [bundleID, section] : sections) {
             layout.place(bundleID, section);
             ++counts[section];

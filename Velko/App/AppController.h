@@ -9,6 +9,7 @@
 
 #include "Velko/App/AppValues.h"
 #include "Velko/App/Visibility.h"
+#include "Velko/Apps/ChangeWords.h"
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/LayoutKeeping.h"
 #include "Velko/Ports/Desktop.h"
@@ -95,7 +96,15 @@ class AppController final : private FlowHost {
     /// while that app is being opened already. `pressed` is told what came of it, within half a second.
     void open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> pressed = {});
     /// Puts an app into a section; for one that waits in the inbox, this is the answer.
-    void place(const BundleID& bundleID, Section section);
+    void place(const BundleID& bundleID, Section section) { place(BundleIDs{bundleID}, section); }
+    /// Puts several apps there at once.
+    void place(const BundleIDs& apps, Section section);
+    /// Forgets all that the layout knows of these apps. One that is in the menu bar is left out.
+    void forget(const BundleIDs& apps);
+    /// Takes back the last placing, forgetting, import, sort or accepted suggestion (`values().history` says
+    /// which), or does again what was taken back. Returns whether there was anything.
+    bool undo();
+    bool redo();
     /// Puts every app of a finished sort into its section, all at once; the setup counts as done.
     void completeSetup(const std::map<BundleID, Section>& sections);
     /// Shows everything until something else is applied.
@@ -133,12 +142,15 @@ class AppController final : private FlowHost {
  private:
     // FlowHost
     bool edit(Saving saving, const Edit& change) override { return keeping_.edit(saving, change); }
+    bool edit(UndoHistory::Change undoable, const Edit& change) override;
     [[nodiscard]] AppValues& writableValues() noexcept override { return values_; }
     void valueChanged() override;
 
     [[nodiscard]] std::unique_ptr<Flows> makeFlows();
     void layoutLoaded(bool isMended);
     void layoutReplaced(const char* reason);
+    [[nodiscard]] ChangeWords::Apps inWords(const BundleIDs& apps) const;
+    bool goThroughHistory(bool (UndoHistory::*way)(Layout&), const char* word);
     void followSwitches();
     void stateSet();
     void tellChange() const;

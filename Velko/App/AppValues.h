@@ -14,6 +14,7 @@
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Layout/UndoHistory.h"
 #include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -63,6 +64,7 @@ struct AppValues {
     std::int64_t loginRevision = 0;              ///< grows when launch at login was switched
     std::optional<std::string> loginFailure;     ///< why the last switch of it failed
     std::optional<std::string> saveFailure;      ///< why the layout's file lacks the latest changes
+    UndoHistory history;                         ///< what the user has changed in the layout
 
     [[nodiscard]] Health health() const { return problems.health(); }
 

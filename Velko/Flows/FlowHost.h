@@ -62,6 +62,10 @@ class FlowHost : private NonCopyable {
     /// now holds the layout.
     virtual bool edit(Saving saving, const Edit& change) = 0;
 
+    /// An edit of the user's own, saved at once, that they can take back. Whether the file now holds the
+    /// layout.
+    virtual bool edit(UndoHistory::Change undoable, const Edit& change) = 0;
+
     /// Computes the plan and hands it to the engine.
     virtual void apply(ApplyRequest request) = 0;
 

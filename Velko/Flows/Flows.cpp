@@ -31,7 +31,7 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
       autopilot(host, platform, log, [this](bool offered) { note.suggestionsChecked(offered); }),
       note(host, autopilot),
       newcomers(host, platform.mainThread, log, note),
-      transfer(host, ports.dialogs, log, std::move(handlers.layoutImported)),
+      transfer(host, platform.workspace, ports.dialogs, log, std::move(handlers.layoutImported)),
       preferences(host, log, ports.loginItem,
                   {.popOut = popOut,
                    .liveActivity = liveActivity,

@@ -1,12 +1,16 @@
 #include "Velko/Flows/LayoutTransfer.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <utility>
 
 #include "Velko/App/Log.h"
+#include "Velko/Apps/ChangeWords.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
+#include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
 
@@ -20,10 +24,57 @@ Dialogs::FileType fileType() {
     return {.identifier = "app.velko.layout"};
 }
 
+/// The layout in an export file, or why there is none, in words for people.
+std::expected<LayoutExport, std::string> layoutIn(const std::filesystem::path& file) {
+    const auto content = AtomicFile::read(file);
+    if (!content) {
+        return std::unexpected(content.error().description);
+    }
+    const auto& text = *content;
+    if (!text) {
+        return std::unexpected("The file is not there any more.");
+    }
+    auto layout = LayoutExport::read(*text);
+    if (!layout) {
+        return std::unexpected(describe(layout.error()));
+    }
+    return *std::move(layout);
+}
+
+std::string apps(std::size_t count) {
+    return count == 1 ? "1 app" : std::to_string(count) + " apps";
+}
+
+/// What an import changes.
+std::string changesInWords(const AppValues& values, const Workspace& workspace, const LayoutExport& theirs) {
+    const std::string rest =
+        "Its settings take the place of yours. Apps that it doesn't name stay where they are.";
+    if (values.problems.layoutUnreadable) {
+        return "It has places for " + apps(theirs.sections.size()) +
+               ". The file that can't be read is kept beside the new one.";
+    }
+    const AppNames names(values, workspace);
+    std::size_t moving = 0;
+    std::size_t absent = 0;
+    for (const auto& [bundleID, section] : theirs.sections) {
+        const bool isHere = isPresent(values, bundleID) || names.isRunning(bundleID) ||
+                            workspace.installedName(bundleID).has_value();
+        absent += isHere ? 0 : 1;
+        moving += isHere && values.layout.section(bundleID) != section ? 1 : 0;
+    }
+    const std::size_t staying = theirs.sections.size() - moving - absent;
+    std::string what = "Another place for " + apps(moving) + ", the same place for " + apps(staying) + ". ";
+    if (absent > 0) {
+        what += apps(absent) + (absent == 1 ? " isn't" : " aren't") + " on this Mac. ";
+    }
+    return what + rest;
+}
+
 }  // namespace
 
-LayoutTransfer::LayoutTransfer(FlowHost& host, Dialogs& dialogs, Log& log, std::function<void()> imported)
-    : host_(host), dialogs_(dialogs), log_(log), imported_(std::move(imported)) {}
+LayoutTransfer::LayoutTransfer(FlowHost& host, const Workspace& workspace, Dialogs& dialogs, Log& log,
+                               std::function<void()> imported)
+    : host_(host), workspace_(workspace), dialogs_(dialogs), log_(log), imported_(std::move(imported)) {}
 
 /// What becomes of the file that the user chooses, if any.
 Dialogs::Chosen LayoutTransfer::then(void (LayoutTransfer::*use)(const std::filesystem::path&)) {
@@ -48,7 +99,7 @@ void LayoutTransfer::importLayout() {
         panel_ = dialogs_.chooseFileToOpen({.title = "Import Layout",
                                             .message = "Choose a layout exported from Velko on another Mac.",
                                             .type = fileType()},
-                                           then(&LayoutTransfer::read));
+                                           then(&LayoutTransfer::askToTakeOver));
     }
 }
 
@@ -60,22 +111,12 @@ void LayoutTransfer::offerToImport(const std::filesystem::path& file) {
 }
 
 void LayoutTransfer::askAboutNext() {
-    if (panel_.isPending() || opened_.empty()) {
-        return;
+    while (!panel_.isPending() && !opened_.empty()) {
+        askToTakeOver(opened_.front());
+        if (!panel_.isPending()) {
+            opened_.erase(opened_.begin());  // it can't be read
+        }
     }
-    const std::filesystem::path& file = opened_.front();
-    panel_ = dialogs_.ask({.title = "Use the layout “" + file.stem().string() + "”?",
-                           .message = "Velko takes over its places and settings. Apps that it doesn't name "
-                                      "stay where they are.",
-                           .confirm = "Import",
-                           .cancel = "Cancel"},
-                          [this, file](bool agreed) {
-                              opened_.erase(opened_.begin());
-                              if (agreed) {
-                                  read(file);
-                              }
-                              askAboutNext();
-                          });
 }
 
 void LayoutTransfer::offerToStartAfresh(const std::function<void()>& then) {
@@ -115,22 +156,11 @@ std::expected<void, std::string> LayoutTransfer::exportTo(const std::filesystem:
 }
 
 std::expected<void, std::string> LayoutTransfer::importFrom(const std::filesystem::path& file) {
-    const auto content = AtomicFile::read(file);
-    if (!content) {
-        return std::unexpected(content.error().description);
-    }
-    const auto& text = *content;
-    if (!text) {
-        return std::unexpected("The file is not there any more.");
-    }
-    const auto layout = LayoutExport::read(*text);
+    const auto layout = layoutIn(file);
     if (!layout) {
-        return std::unexpected(describe(layout.error()));
+        return std::unexpected(layout.error());
     }
-    host_.edit(Saving::now, [&](Layout& mine) { mine.apply(*layout); });
-    log_.log("layout",
-             "imported " + std::to_string(layout->sections.size()) + " placements from " + file.string());
-    imported_();
+    takeOver(*layout, file);
     return {};
 }
 
@@ -140,10 +170,31 @@ void LayoutTransfer::write(const std::filesystem::path& file) {
     }
 }
 
-void LayoutTransfer::read(const std::filesystem::path& file) {
-    if (const auto taken = importFrom(file); !taken) {
-        fail("Velko couldn't import that layout.", taken.error());
+void LayoutTransfer::askToTakeOver(const std::filesystem::path& file) {
+    auto layout = layoutIn(file);
+    if (!layout) {
+        fail("Velko couldn't import that layout.", layout.error());
+        return;
     }
+    std::string what = changesInWords(host_.values(), workspace_, *layout);
+    panel_ = dialogs_.ask({.title = "Use the layout “" + file.stem().string() + "”?",
+                           .message = std::move(what),
+                           .confirm = "Import",
+                           .cancel = "Cancel"},
+                          [this, file, layout = *std::move(layout)](bool agreed) {
+                              std::erase(opened_, file);
+                              if (agreed) {
+                                  takeOver(layout, file);
+                              }
+                              askAboutNext();
+                          });
+}
+
+void LayoutTransfer::takeOver(const LayoutExport& layout, const std::filesystem::path& file) {
+    host_.edit(ChangeWords::imported(file.stem().string()), [&](Layout& mine) { mine.apply(layout); });
+    log_.log("layout",
+             "imported " + std::to_string(layout.sections.size()) + " placements from " + file.string());
+    imported_();
 }
 
 void LayoutTransfer::fail(const std::string& title, const std::string& reason) {

@@ -14,15 +14,18 @@
 namespace velko {
 
 class Log;
+class Workspace;
+struct LayoutExport;
 
 /// Takes the layout to another Mac, and puts one in the place of a layout that cannot be read. One panel or
 /// question at a time. Main thread; owned by the controller.
 class LayoutTransfer final : private NonCopyable {
  public:
     /// `imported` is called after a merge.
-    LayoutTransfer(FlowHost& host, Dialogs& dialogs, Log& log, std::function<void()> imported);
+    LayoutTransfer(FlowHost& host, const Workspace& workspace, Dialogs& dialogs, Log& log,
+                   std::function<void()> imported);
 
-    // Each opens its panel, unless one is open.
+    // Each opens its panel, unless one is open. An import says what it will change, and asks, before it does.
     void exportLayout();
     void importLayout();
 
@@ -41,11 +44,13 @@ class LayoutTransfer final : private NonCopyable {
     [[nodiscard]] Dialogs::Chosen then(void (LayoutTransfer::*use)(const std::filesystem::path&));
     void askAboutNext();
     void write(const std::filesystem::path& file);
-    void read(const std::filesystem::path& file);
+    void askToTakeOver(const std::filesystem::path& file);
+    void takeOver(const LayoutExport& layout, const std::filesystem::path& file);
     [[nodiscard]] bool startAfresh();
     void fail(const std::string& title, const std::string& reason);
 
     FlowHost& host_;
+    const Workspace& workspace_;
     Dialogs& dialogs_;
     Log& log_;
     std::function<void()> imported_;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Velko/App/Log.h"
+#include "Velko/Apps/ChangeWords.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "VelkoCore/Habits/Autopilot.h"
 #include "VelkoCore/Layout/Section.h"
@@ -80,33 +81,43 @@ std::vector<TidySuggestion> AutopilotOffers::suggestions() const {
 
 void AutopilotOffers::accept(const TidySuggestion& suggestion) {
     const BundleID bundleID = suggestion.bundleID;
-    host_.edit(Saving::now, [&](Layout& layout) {
+    const FlowHost::Edit change = [&](Layout& layout) {
         layout.accept(suggestion);
         layout.snooze(bundleID, now(), {});
-    });
+    };
     if (const auto* const move = std::get_if<TidySuggestion::MoveTo>(&suggestion.change)) {
+        host_.edit(ChangeWords::placed({.name = nameOf(bundleID)}, move->section), change);
         log_.log("autopilot", "accepted: " + bundleID + " -> " + std::string(name(move->section)));
         host_.apply({.reason = "autopilot"});
     } else {
+        host_.edit(Saving::now, change);  // nobody can take back that an app has quit
         askToQuit(bundleID);
     }
     settle();
 }
 
 void AutopilotOffers::dismiss(const BundleID& bundleID) {
-    host_.edit(Saving::now, [&](Layout& layout) { layout.snooze(bundleID, now(), {}); });
+    host_.edit(ChangeWords::putOff(nameOf(bundleID)),
+               [&](Layout& layout) { layout.snooze(bundleID, now(), {}); });
     log_.log("autopilot", "not now: " + bundleID);
     settle();
 }
 
+void AutopilotOffers::askAgain(const BundleID& bundleID) {
+    host_.edit(ChangeWords::askedAgain(nameOf(bundleID)),
+               [&](Layout& layout) { layout.autopilot.snoozedUntil.erase(bundleID); });
+    log_.log("autopilot", "asks again: " + bundleID);
+}
+
 void AutopilotOffers::alwaysKeep(const BundleID& bundleID) {
-    host_.edit(Saving::now, [&](Layout& layout) { layout.alwaysKeep.insert(bundleID); });
+    host_.edit(ChangeWords::kept(nameOf(bundleID), true),
+               [&](Layout& layout) { layout.alwaysKeep.insert(bundleID); });
     log_.log("autopilot", "always keep: " + bundleID);
     settle();
 }
 
 void AutopilotOffers::askToQuit(const BundleID& bundleID) {
-    const std::string name = AppNames(host_.values(), platform_.workspace).of(bundleID);
+    const std::string name = nameOf(bundleID);
     platform_.workspace.terminate(bundleID);
     log_.log("health", "asked " + name + " to quit");
 }
@@ -117,6 +128,10 @@ void AutopilotOffers::settle() {
     if (values.inventoryLoaded && values.layout.autopilot.offerPending && suggestions().empty()) {
         host_.edit(Saving::nowUnlessBroken, [](Layout& layout) { layout.autopilot.offerPending = false; });
     }
+}
+
+std::string AutopilotOffers::nameOf(const BundleID& bundleID) const {
+    return AppNames(host_.values(), platform_.workspace).of(bundleID);
 }
 
 Date AutopilotOffers::now() const {

@@ -41,6 +41,9 @@ class AutopilotOffers final : private NonCopyable {
     void dismiss(const BundleID& bundleID);
     void alwaysKeep(const BundleID& bundleID);
 
+    /// Ends the time for which the app is left alone.
+    void askAgain(const BundleID& bundleID);
+
     /// Asks every process of the app to quit; it may say no.
     void askToQuit(const BundleID& bundleID);
 
@@ -49,6 +52,7 @@ class AutopilotOffers final : private NonCopyable {
 
  private:
     void check();
+    [[nodiscard]] std::string nameOf(const BundleID& bundleID) const;
     [[nodiscard]] Date now() const;
 
     FlowHost& host_;

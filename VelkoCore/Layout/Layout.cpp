@@ -56,6 +56,23 @@ void Layout::setPopsOut(const BundleID& bundleID, bool popsOut) {
     quietUntil.erase(bundleID);
 }
 
+void Layout::forget(const BundleIDs& apps) {
+    for (const BundleID& app : apps) {
+        sections.erase(app);
+        lastClicked.erase(app);
+        firstSeen.erase(app);
+        clickDays.erase(app);
+        alwaysKeep.erase(app);
+        autopilot.snoozedUntil.erase(app);
+        neverPopOut.erase(app);
+        quietUntil.erase(app);
+        if (seenApps) {
+            seenApps->erase(app);
+        }
+    }
+    std::erase_if(inbox, [&](const BundleID& app) { return apps.contains(app); });
+}
+
 void Layout::recordClick(const BundleID& bundleID, Date at, Calendar calendar) {
     lastClicked.insert_or_assign(bundleID, at);
     std::vector<Date>& days = clickDays[bundleID];

@@ -50,6 +50,9 @@ struct Layout {
     /// Puts an app into a section and takes it out of `inbox`.
     void place(const BundleID& bundleID, Section section);
 
+    /// Forgets all that is known of these apps. One that comes back is as new as an app that was never there.
+    void forget(const BundleIDs& apps);
+
     /// The apps that are in the menu bar at a moment.
     struct Admission {
         const BundleIDs& present;

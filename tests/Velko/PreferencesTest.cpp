@@ -138,6 +138,8 @@ class SwitchesInAnyOrder : public VelkoOnMac, public testing::WithParamInterface
             writeFile(folder.path() / "other.velko", LayoutExport::of(wanted).data());
             velko->transfer().importLayout();
             mac.dialogs.choose(folder.path() / "other.velko");
+            pass(0s);
+            mac.dialogs.answer(true);
             for (auto& [app, newcomer] : newcomers) {
                 newcomer.isAskedAbout = false;  // the other Mac knows where it goes
             }

@@ -138,6 +138,8 @@ TEST_F(SettingsTest, TakeTheLayoutToAnotherMac) {
     set("import");
     mac.dialogs.choose(exported);
     pass(1s);
+    mac.dialogs.answer(true);
+    pass(1s);
     EXPECT_EQ(standing("section:com.example.in"), "Tucked");
 }
 

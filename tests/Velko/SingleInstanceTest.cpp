@@ -5,6 +5,7 @@
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "VelkoCore/Files/FolderLock.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 #include "tests/Velko/ProgramOnMac.h"
 
 namespace velko {
@@ -55,6 +56,7 @@ TEST_F(SingleInstanceTest, HandsOverTheFilesThatItWasOpenedWith) {
 
 TEST_F(SingleInstanceTest, TakesOverFromOneThatIsEnding) {
     launch(setUp());
+    writeFile(travelled, LayoutExport::of(Layout()).data());
     app->openFile(travelled);
     EXPECT_FALSE(hasStarted());
     other.reset();

@@ -1,6 +1,7 @@
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Questions.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "tests/Velko/VelkoOnMac.h"
 
@@ -21,9 +22,15 @@ class TransferTest : public VelkoOnMac {
         EXPECT_EQ(mac.dialogs.panelText(), "Choose a layout exported from Velko on another Mac.");
         mac.dialogs.choose(from);
         pass(1s);
+        if (const auto* asked = mac.dialogs.question()) {
+            question = *asked;
+        }
+        mac.dialogs.answer(true);
+        pass(1s);
     }
 
     ProcessID second = 0;
+    Dialogs::Question question;
     std::filesystem::path exported = folder.path() / "My Velko Layout.velko";
 };
 
@@ -42,6 +49,72 @@ TEST_F(TransferTest, TakesPlacementsToAnotherMac) {
     EXPECT_TRUE(logged("[engine] applied (import) in "));
     EXPECT_TRUE(shows("com.example.first"));
     EXPECT_EQ(saved().section("com.example.third"), Section::buried) << "what the file does not name stays";
+    EXPECT_EQ(question.title, "Use the layout “My Velko Layout”?");
+    EXPECT_EQ(question.message,
+              "Another place for 1 app, the same place for 1 app. Its settings take the place of yours. Apps "
+              "that it doesn't name stay where they are.");
+    EXPECT_TRUE(velko->undo());
+    pass(1s);
+    EXPECT_EQ(saved().section("com.example.first"), Section::buried);
+    EXPECT_FALSE(shows("com.example.first"));
+    EXPECT_TRUE(logged("[layout] undone: Import"));
+    EXPECT_TRUE(velko->redo());
+    pass(1s);
+    EXPECT_TRUE(shows("com.example.first"));
+}
+
+TEST_F(TransferTest, AsksBeforeAnImportAndCountsAppsThatAreNotHere) {
+    start();
+    Layout other;
+    other.place("com.example.first", Section::buried);
+    other.place("com.example.elsewhere", Section::buried);
+    other.place("com.example.far", Section::bar);
+    writeFile(exported, LayoutExport::of(other).data());
+    velko->transfer().importLayout();
+    mac.dialogs.choose(exported);
+    pass(1s);
+    ASSERT_NE(mac.dialogs.question(), nullptr);
+    EXPECT_TRUE(mac.dialogs.question()->message.starts_with(
+        "Another place for 1 app, the same place for 0 apps. 2 apps aren't on this Mac."));
+    velko->transfer().importLayout();
+    EXPECT_FALSE(mac.dialogs.isPanelOpen()) << "one at a time";
+    mac.dialogs.answer(false);
+    pass(1s);
+    EXPECT_EQ(values().layout.section("com.example.first"), Section::bar);
+    EXPECT_EQ(values().history.undoable(), nullptr);
+}
+
+TEST_F(TransferTest, TakesBackPlacingForgettingAndAcceptedSuggestions) {
+    layout.place("com.example.gone", Section::buried);
+    layout.alwaysKeep = {"com.example.gone"};
+    layout.lastClicked["com.example.gone"] = Date(std::chrono::days(20'000));
+    start();
+    velko->forget({"com.example.gone", "com.example.first"});
+    EXPECT_TRUE(logged("[layout] forgot com.example.gone")) << "an app that is there stays known";
+    EXPECT_FALSE(saved().sections.contains("com.example.gone") ||
+                 saved().alwaysKeep.contains("com.example.gone") ||
+                 saved().lastClicked.contains("com.example.gone"));
+    EXPECT_TRUE(saved().sections.contains("com.example.first"));
+    velko->place(BundleIDs{"com.example.first", "com.example.second"}, Section::buried);
+    EXPECT_EQ(values().history.undoable()->title, "Bury 2 Apps");
+    pass(1s);
+    EXPECT_FALSE(shows("com.example.first"));
+    velko->autopilot().accept({.bundleID = "com.example.first",
+                               .change = TidySuggestion::MoveTo{Section::tucked},
+                               .reason = TidySuggestion::Unused{.days = 20}});
+    EXPECT_FALSE(values().layout.autopilot.snoozedUntil.empty());
+    EXPECT_TRUE(velko->undo());
+    EXPECT_TRUE(values().layout.autopilot.snoozedUntil.empty());
+    EXPECT_EQ(values().layout.section("com.example.first"), Section::buried);
+    EXPECT_TRUE(velko->undo());
+    pass(1s);
+    EXPECT_TRUE(shows("com.example.first"));
+    EXPECT_TRUE(velko->undo());
+    EXPECT_EQ(saved().section("com.example.gone"), Section::buried);
+    EXPECT_TRUE(saved().alwaysKeep.contains("com.example.gone"));
+    EXPECT_FALSE(velko->undo());
+    velko->loadLayout();
+    EXPECT_FALSE(velko->redo()) << "it was about another layout";
 }
 
 TEST_F(TransferTest, BringsSwitchesThatTakeEffectAtOnce) {
