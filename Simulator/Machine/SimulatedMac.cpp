@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Simulator/Desktop/SimulatedCommandDoor.h"
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
@@ -48,6 +49,7 @@ struct SimulatedMac::Parts {
     SimulatedWindows windows{accessibility};
     SimulatedFramework framework;
     SimulatedActivity activity{mainThread};
+    SimulatedCommandDoor commands;
     SimulatedDialogs dialogs{thread};
     SimulatedLoginItem loginItem;
     SimulatedApplication application;
@@ -74,6 +76,7 @@ SimulatedMac::SimulatedMac(SimulatedMacOptions options)
       windows(parts_->windows),
       framework(parts_->framework),
       activity(parts_->activity),
+      commands(parts_->commands),
       dialogs(parts_->dialogs),
       loginItem(parts_->loginItem),
       application(parts_->application),
@@ -129,6 +132,7 @@ Platform SimulatedMac::platform() noexcept {
 
 AppPorts SimulatedMac::appPorts() noexcept {
     return {.application = application,
+            .commands = commands,
             .defaults = defaults,
             .dialogs = dialogs,
             .loginItem = loginItem,

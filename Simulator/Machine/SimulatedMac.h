@@ -29,6 +29,7 @@ class HostMainThread;
 class SimulatedAccessibility;
 class SimulatedActivity;
 class SimulatedApplication;
+class SimulatedCommandDoor;
 class SimulatedDefaults;
 class SimulatedDialogs;
 class SimulatedDisplays;
@@ -101,6 +102,7 @@ class SimulatedMac final : private NonCopyable {
     SimulatedWindows& windows;
     SimulatedFramework& framework;
     SimulatedActivity& activity;
+    SimulatedCommandDoor& commands;
     SimulatedDialogs& dialogs;
     SimulatedLoginItem& loginItem;
     SimulatedApplication& application;

@@ -49,7 +49,8 @@ AppDelegate::AppDelegate(Parts parts)
       shelf_(faceParts_, broomFrame_),
       search_(faceParts_, broomFrame_),
       message_(faceParts_, broomFrame_),
-      setup_(faceParts_) {}
+      setup_(faceParts_),
+      commands_(faceParts_) {}
 
 void AppDelegate::didFinishLaunching() {
     instance_.claim([this] { run(); });
@@ -70,6 +71,10 @@ void AppDelegate::run() {
     }
     for (const auto& file : instance_.takeFiles()) {
         openFile(file);
+    }
+    commands_.open();
+    for (const auto& address : std::exchange(addresses_, {})) {
+        openAddress(address);
     }
 }
 
@@ -92,6 +97,7 @@ void AppDelegate::sync() {
     }
     shelf_.sync();
     message_.sync();
+    commands_.sync();
 }
 
 void AppDelegate::applyLoginDefault() {
@@ -106,6 +112,7 @@ void AppDelegate::applyLoginDefault() {
 
 void AppDelegate::willTerminate() {
     setupWait_.cancel();
+    commands_.close();
     if (isRunning_) {
         controller_.quit();
     }
@@ -130,6 +137,14 @@ void AppDelegate::openFile(const std::filesystem::path& file) {
 void AppDelegate::openSearch(const std::string& typed) {
     if (isRunning_) {
         search_.show(typed);
+    }
+}
+
+void AppDelegate::openAddress(const std::string& address) {
+    if (isRunning_) {
+        commands_.openAddress(address);
+    } else if (addresses_.size() < CommandDesk::mostAddresses) {
+        addresses_.push_back(address);
     }
 }
 

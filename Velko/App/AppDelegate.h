@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/FaceParts.h"
@@ -9,6 +11,7 @@
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/HoverWatcher.h"
 #include "Velko/Broom/StatusItemController.h"
+#include "Velko/Commands/CommandDesk.h"
 #include "Velko/Message/MessageController.h"
 #include "Velko/Search/SearchController.h"
 #include "Velko/Settings/SettingsController.h"
@@ -46,6 +49,9 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     void openFile(const std::filesystem::path& file);
     /// Opens the search with a text in its field, which may be empty. An open search takes over the text.
     void openSearch(const std::string& typed);
+
+    /// Somebody has opened an address of the program's own scheme.
+    void openAddress(const std::string& address);
 
     [[nodiscard]] AppController& controller() noexcept { return controller_; }
 
@@ -90,6 +96,8 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     std::optional<HoverWatcher> hover_;
     std::optional<SettingsController> settings_;
     std::optional<ImportedLayout> lastImport_;
+    CommandDesk commands_;
+    std::vector<std::string> addresses_;  ///< opened before the program knew whether it may run
     bool isRunning_ = false;
     std::optional<PermissionGuide> debugGuide_;  ///< while it helps with what the settings ask for
     Task setupWait_;

@@ -100,6 +100,7 @@ class Updater : private NonCopyable {
     [[nodiscard]] virtual bool checkForUpdates() = 0;
 };
 
+class CommandDoor;
 class Dialogs;
 class StatusItem;
 class Surfaces;
@@ -108,6 +109,7 @@ class Surfaces;
 /// outlive everything.
 struct AppPorts {
     Application& application;
+    CommandDoor& commands;
     Defaults& defaults;
     Dialogs& dialogs;
     LoginItem& loginItem;

@@ -14,6 +14,9 @@ namespace velko::Surroundings {
 /// In the user's Application Support folder. If the user has none, the program stops.
 [[nodiscard]] std::filesystem::path layoutFile();
 
+/// The socket for commands, beside the layout.
+[[nodiscard]] std::filesystem::path commandSocket();
+
 /// File calls whose `fsync` writes to the disk itself.
 [[nodiscard]] FileCalls fileCalls();
 

@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "Velko/App/Log.h"
+#include "Velko/Commands/CommandClient.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/mac/Conversions.h"
 
@@ -42,6 +43,10 @@ std::filesystem::path layoutFile() {
         std::abort();
     }
     return LayoutStore::defaultURL(portable(folder.path));
+}
+
+std::filesystem::path commandSocket() {
+    return layoutFile().parent_path() / commands::socketName;
 }
 
 FileCalls fileCalls() {

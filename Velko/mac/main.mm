@@ -1,9 +1,11 @@
 #import <AppKit/AppKit.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -11,6 +13,9 @@
 #include "Velko/App/AppMenu.h"
 #include "Velko/App/Log.h"
 #include "Velko/Checks/SelfCheck.h"
+#include "Velko/Commands/CommandClient.h"
+#include "Velko/Commands/Grammar.h"
+#include "Velko/Commands/SocketDoor.h"
 #include "Velko/mac/Images.h"
 #include "Velko/mac/MacDesktop.h"
 #include "Velko/mac/MacDialogs.h"
@@ -34,6 +39,7 @@ struct Program {
     velko::MacPlatform platform;
     velko::AppIcons icons;
     velko::MacApplication application;
+    velko::SocketDoor commands{platform.ports().mainThread, velko::Surroundings::commandSocket()};
     velko::MacDefaults defaults;
     velko::MacDialogs dialogs;
     velko::MacLoginItem loginItem;
@@ -46,6 +52,7 @@ struct Program {
     velko::AppDelegate delegate{
         {.controller = {.platform = platform.ports(),
                         .ports = {.application = application,
+                                  .commands = commands,
                                   .defaults = defaults,
                                   .dialogs = dialogs,
                                   .loginItem = loginItem,
@@ -67,8 +74,9 @@ struct Program {
 
 @implementation VLKAppDelegate {
     std::unique_ptr<Program> _program;
-    // Files that were opened before the program existed, because it was started with them.
+    // What was opened before the program existed, because it was started with it.
     std::vector<std::filesystem::path> _waiting;
+    std::vector<std::string> _waitingAddresses;
 }
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
@@ -77,6 +85,9 @@ struct Program {
     _program->delegate.didFinishLaunching();
     for (const auto& file : std::exchange(_waiting, {})) {
         _program->delegate.openFile(file);
+    }
+    for (const auto& address : std::exchange(_waitingAddresses, {})) {
+        _program->delegate.openAddress(address);
     }
 }
 
@@ -105,6 +116,10 @@ struct Program {
             _program->delegate.openFile(velko::portable(url.path));
         } else if (url.fileURL) {
             _waiting.emplace_back(velko::portable(url.path));
+        } else if (_program) {
+            _program->delegate.openAddress(velko::portable(url.absoluteString));
+        } else {
+            _waitingAddresses.emplace_back(velko::portable(url.absoluteString));
         }
     }
 }
@@ -123,12 +138,27 @@ int runApp() {
     return 0;
 }
 
+/// The program that people and scripts call. It has its own name, or a command as its first argument.
+int giveCommand(const std::vector<std::string>& arguments) {
+    std::error_code error;
+    return velko::commands::runCommandLine(
+        arguments,
+        {.socket = velko::commands::socketInEnvironment().value_or(velko::Surroundings::commandSocket()),
+         .folder = std::filesystem::current_path(error),
+         .version = VELKO_VERSION,
+         .out = velko::commands::printTo(stdout),
+         .error = velko::commands::printTo(stderr)});
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     @autoreleasepool {
-        const auto command =
-            velko::SelfCheck::parse(std::vector<std::string>(argv + std::min(argc, 1), argv + argc));
+        const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+        if (velko::commands::isCommandLine(argc > 0 ? argv[0] : "", arguments)) {
+            return giveCommand(arguments);
+        }
+        const auto command = velko::SelfCheck::parse(arguments);
         return command.kind == velko::SelfCheck::Command::Kind::runApp ? runApp()
                                                                        : velko::runSelfCheck(command);
     }

@@ -1,3 +1,4 @@
+#include "Simulator/Desktop/SimulatedCommandDoor.h"
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
@@ -154,6 +155,27 @@ TEST_F(AppDelegateTest, AsksAboutOneFileAfterTheOther) {
     answer("Use the layout “Second”?");
     EXPECT_EQ(mac.dialogs.question(), nullptr) << "asked about once is enough";
     EXPECT_EQ(mac.dialogs.alerts().size(), 1U) << "one is not there";
+}
+
+TEST_F(AppDelegateTest, TakesCommandsFromWhenItMayRunUntilItQuits) {
+    launch(setUp());
+    EXPECT_TRUE(mac.commands.isOpen());
+    quit();
+    EXPECT_FALSE(mac.commands.isOpen());
+    FolderLock ending(folder.path());  // another Velko, which has not quite ended
+    ASSERT_TRUE(ending.take());
+    launchAgain();
+    app->openAddress("velko:ask/off");
+    EXPECT_FALSE(mac.commands.isOpen());
+    EXPECT_EQ(mac.dialogs.question(), nullptr);
+    ending.release();
+    mac.advance(500ms);
+    EXPECT_TRUE(mac.commands.isOpen());
+    EXPECT_NE(mac.dialogs.question(), nullptr) << "what was opened meanwhile is not lost";
+    quit();
+    mac.commands.refusal = "no room";
+    launchAgain();
+    EXPECT_NE(placeInLog("nobody can give commands: no room"), std::string::npos);
 }
 
 }  // namespace

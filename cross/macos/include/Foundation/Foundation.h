@@ -113,6 +113,7 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 @interface NSURL : NSObject
 + (instancetype)URLWithString:(NSString*)address;
 + (NSURL*)fileURLWithPath:(NSString*)path;
+@property(readonly, copy) NSString* absoluteString;
 @property(readonly, copy) NSString* path;
 @property(readonly, getter=isFileURL) BOOL fileURL;
 @end

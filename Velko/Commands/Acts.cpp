@@ -1,0 +1,208 @@
+#include "Velko/Commands/Acts.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "Velko/App/AppController.h"
+#include "Velko/App/Log.h"
+#include "Velko/Commands/Reports.h"
+#include "Velko/Flows/LayoutTransfer.h"
+#include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/ShowApp.h"
+#include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Layout/Switches.h"
+#include "VelkoCore/Search/AppSearch.h"
+#include "VelkoEngine/Ports/Platform.h"
+
+namespace velko::commands {
+
+namespace {
+
+using Apps = std::vector<PresentApp>;
+
+/// The apps that commands may be about.
+Apps appsKnown(const FaceParts& parts, bool others) {
+    const AppValues& values = parts.controller.values();
+    Apps apps = presentApps(values);
+    if (others) {
+        const AppNames names(values, parts.platform.workspace);
+        for (const auto& [bundleID, section] : values.layout.sections) {
+            if (!isPresent(values, bundleID)) {
+                apps.push_back({.bundleID = bundleID, .name = names.of(bundleID)});
+            }
+        }
+    }
+    std::erase_if(apps, [&](const PresentApp& app) { return !canBePlaced(parts.controller, app.bundleID); });
+    return apps;
+}
+
+template <class Fits>
+Apps those(const Apps& apps, Fits fits) {
+    Apps found;
+    std::ranges::copy_if(apps, std::back_inserter(found), fits);
+    return found;
+}
+
+std::string severalFit(const std::string& text, const Apps& apps) {
+    std::string words = "“" + text + "” fits more than one app:";
+    for (const PresentApp& app : apps) {
+        words.append("\n  ").append(app.name).append("  ").append(app.bundleID);
+    }
+    return words;
+}
+
+RevealState stateOf(const FaceParts& parts) {
+    return parts.controller.values().state;
+}
+
+Reply show(const Call& call, const FaceParts& parts) {
+    AppController& velko = parts.controller;
+    if (const auto why = whyHelpless(velko.values())) {
+        return refusal(*why);
+    }
+    velko.showMe().stop();
+    if (velko.values().stepsAside()) {
+        return {.out = "Everything is out already, because of a Live Activity.\n"};
+    }
+    const bool buried = call.has("--buried");
+    if (buried ? stateOf(parts) != RevealState::revealedWithBuried() : !stateOf(parts).isRevealed()) {
+        if (stateOf(parts).asPeeking() != nullptr) {
+            velko.handle(RevealEvent::peekEnded());
+        }
+        velko.handle(buried ? RevealEvent::toggleWithBuried() : RevealEvent::toggle());
+    } else {
+        velko.shelfTouched();  // whoever asks again wants them for longer
+    }
+    return {};
+}
+
+Reply tuck(const Call&, const FaceParts& parts) {
+    AppController& velko = parts.controller;
+    if (const auto why = whyHelpless(velko.values())) {
+        return refusal(*why);
+    }
+    velko.showMe().stop();
+    // The usual event means nothing to an open menu, or while an activity shows.
+    const bool needsClick = velko.values().stepsAside() || stateOf(parts).asPeeking() != nullptr;
+    velko.handle(needsClick ? RevealEvent::toggle() : RevealEvent::autoTuck());
+    return {};
+}
+
+Reply toggle(const Call&, const FaceParts& parts) {
+    AppController& velko = parts.controller;
+    if (const auto why = whyHelpless(velko.values())) {
+        return refusal(*why);
+    }
+    if (!velko.showMe().stop()) {
+        velko.handle(RevealEvent::toggle());
+    }
+    return {};
+}
+
+/// Why the layout can't be changed; nothing if it can.
+std::optional<std::string> whyLocked(const FaceParts& parts) {
+    return parts.controller.values().problems.layoutUnreadable
+               ? std::optional<std::string>(
+                     "Your layout file can't be read. Repair it, import one, or start afresh in the "
+                     "settings.")
+               : std::nullopt;
+}
+
+Reply saved(const FaceParts& parts) {
+    const auto& failure = parts.controller.values().saveFailure;
+    return failure ? refusal("It is done, but could not be saved: " + *failure) : Reply();
+}
+
+Reply place(const Call& call, const FaceParts& parts) {
+    if (const auto why = whyLocked(parts)) {
+        return refusal(*why);
+    }
+    const auto app = appMeant(parts, call.argument(0), true);
+    if (!app) {
+        return refusal(app.error());
+    }
+    parts.controller.place(app->bundleID, sectionNamed(call.argument(1)).value_or(Section::bar));
+    return saved(parts);
+}
+
+Reply ask(const Call& call, const FaceParts& parts) {
+    if (const auto why = whyLocked(parts)) {
+        return refusal(*why);
+    }
+    parts.controller.preferences().setSwitch(Switch::askAboutNewIcons, call.argument(0) == "on");
+    return saved(parts);
+}
+
+Reply search(const Call& call, const FaceParts& parts) {
+    parts.host.onSearch(call.argument(0));
+    return {};
+}
+
+Reply done(const std::expected<void, std::string>& result) {
+    return result ? Reply() : refusal(result.error());
+}
+
+constexpr auto acts = std::to_array<std::pair<Verb, Reply (*)(const Call&, const FaceParts&)>>({
+    {Verb::show, show},
+    {Verb::tuck, tuck},
+    {Verb::toggle, toggle},
+    {Verb::search, search},
+    {Verb::place, place},
+    {Verb::ask, ask},
+    {Verb::list,
+     [](const Call& call, const FaceParts& parts) -> Reply {
+         return {.out = call.has("--json") ? listJson(parts) : listText(parts)};
+     }},
+    {Verb::status,
+     [](const Call& call, const FaceParts& parts) -> Reply {
+         return {.out = call.has("--json") ? statusJson(parts) : statusText(parts)};
+     }},
+    {Verb::layoutExport,
+     [](const Call& call, const FaceParts& parts) {
+         return done(parts.controller.transfer().exportTo(call.argument(0)));
+     }},
+    {Verb::layoutImport,
+     [](const Call& call, const FaceParts& parts) {
+         const Reply reply = done(parts.controller.transfer().importFrom(call.argument(0)));
+         return reply.status == status::done ? saved(parts) : reply;
+     }},
+    {Verb::log,
+     [](const Call&, const FaceParts& parts) -> Reply { return {.out = parts.log.text() + "\n"}; }},
+});
+
+}  // namespace
+
+std::optional<std::string> whyHelpless(const AppValues& values) {
+    const Health health = values.health();
+    return health.isOk() ? std::nullopt : std::optional(std::string(describe(health.kind)));
+}
+
+std::expected<PresentApp, std::string> appMeant(const FaceParts& parts, const std::string& text,
+                                                bool others) {
+    const Apps apps = appsKnown(parts, others);
+    const FoldedText folded = FoldedText::of(text);
+    Apps found = those(apps, [&](const PresentApp& app) { return app.bundleID == text; });
+    if (found.empty() && !folded.letters.empty()) {
+        found = those(
+            apps, [&](const PresentApp& app) { return FoldedText::of(app.name).letters == folded.letters; });
+    }
+    if (found.empty() && !folded.letters.empty()) {
+        found = those(apps, [&](const PresentApp& app) {
+            return AppSearch::match(text, app.name) == NameMatch::wordStarts;
+        });
+    }
+    if (found.size() == 1) {
+        return found.front();
+    }
+    return std::unexpected(found.empty() ? "No app in the menu bar is called “" + text + "”."
+                                         : severalFit(text, found));
+}
+
+Reply perform(const Call& call, const FaceParts& parts) {
+    const auto* const act = std::ranges::find(acts, call.verb, [](const auto& each) { return each.first; });
+    return act == acts.end() ? refusal("Nobody can do that here.") : act->second(call, parts);
+}
+
+}  // namespace velko::commands
