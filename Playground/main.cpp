@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "Playground/Serving/Server.h"
@@ -9,6 +12,8 @@
 #include "Playground/Terminal/LayoutFileCommands.h"
 #include "Playground/Terminal/Options.h"
 #include "Playground/Terminal/ScenarioPlayer.h"
+#include "Velko/Commands/CommandClient.h"
+#include "Velko/Commands/Grammar.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 
 namespace {
@@ -48,19 +53,42 @@ int onLayout(const Options& options, const std::filesystem::path& layoutFile) {
 }
 
 /// The commands that use the folder that is kept between runs.
-int inHome(const Options& options) {
+int inHome(const Options& options, const char* program) {
     const auto home = options.home ? options.home : homeFolder();
     if (!home) {
         std::cerr << "There is no folder to keep things in: HOME is not set. Name one with --home.\n";
         return 1;
     }
     if (options.command == Options::Command::servePage) {
-        return velko::web::serve({.home = *home, .port = options.port, .mayOpen = options.mayOpen});
+        return velko::web::serve({.home = *home,
+                                  .port = options.port,
+                                  .mayOpen = options.mayOpen,
+                                  .caller = std::filesystem::absolute(program).parent_path() / "velko"});
     }
     return prepareFolder(*home) ? onLayout(options, *home / "layout.json") : 1;
 }
 
-int run(const std::vector<std::string>& arguments) {
+/// Works the Velko of the playground that runs.
+int giveCommand(const std::vector<std::string>& arguments) {
+    const auto named = velko::commands::socketInEnvironment();
+    const auto home = homeFolder();
+    if (!named && !home) {
+        std::cerr << "velko: HOME is not set, and VELKO_SOCKET neither.\n";
+        return 1;
+    }
+    std::error_code error;
+    return velko::commands::runCommandLine(arguments,
+                                           {.socket = named ? *named : velko::web::commandSocketIn(*home),
+                                            .folder = std::filesystem::current_path(error),
+                                            .version = VELKO_VERSION,
+                                            .out = velko::commands::printTo(stdout),
+                                            .error = velko::commands::printTo(stderr)});
+}
+
+int run(const std::vector<std::string>& arguments, const char* program) {
+    if (velko::commands::isCommandLine(program, arguments)) {
+        return giveCommand(arguments);
+    }
     const auto options = parseOptions(arguments);
     if (!options) {
         std::cerr << options.error() << '\n';
@@ -76,7 +104,7 @@ int run(const std::vector<std::string>& arguments) {
     if (const auto& layout = options->layout) {
         return onLayout(*options, *layout);
     }
-    return inHome(*options);
+    return inHome(*options, program);
 }
 
 }  // namespace
@@ -86,7 +114,7 @@ int main(int argc, char** argv) {
     // others.
     std::signal(SIGXFSZ, SIG_IGN);
     try {
-        return run({argv + 1, argv + argc});
+        return run({argv + std::min(argc, 1), argv + argc}, argc > 0 ? argv[0] : "");
     } catch (const std::exception& error) {
         std::cerr << "The playground stopped: " << error.what() << '\n';
         return 1;

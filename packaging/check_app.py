@@ -127,6 +127,11 @@ def check_bundle(app, expected):
            == [("app.velko.layout", ["public.json"], {"public.filename-extension": ["velko"]})], len(types))
     opened = [kind for document in info.get("CFBundleDocumentTypes", []) for kind in document["LSItemContentTypes"]]
     expect("layouts are opened with the app", opened == ["app.velko.layout"], ", ".join(opened))
+    schemes = [scheme for kind in info.get("CFBundleURLTypes", []) for scheme in kind["CFBundleURLSchemes"]]
+    expect("addresses of its own are opened with the app", schemes == ["velko"], ", ".join(schemes))
+    made = {path.name: path.read_bytes() for path in (ROOT / "packaging" / "commands").iterdir()}
+    held = {path.name: path.read_bytes() for path in (app / "Contents" / "Resources" / "commands").iterdir()}
+    expect("it brings the completions and the manual page", held == made and len(made) == 4, ", ".join(sorted(held)))
     icon = (app / "Contents" / "Resources" / (info["CFBundleIconFile"] + ".icns")).read_bytes()
     expect("the icon is whole", icon[:4] == b"icns" and struct.unpack(">I", icon[4:8])[0] == len(icon),
            f"{len(icon):,} bytes")

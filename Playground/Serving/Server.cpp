@@ -12,6 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "Playground/Serving/CommandBridge.h"
 #include "Playground/Serving/Files.h"
 #include "Playground/Serving/Gate.h"
 #include "Playground/Serving/Http.h"
@@ -19,6 +20,7 @@
 #include "Playground/Terminal/Folders.h"
 #include "Playground/Terminal/Terminal.h"
 #include "Playground/Web/Live.h"
+#include "Velko/Commands/CommandClient.h"
 
 // Some systems declare it, others do not.
 extern char** environ;  // NOLINT(readability-redundant-declaration)
@@ -114,7 +116,24 @@ void ignoreWhatEndsNothing() {
     std::signal(SIGCHLD, SIG_IGN);
 }
 
+/// Opens the socket for commands, and says how to use it. Without it the page works all the same.
+void openForCommands(CommandBridge& bridge, const ServeOptions& options) {
+    const auto file = commandSocketIn(std::filesystem::absolute(options.home));
+    if (const auto opened = bridge.open(file); !opened) {
+        std::cerr << "No commands can be given: " << opened.error() << '\n';
+        return;
+    }
+    std::cout << "Commands work it too:\n  export VELKO_SOCKET='" << file.string() << "'\n  "
+              << options.caller.string() << " status --json\n"
+              << std::flush;
+}
+
 }  // namespace
+
+std::filesystem::path commandSocketIn(const std::filesystem::path& home) {
+    // In a folder of its own, because that has to be closed to everybody else.
+    return home / "commands" / commands::socketName;
+}
 
 std::optional<HttpAnswer> Server::refuse(const RequestHead& head) {
     const auto refusal = parts_.gate.refuse(head);
@@ -196,6 +215,7 @@ int serve(const ServeOptions& options) {
         return 1;
     }
     feed.onPublish = [&http] { http->wake(); };
+    CommandBridge bridge(live);
     // From here on there is something that has to end in an orderly way.
     // Blocked in every thread, so that this one can wait for them.
     const sigset_t ending = playground::endingSignals();
@@ -206,6 +226,7 @@ int serve(const ServeOptions& options) {
     std::cout << address << withToken(pagePath, token)
               << "\nThe playground is open there, to whoever has this whole address. Ctrl-C ends it.\n"
               << std::flush;
+    openForCommands(bridge, options);
     if (options.mayOpen) {
         openPage(address + withToken(ticketPath, ticket));
     }

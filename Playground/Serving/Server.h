@@ -40,7 +40,11 @@ struct ServeOptions {
     std::filesystem::path home;           ///< the folder that is kept between runs
     std::optional<std::uint16_t> port{};  ///< without one: any free port
     bool mayOpen = true;                  ///< whether to open the page, if there is a desktop
+    std::filesystem::path caller{};       ///< the program that gives commands
 };
+
+/// The socket for commands, in a home folder.
+[[nodiscard]] std::filesystem::path commandSocketIn(const std::filesystem::path& home);
 
 /// Serves the page until a signal ends the program. Returns the exit status of the process.
 [[nodiscard]] int serve(const ServeOptions& options);

@@ -169,6 +169,7 @@ std::string helpText() {
            "       ./run [--home DIR] [--layout FILE] [--terminal | --script FILE] [--speed N]\n"
            "       ./run [--home DIR] [--layout FILE] [--export FILE | --import FILE | --import-from HOME |\n"
            "             --sort]\n"
+           "       ./run COMMAND...\n"
            "\n"
            "  --port N            serve on this port; otherwise on any that is free\n"
            "  --no-open           print the page's address, and don't open it\n"
@@ -186,6 +187,7 @@ std::string helpText() {
            "                      organiser, and say what Velko can take over\n"
            "  --sort              sort the apps card by card\n"
            "  --help              show this text\n"
+           "  COMMAND             give the playground that runs a command; ./run help lists them\n"
            "\n"
            "The layout that is kept is " +
            (home ? (*home / "layout.json").string() : "in the folder that --home names: HOME is not set") +

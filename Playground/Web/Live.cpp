@@ -1,5 +1,7 @@
 #include "Playground/Web/Live.h"
 
+#include <utility>
+
 #include "Playground/Web/Actions.h"
 #include "Playground/Web/Picture.h"
 
@@ -12,8 +14,9 @@ constexpr auto factsName = "facts";
 using std::chrono::steady_clock;
 
 constexpr auto beat = std::chrono::milliseconds(10);
-constexpr auto pause = std::chrono::milliseconds(1);   ///< between turns of a jump, so that clicks get in
-constexpr auto frame = std::chrono::milliseconds(50);  ///< between two pictures of a jump
+constexpr auto pause = std::chrono::milliseconds(1);    ///< between turns of a jump, so that clicks get in
+constexpr auto frame = std::chrono::milliseconds(50);   ///< between two pictures of a jump
+constexpr auto afterCommand = std::chrono::minutes(1);  ///< for as long, time passes without a page
 constexpr auto longestTurn = std::chrono::milliseconds(12);  ///< how long a click may have to wait
 
 }  // namespace
@@ -108,13 +111,39 @@ Done Live::act(std::string_view action, const Json& body) {
     return done;
 }
 
+void Live::setCallers(SimulatedCommandDoor::Outside callers) {
+    const std::scoped_lock lock(mutex_);
+    session_.mac().commands.outside = std::move(callers);
+}
+
+bool Live::ask(CommandDoor::Caller caller, const std::string& line) {
+    const std::scoped_lock lock(mutex_);
+    askedAt_ = steady_clock::now();
+    const bool isHeard = session_.mac().commands.ask(caller, line);
+    session_.settle();
+    publishIfChanged();
+    return isHeard;
+}
+
+void Live::leave(CommandDoor::Caller caller) {
+    const std::scoped_lock lock(mutex_);
+    session_.mac().commands.leave(caller);
+}
+
+bool Live::isNeeded(steady_clock::time_point now) {
+    if (session_.mac().commands.isAnybodyIn()) {
+        askedAt_ = now;
+    }
+    return feed_.readers() > 0 || (askedAt_ && now - *askedAt_ < afterCommand);
+}
+
 void Live::run() {
     auto last = steady_clock::now();
     auto drawn = last;
     std::unique_lock lock(mutex_);
     while (!ended_.wait_for(lock, flies() ? pause : beat, [this] { return isEnding_; })) {
         const auto now = steady_clock::now();
-        if (feed_.readers() > 0) {
+        if (isNeeded(now)) {
             session_.pass(now - last, longestTurn);
             if (!flies() || now - drawn >= frame) {
                 publishIfChanged();

@@ -17,6 +17,7 @@
 
 #include "Playground/Web/Picture.h"
 #include "Playground/Web/Session.h"
+#include "Simulator/Desktop/SimulatedCommandDoor.h"
 #include "VelkoCore/Files/Json.h"
 #include "VelkoCore/NonCopyable.h"
 
@@ -84,16 +85,28 @@ class Live final : private NonCopyable {
     /// Does what the page asks for. Publishes the new picture before it returns.
     Done act(std::string_view action, const Json& body);
 
+    // Commands. They keep time passing for a while.
+
+    /// Tells how callers are answered. It may happen on any thread.
+    void setCallers(SimulatedCommandDoor::Outside callers);
+    /// Somebody gives Velko a command. Returns false if Velko does not run.
+    [[nodiscard]] bool ask(CommandDoor::Caller caller, const std::string& line);
+    /// Somebody goes before the answer is complete.
+    void leave(CommandDoor::Caller caller);
+
  private:
     void run();
     /// Whether time passes as fast as it can.
     [[nodiscard]] bool flies() const;
+    /// Whether somebody watches, or has given a command a moment ago.
+    [[nodiscard]] bool isNeeded(std::chrono::steady_clock::time_point now);
     void publishIfChanged();
 
     Feed& feed_;
     std::mutex mutex_;  ///< guards the session
     Session session_;
     std::uint64_t published_ = 0;
+    std::optional<std::chrono::steady_clock::time_point> askedAt_;
     std::condition_variable ended_;
     bool isEnding_ = false;
     std::thread thread_;

@@ -1,0 +1,36 @@
+# Completions of velko for bash.
+_velko() {
+    local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]} place=$((COMP_CWORD - 1)) words=
+    if [[ $command == layout && COMP_CWORD -gt 2 ]]; then
+        command="layout ${COMP_WORDS[2]}" place=$((place - 1))
+    fi
+    COMPREPLY=()
+    if ((COMP_CWORD == 1)); then
+        words="show tuck toggle search open place ask list status layout log wait-until completions help version"
+    elif ((COMP_CWORD == 2)) && [[ $command == layout ]]; then
+        words="export import"
+    elif [[ $word == -* ]]; then
+        case "$command" in
+            'show') words="--buried" ;;
+            'list') words="--json" ;;
+            'status') words="--json" ;;
+            'log') words="-f" ;;
+            'wait-until') words="--timeout" ;;
+            'help') words="--man" ;;
+        esac
+    else
+        case "$command/$place" in
+            'open/1') words=$(velko list 2>/dev/null | cut -f3) ;;
+            'place/1') words=$(velko list 2>/dev/null | cut -f3) ;;
+            'place/2') words="bar tucked buried" ;;
+            'ask/1') words="on off" ;;
+            'layout export/1') return ;;
+            'layout import/1') return ;;
+            'wait-until/1') words="tidy revealed" ;;
+            'completions/1') words="bash fish zsh" ;;
+            'help/1') words="show tuck toggle search open place ask list status layout log wait-until completions help version" ;;
+        esac
+    fi
+    COMPREPLY=($(compgen -W "$words" -- "$word"))
+}
+complete -o default -F _velko velko
