@@ -85,6 +85,13 @@ bool World::reopenVelko() {
     return velko_ != nullptr;
 }
 
+bool World::openAddress(const std::string& address) {
+    if (velko_) {
+        velko_->openAddress(address);
+    }
+    return velko_ != nullptr;
+}
+
 void World::quitVelko() {
     if (velko_) {
         velko_->willTerminate();

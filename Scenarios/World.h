@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "Simulator/Files/LibplistReader.h"
 #include "Simulator/Machine/SimulatedMac.h"
@@ -38,6 +39,8 @@ class World final : private NonCopyable {
     void startVelko();
     /// The user opens Velko while it runs. Returns whether it runs.
     bool reopenVelko();
+    /// The user, or a page that they look at, opens an address of Velko's. Returns whether Velko runs.
+    bool openAddress(const std::string& address);
     /// Quits Velko if it runs. It saves what has to be saved first.
     void quitVelko();
     /// Ends Velko at once if it runs. It cannot save anything.

@@ -37,8 +37,9 @@ Done performInVelko(const VelkoAct& act, const Step& step, World& world) {
 
 }  // namespace
 
-std::array<std::span<const MacAct>, 7> macActs() {
-    return {timeActs(), launchActs(), mouseActs(), faceActs(), fileActs(), systemActs(), expectations()};
+std::array<std::span<const MacAct>, 8> macActs() {
+    return {timeActs(), launchActs(),  mouseActs(),  faceActs(),
+            fileActs(), commandActs(), systemActs(), expectations()};
 }
 
 BundleID appOf(const Step& step) {

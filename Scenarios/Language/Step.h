@@ -78,6 +78,9 @@ enum class Verb {
     finishSetup,
     exportLayout,
     importLayout,
+    command,
+    openAddress,
+    answer,
     // Settings
     setSwitch,
     setNewIcons,
@@ -137,6 +140,7 @@ enum class Verb {
     expectChoice,
     expectNoChoice,
     expectAnnounced,
+    expectAnswer,
 };
 
 /// One event of a scenario: a verb and its operands. The table of verbs says which operands a verb has; the

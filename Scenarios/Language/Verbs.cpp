@@ -117,6 +117,9 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::finishSetup, "finish setup"},
     {Verb::exportLayout, "export [FILE]"},
     {Verb::importLayout, "import [FILE]"},
+    {Verb::command, "command TEXT"},
+    {Verb::openAddress, "open address TEXT"},
+    {Verb::answer, "answer ANSWER"},
 
 });
 
@@ -181,6 +184,7 @@ constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
     {Verb::expectChoice, "expect choice TEXT"},
     {Verb::expectNoChoice, "expect no choice"},
     {Verb::expectAnnounced, "expect announced TEXT"},
+    {Verb::expectAnswer, "expect answer TEXT"},
 });
 
 constexpr auto allVerbs = joined(verbsBeforeSwitches, switchRows<false>(), verbsAmongSwitches,
@@ -210,6 +214,7 @@ constexpr auto surfaceNames = [] {
 }();
 
 constexpr auto wordOperands = std::to_array<WordOperand>({
+    {"ANSWER", "agree cancel"},
     {"DISPLAYS", "laptop laptop-inset laptop-room desk laptop+desk desk+laptop none"},
     {"HEALTH", "ok trust-missing engine-missing layout-unreadable"},
     {"OWNER", "host app"},

@@ -66,7 +66,7 @@ bool mayToggle(const StepCheck& check) {
     const bool mayBeLate = clickedAt && check.begun - *clickedAt < late;
     // Whether the press has tucked the icons, or their time was over just then, can't be made out.
     const bool isUnclear = isBroomClick(check.step) && check.hasJustTucked();
-    if (mayPassForLeftClick(check) || mayBeLate || isUnclear) {
+    if (mayPassForLeftClick(check) || mayBeLate || isUnclear || isCommand(check.step)) {
         return true;
     }
     // A button that is held down takes a moment, in which a rest on the broom may be long enough.
@@ -82,7 +82,7 @@ bool mayTuck(const LogLine& line) {
     const Expected& expected = check.expected;
     const bool isDue = expected.layout.reveal.autoTuckSeconds > 0 && line.at + late >= expected.tucksFrom;
     const bool isShelfClosed = expected.style == RevealStyle::shelf && !check.takesTime();
-    return isDue || isShelfClosed;
+    return isDue || isShelfClosed || isCommand(check.step);
 }
 
 void revealed(LogLine& line) {

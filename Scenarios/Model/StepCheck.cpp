@@ -162,6 +162,10 @@ bool isBroomClick(const script::Step& step) {
            step.verb == Verb::voiceOverPressBroom;
 }
 
+bool isCommand(const script::Step& step) {
+    return step.verb == Verb::command || step.verb == Verb::openAddress || step.verb == Verb::answer;
+}
+
 bool isPressOnBroom(const script::Step& step) {
     return isBroomClick(step) || step.verb == Verb::rightClickBroom || step.verb == Verb::controlClickBroom;
 }
@@ -221,6 +225,8 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
         case Verb::choose:
         case Verb::chooseIn:
         case Verb::press:
+        case Verb::command:
+        case Verb::openAddress:
             check.expected.isAllShown = check.expected.isAllShown || check.step.text == "Show All";
             // Some of these open an app, or stop showing it; so does a right click that passes for a left
             // one.

@@ -86,6 +86,9 @@ void compare(StepCheck& check);
 /// Whether a step is a left click on the broom, or counts as one, and reaches Velko.
 [[nodiscard]] bool isBroomClick(const script::Step& step);
 
+/// Whether a step gives Velko a command, or agrees to one.
+[[nodiscard]] bool isCommand(const script::Step& step);
+
 /// Whether a step presses a button on the broom in any way that reaches Velko.
 [[nodiscard]] bool isPressOnBroom(const script::Step& step);
 

@@ -128,6 +128,17 @@ constexpr auto events = std::to_array<Event>({
     {6, "saving recover"},
     {3, "velko quit"},
     {2, "velko crash"},
+    {6, "command show"},
+    {4, "command \"show --buried\""},
+    {6, "command tuck"},
+    {4, "command toggle"},
+    {4, "command \"open RUNNING \""},
+    {4, "command \"place RUNNING SECTION \""},
+    {2, "command \"wait-until tidy\""},
+    {2, "command \"list --json\""},
+    {2, "open address \"velko:toggle\""},
+    {2, "open address \"velko:ask/on\""},
+    {2, "answer ANSWER"},
 });
 
 constexpr std::size_t allWeights =
