@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedHotKeys.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Machine/SimulatedSession.h"
@@ -106,6 +107,7 @@ void World::crashVelko() {
         }
         velko_.reset();
         mac_.surfaces.forget();
+        mac_.hotKeys.forget();
         mac_.statusItem.closeMenu();
         mac_.application.now = Application::Policy::accessory;
         mac_.application.isTerminating = false;

@@ -7,8 +7,10 @@ target_compile_options(velko_mac INTERFACE -fobjc-arc)
 target_link_libraries(velko_mac INTERFACE
     "-framework AppKit"
     "-framework ApplicationServices"
+    "-framework Carbon"
     "-framework CoreFoundation"
     "-framework CoreGraphics"
+    "-framework CoreServices"
     "-framework Foundation"
     "-framework ServiceManagement"
     "-framework UniformTypeIdentifiers"

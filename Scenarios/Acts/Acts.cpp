@@ -37,8 +37,8 @@ Done performInVelko(const VelkoAct& act, const Step& step, World& world) {
 
 }  // namespace
 
-std::array<std::span<const MacAct>, 8> macActs() {
-    return {timeActs(), launchActs(),  mouseActs(),  faceActs(),
+std::array<std::span<const MacAct>, 9> macActs() {
+    return {timeActs(), launchActs(),  mouseActs(),  keyActs(),     faceActs(),
             fileActs(), commandActs(), systemActs(), expectations()};
 }
 

@@ -36,10 +36,11 @@ struct MacAct {
 [[nodiscard]] std::span<const MacAct> faceActs();
 [[nodiscard]] std::span<const MacAct> fileActs();
 [[nodiscard]] std::span<const MacAct> commandActs();
+[[nodiscard]] std::span<const MacAct> keyActs();
 [[nodiscard]] std::span<const MacAct> systemActs();
 [[nodiscard]] std::span<const MacAct> expectations();
 /// All of these.
-[[nodiscard]] std::array<std::span<const MacAct>, 8> macActs();
+[[nodiscard]] std::array<std::span<const MacAct>, 9> macActs();
 
 /// What is done to an app that runs.
 struct AppAct {

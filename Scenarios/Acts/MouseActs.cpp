@@ -70,9 +70,12 @@ void pressEscape(World& world) {
     if (mac.surfaces.letGo()) {
         return;
     }
-    const bool isForNote = mac.surfaces.surface(Surfaces::Kind::note).isOpen();
-    mac.surfaces.surface(isForNote ? Surfaces::Kind::note : Surfaces::Kind::shelf)
-        .press({.key = view::Shortcut::Key::escape});
+    for (const auto kind : {Surfaces::Kind::search, Surfaces::Kind::note, Surfaces::Kind::shelf}) {
+        if (mac.surfaces.surface(kind).isOpen()) {
+            mac.surfaces.surface(kind).press({.key = view::Shortcut::Key::escape});
+            return;
+        }
+    }
 }
 
 Point middleOf(const Rect& rect) {

@@ -53,6 +53,7 @@ enum class Verb {
     clickOutside,
     pressEscape,
     pressKey,
+    pressKeys,
     pointAt,
     pointAtIcon,
     // What Velko shows
@@ -88,6 +89,7 @@ enum class Verb {
     setNotchedStyle,
     setOtherStyle,
     setLogin,
+    setKey,
     // The system
     activityStart,
     activityEnd,
@@ -104,6 +106,8 @@ enum class Verb {
     engineSlow,
     engineMissing,
     engineRecover,
+    keysTaken,
+    keysFree,
     broomLies,
     imagesCost,
     nap,

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "Velko/Ports/Surfaces.h"
+#include "VelkoCore/Keys/HotKeySettings.h"
 #include "VelkoCore/Layout/Switches.h"
 
 namespace velko::script {
@@ -92,6 +93,7 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::clickOutside, "click outside"},
     {Verb::pressEscape, "press escape"},
     {Verb::pressKey, "press key SURFACE"},
+    {Verb::pressKeys, "press keys VALUE"},
     {Verb::pointAt, "point at PLACE"},
     {Verb::pointAtIcon, "point at icon APP [icon ICON]"},
 
@@ -132,6 +134,7 @@ constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
     {Verb::setNotchedStyle, "set notched-style STYLE"},
     {Verb::setOtherStyle, "set other-style STYLE"},
     {Verb::setLogin, "set login SWITCH"},
+    {Verb::setKey, "set key ACTION VALUE"},
 
     {Verb::activityStart, "activity start"},
     {Verb::activityEnd, "activity end"},
@@ -148,6 +151,8 @@ constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
     {Verb::engineSlow, "engine slow DURATION"},
     {Verb::engineMissing, "engine missing"},
     {Verb::engineRecover, "engine recover"},
+    {Verb::keysTaken, "keys taken VALUE"},
+    {Verb::keysFree, "keys free VALUE"},
     {Verb::broomLies, "broom lies SPOT"},
     {Verb::imagesCost, "images cost DURATION"},
     {Verb::nap, "nap"},
@@ -213,7 +218,19 @@ constexpr auto surfaceNames = [] {
     return names;
 }();
 
+/// The names of what keys can do, likewise.
+constexpr auto actionNames = [] {
+    std::array<char, 100> names{};
+    char* end = names.data();
+    for (const HotKeyRow& row : hotKeyActions) {
+        end = std::ranges::copy(std::string_view(end == names.data() ? "" : " "), end).out;
+        end = std::ranges::copy(row.key, end).out;
+    }
+    return names;
+}();
+
 constexpr auto wordOperands = std::to_array<WordOperand>({
+    {"ACTION", actionNames.data()},
     {"ANSWER", "agree cancel"},
     {"DISPLAYS", "laptop laptop-inset laptop-room desk laptop+desk desk+laptop none"},
     {"HEALTH", "ok trust-missing engine-missing layout-unreadable"},

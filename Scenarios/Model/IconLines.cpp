@@ -66,7 +66,8 @@ bool mayToggle(const StepCheck& check) {
     const bool mayBeLate = clickedAt && check.begun - *clickedAt < late;
     // Whether the press has tucked the icons, or their time was over just then, can't be made out.
     const bool isUnclear = isBroomClick(check.step) && check.hasJustTucked();
-    if (mayPassForLeftClick(check) || mayBeLate || isUnclear || isCommand(check.step)) {
+    if (mayPassForLeftClick(check) || mayBeLate || isUnclear || isCommand(check.step) ||
+        check.step.verb == Verb::pressKeys) {
         return true;
     }
     // A button that is held down takes a moment, in which a rest on the broom may be long enough.

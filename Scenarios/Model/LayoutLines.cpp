@@ -95,6 +95,13 @@ void revealSettingsChanged(LogLine& line) {
 
 // The layout as a whole
 
+/// Other tests check what is stored of a key.
+void keyChosen(LogLine& line) {
+    if (const AppController* velko = line.check.world.velko()) {
+        line.check.expected.layout.hotKeys = velko->values().layout.hotKeys;
+    }
+}
+
 void layoutCame(LogLine& line) {
     Expected& expected = line.check.expected;
     if (!expected.layout.popOutOnChange) {
@@ -196,6 +203,9 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"settings", "show when it changes * *", popsOutSwitched, By::user},
     {"settings", "launch at login *", nothingFollows},
     {"settings", "*", switched, By::user},
+    {"keys", "ignored: *", nothingFollows},
+    {"keys", "no key for *: *", nothingFollows},
+    {"keys", "*: *", keyChosen, By::user},
     {"setup", "sorted: * in the bar, * tucked, * buried", replaced<bySetup>, By::user},
 });
 

@@ -116,8 +116,9 @@ std::optional<std::vector<std::string>> partsOf(std::string_view text, std::stri
 }
 
 /// The model knows every line of these categories.
-constexpr std::array<std::string_view, 9> closedCategories{
-    "inbox", "inventory", "liveactivity", "note", "popout", "reveal", "settings", "showme", "autopilot"};
+constexpr std::array<std::string_view, 10> closedCategories{
+    "inbox",  "inventory", "liveactivity", "note",      "popout",
+    "reveal", "settings",  "showme",       "autopilot", "keys"};
 
 }  // namespace
 

@@ -103,6 +103,7 @@ Promise promiseOf(const Step& step) {
         case Verb::setOtherStyle: return {{"settings", "reveal settings "}};
         case Verb::setLogin: return {{"settings", "launch at login "}};
         case Verb::velkoStart: return std::nullopt;
+        case Verb::setKey: return {{"keys", step.word + ": "}};
         case Verb::press: return promiseOfPress(step);
         default: return std::nullopt;
     }
@@ -235,6 +236,12 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
             }
             break;
         case Verb::showAll: check.expected.isAllShown = true; break;
+        case Verb::pressKeys:
+            if (!check.world.velko()->values().showingMe) {
+                endShowMe(check);
+            }
+            check.expected.shelfClickedAt.reset();
+            break;
         default: break;
     }
 }

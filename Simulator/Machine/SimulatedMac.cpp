@@ -5,6 +5,7 @@
 #include "Simulator/Desktop/SimulatedCommandDoor.h"
 #include "Simulator/Desktop/SimulatedDesktop.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedHotKeys.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
@@ -51,6 +52,7 @@ struct SimulatedMac::Parts {
     SimulatedActivity activity{mainThread};
     SimulatedCommandDoor commands;
     SimulatedDialogs dialogs{thread};
+    SimulatedHotKeys hotKeys{thread};
     SimulatedLoginItem loginItem;
     SimulatedApplication application;
     SimulatedDefaults defaults;
@@ -78,6 +80,7 @@ SimulatedMac::SimulatedMac(SimulatedMacOptions options)
       activity(parts_->activity),
       commands(parts_->commands),
       dialogs(parts_->dialogs),
+      hotKeys(parts_->hotKeys),
       loginItem(parts_->loginItem),
       application(parts_->application),
       defaults(parts_->defaults),
@@ -135,6 +138,7 @@ AppPorts SimulatedMac::appPorts() noexcept {
             .commands = commands,
             .defaults = defaults,
             .dialogs = dialogs,
+            .hotKeys = hotKeys,
             .loginItem = loginItem,
             .pasteboard = pasteboard,
             .statusItem = statusItem,

@@ -34,6 +34,7 @@ class SimulatedDefaults;
 class SimulatedDialogs;
 class SimulatedDisplays;
 class SimulatedFramework;
+class SimulatedHotKeys;
 class SimulatedLoginItem;
 class SimulatedMainThread;
 class SimulatedMenuBar;
@@ -104,6 +105,7 @@ class SimulatedMac final : private NonCopyable {
     SimulatedActivity& activity;
     SimulatedCommandDoor& commands;
     SimulatedDialogs& dialogs;
+    SimulatedHotKeys& hotKeys;
     SimulatedLoginItem& loginItem;
     SimulatedApplication& application;
     SimulatedDefaults& defaults;

@@ -60,6 +60,7 @@ std::unique_ptr<Flows> AppController::makeFlows() {
             .trustChanged = [this](bool trusted) { responses_->trustChanged(trusted); },
             .usageSampled = [this] { responses_->rescanIfQuiet(); },
             .layoutImported = [this] { layoutReplaced("import"); },
+            .keyPressed = [this](HotKeyAction action) { keyPressed(action); },
             .clicks = {.bar = [this] { return responses_->knownBar(broomFrame ? broomFrame() : Rect{}); },
                        .pressed =
                            [this](const ClickTapEvent& event) {
@@ -106,6 +107,7 @@ void AppController::quit() {
     requireMainThread(platform_.mainThread);
     notices_.reset();
     onChange = nullptr;
+    onSearchKey = nullptr;
     flows_.reset();
     responses_.reset();
     keeping_.finish();
@@ -128,6 +130,7 @@ void AppController::layoutLoaded(bool isMended) {
         flows_->autopilot.clicksAreWatched();
     }
     followSwitches();
+    flows_->keys.follow();
     apply({.reason = "layout loaded"});
     if (isMended && !values_.problems.engineUnavailable && flows_->trust.check()) {
         // Which of the apps present are new is only known now.
@@ -259,6 +262,16 @@ void AppController::open(const BundleID& bundleID, std::function<void(ItemOpener
     flows_->opening.open(bundleID, std::move(pressed));
 }
 
+void AppController::keyPressed(HotKeyAction action) {
+    if (action == HotKeyAction::search) {
+        if (const auto told = onSearchKey) {
+            told();
+        }
+    } else if (!consumesClick()) {
+        toggle(action == HotKeyAction::toggleWithBuried);
+    }
+}
+
 void AppController::tryAgain() {
     apply({.reason = "try again"});
 }
@@ -306,6 +319,10 @@ ShowMe& AppController::showMe() noexcept {
 
 LayoutTransfer& AppController::transfer() noexcept {
     return flows_->transfer;
+}
+
+GlobalKeys& AppController::keys() noexcept {
+    return flows_->keys;
 }
 
 void AppController::toggleIconWatch() {

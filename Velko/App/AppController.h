@@ -24,6 +24,7 @@
 namespace velko {
 
 class AutopilotOffers;
+class GlobalKeys;
 class LayoutTransfer;
 class Log;
 class NoteDeferral;
@@ -67,6 +68,8 @@ class AppController final : private FlowHost {
     std::function<std::optional<Rect>()> broomFrame;
     /// Called after every answer of the engine, skipped applies included, and after every accepted scan.
     std::function<void()> onChange;
+    /// Called when the user has pressed the key that opens the search.
+    std::function<void()> onSearchKey;
     /// Called for every mouse button that goes down anywhere, while clicks can be listened for. It must
     /// return at once.
     std::function<void(const ClickTapEvent&)> onPress;
@@ -120,6 +123,7 @@ class AppController final : private FlowHost {
     [[nodiscard]] NoteDeferral& note() noexcept;
     [[nodiscard]] ShowMe& showMe() noexcept;
     [[nodiscard]] LayoutTransfer& transfer() noexcept;
+    [[nodiscard]] GlobalKeys& keys() noexcept;
 
     // The machinery below.
 
@@ -154,6 +158,7 @@ class AppController final : private FlowHost {
     void followSwitches();
     void stateSet();
     void tellChange() const;
+    void keyPressed(HotKeyAction action);
 
     Platform platform_;
     AppPorts ports_;

@@ -82,6 +82,7 @@ void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     changes_ = controller_.observe([this] { sync(); });
     // Its neighbours may have moved it.
     controller_.broomFrame = [this] { return broomFrame_.refresh(); };
+    controller_.onSearchKey = [this] { search_.isShown() ? search_.close() : openSearch({}); };
     controller_.onPress = [&statusItem](const ClickTapEvent& press) { statusItem.pressed(press); };
     controller_.onChange = [this] {
         broomFrame_.refresh();

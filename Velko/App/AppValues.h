@@ -12,6 +12,7 @@
 #include "Velko/App/Health.h"
 #include "VelkoCore/Habits/AppUsage.h"
 #include "VelkoCore/Identifiers.h"
+#include "VelkoCore/Keys/HotKeySettings.h"
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Layout/UndoHistory.h"
@@ -65,6 +66,8 @@ struct AppValues {
     std::optional<std::string> loginFailure;     ///< why the last switch of it failed
     std::optional<std::string> saveFailure;      ///< why the layout's file lacks the latest changes
     UndoHistory history;                         ///< what the user has changed in the layout
+    std::map<HotKeyAction, std::string>
+        keyFaults;  ///< why keys of the layout do nothing, in words for people
 
     [[nodiscard]] Health health() const { return problems.health(); }
 

@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "Velko/Checks/HotKeyContract.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"
 #include "VelkoEngine/MenuBar/InventoryDump.h"
@@ -57,6 +58,7 @@ void checkPorts(const Subject& subject, Notes& notes) {
     Contracts::checkAccessibility(platform, checks);
     Contracts::checkPrivateFramework(platform.privateFramework, VKAssessment::frameworkPath,
                                      VKAssessment::configurationClass, checks);
+    Contracts::checkHotKeys(subject.hotKeys, checks);
     notes.add(checks);
     notes.tell("menus", isAnyMenuOpen(platform) ? "one is open" : "none is open");
 }

@@ -13,6 +13,10 @@
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Platform.h"
 
+namespace velko {
+class HotKeys;
+}
+
 namespace velko::SelfCheck {
 
 /// What only the self-check needs of a Mac. Main thread.
@@ -30,6 +34,7 @@ class Bench : private NonCopyable {
 struct Subject {
     Platform platform;
     const PropertyListReader& propertyLists;
+    HotKeys& hotKeys;
     AppInfo info;
     std::filesystem::path layoutFile;
     std::filesystem::path logFile;

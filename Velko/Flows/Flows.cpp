@@ -41,7 +41,8 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
              {.bar = std::move(handlers.clicks.bar),
               .pressed = std::move(handlers.clicks.pressed),
               .begun = std::move(handlers.clicks.begun),
-              .recorded = [this](const BundleID& bundleID) { popOut.clicked(bundleID); }}) {}
+              .recorded = [this](const BundleID& bundleID) { popOut.clicked(bundleID); }}),
+      keys(host, ports.hotKeys, log, std::move(handlers.keyPressed)) {}
 
 void Flows::startBackgroundLoops() {
     trust.start();

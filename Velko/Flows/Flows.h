@@ -7,6 +7,7 @@
 #include "Velko/Flows/AutoTuck.h"
 #include "Velko/Flows/ClickRecording.h"
 #include "Velko/Flows/FlowHost.h"
+#include "Velko/Flows/GlobalKeys.h"
 #include "Velko/Flows/InventoryScan.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/PopOut.h"
@@ -36,6 +37,7 @@ struct Flows final : private NonCopyable {
         std::function<void(bool trusted)> trustChanged;
         std::function<void()> usageSampled;
         std::function<void()> layoutImported;
+        std::function<void(HotKeyAction)> keyPressed;
         ClickRecording::Handlers clicks;
     };
 
@@ -60,6 +62,7 @@ struct Flows final : private NonCopyable {
     LayoutTransfer transfer;
     Preferences preferences;
     ClickRecording clicks;
+    GlobalKeys keys;
     std::optional<SystemEvents> systemEvents;  ///< from the start on
     std::optional<IconWatch> iconWatch;        ///< once somebody has asked for it
 };

@@ -102,6 +102,7 @@ class Updater : private NonCopyable {
 
 class CommandDoor;
 class Dialogs;
+class HotKeys;
 class StatusItem;
 class Surfaces;
 
@@ -112,6 +113,7 @@ struct AppPorts {
     CommandDoor& commands;
     Defaults& defaults;
     Dialogs& dialogs;
+    HotKeys& hotKeys;
     LoginItem& loginItem;
     Pasteboard& pasteboard;
     StatusItem& statusItem;

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "Velko/mac/Images.h"
+#import "Velko/mac/MacHotKeys.h"
 #include "Velko/mac/Surroundings.h"
 #import "Velko/mac/TreeView.h"
 #include "VelkoEngine/mac/Conversions.h"
@@ -69,10 +70,12 @@ struct Check {
     MacPlatform platform;
     AppIcons icons;
     MacPropertyListReader propertyLists;
+    MacHotKeys hotKeys;
     MacBench bench;
     SelfCheck::Subject subject{
         .platform = platform.ports(),
         .propertyLists = propertyLists,
+        .hotKeys = hotKeys,
         .info = Surroundings::appInfo(),
         .layoutFile = Surroundings::layoutFile(),
         .logFile = Surroundings::logFile(),

@@ -19,6 +19,7 @@
 #include "Velko/mac/Images.h"
 #include "Velko/mac/MacDesktop.h"
 #include "Velko/mac/MacDialogs.h"
+#import "Velko/mac/MacHotKeys.h"
 #import "Velko/mac/MacMenu.h"
 #include "Velko/mac/MacSelfCheck.h"
 #import "Velko/mac/MacStatusItem.h"
@@ -42,6 +43,7 @@ struct Program {
     velko::SocketDoor commands{platform.ports().mainThread, velko::Surroundings::commandSocket()};
     velko::MacDefaults defaults;
     velko::MacDialogs dialogs;
+    velko::MacHotKeys hotKeys;
     velko::MacLoginItem loginItem;
     velko::MacPasteboard pasteboard;
     velko::MacStatusItem statusItem{icons};
@@ -55,6 +57,7 @@ struct Program {
                                   .commands = commands,
                                   .defaults = defaults,
                                   .dialogs = dialogs,
+                                  .hotKeys = hotKeys,
                                   .loginItem = loginItem,
                                   .pasteboard = pasteboard,
                                   .statusItem = statusItem,

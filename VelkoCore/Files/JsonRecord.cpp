@@ -141,6 +141,11 @@ JsonRead readJson(const Json& json, Date& member) {
     return readText(json, member, "a date such as 2026-03-01T09:30:00Z", parseDate);
 }
 
+JsonRead readJson(const Json& json, Json& member) {
+    member = json;
+    return {};
+}
+
 Json writeJson(bool member) {
     return {member};
 }
@@ -163,6 +168,10 @@ Json writeJson(RevealStyle member) {
 
 Json writeJson(Date member) {
     return {formatDate(member)};
+}
+
+Json writeJson(const Json& member) {
+    return member;
 }
 
 }  // namespace velko

@@ -29,8 +29,8 @@
 ///         static void normalise(Pet& pet);  // optional: called after each reading
 ///     };
 ///
-/// Members may be bool, std::int64_t, std::string, Section, RevealStyle, Date, other described records, and
-/// vectors, sets, optionals and maps (by std::string) of those. Other types get a pair of
+/// Members may be bool, std::int64_t, std::string, Section, RevealStyle, Date, Json as it is, other described
+/// records, and vectors, sets, optionals and maps (by std::string) of those. Other types get a pair of
 /// `readJson`/`writeJson`. Unknown keys are ignored, sets are written in their order, and a member that is
 /// an absent optional is not written. Nor is one of a `JsonField` with `omitsEmpty`, while it is empty.
 namespace velko {
@@ -79,6 +79,7 @@ using JsonRead = std::expected<void, JsonMismatch>;
 [[nodiscard]] JsonRead readJson(const Json& json, Section& member);
 [[nodiscard]] JsonRead readJson(const Json& json, RevealStyle& member);
 [[nodiscard]] JsonRead readJson(const Json& json, Date& member);
+[[nodiscard]] JsonRead readJson(const Json& json, Json& member);
 
 [[nodiscard]] Json writeJson(bool member);
 [[nodiscard]] Json writeJson(std::int64_t member);
@@ -86,6 +87,7 @@ using JsonRead = std::expected<void, JsonMismatch>;
 [[nodiscard]] Json writeJson(Section member);
 [[nodiscard]] Json writeJson(RevealStyle member);
 [[nodiscard]] Json writeJson(Date member);
+[[nodiscard]] Json writeJson(const Json& member);
 
 template <class T>
 [[nodiscard]] Json writeJson(const std::optional<T>& member);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "VelkoCore/Files/Json.h"
 #include "VelkoCore/Habits/Autopilot.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
@@ -38,6 +39,8 @@ struct Layout {
     bool leaveNewIconsOut = false;             ///< new apps wait for the answer in the bar, and not tucked
     BundleIDs neverPopOut = {};                ///< tucked apps that stay in when they change
     std::map<BundleID, Date> quietUntil = {};  ///< apps that changed all the time stay in until then
+    bool searchInMenu = false;                 ///< whether the broom's menu offers to search the menu bar
+    Json hotKeys = {};                         ///< what `HotKeySettings` reads; null: no key was ever chosen
 
     bool operator==(const Layout&) const = default;
 

@@ -86,6 +86,7 @@ struct JsonRecord<Layout> {
             JsonField{"autopilot", &Layout::autopilot},
             JsonField{"neverPopOut", &Layout::neverPopOut, true},
             JsonField{"quietUntil", &Layout::quietUntil, true},
+            JsonField{"hotKeys", &Layout::hotKeys},
         },
         switchFields<Layout, bool>());
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;

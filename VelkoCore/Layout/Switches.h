@@ -19,6 +19,7 @@ enum class Switch {
     autopilot,
     askAboutNewIcons,
     leaveNewIconsOut,
+    searchInMenu,
     revealOnHover
 };
 
@@ -77,6 +78,13 @@ inline constexpr std::array all{
               .words = "leave new icons out",
               .stored = &Layout::leaveNewIconsOut,
               .exported = &LayoutExport::leaveNewIconsOut,
+              .isAddition = true},
+    SwitchRow{.which = Switch::searchInMenu,
+              .key = "searchInMenu",
+              .name = "search-in-menu",
+              .words = "search in the menu",
+              .stored = &Layout::searchInMenu,
+              .exported = {},
               .isAddition = true},
     SwitchRow{.which = Switch::revealOnHover,
               .key = "hover",

@@ -82,7 +82,7 @@ constexpr bool isIn(const std::array<Range, count>& ranges, char32_t c) noexcept
     return std::ranges::any_of(ranges, [c](const Range& range) { return range.holds(c); });
 }
 
-constexpr bool isDigit(char32_t c) noexcept {
+constexpr bool isNumeral(char32_t c) noexcept {
     return c >= '0' && c <= '9';
 }
 
@@ -94,7 +94,7 @@ constexpr bool isSmallASCII(char32_t c) noexcept {
 void addFolded(char32_t c, std::u32string& to) {
     if (c < 0x80) {
         const char32_t small = c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c;
-        if (isSmallASCII(small) || isDigit(small)) {
+        if (isSmallASCII(small) || isNumeral(small)) {
             to += small;
         }
         return;
@@ -165,11 +165,46 @@ CharacterKind kindOf(char32_t c, bool hasLetters) {
     if (!hasLetters) {
         return CharacterKind::separator;
     }
-    return isDigit(c) ? CharacterKind::digit
+    return isNumeral(c) ? CharacterKind::digit
                       : (isIn(capitals, c) ? CharacterKind::capital : CharacterKind::other);
 }
 
+/// How far after a capital its small letter is; 0 for a letter that is none of these.
+char32_t distanceFromCapital(char32_t c) {
+    struct Distance {
+        Range small;
+        char32_t distance;
+    };
+    static constexpr auto distances = std::to_array<Distance>({{{'a', 'z'}, 0x20},
+                                                               {{0xE0, 0xF6}, 0x20},
+                                                               {{0xF8, 0xFE}, 0x20},
+                                                               {{0x3B1, 0x3C1}, 0x20},
+                                                               {{0x3C3, 0x3CB}, 0x20},
+                                                               {{0x430, 0x44F}, 0x20},
+                                                               {{0x450, 0x45F}, 0x50}});
+    const auto* const found =
+        std::ranges::find_if(distances, [c](const Distance& each) { return each.small.holds(c); });
+    return found == distances.end() ? 0 : found->distance;
+}
+
 }  // namespace
+
+std::string capital(std::string_view letter) {
+    std::string_view rest = letter;
+    const auto small = rest.empty() ? std::nullopt : takeCharacter(rest);
+    const char32_t distance = small && rest.empty() ? distanceFromCapital(*small) : 0;
+    std::string result(letter);
+    if (distance == 0) {
+        return result;
+    }
+    const char32_t big = *small - distance;
+    if (big < 0x80) {
+        result = static_cast<char>(big);
+    } else {
+        result = {static_cast<char>(0xC0 | (big >> 6)), static_cast<char>(0x80 | (big & 0x3F))};
+    }
+    return result;
+}
 
 FoldedText FoldedText::of(std::string_view text) {
     FoldedText folded;

@@ -20,4 +20,7 @@ struct FoldedText {
     [[nodiscard]] static FoldedText of(std::string_view text);
 };
 
+/// The text as a capital, if it is one letter that has a capital of one letter; else the text itself.
+[[nodiscard]] std::string capital(std::string_view letter);
+
 }  // namespace velko

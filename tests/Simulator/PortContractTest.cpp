@@ -4,6 +4,7 @@
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Contracts/ActingContracts.h"
+#include "Simulator/Desktop/SimulatedHotKeys.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedScreen.h"
@@ -13,6 +14,7 @@
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/HostMainThread.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/Checks/HotKeyContract.h"
 #include "VelkoEngine/Contracts/Contracts.h"
 #include "VelkoEngine/Ports/Platform.h"
 
@@ -116,6 +118,20 @@ TEST(PortContract, TheSimulatedPortsKeepThePartThatActs) {
             expectAllKept(checks);
         }
     }
+}
+
+TEST(PortContract, TheSimulatedKeyboardKeepsIt) {
+    SimulatedMac mac;
+    Checks checks;
+    Contracts::checkHotKeys(mac.hotKeys, checks);
+    Contracts::checkPressedKeys(
+        mac.hotKeys,
+        {.pass = testMacOf(mac).pass,
+         .press = [&mac](const KeyCombination& keys) { mac.hotKeys.press(keys); },
+         .giveToOther = [&mac](const KeyCombination& keys) { mac.hotKeys.ofOthers.insert(keys); },
+         .changeLayout = [&mac] { mac.hotKeys.setLayout({{0, "q"}}); }},
+        checks);
+    expectAllKept(checks);
 }
 
 /// Forgets to set a messaging time-out.

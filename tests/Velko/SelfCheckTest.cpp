@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
+#include "Simulator/Desktop/SimulatedHotKeys.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/Files/LibplistReader.h"
@@ -109,6 +110,7 @@ class SelfCheckTest : public testing::Test {
                                          .privateFramework = framework,
                                          .activity = real.activity},
                             .propertyLists = reader,
+                            .hotKeys = mac.hotKeys,
                             .info = {.version = "1.2"},
                             .layoutFile = folder.path() / "not" / "there" / "yet" / "layout.json",
                             .logFile = logFile,

@@ -56,6 +56,7 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 @end
 
 @interface NSString : NSObject <NSCopying>
++ (instancetype)stringWithCharacters:(const unichar*)characters length:(NSUInteger)length;
 @property(readonly) NSUInteger length;
 - (unichar)characterAtIndex:(NSUInteger)index;
 - (BOOL)isEqualToString:(NSString*)other;
@@ -182,6 +183,10 @@ typedef enum NSSearchPathDomainMask : NSUInteger { NSUserDomainMask = 1 } NSSear
                              queue:(NSOperationQueue*)queue
                         usingBlock:(void (^)(NSNotification*))block;
 - (void)removeObserver:(id)observer;
+@end
+
+@interface NSDistributedNotificationCenter : NSNotificationCenter
++ (NSDistributedNotificationCenter*)defaultCenter;
 @end
 
 typedef enum NSPropertyListMutabilityOptions : NSUInteger {

@@ -1,0 +1,107 @@
+#include "Velko/Flows/GlobalKeys.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Velko/App/Log.h"
+#include "Velko/Ports/HotKeys.h"
+
+namespace velko {
+
+namespace {
+
+std::string titleOf(HotKeyAction action) {
+    return std::string(rowOf(action).title);
+}
+
+}  // namespace
+
+GlobalKeys::GlobalKeys(FlowHost& host, HotKeys& hotKeys, Log& log, std::function<void(HotKeyAction)> pressed)
+    : host_(host), hotKeys_(hotKeys), log_(log), pressed_(std::move(pressed)) {}
+
+void GlobalKeys::follow() {
+    taken_.clear();
+    std::map<HotKeyAction, std::string> faults;
+    const auto found = HotKeySettings::read(host_.values().layout.hotKeys);
+    for (const std::string& fault : found.faults) {
+        log_.log("keys", "ignored: " + fault);
+    }
+    for (const auto& [action, keys] : found.keys) {
+        auto why = whyNot(action, keys);
+        why = why ? why : take(action, keys);
+        if (why) {
+            log_.log("keys", "no key for " + std::string(rowOf(action).key) + ": " + *why);
+            faults.emplace(action, *std::move(why));
+        }
+    }
+    host_.set(&AppValues::keyFaults, std::move(faults));
+}
+
+std::optional<std::string> GlobalKeys::set(HotKeyAction action, const std::optional<KeyCombination>& keys) {
+    if (keys && keys == keysOf(action) && taken_.contains(action)) {
+        return std::nullopt;
+    }
+    if (keys) {
+        auto why = whyNot(action, *keys);
+        why = why ? why : take(action, *keys);
+        if (why) {
+            return why;
+        }
+    } else {
+        taken_.erase(action);
+    }
+    auto faults = host_.values().keyFaults;
+    faults.erase(action);
+    host_.set(&AppValues::keyFaults, std::move(faults));
+    host_.edit(Saving::now, [&](Layout& layout) {
+        layout.hotKeys = HotKeySettings::with(std::move(layout.hotKeys), action, keys);
+    });
+    log_.log("keys", std::string(rowOf(action).key) + ": " + (keys ? describe(hotKeys_, *keys) : "none"));
+    return std::nullopt;
+}
+
+std::optional<std::string> GlobalKeys::whyNot(HotKeyAction action, const KeyCombination& keys) const {
+    if (auto why = Keys::whyForbidden(keys, nameOf(hotKeys_, keys.key))) {
+        return why;
+    }
+    const auto found = HotKeySettings::read(host_.values().layout.hotKeys).keys;
+    const auto other = std::ranges::find_if(found, [&](const auto& each) {
+        return each.first != action && each.second == keys && taken_.contains(each.first);
+    });
+    const std::string shown = describe(hotKeys_, keys);
+    if (other != found.end()) {
+        return shown + " is already the key for \u201C" + titleOf(other->first) + "\u201D.";
+    }
+    return hotKeys_.isOfSystem(keys)
+               ? std::optional(shown + " is a shortcut of macOS. You can switch that off in System Settings.")
+               : std::nullopt;
+}
+
+/// Keeps what the action has now if the system refuses.
+std::optional<std::string> GlobalKeys::take(HotKeyAction action, const KeyCombination& keys) {
+    auto taken = hotKeys_.add(keys, [this, action] {
+        if (*pauses_ == 0) {
+            pressed_(action);
+        }
+    });
+    if (taken) {
+        taken_.insert_or_assign(action, *std::move(taken));
+        return std::nullopt;
+    }
+    const std::string shown = describe(hotKeys_, keys);
+    return taken.error() == HotKeys::Refusal::taken ? shown + " is taken by another app."
+                                                    : "macOS does not give " + shown + " to Velko.";
+}
+
+Subscription GlobalKeys::pause() {
+    ++*pauses_;
+    return Subscription([pauses = pauses_] { --*pauses; });
+}
+
+std::optional<KeyCombination> GlobalKeys::keysOf(HotKeyAction action) const {
+    const auto found = HotKeySettings::read(host_.values().layout.hotKeys).keys;
+    const auto keys = found.find(action);
+    return keys == found.end() ? std::nullopt : std::optional(keys->second);
+}
+
+}  // namespace velko
