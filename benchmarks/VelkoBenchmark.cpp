@@ -6,14 +6,21 @@
 #include <string>
 #include <system_error>
 
+#include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Machine/VelkoOnSimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
+#include "Velko/App/FaceParts.h"
 #include "Velko/App/Log.h"
+#include "Velko/Broom/BroomFrame.h"
+#include "Velko/Search/SearchController.h"
+#include "Velko/View/Tree.h"
 #include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Import/Importers.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoCore/Sorting/SortSession.h"
 
 // What Velko costs the machine that it runs on, and how long people wait for it, in the machine's own time.
 
@@ -59,7 +66,7 @@ class Installation final {
         if (!store.save(layout)) {
             std::abort();
         }
-        velko = std::make_unique<AppController>(velkoOn(mac, log_, store, {.version = "1.0"}));
+        velko = std::make_unique<AppController>(velkoOn(mac, log, store, {.version = "1.0"}));
     }
 
     /// Simulated milliseconds until `isDone`, looked at every millisecond.
@@ -80,11 +87,7 @@ class Installation final {
  public:
     std::size_t inBar = 0;  ///< the apps in that section, beside which the broom stands
     SimulatedMac mac;
-
- private:
-    Log log_{mac.mainThread, folder_.path() / "Velko.log", mac.fileCalls()};
-
- public:
+    Log log{mac.mainThread, folder_.path() / "Velko.log", mac.fileCalls()};
     std::unique_ptr<AppController> velko;
 };
 
@@ -151,6 +154,55 @@ BENCHMARK(broomClick)
     ->Args({40, 5})
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
+
+/// Answers what a face asks; nothing of that is measured.
+class NoHost final : public FaceHost {
+ public:
+    void onClick() override {}
+    void onNote() override {}
+    void onSettings() override {}
+    void onSettingsOf(const BundleID& /*bundleID*/) override {}
+    void onSearch(const std::string& /*typed*/) override {}
+    void onResort() override {}
+    void onPermission() override {}
+    void onVisibilityChange() override {}
+    [[nodiscard]] SortSession makeSession() override {
+        return SortSession(
+            {.apps = {}, .lastClicked = {}, .current = {}, .importSource = {}, .now = {}, .calendar = {}});
+    }
+    [[nodiscard]] std::optional<ImportedLayout> imported() const override { return std::nullopt; }
+};
+
+/// A keystroke in the search, from the field to the rows that show.
+void searchKeystroke(benchmark::State& state) {
+    Installation installation(state.range(0), 0);
+    SimulatedMac& mac = installation.mac;
+    installation.velko->start();
+    mac.advance(1min);
+    NoHost host;
+    const FaceParts parts{.controller = *installation.velko,
+                          .platform = mac.platform(),
+                          .ports = mac.appPorts(),
+                          .log = installation.log,
+                          .host = host};
+    BroomFrame broom(parts);
+    broom.refresh();
+    SearchController search(parts, broom);
+    search.show({});
+    SimulatedSurface& panel = mac.surfaces.surface(Surfaces::Kind::search);
+    const auto before = mac.cost().accessibilityMessages;
+    const std::string typed = "app1";
+    std::size_t length = 0;
+    for (auto unused : state) {
+        benchmark::DoNotOptimize(panel.perform("field", typed.substr(0, length)));
+        length = (length + 1) % (typed.size() + 1);
+    }
+    state.counters["messages"] = static_cast<double>(mac.cost().accessibilityMessages - before);
+    state.counters["rows"] =
+        static_cast<double>(view::childrenOf(*view::find(*panel.content(), "list")).size());
+    mac.surfaces.forget();
+}
+BENCHMARK(searchKeystroke)->ArgName("apps")->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace velko

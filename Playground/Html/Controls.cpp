@@ -99,6 +99,16 @@ Attributes common(const view::Node& node, std::string_view kind, std::string_vie
             Attribute::unlessEmpty("style", full)};
 }
 
+std::string controlMarkup(const view::Node& node, const view::KeyRecorder& recorder, const TreeContext&) {
+    return element("button",
+                   with(common(node, "button", "button standard recorder"),
+                        {{"type", "button"},
+                         nameBeyond(node, recorder.title),
+                         Attribute::flag("data-recording", recorder.isRecording),
+                         Attribute::flag("disabled", !node.isEnabled)}),
+                   textElement("span", {{"class", "button-title"}}, recorder.title));
+}
+
 std::string controlMarkup(const view::Node& node, const view::Button& button, const TreeContext&) {
     std::string classes = "button " + std::string(styleClass(button.style));
     classes += button.title.empty() ? " symbol-only" : "";

@@ -34,6 +34,9 @@ namespace velko::html {
 [[nodiscard]] std::string controlMarkup(const view::Node& node, const view::Progress& progress,
                                         const TreeContext& context);
 
+[[nodiscard]] std::string controlMarkup(const view::Node& node, const view::KeyRecorder& recorder,
+                                        const TreeContext& context);
+
 /// A list. `rows` is the markup of each row.
 [[nodiscard]] std::string listMarkup(const view::Node& node, const view::List& list,
                                      const TreeContext& context, const std::vector<std::string>& rows);

@@ -131,10 +131,11 @@ function pressed(list, event) {
 }
 
 const fieldKeys = ['ArrowUp', 'ArrowDown', 'Enter', 'Escape'];
+const isNumbered = (event) => (event.metaKey || event.altKey) && /^[1-9]$/.test(event.key);
 
 /** Gives the program the keys of a field that are for no text. While an input method is at work, they are for that. */
 function pressedInField(field, event) {
-  if (!fieldKeys.includes(event.key) || event.isComposing) return false;
+  if (!(fieldKeys.includes(event.key) || isNumbered(event)) || event.isComposing) return false;
   const { key, shiftKey, ctrlKey, altKey, metaKey } = event;
   post('field', { ...bodyOf(field), key, shift: shiftKey, control: ctrlKey, option: altKey, command: metaKey });
   return true;

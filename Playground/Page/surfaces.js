@@ -99,6 +99,25 @@ function clicked(element) {
   }
 }
 
+const keyNames = {
+  Space: 'space', Enter: '\u21a9', Tab: '\u21e5', Escape: '\u238b', Backspace: '\u232b', Delete: '\u2326',
+  ArrowLeft: '\u2190', ArrowRight: '\u2192', ArrowUp: '\u2191', ArrowDown: '\u2193', Minus: '-', Equal: '=',
+  BracketLeft: '[', BracketRight: ']', Semicolon: ';', Quote: "'", Backslash: '\\', Comma: ',', Period: '.', Slash: '/',
+};
+const heldKeys = { ctrlKey: 'control', altKey: 'option', shiftKey: 'shift', metaKey: 'command' };
+
+/** While a control records keys, the next ones are for it alone, whatever they usually mean. */
+document.addEventListener('keydown', (event) => {
+  const recorder = screen.querySelector('[data-recording]');
+  if (!recorder) return;
+  event.preventDefault();
+  event.stopImmediatePropagation();
+  if (event.repeat || ['Control', 'Alt', 'Shift', 'Meta', 'CapsLock', 'Fn'].includes(event.key)) return;
+  const held = Object.keys(heldKeys).filter((key) => event[key]).map((key) => heldKeys[key]);
+  const name = keyNames[event.code] ?? event.code.replace(/^(Key|Digit)/, '').toLowerCase();
+  post('record', { surface: nameOf(recorder), id: recorder.dataset.id, keys: [...held, name].join('+') });
+}, true);
+
 /** Sends a change. If the program refuses it, the control goes back. */
 function changed(control, value) {
   const node = control.closest('[data-id]');

@@ -36,9 +36,13 @@ std::optional<view::KeyPress> keyIn(const Fields& fields) {
         std::string_view name;
         Key key;
     };
+    const std::string name = fields.text("key").value_or("");
+    if (name.size() == 1 && name.front() >= '1' && name.front() <= '9') {
+        return view::KeyPress{.key = Key::digit, .digit = name.front() - '0', .command = true};
+    }
     static constexpr std::array names{Name{"ArrowUp", Key::up}, Name{"ArrowDown", Key::down},
                                       Name{"Enter", Key::enter}, Name{"Escape", Key::escape}};
-    const auto* const found = std::ranges::find(names, fields.text("key").value_or(""), &Name::name);
+    const auto* const found = std::ranges::find(names, name, &Name::name);
     return found == names.end() ? std::nullopt
                                 : std::optional(view::KeyPress{.key = found->key,
                                                                .shift = fields.flag("shift"),
@@ -94,6 +98,15 @@ Done pressInField(Session& session, const Fields& fields) {
         surface->press({.key = Key::escape});
     }
     return {};
+}
+
+/// Keys that a control of an open surface records.
+Done recordKeys(Session& session, const Fields& fields) {
+    auto* surface = surfaceNamed(session, fields);
+    const auto keys = Keys::parse(fields.text("keys").value_or(""));
+    return surface != nullptr && keys && surface->perform(fields.text("id").value_or(""), *keys)
+               ? Done()
+               : std::unexpected("Velko has no name for that key.");
 }
 
 Done openControlMenu(Session& session, const Fields& fields) {
@@ -228,6 +241,7 @@ constexpr std::array actions{
                session.systemSettings().close(session.mac());
                return Done();
            }},
+    Action{"record", recordKeys},
     Action{"restart", [](Session& session, const Fields&) { return session.startOver(); }},
 };
 

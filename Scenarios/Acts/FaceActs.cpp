@@ -65,6 +65,10 @@ struct InputFor {
     [[nodiscard]] std::optional<view::Input> operator()(const view::SearchField&) const {
         return view::Input(value);
     }
+    [[nodiscard]] std::optional<view::Input> operator()(const view::KeyRecorder&) const {
+        const auto keys = Keys::parse(value);
+        return keys ? std::optional(view::Input(*keys)) : std::nullopt;
+    }
     [[nodiscard]] std::optional<view::Input> operator()(const view::List&) const {
         return view::Input(view::Selected{.rows = value.empty() ? view::RowIDs() : view::RowIDs{value}});
     }
@@ -160,13 +164,52 @@ Done drop(const Step& step, World& world) {
                : std::unexpected(step.control + " takes no apps.");
 }
 
+/// "option+enter", "command+3"
+std::optional<view::KeyPress> keyPressIn(std::string_view text) {
+    using Key = view::KeyPress::Key;
+    view::KeyPress pressed;
+    for (const auto& [held, member] :
+         {std::pair("option+", &view::KeyPress::option), std::pair("command+", &view::KeyPress::command)}) {
+        if (text.starts_with(held)) {
+            pressed.*member = true;
+            text.remove_prefix(std::string_view(held).size());
+        }
+    }
+    if (text.size() == 1 && text.front() >= '1' && text.front() <= '9') {
+        pressed.key = Key::digit;
+        pressed.digit = text.front() - '0';
+        return pressed;
+    }
+    for (const auto& [name, key] : {std::pair("up", Key::up), std::pair("down", Key::down),
+                                    std::pair("enter", Key::enter), std::pair("escape", Key::escape)}) {
+        if (text == name) {
+            pressed.key = key;
+            return pressed;
+        }
+    }
+    return std::nullopt;
+}
+
 Done pressKey(const Step& step, World& world) {
     SimulatedSurface& surface = surfaceOf(step, world);
     if (!surface.isOpen()) {
         return std::unexpected("The " + step.word + " is not open.");
     }
-    surface.press({});
-    return {};
+    if (!step.value) {
+        surface.press({});
+        return {};
+    }
+    const auto pressed = keyPressIn(*step.value);
+    const view::Node* field = nullptr;
+    view::walk(*surface.content(), [&](const view::Node& node) {
+        field = std::holds_alternative<view::SearchField>(node.content) ? &node : field;
+    });
+    if (!pressed || field == nullptr) {
+        return std::unexpected("The " + step.word + " has no field that listens to " + *step.value + ".");
+    }
+    return surface.perform(std::string(field->id), *pressed)
+               ? Done()
+               : std::unexpected("The field has no use for " + *step.value + ".");
 }
 
 Done close(const Step& step, World& world) {

@@ -92,7 +92,7 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::clickFrontMenu, "click front menu"},
     {Verb::clickOutside, "click outside"},
     {Verb::pressEscape, "press escape"},
-    {Verb::pressKey, "press key SURFACE"},
+    {Verb::pressKey, "press key SURFACE [VALUE]"},
     {Verb::pressKeys, "press keys VALUE"},
     {Verb::pointAt, "point at PLACE"},
     {Verb::pointAtIcon, "point at icon APP [icon ICON]"},

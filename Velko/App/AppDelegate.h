@@ -60,6 +60,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     void onClick() override;
     void onNote() override;
     void onSettings() override { openSettings(); }
+    void onSettingsOf(const BundleID& bundleID) override { settings().showApp(bundleID); }
     void onSearch(const std::string& typed) override { openSearch(typed); }
     void onResort() override { openSetup(); }
     void onPermission() override { openPermission(); }

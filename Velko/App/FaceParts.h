@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Velko/Ports/Desktop.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoEngine/Ports/Platform.h"
 
 namespace velko {
@@ -22,6 +23,8 @@ class FaceHost {
     virtual void onNote() = 0;
     /// The user wants the settings.
     virtual void onSettings() = 0;
+    /// The user wants the settings of one app.
+    virtual void onSettingsOf(const BundleID& bundleID) = 0;
     /// The user wants to search the menu bar, perhaps for a text already known.
     virtual void onSearch(const std::string& typed) = 0;
     /// The user wants to go through the cards again.

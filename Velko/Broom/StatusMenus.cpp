@@ -73,6 +73,10 @@ void MenuActions::openSettings() const {
     parts_.host.onSettings();
 }
 
+void MenuActions::openSearch() const {
+    parts_.host.onSearch({});
+}
+
 void MenuActions::checkForUpdates() {
     updates_.checkForUpdates();
 }
@@ -176,7 +180,7 @@ void addApps(Menu& menu, const std::vector<PresentApp>& apps, const Actions& act
     }
 }
 
-MenuItem openItem(const HiddenApps& hidden, const Actions& actions) {
+MenuItem openItem(const HiddenApps& hidden, bool offersSearch, const Actions& actions) {
     const bool hasGroups = !hidden.tucked.empty() && !hidden.buried.empty();
     Menu submenu;
     if (hasGroups) {
@@ -187,10 +191,19 @@ MenuItem openItem(const HiddenApps& hidden, const Actions& actions) {
         submenu.push_back(MenuItem::header("Buried"));
     }
     addApps(submenu, hidden.buried, actions);
+    if (offersSearch) {
+        if (!submenu.empty()) {
+            submenu.push_back(MenuItem::separator());
+        }
+        submenu.push_back({.title = "Search…",
+                           .symbol = "magnifyingglass",
+                           .action = doing(actions, &MenuActions::openSearch)});
+    }
+    const bool isEnabled = !submenu.empty();
     return {.title = "Open",
-            .help = hidden.areNone() ? "No app in the menu bar is tucked or buried." : "",
+            .help = isEnabled ? "" : "No app in the menu bar is tucked or buried.",
             .symbol = "arrow.up.forward.app",
-            .isEnabled = !hidden.areNone(),
+            .isEnabled = isEnabled,
             .submenu = std::move(submenu)};
 }
 
@@ -219,7 +232,7 @@ Menu mainMenu(const FaceParts& parts, const std::weak_ptr<MenuActions>& actions)
         menu.push_back(MenuItem::notice(wrongPlaceInWords));
         menu.push_back(MenuItem::separator());
     }
-    menu.push_back(openItem(hiddenApps(controller), actions));
+    menu.push_back(openItem(hiddenApps(controller), controller.values().layout.searchInMenu, actions));
     addQuestions(menu, controller, actions);
     menu.push_back(MenuItem::separator());
     menu.push_back(

@@ -21,6 +21,7 @@ class MenuActions final : private NonCopyable {
     void openAccessibility() const;
     void showNoteFromMenu() const;
     void openSettings() const;
+    void openSearch() const;
     void checkForUpdates();
     void quit();
 

@@ -20,12 +20,19 @@ GlobalKeys::GlobalKeys(FlowHost& host, HotKeys& hotKeys, Log& log, std::function
     : host_(host), hotKeys_(hotKeys), log_(log), pressed_(std::move(pressed)) {}
 
 void GlobalKeys::follow() {
-    taken_.clear();
-    std::map<HotKeyAction, std::string> faults;
-    const auto found = HotKeySettings::read(host_.values().layout.hotKeys);
-    for (const std::string& fault : found.faults) {
+    for (const std::string& fault : HotKeySettings::read(host_.values().layout.hotKeys).faults) {
         log_.log("keys", "ignored: " + fault);
     }
+    takeAll();
+}
+
+void GlobalKeys::takeAll() {
+    taken_.clear();
+    if (*pauses_ > 0) {
+        return;
+    }
+    std::map<HotKeyAction, std::string> faults;
+    const auto found = HotKeySettings::read(host_.values().layout.hotKeys);
     for (const auto& [action, keys] : found.keys) {
         auto why = whyNot(action, keys);
         why = why ? why : take(action, keys);
@@ -38,16 +45,14 @@ void GlobalKeys::follow() {
 }
 
 std::optional<std::string> GlobalKeys::set(HotKeyAction action, const std::optional<KeyCombination>& keys) {
-    if (keys && keys == keysOf(action) && taken_.contains(action)) {
-        return std::nullopt;
-    }
-    if (keys) {
+    const bool hasIt = keys && keys == keysOf(action) && taken_.contains(action);
+    if (keys && !hasIt) {
         auto why = whyNot(action, *keys);
         why = why ? why : take(action, *keys);
         if (why) {
             return why;
         }
-    } else {
+    } else if (!keys) {
         taken_.erase(action);
     }
     auto faults = host_.values().keyFaults;
@@ -79,11 +84,7 @@ std::optional<std::string> GlobalKeys::whyNot(HotKeyAction action, const KeyComb
 
 /// Keeps what the action has now if the system refuses.
 std::optional<std::string> GlobalKeys::take(HotKeyAction action, const KeyCombination& keys) {
-    auto taken = hotKeys_.add(keys, [this, action] {
-        if (*pauses_ == 0) {
-            pressed_(action);
-        }
-    });
+    auto taken = hotKeys_.add(keys, [this, action] { pressed_(action); });
     if (taken) {
         taken_.insert_or_assign(action, *std::move(taken));
         return std::nullopt;
@@ -95,7 +96,18 @@ std::optional<std::string> GlobalKeys::take(HotKeyAction action, const KeyCombin
 
 Subscription GlobalKeys::pause() {
     ++*pauses_;
-    return Subscription([pauses = pauses_] { --*pauses; });
+    taken_.clear();
+    return Subscription([this, weak = std::weak_ptr(pauses_)] {
+        if (!weak.expired()) {
+            resume();
+        }
+    });
+}
+
+void GlobalKeys::resume() {
+    if (--*pauses_ == 0) {
+        takeAll();
+    }
 }
 
 std::optional<KeyCombination> GlobalKeys::keysOf(HotKeyAction action) const {

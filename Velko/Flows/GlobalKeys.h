@@ -33,7 +33,7 @@ class GlobalKeys final : private NonCopyable {
     [[nodiscard]] std::optional<std::string> set(HotKeyAction action,
                                                  const std::optional<KeyCombination>& keys);
 
-    /// Until the subscription ends, no key does anything, so that the user can press one to choose it.
+    /// Gives all keys back until the subscription ends, so that the user can press one to choose it.
     [[nodiscard]] Subscription pause();
 
     /// The key of an action, if its entry in the layout can be understood.
@@ -42,6 +42,8 @@ class GlobalKeys final : private NonCopyable {
  private:
     [[nodiscard]] std::optional<std::string> whyNot(HotKeyAction action, const KeyCombination& keys) const;
     [[nodiscard]] std::optional<std::string> take(HotKeyAction action, const KeyCombination& keys);
+    void takeAll();
+    void resume();
 
     FlowHost& host_;
     HotKeys& hotKeys_;

@@ -1,14 +1,17 @@
 #include "Velko/Search/SearchController.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Broom/BroomFrame.h"
+#include "Velko/Flows/ShowApp.h"
 #include "Velko/View/Node.h"
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Time/Timing.h"
 
 namespace velko {
 
@@ -16,9 +19,12 @@ namespace {
 
 // Points
 constexpr double searchGapBelowBar = 4;
-constexpr double searchWidth = 380;
+constexpr double searchWidth = 400;
 constexpr double searchPadding = 12;
 constexpr double searchListHeight = 320;
+
+constexpr std::size_t mostNumbered = 9;
+constexpr auto rowPrefix = "app:";
 
 std::vector<AppSearch::App> appsInBar(const AppController& controller) {
     const Layout& layout = controller.values().layout;
@@ -26,27 +32,27 @@ std::vector<AppSearch::App> appsInBar(const AppController& controller) {
     for (PresentApp& app : presentApps(controller.values())) {
         if (canBePlaced(controller, app.bundleID)) {
             const auto clicked = layout.lastClicked.find(app.bundleID);
+            const auto lastClicked =
+                clicked == layout.lastClicked.end() ? std::nullopt : std::optional(clicked->second);
             apps.push_back({.bundleID = std::move(app.bundleID),
                             .name = std::move(app.name),
-                            .lastClicked = clicked == layout.lastClicked.end()
-                                               ? std::nullopt
-                                               : std::optional(clicked->second)});
+                            .lastClicked = lastClicked});
         }
     }
     return apps;
 }
 
-/// Where an app's icon is, in words.
-std::string whereabouts(const Layout& layout, const BundleID& bundleID) {
-    if (layout.isWaiting(bundleID)) {
-        return "New";
-    }
-    switch (layout.section(bundleID)) {
+std::string whereabouts(Section section) {
+    switch (section) {
         case Section::bar: return "In the bar";
         case Section::tucked: return "Tucked";
         case Section::buried: break;
     }
     return "Buried";
+}
+
+BundleID appOfRow(const std::string& row) {
+    return row.starts_with(rowPrefix) ? row.substr(std::string_view(rowPrefix).size()) : BundleID();
 }
 
 }  // namespace
@@ -55,40 +61,97 @@ SearchController::SearchController(const FaceParts& parts, BroomFrame& broom)
     : parts_(parts), broom_(broom), panel_(parts.ports.surfaces, Surfaces::Kind::search) {}
 
 void SearchController::show(const std::string& typed) {
+    const auto place = broom_.placeBelow(searchGapBelowBar);
+    if (!place) {
+        return;  // there is no display
+    }
     typed_ = typed;
     trouble_.clear();
     opening_.reset();
     gather();
     if (panel_.isOpen()) {
-        panel_.update(content());
+        update();
         return;
     }
-    const auto place = broom_.placeBelow(searchGapBelowBar);
-    if (!place) {
-        return;  // there is no display
+    if (parts_.controller.values().isShelfShown()) {
+        parts_.controller.closeShelf(ShelfDismissal::escape);  // it is where the search will be
     }
+    wasShelfShown_ = parts_.controller.values().isShelfShown();
+    const bool isStill = parts_.ports.surfaces.reducesMotion();
     panel_.open({.place = place,
+                 .motion = {.fade = isStill ? Timing::Seconds::zero() : Timing::noteFade},
                  .content = content(),
                  .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); }},
                 parts_.controller.observe([this] { refresh(); }));
 }
 
+/// Takes the apps from the controller's values, and finds those that match.
 void SearchController::gather() {
     auto apps = appsInBar(parts_.controller);
     if (apps != apps_) {
         apps_ = std::move(apps);
         search_ = AppSearch(apps_);
     }
-    find();
-}
-
-void SearchController::find() {
     found_ = search_.find(typed_);
+    if (std::ranges::find(found_, selected_, &AppSearch::App::bundleID) == found_.end()) {
+        selected_ = found_.empty() ? BundleID() : found_.front().bundleID;
+    }
 }
 
-void SearchController::refresh() {
-    gather();
-    panel_.update(content());
+void SearchController::type(const std::string& text) {
+    typed_ = text;
+    trouble_.clear();
+    found_ = search_.find(typed_);
+    selected_.clear();
+    if (found_.empty()) {
+        parts_.ports.surfaces.announce("No results");
+        update();
+    } else {
+        select(found_.front().bundleID);
+    }
+}
+
+/// The keyboard stays in the field, so a screen reader does not look at the list.
+void SearchController::select(const BundleID& bundleID) {
+    const auto app = std::ranges::find(found_, bundleID, &AppSearch::App::bundleID);
+    if (app != found_.end() && selected_ != bundleID) {
+        selected_ = bundleID;
+        parts_.ports.surfaces.announce(label(*app));
+    }
+    update();
+}
+
+/// One row is always selected, so that Return has something to open.
+void SearchController::selectRow(const view::RowIDs& rows) {
+    if (!rows.empty()) {
+        select(appOfRow(*rows.begin()));
+    }
+}
+
+bool SearchController::press(const view::KeyPress& key) {
+    using Key = view::KeyPress::Key;
+    if (key.key == Key::digit && key.command) {
+        const auto place = static_cast<std::size_t>(key.digit - 1);
+        if (place < std::min(found_.size(), mostNumbered)) {
+            open(BundleID(found_[place].bundleID));
+        }
+        return true;
+    }
+    if (key.key == Key::escape && key.isPlain()) {
+        close();
+        return true;
+    }
+    if (key.key != Key::enter || selected_.empty()) {
+        return false;
+    }
+    if (key.command) {
+        openSettings(BundleID(selected_));
+    } else if (key.option) {
+        showOnly(BundleID(selected_));
+    } else {
+        open(BundleID(selected_));
+    }
+    return true;
 }
 
 void SearchController::open(const BundleID& bundleID) {
@@ -113,28 +176,94 @@ void SearchController::pressed(const AppSearch::App& app, ItemOpener::Press pres
     trouble_ =
         app.name + (press == ItemOpener::Press::notRunning ? " isn't running any more." : " doesn't answer.");
     parts_.ports.surfaces.announce(trouble_);
-    refresh();
+    update();
+}
+
+void SearchController::showOnly(const BundleID& bundleID) {
+    close();
+    parts_.controller.showMe().start(bundleID);
+}
+
+void SearchController::openSettings(const BundleID& bundleID) {
+    close();
+    parts_.host.onSettingsOf(bundleID);
+}
+
+void SearchController::refresh() {
+    const bool isShelfShown = parts_.controller.values().isShelfShown();
+    if (isShelfShown && !wasShelfShown_) {
+        close();  // the shelf is in its place
+        return;
+    }
+    wasShelfShown_ = isShelfShown;
+    gather();
+    update();
+}
+
+// What it shows
+
+std::string SearchController::label(const AppSearch::App& app) const {
+    const Layout& layout = parts_.controller.values().layout;
+    return app.name + ", " + whereabouts(layout.section(app.bundleID)) +
+           (layout.isWaiting(app.bundleID) ? ", New" : "");
+}
+
+view::Node SearchController::row(const AppSearch::App& app, std::size_t place) const {
+    const Layout& layout = parts_.controller.values().layout;
+    const std::string& id = app.bundleID;
+    std::vector<view::Node> children{
+        {.id = "icon:" + id, .content = view::AppIcon{.bundleID = id, .points = 20}},
+        view::text("name:" + id, app.name),
+        view::spacer("gap:" + id)};
+    if (layout.isWaiting(id)) {
+        children.push_back(
+            {.id = "new:" + id, .content = view::Text{.text = "New", .style = view::Text::Style::headline}});
+    }
+    children.push_back(view::explanation("where:" + id, whereabouts(layout.section(id))));
+    if (place < mostNumbered) {
+        children.push_back(view::explanation("number:" + id, "⌘" + std::to_string(place + 1)));
+    }
+    view::Node node = view::row(rowPrefix + id, std::move(children));
+    node.label = label(app);
+    return node;
 }
 
 view::Node SearchController::content() {
-    const Layout& layout = parts_.controller.values().layout;
     std::vector<view::Node> rows;
-    for (const AppSearch::App& app : found_) {
-        const std::string& id = app.bundleID;
-        rows.push_back(view::row(
-            "app:" + id, {{.id = "icon:" + id, .content = view::AppIcon{.bundleID = id, .points = 20}},
-                          view::button("open:" + id, {.title = app.name, .press = [this, id] { open(id); }}),
-                          view::spacer("gap:" + id),
-                          view::explanation("where:" + id, whereabouts(layout, id))}));
-    }
-    if (rows.empty()) {
-        rows.push_back(view::explanation("none", apps_.empty() ? whyNoApps(parts_.controller.values())
-                                                               : "No app in the menu bar has that name."));
+    rows.reserve(found_.size());
+    for (std::size_t place = 0; place < found_.size(); ++place) {
+        rows.push_back(row(found_[place], place));
     }
     std::vector<view::Node> children{
-        {.id = "list", .content = view::Scroll{.height = searchListHeight, .children = std::move(rows)}}};
+        {.id = "field",
+         .content = view::SearchField{.text = typed_,
+                                      .placeholder = "Search the menu bar",
+                                      .hasFocus = true,
+                                      .drives = "list",
+                                      .change = [this](const std::string& text) { type(text); },
+                                      .key = [this](const view::KeyPress& key) { return press(key); }}}};
+    const bool isEmpty = rows.empty();
+    children.push_back(
+        {.id = "list",
+         .label = "Apps in the menu bar",
+         .content = view::List{.selected = isEmpty ? view::RowIDs() : view::RowIDs{rowPrefix + selected_},
+                               .height = searchListHeight,
+                               .children = std::move(rows),
+                               .select = [this](const view::RowIDs& chosen) { selectRow(chosen); },
+                               .activate = [this](const std::string& row) { open(appOfRow(row)); }}});
+    if (isEmpty) {
+        children.push_back(view::explanation("none", apps_.empty()
+                                                         ? whyNoApps(parts_.controller.values())
+                                                         : "No app in the menu bar has that name."));
+    }
     if (!trouble_.empty()) {
-        children.push_back(view::text("trouble", trouble_));
+        children.push_back(view::row("trouble", {{.id = "trouble:mark",
+                                                  .content = view::Symbol{.name = "exclamationmark.triangle",
+                                                                          .ink = view::Ink::warning}},
+                                                 view::text("trouble:what", trouble_)}));
+    } else {
+        children.push_back(
+            view::explanation("keys", "↩ opens the menu. ⌥↩ shows the icon. ⌘↩ opens the settings."));
     }
     return {.id = "search",
             .label = "Search the menu bar",

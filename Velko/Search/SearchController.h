@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,10 +31,18 @@ class SearchController final : private NonCopyable {
 
  private:
     void gather();
-    void find();
-    void refresh();
+    void type(const std::string& text);
+    void select(const BundleID& bundleID);
+    void selectRow(const view::RowIDs& rows);
+    [[nodiscard]] bool press(const view::KeyPress& key);
     void open(const BundleID& bundleID);
+    void showOnly(const BundleID& bundleID);
+    void openSettings(const BundleID& bundleID);
     void pressed(const AppSearch::App& app, ItemOpener::Press press);
+    void refresh();
+    void update() { panel_.update(content()); }
+    [[nodiscard]] std::string label(const AppSearch::App& app) const;
+    [[nodiscard]] view::Node row(const AppSearch::App& app, std::size_t place) const;
     [[nodiscard]] view::Node content();
 
     FaceParts parts_;
@@ -43,6 +52,8 @@ class SearchController final : private NonCopyable {
     std::vector<AppSearch::App> apps_;  ///< those in the menu bar
     AppSearch search_;                  ///< over these
     std::vector<AppSearch::App> found_;
+    BundleID selected_;  ///< one of those found; empty: there is none
+    bool wasShelfShown_ = false;
     std::string trouble_;                            ///< why an app could not be opened; empty: it could
     std::shared_ptr<const AppSearch::App> opening_;  ///< the app that is being opened
 };

@@ -187,6 +187,7 @@ SettingsController::SettingsController(const FaceParts& parts, BroomFrame& broom
       broom_(broom),
       window_(parts.ports.surfaces, Surfaces::Kind::settings),
       menu_(parts),
+      keys_(parts, [this] { update(); }),
       broomMoves_(broom_.observe([this] { update(); })) {}
 
 void SettingsController::show() {
@@ -200,7 +201,17 @@ void SettingsController::show() {
     parts_.host.onVisibilityChange();
 }
 
+void SettingsController::showApp(const BundleID& bundleID) {
+    page_ = 0;
+    if (listed_ != parts_.controller.values().layout.section(bundleID)) {
+        listed_.reset();  // the list would lack it
+    }
+    keys_.leave();
+    show();
+}
+
 void SettingsController::closed() {
+    keys_.leave();
     hasSaidOutOfSight_ = std::exchange(saysOutOfSight_, false) || hasSaidOutOfSight_;
     parts_.host.onVisibilityChange();
 }
@@ -222,11 +233,13 @@ view::Node SettingsController::tree() {
                         .label = "Pages",
                         .content = view::Pages{.tabs = {{.title = "Menu Bar", .symbol = "menubar.rectangle"},
                                                         {.title = "General", .symbol = "gearshape"},
+                                                        {.title = "Keys", .symbol = "keyboard"},
                                                         {.title = "About", .symbol = "info.circle"}},
                                                .selected = page_,
                                                .choose =
                                                    [this](std::size_t page) {
                                                        page_ = page;
+                                                       keys_.leave();
                                                        update();
                                                    },
                                                .children = {page()}}});
@@ -245,6 +258,7 @@ view::Node SettingsController::page() {
             return SettingsPages::menuBar(parts_, {.section = listed_, .choose = choose});
         }
         case 1: return SettingsPages::general(parts_);
+        case 2: return keys_.content();
         default: return SettingsPages::about(parts_, menu_);
     }
 }

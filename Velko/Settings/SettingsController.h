@@ -6,6 +6,8 @@
 #include "Velko/App/FaceParts.h"
 #include "Velko/Broom/StatusMenus.h"
 #include "Velko/Ports/Surfaces.h"
+#include "Velko/Settings/KeysPage.h"
+#include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -23,6 +25,8 @@ class SettingsController final : private NonCopyable {
 
     /// Opens the window or brings it to the front.
     void show();
+    /// Does the same with the page that lists this app.
+    void showApp(const BundleID& bundleID);
     [[nodiscard]] bool isShown() const { return window_.isOpen(); }
 
  private:
@@ -37,6 +41,7 @@ class SettingsController final : private NonCopyable {
     MenuActions menu_;
     std::size_t page_ = 0;
     std::optional<Section> listed_;  ///< which apps the list shows; absent: all
+    KeysPage keys_;
     Subscription broomMoves_;
     bool saysOutOfSight_ = false;     ///< in the open window
     bool hasSaidOutOfSight_ = false;  ///< in a window that has closed: once is enough

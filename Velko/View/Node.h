@@ -10,6 +10,7 @@
 #include "Velko/View/Drawing.h"
 #include "Velko/View/Menu.h"
 #include "VelkoCore/Identifiers.h"
+#include "VelkoCore/Keys/KeyCombination.h"
 
 /// Every surface is described as a tree of nodes. A renderer turns the tree into the platform's own controls,
 /// and calls the functions in it on the main thread.
@@ -66,9 +67,10 @@ struct Button {
 
 /// A key that a search field passes on, and the modifier keys that are down with it.
 struct KeyPress {
-    enum class Key { up, down, enter, escape };
+    enum class Key { up, down, enter, escape, digit };
 
     Key key = Key::enter;
+    int digit = 0;  ///< with `digit`: 1 to 9, and Command is down
     bool shift = false;
     bool control = false;
     bool option = false;
@@ -86,6 +88,15 @@ struct SearchField {
     std::string drives{};  ///< id of a list in the same surface, which Up, Down and Return work; empty: none
     std::function<void(const std::string&)> change{};
     std::function<bool(const KeyPress&)> key{};  ///< before `drives`; returns whether the key was used
+};
+
+/// A button that shows keys and takes others: the next ones that the user presses while it records, whatever
+/// they usually mean.
+struct KeyRecorder {
+    std::string title{};  ///< the keys, or what to do now
+    bool isRecording = false;
+    std::function<void()> press{};  ///< by a click: begins to record, or stops
+    std::function<void(const KeyCombination&)> record{};
 };
 
 struct Toggle {
@@ -209,8 +220,9 @@ struct Divider {};
 /// Empty room: all that is left in its row or column.
 struct Spacer {};
 
-using Content = std::variant<Text, Symbol, AppIcon, Picture, Button, SearchField, Toggle, Picker, MenuButton,
-                             Tile, Progress, Stack, Group, Scroll, List, Disclosure, Pages, Divider, Spacer>;
+using Content =
+    std::variant<Text, Symbol, AppIcon, Picture, Button, SearchField, KeyRecorder, Toggle, Picker, MenuButton,
+                 Tile, Progress, Stack, Group, Scroll, List, Disclosure, Pages, Divider, Spacer>;
 
 /// One element of a surface.
 struct Node {

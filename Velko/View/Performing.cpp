@@ -39,6 +39,11 @@ struct Performer {
 
     [[nodiscard]] bool operator()(const Button& button) const { return press(button.press); }
     [[nodiscard]] bool operator()(const Tile& tile) const { return press(tile.press); }
+    [[nodiscard]] bool operator()(const KeyRecorder& recorder) const {
+        const auto* keys = std::get_if<KeyCombination>(&input);
+        const bool isRecorded = keys != nullptr && recorder.isRecording;
+        return isRecorded ? call(keys, recorder.record, KeyCombination(*keys)) : press(recorder.press);
+    }
     [[nodiscard]] bool operator()(const Toggle& toggle) const {
         const auto* isOn = std::get_if<bool>(&input);
         return isOn != nullptr && call(isOn, toggle.change, *isOn);
@@ -98,6 +103,9 @@ struct Performer {
         return list != nullptr && driven->isEnabled && drive(*list, pressed);
     }
     [[nodiscard]] static bool drive(const List& list, const KeyPress& pressed) {
+        if (pressed.key == KeyPress::Key::digit) {
+            return false;
+        }
         if (pressed.key != KeyPress::Key::enter) {
             const std::string row = rowBeside(list, pressed.key == KeyPress::Key::down);
             return !row.empty() && select(list, {row});

@@ -96,8 +96,8 @@ bool isOneOf(const Content& content) {
 }  // namespace
 
 bool isControl(const Node& node) {
-    return isOneOf<Content, Button, SearchField, Toggle, Picker, MenuButton, Tile, List, Disclosure, Pages>(
-        node.content);
+    return isOneOf<Content, Button, SearchField, KeyRecorder, Toggle, Picker, MenuButton, Tile, List,
+                   Disclosure, Pages>(node.content);
 }
 
 std::string rowBeside(const List& list, bool isAfter) {
@@ -120,6 +120,17 @@ std::string rowBeside(const List& list, bool isAfter) {
         return rows.front()->id;
     }
     return last == rows.rbegin() ? rows.back()->id : (*std::prev(last))->id;
+}
+
+std::optional<std::string> recorderIn(const Node& root) {
+    std::optional<std::string> found;
+    walk(root, [&](const Node& node) {
+        const auto* recorder = std::get_if<KeyRecorder>(&node.content);
+        if (recorder != nullptr && recorder->isRecording && node.isEnabled) {
+            found = node.id;
+        }
+    });
+    return found;
 }
 
 const Node* toolbarOf(const Node& root) {

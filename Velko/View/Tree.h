@@ -40,8 +40,10 @@ struct Activated {
 };
 
 /// What a user does to a control: presses it, switches it on or off, opens or closes it, picks an option by
-/// its index, writes a text, drops an app on it, works the rows of a list, or presses a key in a field.
-using Input = std::variant<std::monostate, bool, std::int64_t, std::string, Selected, Activated, KeyPress>;
+/// its index, writes a text, drops an app on it, works the rows of a list, presses a key in a field, or
+/// presses the keys that are to be recorded.
+using Input = std::variant<std::monostate, bool, std::int64_t, std::string, Selected, Activated, KeyPress,
+                           KeyCombination>;
 
 /// Does to the control with that id what the user did. Returns whether it exists, is enabled, and takes such
 /// an input. An index outside its range is no input.
@@ -50,6 +52,9 @@ bool perform(const Node& root, std::string_view id, const Input& input);
 /// The menu that a control opens; empty when it has none or is disabled. The menu of a list is about `row`,
 /// or about all selected rows if that is one of them or empty.
 [[nodiscard]] Menu menuOf(const Node& root, std::string_view id, const std::string& row = {});
+
+/// The id of the control that records keys now; nothing if none does.
+[[nodiscard]] std::optional<std::string> recorderIn(const Node& root);
 
 /// Presses the first enabled button, in reading order, that listens to that key. Returns whether there was
 /// one. While a key is held down it presses only once: the repeats do nothing, but count as taken.

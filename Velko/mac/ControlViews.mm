@@ -67,6 +67,19 @@ class PushButtonView final : public PushButtonLike {
     }
 };
 
+class KeyRecorderView final : public PushButtonLike {
+ public:
+    explicit KeyRecorderView(const RenderContext& context) : PushButtonLike(context, @selector(pressed:)) {}
+
+ private:
+    void update(const view::Node& node) override {
+        const auto& shown = std::get<view::KeyRecorder>(node.content);
+        button().title = native(shown.title);
+        button().enabled = node.isEnabled;
+        button().bezelColor = shown.isRecording ? [NSColor controlAccentColor] : nil;
+    }
+};
+
 class MenuButtonView final : public PushButtonLike {
  public:
     explicit MenuButtonView(const RenderContext& context) : PushButtonLike(context, @selector(menuAsked:)) {}
@@ -122,6 +135,10 @@ class AppTileView final : public ButtonLike {
 NodeViewRef makeView(const view::Button& /*content*/, const RenderContext& context) {
     return std::make_unique<PushButtonView>(context);
 }
+NodeViewRef makeView(const view::KeyRecorder& /*content*/, const RenderContext& context) {
+    return std::make_unique<KeyRecorderView>(context);
+}
+
 NodeViewRef makeView(const view::MenuButton& /*content*/, const RenderContext& context) {
     return std::make_unique<MenuButtonView>(context);
 }

@@ -14,6 +14,9 @@ namespace velko {
 /// The pressed key for a search field, with the modifier keys; nothing for keys that are for text.
 [[nodiscard]] std::optional<view::KeyPress> keyPressOf(NSEvent* event);
 
+/// The pressed key and what is held with it, whatever they mean.
+[[nodiscard]] KeyCombination combinationOf(NSEvent* event);
+
 /// The pressed arrow key; nothing for other keys, and with Command, Control or Option.
 [[nodiscard]] std::optional<view::Arrow> arrowOf(NSEvent* event);
 

@@ -26,6 +26,10 @@ std::optional<unichar> plainKey(NSEvent* event) {
     return [characters characterAtIndex:0];
 }
 
+bool isHeld(NSEvent* event, NSEventModifierFlags flag) {
+    return (event.modifierFlags & flag) != 0;
+}
+
 bool isOwn(unichar key) {
     return (key >= 'a' && key <= 'z') || (key >= '0' && key <= '9');
 }
@@ -70,21 +74,34 @@ std::optional<view::Arrow> arrowOf(NSEvent* event) {
     }
 }
 
+KeyCombination combinationOf(NSEvent* event) {
+    return {.key = event.keyCode,
+            .control = isHeld(event, NSEventModifierFlagControl),
+            .option = isHeld(event, NSEventModifierFlagOption),
+            .shift = isHeld(event, NSEventModifierFlagShift),
+            .command = isHeld(event, NSEventModifierFlagCommand)};
+}
+
 std::optional<view::KeyPress> keyPressOf(NSEvent* event) {
     using Key = view::KeyPress::Key;
     NSString* characters = event.charactersIgnoringModifiers;
     if (characters.length != 1) {
         return std::nullopt;
     }
-    const auto pressed = [event](Key key) {
-        const auto isDown = [event](NSEventModifierFlags flag) { return (event.modifierFlags & flag) != 0; };
+    const unichar character = [characters characterAtIndex:0];
+    const auto pressed = [event](Key key, int digit = 0) {
+        const auto isDown = [event](NSEventModifierFlags flag) { return isHeld(event, flag); };
         return view::KeyPress{.key = key,
+                              .digit = digit,
                               .shift = isDown(NSEventModifierFlagShift),
                               .control = isDown(NSEventModifierFlagControl),
                               .option = isDown(NSEventModifierFlagOption),
                               .command = isDown(NSEventModifierFlagCommand)};
     };
-    switch ([characters characterAtIndex:0]) {
+    if (character >= '1' && character <= '9' && isHeld(event, NSEventModifierFlagCommand)) {
+        return pressed(Key::digit, character - '0');
+    }
+    switch (character) {
         case upArrow:
             return pressed(Key::up);
         case downArrow:

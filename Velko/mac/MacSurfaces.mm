@@ -120,7 +120,8 @@ bool MacSurface::hear(NSEvent* key) {
     if (const auto told = opening_->keyPressed) {
         told();
     }
-    if ([tree_ pressFieldKeyOf:key] || [tree_ pressKeyOf:key] || [tree_ walkTilesByKeyOf:key]) {
+    if ([tree_ recordKeysOf:key] || [tree_ pressFieldKeyOf:key] || [tree_ pressKeyOf:key] ||
+        [tree_ walkTilesByKeyOf:key]) {
         return true;
     }
     const auto shortcut = shortcutOf(key);

@@ -74,6 +74,7 @@ using NodeViewRef = std::unique_ptr<NodeView>;
 [[nodiscard]] NodeViewRef makeView(const view::Spacer& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Button& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::SearchField& content, const RenderContext& context);
+[[nodiscard]] NodeViewRef makeView(const view::KeyRecorder& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Toggle& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::Picker& content, const RenderContext& context);
 [[nodiscard]] NodeViewRef makeView(const view::MenuButton& content, const RenderContext& context);

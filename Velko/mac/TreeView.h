@@ -21,6 +21,8 @@
 - (void)stop;
 /// Presses the button that listens to the key of an event. Returns whether there was one.
 - (BOOL)pressKeyOf:(NSEvent*)event;
+/// Gives keys to the control that records them. Returns whether there is one.
+- (BOOL)recordKeysOf:(NSEvent*)event;
 /// Gives a key to the search field in which the user writes. Returns whether the field used it.
 - (BOOL)pressFieldKeyOf:(NSEvent*)event;
 /// Moves the keyboard's focus to the control that has it first.

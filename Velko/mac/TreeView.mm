@@ -174,6 +174,15 @@ BOOL activatesByEnter(NSResponder* responder) {
     return velko::view::pressKey(*tree, *shortcut, event.ARepeat);
 }
 
+- (BOOL)recordKeysOf:(NSEvent*)event {
+    const auto tree = _tree;
+    const auto recorder = tree ? velko::view::recorderIn(*tree) : std::nullopt;
+    if (!recorder) {
+        return NO;
+    }
+    return event.ARepeat || velko::view::perform(*tree, *recorder, velko::combinationOf(event));
+}
+
 - (BOOL)pressFieldKeyOf:(NSEvent*)event {
     const auto tree = _tree;
     VLKSearchField* field = fieldOf(self.window.firstResponder);

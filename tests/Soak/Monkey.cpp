@@ -62,6 +62,10 @@ struct ValuesOf {
         return {disclosure.isOpen ? "closed" : "open"};
     }
     [[nodiscard]] Values operator()(const view::SearchField&) const { return {"a", "do", "\u00FC", ""}; }
+    [[nodiscard]] Values operator()(const view::KeyRecorder& recorder) const {
+        return recorder.isRecording ? Values{"control+option+k", "control+option+m", "k", "\u238b", "\u232b"}
+                                    : Values();
+    }
     [[nodiscard]] Values operator()(const view::List& list) const {
         Values rows{""};
         for (const view::Node& row : list.children) {
@@ -79,6 +83,7 @@ Steps waysToWork(const view::Node& node, const view::Node& root, const std::stri
     const Step press{.verb = Verb::press, .word = surface, .control = node.id};
     Steps steps;
     if (std::holds_alternative<view::Button>(node.content) ||
+        std::holds_alternative<view::KeyRecorder>(node.content) ||
         std::holds_alternative<view::Tile>(node.content)) {
         steps.push_back(press);
     }

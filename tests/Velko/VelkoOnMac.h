@@ -33,6 +33,7 @@ class CountingHost final : public FaceHost {
     void onClick() override {}
     void onNote() override { showNote(); }
     void onSettings() override { ++settings; }
+    void onSettingsOf(const BundleID& bundleID) override { settingsOf.push_back(bundleID); }
     void onSearch(const std::string& typed) override { searches.push_back(typed); }
     void onResort() override { ++resorts; }
     void onPermission() override { ++permissions; }
@@ -45,6 +46,7 @@ class CountingHost final : public FaceHost {
     int permissions = 0;
     int visibilityChanges = 0;
     std::vector<std::string> searches;
+    std::vector<BundleID> settingsOf;
     std::function<void()> showNote;
     std::function<SortSession()> session;
     std::optional<ImportedLayout> found;

@@ -4,5 +4,6 @@ import './setup.test.mjs';
 import './broom.test.mjs';
 import './note.test.mjs';
 import './settings.test.mjs';
+import './search.test.mjs';
 import './page.test.mjs';
 import './speed.test.mjs';

@@ -157,6 +157,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(readonly) NSInteger data1;
 @property(readonly) NSTimeInterval timestamp;
 @property(readonly) NSEventModifierFlags modifierFlags;
+@property(readonly) unsigned short keyCode;
 @property(readonly) NSPoint locationInWindow;
 @property(readonly, weak) NSWindow* window;
 @property(readonly, copy) NSString* charactersIgnoringModifiers;

@@ -5,6 +5,7 @@
 #import <ApplicationServices/ApplicationServices.h>
 #import <CoreFoundation/CoreFoundation.h>
 #include <MacTypes.h>
+#include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -12,28 +13,34 @@ extern "C" {
 
 // Events and global keys
 
-typedef struct OpaqueEventRef* EventRef;
-typedef struct OpaqueEventTargetRef* EventTargetRef;
-typedef struct OpaqueEventHandlerRef* EventHandlerRef;
-typedef struct OpaqueEventHandlerCallRef* EventHandlerCallRef;
-typedef struct OpaqueEventHotKeyRef* EventHotKeyRef;
+typedef struct __OpaqueEvent* OpaqueEventRefRef;
+typedef struct __OpaqueEventTarget* OpaqueEventTargetRefRef;
+typedef struct __OpaqueEventHandler* OpaqueEventHandlerRefRef;
+typedef struct __OpaqueEventHandlerCall* OpaqueEventHandlerCallRefRef;
+typedef struct __OpaqueEventHotKey* OpaqueEventHotKeyRefRef;
+
+typedef OpaqueEventRefRef EventRef;
+typedef OpaqueEventTargetRefRef EventTargetRef;
+typedef OpaqueEventHandlerRefRef EventHandlerRef;
+typedef OpaqueEventHandlerCallRefRef EventHandlerCallRef;
+typedef OpaqueEventHotKeyRefRef EventHotKeyRef;
 
 typedef OSType EventParamName;
 typedef OSType EventParamType;
 
-typedef OSStatus (*EventHandlerProcPtr)(EventHandlerCallRef next, EventRef event, void* context);
+typedef int32_t (*EventHandlerProcPtr)(EventHandlerCallRef next, EventRef event, void* context);
 typedef EventHandlerProcPtr EventHandlerUPP;
 
 #pragma pack(push, 2)
 
 typedef struct EventTypeSpec {
     OSType eventClass;
-    UInt32 eventKind;
+    uint32_t eventKind;
 } EventTypeSpec;
 
 typedef struct EventHotKeyID {
     OSType signature;
-    UInt32 id;
+    uint32_t id;
 } EventHotKeyID;
 
 #pragma pack(pop)
@@ -47,16 +54,16 @@ enum { kEventHotKeyNoOptions = 0 };
 enum { cmdKey = 1 << 8, shiftKey = 1 << 9, optionKey = 1 << 11, controlKey = 1 << 12 };
 
 EventTargetRef GetApplicationEventTarget(void);
-OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount typeCount,
+int32_t InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount typeCount,
                              const EventTypeSpec* types, void* context, EventHandlerRef* installed);
-OSStatus RemoveEventHandler(EventHandlerRef handler);
-OSStatus GetEventParameter(EventRef event, EventParamName name, EventParamType desiredType,
+int32_t RemoveEventHandler(EventHandlerRef handler);
+int32_t GetEventParameter(EventRef event, EventParamName name, EventParamType desiredType,
                            EventParamType* actualType, ByteCount capacity, ByteCount* actualSize, void* data);
 
-OSStatus RegisterEventHotKey(UInt32 keyCode, UInt32 modifiers, EventHotKeyID hotKeyID, EventTargetRef target,
-                             OptionBits options, EventHotKeyRef* hotKey);
-OSStatus UnregisterEventHotKey(EventHotKeyRef hotKey);
-OSStatus CopySymbolicHotKeys(CFArrayRef* hotKeys);
+int32_t RegisterEventHotKey(uint32_t keyCode, uint32_t modifiers, EventHotKeyID hotKeyID, EventTargetRef target,
+                             uint32_t options, EventHotKeyRef* hotKey);
+int32_t UnregisterEventHotKey(EventHotKeyRef hotKey);
+int32_t CopySymbolicHotKeys(CFArrayRef* hotKeys);
 
 // The keyboard's layout
 
@@ -67,16 +74,14 @@ extern const CFStringRef kTISNotifySelectedKeyboardInputSourceChanged;
 
 TISInputSourceRef TISCopyCurrentKeyboardLayoutInputSource(void);
 void* TISGetInputSourceProperty(TISInputSourceRef source, CFStringRef key);
-UInt8 LMGetKbdType(void);
-
-typedef struct UCKeyboardLayout UCKeyboardLayout;
+uint8_t LMGetKbdType(void);
 
 enum { kUCKeyActionDisplay = 3 };
 enum { kUCKeyTranslateNoDeadKeysMask = 1 };
 
-OSStatus UCKeyTranslate(const UCKeyboardLayout* layout, UInt16 keyCode, UInt16 action, UInt32 modifiers,
-                        UInt32 keyboardType, OptionBits options, UInt32* deadKeys, UniCharCount capacity,
-                        UniCharCount* length, UniChar* text);
+int32_t UCKeyTranslate(const struct UCKeyboardLayout* layout, uint16_t keyCode, uint16_t action, uint32_t modifiers,
+                        uint32_t keyboardType, uint32_t options, uint32_t* deadKeys, UniCharCount capacity,
+                        UniCharCount* length, uint16_t* text);
 
 #ifdef __cplusplus
 }
