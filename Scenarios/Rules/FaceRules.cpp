@@ -4,12 +4,14 @@
 #include <array>
 #include <chrono>
 #include <cmath>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
 
 #include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedHotKeys.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedScreen.h"
@@ -19,10 +21,12 @@
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Broom/BroomIcon.h"
+#include "Velko/Flows/GlobalKeys.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Ports/Panels.h"
 #include "Velko/View/Tree.h"
 #include "VelkoCore/Layout/Switches.h"
+#include "VelkoCore/Search/AppSearch.h"
 #include "VelkoCore/Time/Timing.h"
 
 namespace velko::scenarios {
@@ -97,6 +101,8 @@ std::optional<std::string> FaceRules::check(AppController& velko, bool isCalm) {
     checkNote(velko, isCalm);
     checkShelf(velko, isCalm);
     checkSettings(velko);
+    checkSearch(velko);
+    checkKeys(velko);
     return std::exchange(breach_, std::nullopt);
 }
 
@@ -212,6 +218,37 @@ void FaceRules::checkShelf(const AppController& velko, bool isCalm) {
             return display.frame.contains({.x = frame->x + frame->width / 2, .y = frame->maxY() - 1});
         });
     require(!isCalm || hangsSomewhere, "the shelf hangs on a display that is there");
+}
+
+void FaceRules::checkSearch(const AppController& velko) {
+    const view::Node* const search = content(Kind::search);
+    if (search == nullptr) {
+        return;
+    }
+    const auto& field = std::get<view::SearchField>(view::find(*search, "field")->content);
+    std::vector<BundleID> wanted;
+    for (const PresentApp& app : presentApps(velko.values())) {
+        if (canBePlaced(velko, app.bundleID) && AppSearch::match(field.text, app.name)) {
+            wanted.push_back(app.bundleID);
+        }
+    }
+    std::ranges::sort(wanted);
+    require(appsWith("app:", *search) == wanted, "the search finds every app that matches");
+}
+
+/// While a key is recorded, or the broom's menu is open, Velko has none.
+void FaceRules::checkKeys(AppController& velko) {
+    const view::Node* const settings = content(Kind::settings);
+    const bool isPaused = (settings != nullptr && view::recorderIn(*settings)) ||
+                          world_.mac().statusItem.menu() != nullptr;
+    std::set<KeyCombination> wanted;
+    for (const HotKeyRow& row : hotKeyActions) {
+        const auto keys = velko.keys().keysOf(row.action);
+        if (keys && !isPaused && !velko.values().keyFaults.contains(row.action)) {
+            wanted.insert(*keys);
+        }
+    }
+    require(world_.mac().hotKeys.registered() == wanted, "Velko has the keys that the user has chosen");
 }
 
 void FaceRules::checkSettings(const AppController& velko) {

@@ -26,6 +26,8 @@ class FaceRules final {
     void checkNote(const AppController& velko, bool isCalm);
     void checkArrow(bool isCalm);
     void checkShelf(const AppController& velko, bool isCalm);
+    void checkSearch(const AppController& velko);
+    void checkKeys(AppController& velko);
     void checkSettings(const AppController& velko);
     [[nodiscard]] bool isOpen(Surfaces::Kind kind) { return content(kind) != nullptr; }
     [[nodiscard]] const view::Node* content(Surfaces::Kind kind) {

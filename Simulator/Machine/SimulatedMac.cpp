@@ -157,6 +157,7 @@ SimulatedMac::Registered SimulatedMac::registered() const {
     return {.elementObservers = accessibility.observers(),
             .noticeObservers = workspace.observers() + displays.observers(),
             .taps = pointer.taps(),
+            .keys = hotKeys.registered().size(),
             .work = mainThread.waiting()};
 }
 

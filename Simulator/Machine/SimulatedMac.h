@@ -84,6 +84,7 @@ class SimulatedMac final : private NonCopyable {
         std::size_t elementObservers = 0;
         std::size_t noticeObservers = 0;  ///< of the workspace and of the displays
         std::size_t taps = 0;
+        std::size_t keys = 0;
         std::size_t work = 0;  ///< timers, background reads, and what was posted
 
         bool operator==(const Registered&) const = default;

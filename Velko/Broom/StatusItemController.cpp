@@ -9,6 +9,7 @@
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/BroomIcon.h"
 #include "Velko/Broom/StatusMenus.h"
+#include "Velko/Flows/GlobalKeys.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Note/NoteController.h"
 #include "Velko/Ports/StatusItem.h"
@@ -156,8 +157,11 @@ void StatusItemController::openMenu(bool isForDebugging) {
     if (note_ && note_->isShowing()) {
         note_->close();
     }
+    // The system holds back presses of Velko's keys while its menu is open, and delivers them afterwards.
+    keysPause_ = parts_.controller.keys().pause();
     parts_.ports.statusItem.openMenu(std::move(menu), [this, alive = std::weak_ptr(actions_)] {
         if (!alive.expired()) {
+            keysPause_.end();
             clicks_->menuClosed();
         }
     });

@@ -6,6 +6,7 @@
 
 #include "Velko/App/FaceParts.h"
 #include "VelkoCore/NonCopyable.h"
+#include "VelkoEngine/Ports/Task.h"
 
 namespace velko {
 
@@ -54,6 +55,7 @@ class StatusItemController final : private NonCopyable {
     bool showsProblem_ = false;
     std::string toolTip_;
     std::unique_ptr<NoteController> note_;
+    Subscription keysPause_;  ///< while the menu is open
 };
 
 }  // namespace velko

@@ -37,8 +37,14 @@ void GlobalKeys::takeAll() {
         auto why = whyNot(action, keys);
         why = why ? why : take(action, keys);
         if (why) {
-            log_.log("keys", "no key for " + std::string(rowOf(action).key) + ": " + *why);
             faults.emplace(action, *std::move(why));
+        }
+    }
+    for (const auto& [action, why] : faults) {
+        const auto& before = host_.values().keyFaults;
+        const auto known = before.find(action);
+        if (known == before.end() || known->second != why) {
+            log_.log("keys", "no key for " + std::string(rowOf(action).key) + ": " + why);
         }
     }
     host_.set(&AppValues::keyFaults, std::move(faults));
@@ -61,6 +67,9 @@ std::optional<std::string> GlobalKeys::set(HotKeyAction action, const std::optio
     host_.edit(Saving::now, [&](Layout& layout) {
         layout.hotKeys = HotKeySettings::with(std::move(layout.hotKeys), action, keys);
     });
+    if (*pauses_ > 0) {
+        taken_.clear();  // the end of the pause takes it again
+    }
     log_.log("keys", std::string(rowOf(action).key) + ": " + (keys ? describe(hotKeys_, *keys) : "none"));
     return std::nullopt;
 }
@@ -71,7 +80,7 @@ std::optional<std::string> GlobalKeys::whyNot(HotKeyAction action, const KeyComb
     }
     const auto found = HotKeySettings::read(host_.values().layout.hotKeys).keys;
     const auto other = std::ranges::find_if(found, [&](const auto& each) {
-        return each.first != action && each.second == keys && taken_.contains(each.first);
+        return each.first != action && each.second == keys && isHeld(each.first);
     });
     const std::string shown = describe(hotKeys_, keys);
     if (other != found.end()) {
@@ -80,6 +89,11 @@ std::optional<std::string> GlobalKeys::whyNot(HotKeyAction action, const KeyComb
     return hotKeys_.isOfSystem(keys)
                ? std::optional(shown + " is a shortcut of macOS. You can switch that off in System Settings.")
                : std::nullopt;
+}
+
+bool GlobalKeys::isHeld(HotKeyAction action) const {
+    const bool waits = *pauses_ > 0 && !host_.values().keyFaults.contains(action);
+    return waits || taken_.contains(action);
 }
 
 /// Keeps what the action has now if the system refuses.

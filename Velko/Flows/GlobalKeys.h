@@ -42,6 +42,8 @@ class GlobalKeys final : private NonCopyable {
  private:
     [[nodiscard]] std::optional<std::string> whyNot(HotKeyAction action, const KeyCombination& keys) const;
     [[nodiscard]] std::optional<std::string> take(HotKeyAction action, const KeyCombination& keys);
+    /// Whether the action has its key now, or will have it again after the pause.
+    [[nodiscard]] bool isHeld(HotKeyAction action) const;
     void takeAll();
     void resume();
 

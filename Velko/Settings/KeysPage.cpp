@@ -97,7 +97,7 @@ view::Node KeysPage::row(const HotKeyRow& row, bool isLocked) {
             .isRecording = isRecording,
             .press = [this, action] { press(action); },
             .record = [this, action](const KeyCombination& held) { record(action, held); }}};
-    view::Node clear = view::button("clear:" + id, {.symbol = "xmark.circle", .press = [this, action] {
+    view::Node clear = view::button("clear:" + id, {.symbol = "xmark.circle.fill", .press = [this, action] {
                                                         stop();
                                                         set(action, std::nullopt);
                                                     }});

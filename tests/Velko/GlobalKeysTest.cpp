@@ -53,9 +53,12 @@ TEST_F(GlobalKeysTest, DoWhatTheBroomDoesWhileAnyAppIsInFront) {
     EXPECT_EQ(searches, 1);
     {
         const Subscription paused = velko->keys().pause();
-        press(k);
-        EXPECT_FALSE(shows("app.tucked")) << "the key is being chosen anew";
+        EXPECT_TRUE(mac.hotKeys.registered().empty());
+        EXPECT_NE(set(HotKeyAction::search, k), "") << "the key is only lent";
+        EXPECT_EQ(set(HotKeyAction::search, keysCalled("f14")), "");
+        EXPECT_TRUE(mac.hotKeys.registered().empty());
     }
+    EXPECT_EQ(mac.hotKeys.registered(), (std::set{k, l, keysCalled("f14")}));
     EXPECT_EQ(set(HotKeyAction::toggle, std::nullopt), "");
     press(k);
     EXPECT_FALSE(shows("app.tucked"));
