@@ -239,8 +239,8 @@ void FaceRules::checkSearch(const AppController& velko) {
 /// While a key is recorded, or the broom's menu is open, Velko has none.
 void FaceRules::checkKeys(AppController& velko) {
     const view::Node* const settings = content(Kind::settings);
-    const bool isPaused = (settings != nullptr && view::recorderIn(*settings)) ||
-                          world_.mac().statusItem.menu() != nullptr;
+    const bool isPaused =
+        (settings != nullptr && view::recorderIn(*settings)) || world_.mac().statusItem.menu() != nullptr;
     std::set<KeyCombination> wanted;
     for (const HotKeyRow& row : hotKeyActions) {
         const auto keys = velko.keys().keysOf(row.action);

@@ -81,7 +81,8 @@ void SearchController::show(const std::string& typed) {
     panel_.open({.place = place,
                  .motion = {.fade = isStill ? Timing::Seconds::zero() : Timing::noteFade},
                  .content = content(),
-                 .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); }},
+                 .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
+                 .closed = [this] { typed_.clear(); }},
                 parts_.controller.observe([this] { refresh(); }));
 }
 
@@ -174,7 +175,8 @@ void SearchController::pressed(const AppSearch::App& app, ItemOpener::Press pres
         return;
     }
     trouble_ =
-        app.name + (press == ItemOpener::Press::notRunning ? " isn't running any more." : " doesn't answer.");
+        describe(FailedOpening{.bundleID = app.bundleID, .isRunning = press != ItemOpener::Press::notRunning},
+                 AppNames(parts_.controller.values(), parts_.platform.workspace));
     parts_.ports.surfaces.announce(trouble_);
     update();
 }

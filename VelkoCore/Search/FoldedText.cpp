@@ -166,7 +166,7 @@ CharacterKind kindOf(char32_t c, bool hasLetters) {
         return CharacterKind::separator;
     }
     return isNumeral(c) ? CharacterKind::digit
-                      : (isIn(capitals, c) ? CharacterKind::capital : CharacterKind::other);
+                        : (isIn(capitals, c) ? CharacterKind::capital : CharacterKind::other);
 }
 
 /// How far after a capital its small letter is; 0 for a letter that is none of these.

@@ -129,8 +129,10 @@ TEST_F(SearchTest, SaysWithinHalfASecondThatAnAppDoesNotAnswer) {
     EXPECT_TRUE(panel.perform("field", view::KeyPress{}));
     pass(500ms);
     EXPECT_TRUE(panel.isOpen());
-    EXPECT_EQ(says("trouble:what"), "Alpha doesn't answer.");
-    EXPECT_EQ(mac.surfaces.announcements().back(), "Alpha doesn't answer.");
+    EXPECT_EQ(says("trouble:what"),
+              "Alpha isn't answering, so its menu stays closed. Try again in a moment.");
+    EXPECT_EQ(mac.surfaces.announcements().back(),
+              "Alpha isn't answering, so its menu stays closed. Try again in a moment.");
     pass(5s);
     EXPECT_FALSE(shows("app.a"));
     mac.hang(app, false);

@@ -37,7 +37,7 @@ onMac('The search opens the menu of whatever is typed', {}, async (mac) => {
   await page.keyboard.type('docker');
   await page.waitForFunction(() => document.querySelectorAll('[data-surface="search"] [data-row]').length === 1);
   await page.keyboard.press('Enter');
-  await mac.surface('search').getByText("Docker doesn't answer.").waitFor();
+  await mac.surface('search').getByText("Docker isn't answering").waitFor();
   await mac.picture('an app that does not answer');
   await mac.checkAccess('an app that does not answer');
   await page.keyboard.press('Escape');

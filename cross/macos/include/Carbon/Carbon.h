@@ -1,5 +1,5 @@
-// What Velko calls of Carbon and of Core Services, which Carbon brings with it, declared for the cross build. A
-// build on a Mac uses Apple's own.
+// What Velko calls of Carbon and of Core Services, which Carbon brings with it, declared for the cross build.
+// A build on a Mac uses Apple's own.
 #pragma once
 
 #import <ApplicationServices/ApplicationServices.h>
@@ -55,13 +55,13 @@ enum { cmdKey = 1 << 8, shiftKey = 1 << 9, optionKey = 1 << 11, controlKey = 1 <
 
 EventTargetRef GetApplicationEventTarget(void);
 int32_t InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount typeCount,
-                             const EventTypeSpec* types, void* context, EventHandlerRef* installed);
+                            const EventTypeSpec* types, void* context, EventHandlerRef* installed);
 int32_t RemoveEventHandler(EventHandlerRef handler);
 int32_t GetEventParameter(EventRef event, EventParamName name, EventParamType desiredType,
-                           EventParamType* actualType, ByteCount capacity, ByteCount* actualSize, void* data);
+                          EventParamType* actualType, ByteCount capacity, ByteCount* actualSize, void* data);
 
-int32_t RegisterEventHotKey(uint32_t keyCode, uint32_t modifiers, EventHotKeyID hotKeyID, EventTargetRef target,
-                             uint32_t options, EventHotKeyRef* hotKey);
+int32_t RegisterEventHotKey(uint32_t keyCode, uint32_t modifiers, EventHotKeyID hotKeyID,
+                            EventTargetRef target, uint32_t options, EventHotKeyRef* hotKey);
 int32_t UnregisterEventHotKey(EventHotKeyRef hotKey);
 int32_t CopySymbolicHotKeys(CFArrayRef* hotKeys);
 
@@ -79,9 +79,9 @@ uint8_t LMGetKbdType(void);
 enum { kUCKeyActionDisplay = 3 };
 enum { kUCKeyTranslateNoDeadKeysMask = 1 };
 
-int32_t UCKeyTranslate(const struct UCKeyboardLayout* layout, uint16_t keyCode, uint16_t action, uint32_t modifiers,
-                        uint32_t keyboardType, uint32_t options, uint32_t* deadKeys, UniCharCount capacity,
-                        UniCharCount* length, uint16_t* text);
+int32_t UCKeyTranslate(const struct UCKeyboardLayout* layout, uint16_t keyCode, uint16_t action,
+                       uint32_t modifiers, uint32_t keyboardType, uint32_t options, uint32_t* deadKeys,
+                       UniCharCount capacity, UniCharCount* length, uint16_t* text);
 
 #ifdef __cplusplus
 }
