@@ -44,6 +44,21 @@ TEST_F(StatusMenusTest, ListEachHiddenAppOnceWithoutHeaderForASingleGroup) {
     EXPECT_TRUE(mac.application.isTerminating);
 }
 
+TEST_F(StatusMenusTest, OfferTheSearchLastOnceTheUserWantsIt) {
+    layout.searchInMenu = true;
+    startBroom();
+    EXPECT_EQ(openMenu().at(1), "  magnifyingglass Search…") << "also while nothing is hidden";
+    mac.statusItem.closeMenu();
+    launch("com.example.a");
+    velko->place("com.example.a", Section::tucked);
+    pass(20s);
+    const Lines menu = openMenu();
+    EXPECT_EQ(Lines(menu.begin(), menu.begin() + 4),
+              (Lines{"arrow.up.forward.app Open", "  com.example.a", "  --", "  magnifyingglass Search…"}));
+    ASSERT_TRUE(mac.statusItem.chooseFromMenu("Search…"));
+    EXPECT_EQ(host.searches, Lines{""});
+}
+
 TEST_F(StatusMenusTest, NameBothGroupsAndCountQuestions) {
     const Date longAgo = floorToSeconds(mac.mainThread.date()) - std::chrono::days(60);
     layout.autopilot.watchingSince = longAgo;
