@@ -82,7 +82,7 @@ constexpr bool isIn(const std::array<Range, count>& ranges, char32_t c) noexcept
     return std::ranges::any_of(ranges, [c](const Range& range) { return range.holds(c); });
 }
 
-constexpr bool isNumeral(char32_t c) noexcept {
+constexpr bool isDecimal(char32_t c) noexcept {
     return c >= '0' && c <= '9';
 }
 
@@ -94,7 +94,7 @@ constexpr bool isSmallASCII(char32_t c) noexcept {
 void addFolded(char32_t c, std::u32string& to) {
     if (c < 0x80) {
         const char32_t small = c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c;
-        if (isSmallASCII(small) || isNumeral(small)) {
+        if (isSmallASCII(small) || isDecimal(small)) {
             to += small;
         }
         return;
@@ -165,7 +165,7 @@ CharacterKind kindOf(char32_t c, bool hasLetters) {
     if (!hasLetters) {
         return CharacterKind::separator;
     }
-    return isNumeral(c) ? CharacterKind::digit
+    return isDecimal(c) ? CharacterKind::digit
                         : (isIn(capitals, c) ? CharacterKind::capital : CharacterKind::other);
 }
 

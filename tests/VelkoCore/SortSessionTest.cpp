@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const Date now = parseDate("2026-03-01T12:00:00Z").value();
+const Date sortedAt = parseDate("2026-03-01T12:00:00Z").value();
 
 SortSession sessionOf(const std::vector<SortSession::App>& apps,
                       const std::map<BundleID, Section>& current = {},
@@ -18,12 +18,12 @@ SortSession sessionOf(const std::vector<SortSession::App>& apps,
                         .lastClicked = lastClicked,
                         .current = current,
                         .importSource = std::move(importSource),
-                        .now = now,
+                        .now = sortedAt,
                         .calendar = {}}};
 }
 
 TEST(SortSession, PutsWhatIsTakenOverBeforeClicksAndClicksBeforeTheKindOfApp) {
-    const Date longAgo = now - 24h * 100;
+    const Date longAgo = sortedAt - 24h * 100;
     const SortSession session =
         sessionOf({{"z.placed", "Placed"}, {"vpn.clicked", "Clicked"}, {"a.VPN", "VPN"}},
                   {{"z.placed", Section::bar}}, "Ice", {{"z.placed", longAgo}, {"vpn.clicked", longAgo}});
@@ -85,10 +85,10 @@ TEST(Suggestions, GoByTheLocalDaysSinceTheLastClick) {
          {std::tuple(-40, 0, Section::bar), std::tuple(0, 0, Section::bar), std::tuple(1, 1, Section::tucked),
           std::tuple(30, 30, Section::tucked), std::tuple(31, 31, Section::buried)}) {
         const Suggestion expected{.section = section, .reason = Suggestion::LastClicked{counted}};
-        const Date click = calendar.startOfDay(calendar.addingDays(-days, now));
+        const Date click = calendar.startOfDay(calendar.addingDays(-days, sortedAt));
         for (const Date moment : {click, click + 23h}) {
             EXPECT_EQ(Suggestions::suggest(
-                          {.bundleID = "a", .lastClicked = moment, .now = now, .calendar = calendar}),
+                          {.bundleID = "a", .lastClicked = moment, .now = sortedAt, .calendar = calendar}),
                       expected)
                 << days;
         }
