@@ -36,6 +36,48 @@ FileCalls diskThatMayBeFull(FileCalls calls, const bool& isFull) {
     return calls;
 }
 
+/// Puts `before` in front of a call: it says whether the call is made.
+template <class Call>
+void guard(Call& call, const std::function<bool()>& before) {
+    call = [next = call, before](auto... arguments) -> decltype(call(arguments...)) {
+        if (!before()) {
+            errno = EIO;
+            return -1;
+        }
+        return next(arguments...);
+    };
+}
+
+/// The file system's calls of a process that may be killed between any two of them, or within one.
+FileCalls callsOfTheMortal(FileCalls calls, std::optional<std::size_t>& left) {
+    const auto isAlive = [&left] { return !left || (*left > 0 && (*left)-- > 0); };
+    guard(calls.fsync, isAlive);
+    guard(calls.rename, isAlive);
+    guard(calls.unlink, isAlive);
+    guard(calls.mkdir, isAlive);
+    guard(calls.ftruncate, isAlive);
+    calls.open = [isAlive, open = calls.open](const char* path, int flags, unsigned mode) {
+        if ((flags & O_ACCMODE) != O_RDONLY && !isAlive()) {
+            errno = EIO;
+            return -1;
+        }
+        return open(path, flags, mode);
+    };
+    calls.write = [&left, isAlive, write = calls.write](int file, const void* data,
+                                                        std::size_t size) -> std::ptrdiff_t {
+        if (left == 1) {
+            left = 0;
+            return write(file, data, size / 2);
+        }
+        if (!isAlive()) {
+            errno = EIO;
+            return -1;
+        }
+        return write(file, data, size);
+    };
+    return calls;
+}
+
 std::filesystem::path made(std::filesystem::path folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);  // if this fails, the log stays in memory
@@ -64,13 +106,15 @@ void World::startVelko() {
     const ProcessID own = mac_.processes.ownPID();
     mac_.addIcon(own, mac_.processes.find(own)->app.icons.at(broom), broomPlace_);
     velko_ = std::make_unique<AppDelegate>(AppDelegate::Parts{
-        .controller =
-            velkoOn(mac_, log_, LayoutStore(layoutFile(), diskThatMayBeFull(mac_.fileCalls(), savingFails)),
-                    {.version = VELKO_VERSION,
-                     .build = VELKO_BUILD,
-                     .channel = VELKO_CHANNEL,
-                     .systemVersion = "27.0 (simulated)",
-                     .bundlePath = "/Applications/Velko.app"}),
+        .controller = velkoOn(
+            mac_, log_,
+            LayoutStore(layoutFile(),
+                        callsOfTheMortal(diskThatMayBeFull(mac_.fileCalls(), savingFails), callsUntilDeath)),
+            {.version = VELKO_VERSION,
+             .build = VELKO_BUILD,
+             .channel = VELKO_CHANNEL,
+             .systemVersion = "27.0 (simulated)",
+             .bundlePath = "/Applications/Velko.app"}),
         .propertyLists = propertyLists_,
         .homeFolder = folder_});
     if (onStart) {

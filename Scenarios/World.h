@@ -48,6 +48,9 @@ class World final : private NonCopyable {
 
     /// While this is set, no layout can be written.
     bool savingFails = false;
+    /// After so many more calls that change the layout's folder, none has an effect any more, and the last
+    /// one is done by half. So the disk looks as if Velko had been killed there. Absent: that never happens.
+    std::optional<std::size_t> callsUntilDeath;
 
     /// Lets time pass. By default this is `SimulatedMac::advance`; a program that shows the scenario replaces
     /// it to slow time down.

@@ -11,6 +11,7 @@
 
 #include "Velko/App/AppDelegate.h"
 #include "Velko/App/AppMenu.h"
+#include "Velko/App/EndingSignals.h"
 #include "Velko/App/Log.h"
 #include "Velko/Checks/SelfCheck.h"
 #include "Velko/Commands/CommandClient.h"
@@ -22,6 +23,7 @@
 #import "Velko/mac/MacHotKeys.h"
 #import "Velko/mac/MacMenu.h"
 #include "Velko/mac/MacSelfCheck.h"
+#include "Velko/mac/MacSignals.h"
 #import "Velko/mac/MacStatusItem.h"
 #import "Velko/mac/MacSurfaces.h"
 #include "Velko/mac/Surroundings.h"
@@ -71,6 +73,8 @@ struct Program {
          .propertyLists = propertyLists,
          .homeFolder = velko::Surroundings::homeFolder()},
     };
+    velko::MacSignals signals;
+    velko::EndingSignals endingSignals{signals, [this] { application.terminate(); }};
 };
 
 }  // namespace

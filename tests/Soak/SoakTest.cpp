@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/Soak/Kills.h"
 #include "tests/Soak/Shrink.h"
 #include "tests/Soak/Walk.h"
 
@@ -17,6 +18,15 @@ TEST_P(Soak, HoldsWhateverHappens) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seed, Soak, testing::Range<std::uint64_t>(1, 11));
+
+TEST(Kills, LeaveTheIconsShownAndTheLayoutWhole) {
+    for (std::uint64_t seed = 1; seed <= 50; ++seed) {
+        EXPECT_EQ(breachAfterKill(seed), std::nullopt) << "seed " << seed;
+    }
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        EXPECT_EQ(breachAfterRealKill(seed), std::nullopt) << "seed " << seed;
+    }
+}
 
 // A system item that changes is not Velko's fault, but it breaks a rule whatever Velko does.
 TEST(Shrink, LeavesNothingButWhatBreaksTheRule) {

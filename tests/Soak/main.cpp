@@ -9,8 +9,10 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
+#include "tests/Soak/Kills.h"
 #include "tests/Soak/Shrink.h"
 #include "tests/Soak/Walk.h"
 
@@ -78,14 +80,38 @@ int soak(const Request& request) {
     return 0;
 }
 
+/// Kills Velko so many times, until something is not whole afterwards.
+int kill(std::uint64_t kills) {
+    const auto started = std::chrono::steady_clock::now();
+    for (std::uint64_t seed = 1; seed <= kills; ++seed) {
+        for (const auto& [name, breach] : {std::pair("simulated", velko::soak::breachAfterKill(seed)),
+                                           std::pair("real", velko::soak::breachAfterRealKill(seed))}) {
+            if (breach) {
+                std::cout << "After the " << name << " kill of seed " << seed << ": " << *breach << '\n';
+                return 1;
+            }
+        }
+    }
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - started;
+    std::cout << kills << " simulated and " << kills << " real kills in " << took.count()
+              << " s: all icons are back, and the layout is whole\n";
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        if (const auto request = requestOf({argv + 1, argv + argc})) {
+        const std::vector<std::string> arguments(argv + 1, argv + argc);
+        std::uint64_t kills = 0;
+        if (arguments.size() == 2 && arguments.front() == "--kills" && read(arguments.back(), kills)) {
+            return kill(kills);
+        }
+        if (const auto request = requestOf(arguments)) {
             return soak(*request);
         }
-        std::cerr << "usage: velko-soak SEEDS [--from SEED] [--hours HOURS] [--logs FOLDER]\n";
+        std::cerr << "usage: velko-soak SEEDS [--from SEED] [--hours HOURS] [--logs FOLDER]\n"
+                     "       velko-soak --kills KILLS\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << "The soak stopped: " << error.what() << '\n';
