@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "Velko/Broom/BroomFrame.h"
 #include "VelkoEngine/Background/Awaited.h"
 #include "VelkoEngine/Ports/Pointer.h"
 
@@ -26,9 +25,8 @@ bool isRight(const Event& event) {
 
 }  // namespace
 
-BroomClicks::BroomClicks(const Platform& platform, const StatusItem& item, const BroomFrame& broom,
-                         Handler clicked)
-    : platform_(platform), item_(item), broom_(broom), clicked_(std::move(clicked)) {}
+BroomClicks::BroomClicks(const Platform& platform, const StatusItem& item, Holds holds, Handler clicked)
+    : platform_(platform), item_(item), holds_(std::move(holds)), clicked_(std::move(clicked)) {}
 
 void BroomClicks::acted(const StatusItem::Click& click) {
     const auto now = platform_.mainThread.now();
@@ -61,7 +59,7 @@ void BroomClicks::pressed(const ClickTapEvent& press) {
     wait_.cancel();
     press_.reset();
     // The press closes a menu that is open, and means nothing else.
-    if (!broom_.holds(press.location) || item_.isMenuOpen()) {
+    if (!holds_(press.location) || item_.isMenuOpen()) {
         return;
     }
     press_ = {.at = platform_.mainThread.now(), .isRight = press.isRight, .option = press.option};

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "Velko/Ports/StatusItem.h"
+#include "VelkoCore/Geometry.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Platform.h"
@@ -11,7 +12,6 @@
 
 namespace velko {
 
-class BroomFrame;
 struct ClickTapEvent;
 
 /// A click on the broom, as the user meant it.
@@ -37,8 +37,11 @@ class BroomClicks final : private NonCopyable {
 
     using Handler = std::function<void(const BroomClick&)>;
 
-    /// `item` and `broom` outlive this.
-    BroomClicks(const Platform& platform, const StatusItem& item, const BroomFrame& broom, Handler clicked);
+    /// Whether a press at that point hits the broom: origin at the top left of the primary screen.
+    using Holds = std::function<bool(Point)>;
+
+    /// `item` outlives this.
+    BroomClicks(const Platform& platform, const StatusItem& item, Holds holds, Handler clicked);
 
     /// To be called when the icon's action runs.
     void acted(const StatusItem::Click& click);
@@ -59,7 +62,7 @@ class BroomClicks final : private NonCopyable {
 
     Platform platform_;
     const StatusItem& item_;
-    const BroomFrame& broom_;
+    Holds holds_;
     Handler clicked_;
     std::optional<Press> press_;  ///< the last press on the broom, until its action runs
     std::optional<MainThread::Uptime> clickedAt_;

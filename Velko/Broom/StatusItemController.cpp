@@ -40,8 +40,9 @@ std::string toolTipFor(const AppValues& values, bool hasQuestion) {
 StatusItemController::StatusItemController(const FaceParts& parts, BroomFrame& frame)
     : parts_(parts),
       frame_(frame),
-      clicks_(std::make_unique<BroomClicks>(parts.platform, parts.ports.statusItem, frame,
-                                            [this](const BroomClick& click) { clicked(click); })),
+      clicks_(std::make_unique<BroomClicks>(
+          parts.platform, parts.ports.statusItem, [&frame](Point point) { return frame.holds(point); },
+          [this](const BroomClick& click) { clicked(click); })),
       actions_(std::make_shared<MenuActions>(parts)) {}
 
 StatusItemController::~StatusItemController() = default;

@@ -112,14 +112,6 @@ Shown look(const Platform& platform) {
     return shown;
 }
 
-std::string namesOf(const Platform& platform, const std::set<ProcessID>& pids) {
-    std::string names;
-    for (const ProcessID pid : pids) {
-        names += (names.empty() ? "" : ", ") + nameOf(platform, pid);
-    }
-    return names;
-}
-
 /// The apps that showed before, still run, and do not show now.
 std::set<ProcessID> missing(const Platform& platform, const Shown& before, const Shown& now) {
     std::set<ProcessID> pids;
@@ -190,7 +182,8 @@ std::string wordsFor(const EngineFailure& failure) {
 bool hide(const Subject& subject, AssessmentEngine& engine, Notes& notes) {
     std::optional<MenuBarEngine::Result> result;
     engine.apply(onlyOurs(subject), true, [&](const MenuBarEngine::Result& told) { result = told; });
-    if (!waitUntil(subject, answerLimit, [&] { return result.has_value(); })) {
+    static_cast<void>(waitUntil(subject, answerLimit, [&] { return result.has_value(); }));
+    if (!result) {
         engine.showAll();  // an answer that comes after all finds nobody
         notes.expect("the system answers the wish to hide", false, "no answer");
         return false;

@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <variant>
@@ -64,6 +67,22 @@ std::string milliseconds(MainThread::Uptime time) {
 std::string placeOf(const Rect& frame) {
     return wholeText(frame.x) + "," + wholeText(frame.y) + " " + wholeText(frame.width) + "x" +
            wholeText(frame.height);
+}
+
+std::string joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) {
+        text += text.empty() ? "" : ", ";
+        text += word;
+    }
+    return text;
+}
+
+std::string namesOf(const Platform& platform, const std::set<ProcessID>& pids) {
+    std::vector<std::string> names;
+    std::ranges::transform(pids, std::back_inserter(names),
+                           [&](ProcessID pid) { return nameOf(platform, pid); });
+    return joined(names);
 }
 
 std::string nameOf(const Platform& platform, ProcessID pid) {
@@ -192,11 +211,7 @@ void tellIcons(const std::vector<AskedApp>& asked, Notes& notes) {
         }
     }
     for (const auto& [error, apps] : whoByError) {
-        std::string names;
-        for (const std::string& name : apps) {
-            names += (names.empty() ? "" : ", ") + name;
-        }
-        notes.tell(error, names);
+        notes.tell(error, joined(apps));
     }
 }
 
@@ -234,8 +249,9 @@ void hitIcons(const Platform& platform, const std::vector<AskedApp>& asked, Note
 void tellWindows(const Platform& platform, Notes& notes) {
     std::map<std::pair<std::int64_t, ProcessID>, std::size_t> counts;
     for (const WindowInfo& window : platform.windows.onScreen().value_or(std::vector<WindowInfo>{})) {
-        if (window.layer.value_or(0) > 0) {
-            ++counts[{*window.layer, window.ownerPID.value_or(0)}];
+        const std::int64_t layer = window.layer.value_or(0);
+        if (layer > 0) {
+            ++counts[{layer, window.ownerPID.value_or(0)}];
         }
     }
     for (const auto& [key, count] : counts) {
@@ -262,16 +278,12 @@ void checkMenuBar(const Subject& subject, Notes& notes) {
     const auto start = platform.mainThread.now();
     const Task reading =
         Inventory::items(platform, {}, [&](Inventory::Found result) { found = std::move(result); });
-    const bool isDone = waitUntil(subject, std::chrono::seconds(20), [&] { return found.has_value(); });
-    notes.expect("the menu bar's items are read", isDone && found->isHeard,
+    static_cast<void>(waitUntil(subject, std::chrono::seconds(20), [&] { return found.has_value(); }));
+    notes.expect("the menu bar's items are read", found && found->isHeard,
                  std::to_string(found ? found->items.size() : 0) + " items in " +
                      milliseconds(platform.mainThread.now() - start));
     const auto owners = Inventory::visiblePIDs(platform);
-    std::string names;
-    for (const ProcessID pid : owners) {
-        names += (names.empty() ? "" : ", ") + nameOf(platform, pid);
-    }
-    notes.expect("the menu bar's host tells whose icons show", !owners.empty(), names);
+    notes.expect("the menu bar's host tells whose icons show", !owners.empty(), namesOf(platform, owners));
 }
 
 }  // namespace velko::SelfCheck

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 #include "VelkoCore/Files/Json.h"
@@ -26,7 +27,7 @@ std::string lineOf(const Finding& finding) {
     line += finding.name;
     if (!finding.seen.empty()) {
         line += ": ";
-        line += finding.seen;
+        std::ranges::replace_copy(finding.seen, std::back_inserter(line), '\n', ' ');
     }
     return line;
 }

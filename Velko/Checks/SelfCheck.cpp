@@ -120,8 +120,14 @@ constexpr auto sectionTable = std::to_array<Section>({
     {.name = "menu bar", .run = checkMenuBar},
     {.name = "framework", .run = checkFramework},
     {.name = "hiding", .needs = Option::tryHiding, .run = tryHiding},
+    {.name = "icon", .needs = Option::windows, .run = checkStatusItem},
+    {.name = "clicks", .needs = Option::clicks, .run = askForClicks},
+    {.name = "timers and notices", .needs = Option::watch, .isLeftAlone = true, .run = watch},
+    {.name = "signature", .run = checkSignature},
     {.name = "files", .run = checkFiles},
     {.name = "controls", .run = checkDrawing},
+    {.name = "surfaces", .run = checkSurfaces},
+    {.name = "windows", .needs = Option::windows, .run = openSurfaces},
 });
 
 struct OptionWords {
@@ -132,10 +138,13 @@ struct OptionWords {
 
 constexpr auto optionTable = std::to_array<OptionWords>({
     {Option::tryHiding, "--try-hiding", "hides the icons for five seconds, twice"},
+    {Option::windows, "--windows", "shows an icon, a menu and windows of Velko for some seconds"},
+    {Option::watch, "--watch", "watches timers and icons for two minutes"},
+    {Option::clicks, "--clicks", "asks you to click on an icon of Velko in several ways"},
 });
 
 constexpr std::string_view allOptions = "--all";
-constexpr std::array withoutAPerson{Option::tryHiding};
+constexpr std::array withoutAPerson{Option::tryHiding, Option::windows, Option::watch};
 
 std::string_view flagOf(Option option) {
     return std::ranges::find(optionTable, option, &OptionWords::option)->flag;
@@ -154,17 +163,24 @@ std::optional<Command> parseCheck(std::span<const std::string> rest) {
     while (!rest.empty()) {
         const std::string& word = rest.front();
         const auto* const option = std::ranges::find(optionTable, word, &OptionWords::flag);
-        const bool isJson = word == "--json" && rest.size() > 1 && command.jsonFile.empty();
+        std::filesystem::path* const file = word == "--json"       ? &command.jsonFile
+                                            : word == "--pictures" ? &command.pictures
+                                                                   : nullptr;
+        const bool isOnly = word == "--only" && rest.size() > 1 && command.only.empty() &&
+                            std::ranges::count(sections(), rest[1], &Section::name) == 1;
+        const bool isFile = file != nullptr && rest.size() > 1 && file->empty() && !rest[1].empty();
         if (option != optionTable.end()) {
             command.options.insert(option->option);
         } else if (word == allOptions) {
             command.options.insert(withoutAPerson.begin(), withoutAPerson.end());
-        } else if (isJson) {
-            command.jsonFile = rest[1];
+        } else if (isFile) {
+            *file = rest[1];
+        } else if (isOnly) {
+            command.only = rest[1];
         } else {
             return std::nullopt;
         }
-        rest = rest.subspan(isJson ? 2 : 1);
+        rest = rest.subspan(isFile || isOnly ? 2 : 1);
     }
     return command;
 }
@@ -197,7 +213,7 @@ Command parse(const std::vector<std::string>& arguments) {
 
 std::string usage() {
     std::string text =
-        "usage: Velko --self-check [OPTION...] [--json FILE]\n"
+        "usage: Velko --self-check [OPTION...] [--json FILE] [--pictures FOLDER] [--only SECTION]\n"
         "       Velko --self-check --dump PID\n";
     for (const OptionWords& row : optionTable) {
         std::string flag(row.flag);
@@ -206,15 +222,22 @@ std::string usage() {
         text += row.meaning;
         text += "\n";
     }
-    return text + "  --all         all of these that need no person\n";
+    text += "  --all         all of these that need no person\nsections:";
+    for (const Section& section : sections()) {
+        text += section.name == sections().front().name ? " " : ", ";
+        text += section.name;
+    }
+    return text + "\n";
 }
 
 std::span<const Section> sections() noexcept {
     return sectionTable;
 }
 
-int run(const Subject& subject, const Command& command, const std::function<void(const std::string&)>& say) {
+int run(const Subject& given, const Command& command, const std::function<void(const std::string&)>& say) {
     Notes notes(say);
+    Subject subject = given;
+    subject.pictures = command.pictures;
     const Platform& platform = subject.platform;
     const Notes::About about = aboutRun(subject);
     for (const auto& [name, value] : about) {
@@ -229,9 +252,13 @@ int run(const Subject& subject, const Command& command, const std::function<void
         }
     };
     for (const Section& section : sections()) {
+        if (!command.only.empty() && section.name != command.only) {
+            continue;
+        }
         if (section.needs == Option::none || command.options.contains(section.needs)) {
             notes.begin(section.name);
-            const Subscription awake = platform.activity.begin("checking this Mac");
+            const Subscription awake =
+                section.isLeftAlone ? Subscription() : platform.activity.begin("Velko checks this Mac");
             section.run(subject, notes);
         } else {
             notes.leaveOut(section.name, flagOf(section.needs));

@@ -17,7 +17,7 @@
 namespace velko::SelfCheck {
 
 /// What a person may add to the check.
-enum class Option { none, tryHiding };
+enum class Option { none, tryHiding, windows, watch, clicks };
 
 /// What the command line asks for.
 struct Command {
@@ -32,6 +32,8 @@ struct Command {
     ProcessID pid = 0;                 ///< with `dump`
     std::set<Option> options{};        ///< with `check`
     std::filesystem::path jsonFile{};  ///< with `check`; empty: none
+    std::filesystem::path pictures{};  ///< with `check`: the folder for pictures; empty: none
+    std::string only{};                ///< with `check`: the one section that runs; empty: all
 
     bool operator==(const Command&) const = default;
 };
@@ -42,6 +44,7 @@ struct Command {
 struct Section {
     std::string_view name;
     Option needs = Option::none;
+    bool isLeftAlone = false;  ///< the system may delay its timers
     void (*run)(const Subject&, Notes&) = nullptr;
 };
 [[nodiscard]] std::span<const Section> sections() noexcept;

@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include <optional>
+
 #include "Velko/Ports/StatusItem.h"
 #include "Velko/mac/Images.h"
 
@@ -21,6 +23,13 @@ class MacStatusItem final : public StatusItem {
     void setToolTip(const std::string& text) override;
     void openMenu(view::Menu menu, std::function<void()> closed) override;
     [[nodiscard]] bool isMenuOpen() const override;
+
+    /// The frame of the icon's window, with the origin at the bottom left of the primary screen; nothing
+    /// while it has none.
+    [[nodiscard]] std::optional<Rect> windowFrame() const;
+    void closeMenu();
+    /// Takes the icon out of the menu bar.
+    void remove();
 
  private:
     AppIcons& icons_;

@@ -161,4 +161,20 @@ bool MacStatusItem::isMenuOpen() const {
     return target_.menuOpen;
 }
 
+std::optional<Rect> MacStatusItem::windowFrame() const {
+    NSWindow* window = item_.button.window;
+    return window == nil ? std::nullopt : std::optional(portable(window.frame));
+}
+
+void MacStatusItem::closeMenu() {
+    [item_.menu cancelTracking];
+}
+
+void MacStatusItem::remove() {
+    if (item_ != nil) {
+        [[NSStatusBar systemStatusBar] removeStatusItem:item_];
+    }
+    item_ = nil;
+}
+
 }  // namespace velko

@@ -1,24 +1,17 @@
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
-#include "Simulator/Desktop/SimulatedHotKeys.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
-#include "Simulator/Files/LibplistReader.h"
-#include "Simulator/ForwardingPorts.h"
-#include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Velko/Checks/LayoutAudit.h"
 #include "Velko/Checks/SelfCheck.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Files/Json.h"
-#include "VelkoEngine/Hiding/VKAssessment.h"
-#include "VelkoEngine/Ports/Platform.h"
-#include "tests/TemporaryFolder.h"
+#include "tests/Velko/SelfCheckOnMac.h"
 
 namespace velko {
 namespace {
@@ -26,132 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 using SelfCheck::Command;
 using SelfCheck::Option;
-
-/// A framework that can forget to hide, or to stop hiding.
-class StubbornFramework final : public ForwardingFramework {
- public:
-    using ForwardingFramework::ForwardingFramework;
-
-    bool hidesNothing = false;
-    bool neverEnds = false;
-
-    [[nodiscard]] std::expected<ObjectRef, RaisedException> makeConfiguration(
-        const std::string& className, const std::vector<int>& systemItems,
-        const std::vector<BundleID>& bundleIDs) override {
-        const std::vector<BundleID> everybody{"app.velko.mac", "com.example.mail", "com.example.chat"};
-        return ForwardingFramework::makeConfiguration(className, systemItems,
-                                                      hidesNothing ? everybody : bundleIDs);
-    }
-    [[nodiscard]] std::expected<void, RaisedException> invalidate(const ObjectRef& assertion) override {
-        kept_.push_back(assertion);
-        return neverEnds ? std::expected<void, RaisedException>()
-                         : ForwardingFramework::invalidate(assertion);
-    }
-
- private:
-    std::vector<ObjectRef> kept_;
-};
-
-/// The second process: what it holds ends with it, unless the system forgets to end it.
-class SimulatedBench final : public SelfCheck::Bench {
- public:
-    explicit SimulatedBench(SimulatedMac& mac) : mac_(mac) {}
-
-    bool starts = true;
-    bool outlivesItself = false;
-
-    [[nodiscard]] bool startHider() override {
-        if (starts) {
-            isAlive_ = true;
-            VKAssessment::activate(mac_.platform(), {1}, {"app.velko.mac"},
-                                   [this](VKAssessment::Activation activation) {
-                                       if (isAlive_) {
-                                           assertion_ = std::move(activation.assertion);
-                                       }
-                                   });
-        }
-        return starts;
-    }
-    void killHider() override {
-        isAlive_ = false;
-        if (!outlivesItself) {
-            assertion_ = nullptr;
-        }
-    }
-
- private:
-    SimulatedMac& mac_;
-    bool isAlive_ = false;
-    PrivateFramework::ObjectRef assertion_;
-};
-
-class SelfCheckTest : public testing::Test {
- protected:
-    using Lines = std::vector<std::string>;
-
-    SelfCheckTest() {
-        mac.launch({.bundleID = "com.example.mail", .name = "Mail", .icons = {{.title = "3"}}});
-        chat = mac.launch({.bundleID = "com.example.chat", .name = "Chat", .icons = {{}, {}}});
-        mac.advance(1s);
-    }
-
-    /// Runs the check, and returns the lines that say FAIL.
-    Lines failures(const std::set<Option>& options = {}) {
-        lines.clear();
-        const Platform real = mac.platform();
-        const int status =
-            SelfCheck::run({.platform = {.mainThread = real.mainThread,
-                                         .accessibility = real.accessibility,
-                                         .workspace = real.workspace,
-                                         .displays = real.displays,
-                                         .pointer = real.pointer,
-                                         .processes = real.processes,
-                                         .windows = real.windows,
-                                         .privateFramework = framework,
-                                         .activity = real.activity},
-                            .propertyLists = reader,
-                            .hotKeys = mac.hotKeys,
-                            .info = {.version = "1.2"},
-                            .layoutFile = folder.path() / "not" / "there" / "yet" / "layout.json",
-                            .logFile = logFile,
-                            .pass = [this](MainThread::Uptime duration) { mac.advance(duration); },
-                            .bench = &bench},
-                           {.kind = Command::Kind::check, .options = options, .jsonFile = jsonFile},
-                           [this](const std::string& line) { lines.push_back(line); });
-        Lines failed;
-        std::ranges::copy_if(lines, std::back_inserter(failed),
-                             [](const std::string& line) { return line.starts_with("FAIL "); });
-        EXPECT_EQ(status, failed.empty() ? 0 : 1);
-        return failed;
-    }
-    Lines failuresOfHiding() { return failures({Option::tryHiding}); }
-
-    [[nodiscard]] bool says(const std::string& words) const {
-        return std::ranges::any_of(lines,
-                                   [&](const std::string& line) { return line.find(words) != line.npos; });
-    }
-    [[nodiscard]] std::string all() const {
-        std::string text;
-        for (const std::string& line : lines) {
-            text += line + "\n";
-        }
-        return text;
-    }
-    void expectEverythingShows() {
-        EXPECT_EQ(mac.visibleIcons().size(), 4U);
-        EXPECT_EQ(mac.framework.activeAssertions(), 0U);
-    }
-
-    SimulatedMac mac;
-    StubbornFramework framework{mac.framework};
-    SimulatedBench bench{mac};
-    LibplistReader reader;
-    TemporaryFolder folder;
-    std::filesystem::path logFile = folder.path() / "Velko.log";
-    std::filesystem::path jsonFile;
-    ProcessID chat = 0;
-    Lines lines;
-};
+using SelfCheckTest = SelfCheckOnMac;
 
 TEST_F(SelfCheckTest, FindsAMacInOrderAndChangesNothing) {
     const auto iconsBefore = mac.visibleIcons();
@@ -163,7 +31,7 @@ TEST_F(SelfCheckTest, FindsAMacInOrderAndChangesNothing) {
     EXPECT_TRUE(says("TOLD com.example.chat, 2 icons: ")) << all();
     EXPECT_TRUE(says("OK   a hit on the icon of com.example.mail"));
     EXPECT_TRUE(lines.back().find(" 0 FAIL, ") != std::string::npos &&
-                lines.back().find("left out: hiding (--try-hiding)") != std::string::npos)
+                lines.back().find("left out: hiding (--try-hiding), icon (--windows)") != std::string::npos)
         << lines.back();
 }
 
@@ -181,7 +49,7 @@ TEST_F(SelfCheckTest, NeverMakesTheSystemAsk) {
     }
     mac.grantTrust();
     mac.pointer.refusesTaps = true;
-    failures();
+    failures({}, "permission");
     EXPECT_TRUE(says("FAIL a click tap is installed and switched on: refused"));
 }
 
@@ -199,6 +67,23 @@ TEST_F(SelfCheckTest, SaysWhatIsMissing) {
     EXPECT_TRUE(says("TOLD cannotComplete: com.example.chat")) << all();
 }
 
+TEST_F(SelfCheckTest, TellsWhoAnswersForAnIcon) {
+    mac.setHitsEndAtHost(false);
+    EXPECT_EQ(failures({}, "menu bar"), Lines{}) << all();
+    EXPECT_TRUE(
+        says("OK   a hit on the icon of com.example.mail finds the app or the menu bar's host: the app"));
+    accessibility.stray = chat;
+    EXPECT_EQ(failures({}, "menu bar").size(), 3U) << all();
+    EXPECT_TRUE(
+        says("FAIL a hit on the icon of com.example.mail finds the app or the menu bar's host: "
+             "com.example.chat"));
+    accessibility.stray.reset();
+    mac.quit(mac.menuBarHost());
+    mac.advance(1s);
+    failures({}, "menu bar");
+    EXPECT_TRUE(says("FAIL the menu bar's host tells whose icons show")) << all();
+}
+
 TEST_F(SelfCheckTest, ComparesTheFrameworksTypesWithOurCalls) {
     for (auto& [name, methods] : mac.framework.classes) {
         for (RuntimeMethod& method : methods) {
@@ -207,61 +92,50 @@ TEST_F(SelfCheckTest, ComparesTheFrameworksTypesWithOurCalls) {
             }
         }
     }
-    EXPECT_EQ(failures(), Lines{"FAIL types of -[MBAssessmentModeAssertion invalidate]: v24@0:8@16"});
+    EXPECT_EQ(failures({}, "framework"),
+              Lines{"FAIL types of -[MBAssessmentModeAssertion invalidate]: v24@0:8@16"});
 }
 
-TEST_F(SelfCheckTest, HidesForAMomentAndPutsEverythingBack) {
-    std::size_t fewest = 99;
-    mac.onMenuBarChange = [&] { fewest = std::min(fewest, mac.visibleIcons().size()); };
-    EXPECT_EQ(failuresOfHiding(), Lines{}) << all();
-    mac.onMenuBarChange = nullptr;
-    EXPECT_EQ(fewest, 1U);
-    EXPECT_TRUE(says("OK   icons of other apps are hidden: 2 of 2")) << all();
-    EXPECT_TRUE(says("OK   everything is back after a process that hid them was killed"));
-    EXPECT_FALSE(says("left out: hiding"));
-    expectEverythingShows();
-
-    mac.revokeTrust();
-    EXPECT_EQ(failuresOfHiding(), Lines{}) << all();
-    EXPECT_TRUE(says("TOLD the menu bar while icons are hidden: not seen"));
-    expectEverythingShows();
+TEST(LayoutAudit, FindsWhatIsWrongWithALayout) {
+    const LayoutAudit::Measured root{.id = "root", .frame = {.x = 0, .y = 0, .width = 100, .height = 100}};
+    const auto child = [](const char* id, Rect frame) {
+        return LayoutAudit::Measured{.id = id, .parent = 0, .frame = frame};
+    };
+    const auto good = child("a", {.x = 10, .y = 10, .width = 50, .height = 20});
+    auto ambiguous = good;
+    ambiguous.isAmbiguous = true;
+    auto cut = good;
+    cut.needed = {.width = 51.6, .height = 20};
+    auto low = good;
+    low.needed = {.width = 0, .height = 40};
+    auto scroll = root;
+    scroll.clips = true;
+    const auto outside = child("b", {.x = 10, .y = 90, .width = 50, .height = 20});
+    const auto over = child("b", {.x = 50, .y = 20, .width = 20, .height = 20});
+    const auto beside = child("b", {.x = 60, .y = 10, .width = 20, .height = 20});
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(LayoutAudit::faults({}), Texts{"nothing was drawn"});
+    EXPECT_EQ(LayoutAudit::faults({root, good, beside}), Texts{});
+    EXPECT_EQ(LayoutAudit::faults({root, ambiguous}), Texts{"a could be placed in another way"});
+    EXPECT_EQ(LayoutAudit::faults({root, cut}), Texts{"a is cut: it needs 52x20 and has 50x20"});
+    EXPECT_EQ(LayoutAudit::faults({root, low}), Texts{"a is cut: it needs 0x40 and has 50x20"});
+    EXPECT_EQ(LayoutAudit::faults({root, outside}), Texts{"b at 10,90 50x20 is outside root at 0,0 100x100"});
+    EXPECT_EQ(LayoutAudit::faults({scroll, outside}), Texts{});
+    EXPECT_EQ(LayoutAudit::faults({root, good, over}), Texts{"b lies over a"});
+    EXPECT_EQ(LayoutAudit::differences({root, good}, {root, good}), Texts{});
+    EXPECT_EQ(LayoutAudit::differences({root, good}, {root}), (Texts{"2 views, and then 1", "a is gone"}));
+    EXPECT_EQ(LayoutAudit::differences({root, beside}, {root, over}),
+              Texts{"b was at 60,10 20x20, and then at 50,20 20x20"});
 }
 
-TEST_F(SelfCheckTest, TellsHowTheSystemDeclinesToHide) {
-    mac.framework.refusal = FrameworkError{.domain = "MBError", .code = 7, .description = "no"};
-    EXPECT_EQ(failuresOfHiding(), (Lines{"FAIL the system accepts the wish to hide: MBError 7: no",
-                                         "FAIL a second process hides icons"}));
-    mac.framework.refusal.reset();
-    mac.framework.answerDelay = 30s;
-    EXPECT_EQ(failuresOfHiding().front(), "FAIL the system answers the wish to hide: no answer");
-    mac.framework.answerDelay = SimulatedFramework::usualDelay;
-    mac.advance(1min);
-    expectEverythingShows();
-    framework.hidesNothing = true;
-    EXPECT_EQ(failuresOfHiding(), Lines{"FAIL icons of other apps are hidden: 0 of 2"});
-    expectEverythingShows();
-}
-
-TEST_F(SelfCheckTest, NoticesIconsThatDoNotComeBack) {
-    bench.outlivesItself = true;
-    EXPECT_EQ(failuresOfHiding(),
-              Lines{"FAIL everything is back after a process that hid them was killed: missing: "
-                    "com.example.mail, com.example.chat"});
-    bench.outlivesItself = false;
-    bench.killHider();
-    bench.starts = false;
-    EXPECT_EQ(failuresOfHiding(), Lines{"FAIL a second process is started"});
-    bench.starts = true;
-    framework.neverEnds = true;
-    EXPECT_EQ(failuresOfHiding().front(),
-              "FAIL everything is back after the end of hiding: missing: "
-              "com.example.mail, com.example.chat");
-}
-
-TEST_F(SelfCheckTest, LeavesTheHidingToAnotherVelko) {
-    mac.launch({.bundleID = "app.velko.mac", .name = "Velko"});
-    EXPECT_EQ(failuresOfHiding(), Lines{"FAIL no other Velko is running: quit Velko, and then try again"});
-    EXPECT_EQ(mac.cost().engineCalls, 0U);
+TEST_F(SelfCheckTest, VerifiesTheSignature) {
+    bench.verified = SelfCheck::Bench::ToolRun{.status = 1, .output = "a sealed resource is missing\n"};
+    bench.identifier = "Identifier=velko\n";
+    EXPECT_EQ(failures({}, "signature"),
+              (Lines{"FAIL the bundle is sealed: a sealed resource is missing ",
+                     "FAIL the signature has the bundle's identifier: Identifier=velko "}));
+    bench.verified.reset();
+    EXPECT_EQ(failures({}, "signature"), Lines{});
 }
 
 TEST_F(SelfCheckTest, WritesWhatItFoundAsJson) {
@@ -296,13 +170,22 @@ TEST(SelfCheckCommand, IsReadFromTheCommandLine) {
     EXPECT_EQ(SelfCheck::parse({"--self-check", "--json", "a.json", "--try-hiding"}),
               (Command{.kind = Kind::check, .options = {Option::tryHiding}, .jsonFile = "a.json"}));
     EXPECT_TRUE(SelfCheck::parse({"--self-check", "--all"}).options.contains(Option::tryHiding));
+    EXPECT_EQ(SelfCheck::parse({"--self-check", "--only", "menu bar"}),
+              (Command{.kind = Kind::check, .only = "menu bar"}));
+    EXPECT_NE(SelfCheck::usage().find(" ports, permission, menu bar, "), std::string::npos);
     EXPECT_EQ(SelfCheck::parse({"--self-check", "--hide"}), (Command{.kind = Kind::hide}));
     EXPECT_EQ(SelfCheck::parse({"--self-check", "--dump", "412"}), (Command{.kind = Kind::dump, .pid = 412}));
     for (const auto* pid : {"", "x", "4x", "-4", "0", "99999999999"}) {
         EXPECT_EQ(SelfCheck::parse({"--self-check", "--dump", pid}), usage) << pid;
     }
-    for (const std::vector<std::string>& rest : std::vector<std::vector<std::string>>{
-             {"--dump"}, {"--json"}, {"--al"}, {"--json", "a", "--json", "b"}, {"--hide", "--all"}}) {
+    for (const std::vector<std::string>& rest :
+         std::vector<std::vector<std::string>>{{"--dump"},
+                                               {"--json"},
+                                               {"--pictures"},
+                                               {"--pictures", ""},
+                                               {"--al"},
+                                               {"--json", "a", "--json", "b"},
+                                               {"--hide", "--all"}}) {
         std::vector<std::string> arguments{"--self-check"};
         arguments.insert(arguments.end(), rest.begin(), rest.end());
         EXPECT_EQ(SelfCheck::parse(arguments), usage) << rest.front();

@@ -11,6 +11,8 @@ typedef CGFloat NSFontWeight;
 typedef NSInteger NSControlStateValue;
 typedef NSInteger NSModalResponse;
 typedef NSInteger NSWindowLevel;
+typedef NSString* NSAppearanceName;
+typedef NSString* NSBitmapImageRepPropertyKey;
 typedef NSString* NSAccessibilityNotificationName;
 typedef NSString* NSAccessibilityNotificationUserInfoKey;
 typedef NSString* NSAccessibilityRole;
@@ -39,7 +41,8 @@ enum : NSEventMask {
     NSEventMaskRightMouseDown = 1ULL << 3,
     NSEventMaskRightMouseUp = 1ULL << 4,
     NSEventMaskMouseMoved = 1ULL << 5,
-    NSEventMaskKeyDown = 1ULL << 10
+    NSEventMaskKeyDown = 1ULL << 10,
+    NSEventMaskAny = 18446744073709551615ULL
 };
 
 typedef NSUInteger NSEventModifierFlags;
@@ -130,6 +133,7 @@ typedef enum NSCellImagePosition : NSUInteger {
 typedef enum NSSegmentSwitchTracking : NSUInteger {
     NSSegmentSwitchTrackingSelectOne = 0
 } NSSegmentSwitchTracking;
+typedef enum NSBitmapImageFileType : NSUInteger { NSBitmapImageFileTypePNG = 4 } NSBitmapImageFileType;
 typedef enum NSBoxType : NSUInteger { NSBoxPrimary = 0, NSBoxSeparator = 2, NSBoxCustom = 4 } NSBoxType;
 typedef enum NSTitlePosition : NSUInteger { NSNoTitle = 0 } NSTitlePosition;
 typedef enum NSBorderType : NSUInteger { NSNoBorder = 0 } NSBorderType;
@@ -175,6 +179,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(class, readonly, strong) NSColor* systemOrangeColor;
 @property(class, readonly, strong) NSColor* blackColor;
 @property(class, readonly, strong) NSColor* clearColor;
+@property(class, readonly, strong) NSColor* windowBackgroundColor;
 + (NSColor*)colorWithSRGBRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
 - (NSColor*)colorWithAlphaComponent:(CGFloat)alpha;
 - (void)setFill;
@@ -193,6 +198,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property NSLineCapStyle lineCapStyle;
 @property NSLineJoinStyle lineJoinStyle;
 + (NSBezierPath*)bezierPath;
++ (void)fillRect:(NSRect)rect;
 + (NSBezierPath*)bezierPathWithRoundedRect:(NSRect)rect xRadius:(CGFloat)xRadius yRadius:(CGFloat)yRadius;
 - (void)moveToPoint:(NSPoint)point;
 - (void)lineToPoint:(NSPoint)point;
@@ -230,6 +236,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (instancetype)initWithTitle:(NSString*)title;
 - (void)addItem:(NSMenuItem*)item;
 - (void)removeAllItems;
+- (void)cancelTracking;
 - (NSMenuItem*)addItemWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)key;
 - (BOOL)popUpMenuPositioningItem:(NSMenuItem*)item atLocation:(NSPoint)location inView:(NSView*)view;
 @end
@@ -324,7 +331,23 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (BOOL)performDragOperation:(id<NSDraggingInfo>)sender;
 @end
 
-@interface NSView : NSResponder <NSDraggingDestination>
+@interface NSAppearance : NSObject
++ (NSAppearance*)appearanceNamed:(NSAppearanceName)name;
+@end
+
+@protocol NSAppearanceCustomization <NSObject>
+@property(strong) NSAppearance* appearance;
+@end
+
+@interface NSImageRep : NSObject
+@end
+
+@interface NSBitmapImageRep : NSImageRep
+- (NSData*)representationUsingType:(NSBitmapImageFileType)storageType
+                        properties:(NSDictionary<NSBitmapImageRepPropertyKey, id>*)properties;
+@end
+
+@interface NSView : NSResponder <NSDraggingDestination, NSAppearanceCustomization>
 @property NSRect frame;
 @property NSRect bounds;
 @property(readonly, strong) NSWindow* window;
@@ -334,6 +357,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property BOOL needsDisplay;
 @property(readonly, getter=isFlipped) BOOL flipped;
 @property(readonly) NSSize fittingSize;
+@property(readonly) BOOL hasAmbiguousLayout;
 - (NSSize)intrinsicContentSize;
 @property BOOL translatesAutoresizingMaskIntoConstraints;
 @property NSAutoresizingMaskOptions autoresizingMask;
@@ -357,6 +381,8 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
                                  forOrientation:(NSLayoutConstraintOrientation)orientation;
 - (NSRect)alignmentRectForFrame:(NSRect)frame;
 - (NSPoint)convertPoint:(NSPoint)point fromView:(NSView*)view;
+- (NSBitmapImageRep*)bitmapImageRepForCachingDisplayInRect:(NSRect)rect;
+- (void)cacheDisplayInRect:(NSRect)rect toBitmapImageRep:(NSBitmapImageRep*)bitmapImageRep;
 - (void)drawRect:(NSRect)dirtyRect;
 - (BOOL)acceptsFirstMouse:(NSEvent*)event;
 - (void)registerForDraggedTypes:(NSArray<NSPasteboardType>*)types;
@@ -394,6 +420,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property NSTextAlignment alignment;
 @property NSLineBreakMode lineBreakMode;
 - (NSText*)currentEditor;
+- (NSSize)sizeThatFits:(NSSize)size;
 - (NSInteger)sendActionOn:(NSEventMask)mask;
 - (void)performClick:(id)sender;
 @end
@@ -561,6 +588,9 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(copy) NSString* title;
 @property(strong) NSView* contentView;
 @property(readonly) NSRect frame;
+@property(readonly, getter=isVisible) BOOL visible;
+@property(readonly, getter=isKeyWindow) BOOL keyWindow;
+@property(readonly, getter=isOnActiveSpace) BOOL onActiveSpace;
 @property NSWindowLevel level;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property NSWindowTabbingMode tabbingMode;
@@ -614,12 +644,18 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(strong) NSMenu* mainMenu;
 @property(strong) NSImage* applicationIconImage;
 @property(readonly, weak) NSWindow* keyWindow;
+@property(readonly, copy) NSArray<NSWindow*>* windows;
 @property(readonly, strong) NSEvent* currentEvent;
 @property(readonly) NSApplicationActivationPolicy activationPolicy;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)activate;
 - (void)finishLaunching;
 - (void)run;
+- (NSEvent*)nextEventMatchingMask:(NSEventMask)mask
+                        untilDate:(NSDate*)expiration
+                           inMode:(NSRunLoopMode)mode
+                          dequeue:(BOOL)deqFlag;
+- (void)sendEvent:(NSEvent*)event;
 - (void)terminate:(id)sender;
 @end
 
@@ -695,6 +731,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(class, readonly, strong) NSStatusBar* systemStatusBar;
 @property(readonly) CGFloat thickness;
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length;
+- (void)removeStatusItem:(NSStatusItem*)item;
 @end
 
 #ifdef __cplusplus
@@ -706,6 +743,8 @@ extern NSAccessibilityNotificationName const NSAccessibilityAnnouncementRequeste
 extern NSAccessibilityNotificationUserInfoKey const NSAccessibilityPriorityKey;
 extern NSAccessibilityRole const NSAccessibilityGroupRole;
 extern NSAccessibilityRole const NSAccessibilityImageRole;
+extern NSAppearanceName const NSAppearanceNameAqua;
+extern NSAppearanceName const NSAppearanceNameDarkAqua;
 extern const NSFontWeight NSFontWeightBold;
 extern const NSFontWeight NSFontWeightRegular;
 extern const NSFontWeight NSFontWeightSemibold;

@@ -23,7 +23,6 @@ typedef CFStringRef CFRunLoopMode;
 typedef signed long CFIndex;
 typedef unsigned long CFTypeID;
 typedef uint32_t CFStringEncoding;
-typedef double CFTimeInterval;
 
 typedef struct {
     CFIndex location;
@@ -50,8 +49,6 @@ typedef struct CGRect {
 enum : CFStringEncoding { kCFStringEncodingUTF8 = 0x08000100 };
 
 typedef enum CFNumberType : CFIndex { kCFNumberSInt64Type = 4, kCFNumberDoubleType = 13 } CFNumberType;
-
-typedef enum CFRunLoopRunResult : int32_t {} CFRunLoopRunResult;
 
 extern const CFAllocatorRef kCFAllocatorDefault;
 extern const CFRunLoopMode kCFRunLoopCommonModes;
@@ -84,8 +81,6 @@ CFRunLoopRef CFRunLoopGetMain(void);
 void CFRunLoopPerformBlock(CFRunLoopRef loop, CFTypeRef mode, void (^block)(void));
 void CFRunLoopAddSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFRunLoopMode mode);
 void CFRunLoopRemoveSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFRunLoopMode mode);
-CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
-                                      Boolean returnAfterSourceHandled);
 void CFRunLoopWakeUp(CFRunLoopRef loop);
 
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes, CFIndex count,

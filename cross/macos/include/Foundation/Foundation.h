@@ -13,6 +13,7 @@ typedef uint16_t unichar;
 typedef double NSTimeInterval;
 typedef NSString* NSExceptionName;
 typedef NSString* NSErrorDomain;
+typedef NSString* NSRunLoopMode;
 typedef NSString* NSNotificationName;
 
 typedef struct NSEdgeInsets {
@@ -85,6 +86,7 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 @end
 
 @interface NSDictionary<KeyType, ObjectType> : NSObject <NSFastEnumeration>
++ (instancetype)dictionary;
 + (instancetype)dictionaryWithObjects:(const ObjectType[])objects
                               forKeys:(const KeyType<NSCopying>[])keys
                                 count:(NSUInteger)count;
@@ -105,9 +107,11 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 + (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
 @property(readonly) const void* bytes;
 @property(readonly) NSUInteger length;
+- (BOOL)writeToFile:(NSString*)path atomically:(BOOL)useAuxiliaryFile;
 @end
 
 @interface NSDate : NSObject
++ (instancetype)dateWithTimeIntervalSinceNow:(NSTimeInterval)secs;
 @property(readonly) NSTimeInterval timeIntervalSince1970;
 @end
 
@@ -205,6 +209,8 @@ typedef enum NSPropertyListFormat : NSUInteger {} NSPropertyListFormat;
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+extern NSRunLoopMode const NSDefaultRunLoopMode;
 
 Class NSClassFromString(NSString* name);
 NSString* NSHomeDirectory(void);
