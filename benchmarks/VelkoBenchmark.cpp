@@ -107,6 +107,7 @@ void idleHour(benchmark::State& state) {
                                                   benchmark::Counter::kAvgIterations);
     };
     count("wakeUps", &SimulatedMac::Cost::wakeUps);
+    count("bursts", &SimulatedMac::Cost::bursts);
     count("messages", &SimulatedMac::Cost::accessibilityMessages);
     count("engineCalls", &SimulatedMac::Cost::engineCalls);
     count("bytesWritten", &SimulatedMac::Cost::bytesWritten);

@@ -111,7 +111,10 @@ enum class Verb {
     broomLies,
     imagesCost,
     nap,
+    sleepDisplays,
+    wakeDisplays,
     switchSpace,
+    leaveSession,
     returnToSession,
     // Files
     filePlace,

@@ -156,7 +156,10 @@ constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
     {Verb::broomLies, "broom lies SPOT"},
     {Verb::imagesCost, "images cost DURATION"},
     {Verb::nap, "nap"},
+    {Verb::sleepDisplays, "screens sleep"},
+    {Verb::wakeDisplays, "screens wake"},
     {Verb::switchSpace, "switch space"},
+    {Verb::leaveSession, "leave session"},
     {Verb::returnToSession, "return to session"},
 
     {Verb::filePlace, "file place APP SECTION"},

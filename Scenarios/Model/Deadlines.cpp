@@ -9,6 +9,7 @@
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
@@ -27,8 +28,9 @@ constexpr auto slack =
 
 // While nobody looks at Velko, the system delays its timers to one turn every eight seconds.
 constexpr auto offerTime = 2h + 1min;  ///< the autopilot looks once an hour
-constexpr auto activityTime = 40s;     ///< a look every five seconds, of which the first only begins to count
+constexpr auto activityTime = 60s;     ///< a look every five seconds, of which the first only begins to count
 constexpr auto watchTime = 20s;        ///< until a tucked app has surely been looked at
+constexpr auto newIconTime = 70s;      ///< until an icon that has come is looked at, too
 constexpr auto popOutTime = 15s;       ///< a look every two seconds
 constexpr auto wholeRest = 301s;       ///< after a pop-out, and a second to spare
 
@@ -52,10 +54,16 @@ void keepSince(std::optional<Moment>& since, bool holds, Moment now) {
     since = holds ? std::optional(since.value_or(now)) : std::nullopt;
 }
 
+/// While nobody is at the Mac, Velko rests.
+bool isAttended(const StepCheck& check) {
+    return check.world.mac().session.isAttended();
+}
+
 void checkOffer(StepCheck& check) {
     const Expected& expected = check.expected;
     auto& since = check.expected.awaited.offer;
-    const bool canOffer = expected.isWell() && check.world.velko()->values().inventoryLoaded &&
+    const bool canOffer = expected.isWell() && isAttended(check) &&
+                          check.world.velko()->values().inventoryLoaded &&
                           isOfferTime(expected.layout, check.date()) && !check.suggestions().empty();
     keepSince(since, canOffer, check.now());
     check.require(!since || check.now() < *since + offerTime, "what there is to suggest is offered");
@@ -67,8 +75,8 @@ void checkActivity(StepCheck& check) {
         return process.app.name == "WidgetRenderer_Activities" && process.cores > 0;
     });
     auto& since = check.expected.awaited.activity;
-    keepSince(since, isDrawn && check.expected.isWell() && check.expected.layout.showLiveActivities,
-              check.now());
+    const bool isHeeded = check.expected.isWell() && isAttended(check);
+    keepSince(since, isDrawn && isHeeded && check.expected.layout.showLiveActivities, check.now());
     check.require(!since || check.expected.isActivityOn || check.now() < *since + activityTime,
                   "room is made for a Live Activity soon after it has begun");
 }
@@ -149,8 +157,12 @@ void checkPopsAllTheTime(StepCheck& check) {
 
 void checkPopOuts(StepCheck& check) {
     Awaited& awaited = check.expected.awaited;
-    const bool isWatching = check.expected.isWell() && check.expected.layout.popOutOnChange &&
-                            !disturbsWatch(check.step.verb) && answersEverybody(check.world.mac());
+    if (disturbsWatch(check.step.verb)) {
+        awaited.undisturbedFrom = check.now() + (check.step.verb == Verb::iconAdd ? newIconTime : 0s);
+    }
+    const bool isWatching = check.expected.isWell() && isAttended(check) &&
+                            check.expected.layout.popOutOnChange && !disturbsWatch(check.step.verb) &&
+                            check.now() >= awaited.undisturbedFrom && answersEverybody(check.world.mac());
     std::map<BundleID, std::string> looks;
     for (const BundleID& app : isWatching ? check.expected.present : BundleIDs()) {
         if (const auto look = lookOf(check, app)) {

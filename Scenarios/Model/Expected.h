@@ -40,6 +40,7 @@ struct Awaited {
     std::map<BundleID, Uptime> watched{};     ///< a tucked app's icons are there to be compared
     std::map<BundleID, std::string> looks{};  ///< what each of those apps shows
     std::map<BundleID, Uptime> changed{};     ///< it shows something else
+    Uptime undisturbedFrom{0};                ///< before that, nobody need notice a change
 };
 
 /// What Velko should show and know, after what has happened to it. It repeats every rule of Velko in the
@@ -75,6 +76,7 @@ struct Expected {
     std::optional<Uptime> tuckedAt{};        ///< when icons last tucked themselves
     std::optional<Uptime> broomClickedAt{};  ///< when a click on the broom last came to its action
     Awaited awaited{};
+    Uptime attendedAt{0};     ///< when somebody was last there, so that Velko looked around
     bool isMenuOpen = false;  ///< the broom's menu; the next click only closes it
 
     [[nodiscard]] bool isWell() const { return !isEngineMissing && !isUnreadable && !isUntrusted; }

@@ -10,6 +10,7 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 
@@ -98,6 +99,9 @@ std::optional<std::string> Model::check(const script::Step& done) {
     }
     expected_.isMenuOpen = world_.mac().statusItem.menu() != nullptr;
     checkedAt_ = stepCheck.now();
+    if (world_.mac().session.isAttended()) {
+        expected_.attendedAt = stepCheck.now();
+    }
     return stepCheck.breach;
 }
 

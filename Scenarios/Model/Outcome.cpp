@@ -22,7 +22,7 @@ constexpr auto hour = 3600s;
 
 bool passedAnHour(const StepCheck& check) {
     const auto beats = [&](StepCheck::Uptime at) { return (at - check.expected.startedAt) / hour; };
-    return beats(check.now()) != beats(check.begun);
+    return beats(check.now()) != beats(std::max(check.expected.attendedAt, check.expected.startedAt));
 }
 
 /// What the autopilot offers, and what was put off, may change once an hour and with each answer.

@@ -215,7 +215,9 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
             // With nothing to show, the click opens the menu instead.
             if (!check.expected.isMenuOpen && check.expected.isWell() &&
                 check.world.mac().statusItem.menu() == nullptr) {
-                if (!isRecent(check.expected.shelfClickedAt, check.now())) {
+                // Whether the press has closed the shelf, or its time was over just then, can't be made out.
+                const bool isUnclear = check.hasJustTucked() && !check.world.velko()->values().showingMe;
+                if (isUnclear || !isRecent(check.expected.shelfClickedAt, check.now())) {
                     endShowMe(check);
                 }
                 check.expected.shelfClickedAt.reset();

@@ -13,6 +13,7 @@
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoCore/Time/Timing.h"
@@ -251,7 +252,8 @@ void Invariants::checkCalm(const AppController& velko) {
     if (!isCalm() || values.problems.engineUnavailable) {
         return;
     }
-    require(values.problems.trustMissing != mac.accessibility.isPermitted(), "trust is known");
+    require(!mac.session.isAttended() || values.problems.trustMissing != mac.accessibility.isPermitted(),
+            "trust is known");
     require(values.poppedOut.empty() && !values.showingMe, "what was let out for a while is back");
     const bool isAnySilent = std::ranges::any_of(mac.processes.running(), [&](const auto& process) {
         return !mac.accessibility.answersWithin(process.pid, Timing::axMessagingTimeout);

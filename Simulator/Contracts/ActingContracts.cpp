@@ -107,15 +107,15 @@ void checkNotices(const Platform& platform, const TestMac& mac, Checks& checks) 
     mac.pass(1s);
     mac.quit(agent);
     mac.pass(1s);
-    expect(checks, "of an agent only the list of applications tells", heard == "7- 7- ", heard);
+    expect(checks, "of an agent only the list of applications tells", heard == "9- 9- ", heard);
     heard.clear();
     const ProcessID pid = mac.launchRegular("com.example.app");
     mac.pass(1s);
     mac.quit(pid);
     mac.pass(1s);
-    std::erase(heard, '7');  // the list tells of this one as well, before or after
+    std::erase(heard, '9');  // the list tells of this one as well, before or after
     std::erase(heard, '-');
-    expect(checks, "a regular app is announced by name", heard == " 4com.example.app  5com.example.app ",
+    expect(checks, "a regular app is announced by name", heard == " 6com.example.app  7com.example.app ",
            heard);
     heard.clear();
     mac.changeDisplays();
@@ -124,7 +124,7 @@ void checkNotices(const Platform& platform, const TestMac& mac, Checks& checks) 
     mac.changeDisplays();
     mac.wake();
     mac.pass(1s);
-    expect(checks, "notices say what happened, in order", heard == "screens 0- 1- ", heard);
+    expect(checks, "notices say what happened, in order", heard == "screens 0- 2- ", heard);
     expect(checks, "an observer may end its own subscription", heardOnce == "!", heardOnce);
 }
 

@@ -148,6 +148,7 @@ AppPorts SimulatedMac::appPorts() noexcept {
 
 SimulatedMac::Cost SimulatedMac::cost() const {
     return {.wakeUps = mainThread.wakeUps(),
+            .bursts = mainThread.bursts(),
             .accessibilityMessages = accessibility.messages(),
             .engineCalls = framework.activations() + framework.invalidations(),
             .bytesWritten = parts_->disk.bytesWritten()};

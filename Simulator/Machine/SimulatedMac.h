@@ -72,6 +72,7 @@ class SimulatedMac final : private NonCopyable {
     /// What Velko has cost the machine since it started.
     struct Cost {
         std::uint64_t wakeUps = 0;
+        std::uint64_t bursts = 0;  ///< wake-ups that no other came just before
         std::uint64_t accessibilityMessages = 0;
         std::uint64_t engineCalls = 0;   ///< activations and invalidations
         std::uint64_t bytesWritten = 0;  ///< by way of `fileCalls`

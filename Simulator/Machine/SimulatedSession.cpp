@@ -78,17 +78,36 @@ void SimulatedSession::keepAppsBusy(MainThread::Uptime delay, MainThread::Uptime
 void SimulatedSession::sleepAndWake(std::chrono::milliseconds duration) {
     parts_.clock.sleepFor(duration);
     keepAppsBusy();
+    areDisplaysAsleep_ = false;
     tell(WorkspaceNotice::Kind::didWake);
     tell(WorkspaceNotice::Kind::screensDidWake);
 }
 
+void SimulatedSession::sleepDisplays() {
+    areDisplaysAsleep_ = true;
+    tell(WorkspaceNotice::Kind::screensDidSleep);
+}
+
+void SimulatedSession::wakeDisplays() {
+    keepAppsBusy();
+    areDisplaysAsleep_ = false;
+    tell(WorkspaceNotice::Kind::screensDidWake);
+}
+
+void SimulatedSession::leaveToOther() {
+    isElsewhere_ = true;
+    tell(WorkspaceNotice::Kind::sessionResignedActive);
+}
+
 void SimulatedSession::changeSpace() {
     keepAppsBusy();
+    areDisplaysAsleep_ = isElsewhere_ = false;
     tell(WorkspaceNotice::Kind::activeSpaceChanged);
 }
 
 void SimulatedSession::returnToUser() {
     keepAppsBusy();
+    areDisplaysAsleep_ = isElsewhere_ = false;
     tell(WorkspaceNotice::Kind::sessionBecameActive);
 }
 

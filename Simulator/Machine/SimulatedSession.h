@@ -51,8 +51,15 @@ class SimulatedSession final {
     explicit SimulatedSession(const Parts& parts) : parts_(parts) {}
 
     void sleepAndWake(std::chrono::milliseconds duration);
+    /// Only the displays sleep, as they do when nobody has touched the Mac for a while.
+    void sleepDisplays();
+    void wakeDisplays();
     void changeSpace();
+    /// Another user comes to the Mac while this one stays logged in.
+    void leaveToOther();
     void returnToUser();
+    /// Whether the displays are awake and show this user's session.
+    [[nodiscard]] bool isAttended() const noexcept { return !areDisplaysAsleep_ && !isElsewhere_; }
     /// No app answers for that long.
     void stall(std::chrono::milliseconds duration);
     /// Apps answer late for a moment, as they do whenever much has changed.
@@ -63,6 +70,8 @@ class SimulatedSession final {
     void tell(WorkspaceNotice::Kind kind);
 
     Parts parts_;
+    bool areDisplaysAsleep_ = false;
+    bool isElsewhere_ = false;  ///< another user is at the Mac
     MainThread::Uptime busyUntil_{0};
     MainThread::Uptime busyBy_{0};  ///< how late apps answer until then
 };

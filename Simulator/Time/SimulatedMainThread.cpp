@@ -54,6 +54,9 @@ namespace {
 
 constexpr std::chrono::milliseconds shortestPeriod{1};
 
+/// A machine that has just worked is not asleep again yet.
+constexpr std::chrono::milliseconds sameBurst{50};
+
 }  // namespace
 
 SimulatedMainThread::SimulatedMainThread(PreciseDate date)
@@ -198,6 +201,7 @@ void SimulatedMainThread::wakeFromNap() {
 void SimulatedMainThread::run(const std::shared_ptr<Entry>& entry) {
     if (entry->wakes && busyUntil_ != now()) {
         ++wakeUps_;
+        bursts_ += !lastWork_ || now() - *lastWork_ > sameBurst ? 1 : 0;
     }
     // The work is moved out of its entry while it runs, so that it may cancel or replace itself.
     Work work = std::exchange(entry->work, nullptr);
@@ -206,6 +210,7 @@ void SimulatedMainThread::run(const std::shared_ptr<Entry>& entry) {
     work();
     if (entry->wakes) {
         busyUntil_ = now();
+        lastWork_ = now();
     }
     if (entry->isWaiting) {
         entry->work = std::move(work);

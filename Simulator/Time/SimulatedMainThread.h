@@ -73,6 +73,8 @@ class SimulatedMainThread final : public MachineThread {
 
     /// How often the main thread woke up to work. Several pieces of work that are due together count once.
     [[nodiscard]] std::uint64_t wakeUps() const noexcept { return wakeUps_; }
+    /// How many of these came more than 50 ms after the work before: a battery pays for each.
+    [[nodiscard]] std::uint64_t bursts() const noexcept { return bursts_; }
 
     /// Called after each piece of work, to watch its results. It must not change anything.
     std::function<void()> onTurn;
@@ -97,6 +99,8 @@ class SimulatedMainThread final : public MachineThread {
     std::optional<Uptime> meter_;      ///< the time that the running background read has spent
     std::optional<Uptime> busyUntil_;  ///< when work last ended within this `advance`
     std::uint64_t wakeUps_ = 0;
+    std::uint64_t bursts_ = 0;
+    std::optional<Uptime> lastWork_;
     bool advancing_ = false;
 };
 

@@ -64,6 +64,7 @@ std::unique_ptr<Flows> AppController::makeFlows() {
             .clicks = {.bar = [this] { return responses_->knownBar(broomFrame ? broomFrame() : Rect{}); },
                        .pressed =
                            [this](const ClickTapEvent& event) {
+                               flows_->beat.userIsThere();
                                if (onPress) {
                                    onPress(event);
                                }
@@ -93,6 +94,7 @@ void AppController::start() {
         return;
     }
     flows_->startBackgroundLoops();
+    flows_->valuesChanged = observe([this] { flows_->beat.reconsider(); });
     if (flows_->trust.holds()) {
         requestScan(ScanDepth::full);
         flows_->clicks.listen();

@@ -25,7 +25,7 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
       showMe(host, platform, log),
       opening(host, platform, log, handlers.reveal),
       popOut(host, platform, log),
-      changes(host, platform, [this](const BundleID& bundleID) { popOut.begin(bundleID); }),
+      changes(host, platform, trust, [this](const BundleID& bundleID) { popOut.begin(bundleID); }),
       liveActivity(host, platform, log),
       usage(host, platform, std::move(handlers.usageSampled)),
       autopilot(host, platform, log, [this](bool offered) { note.suggestionsChecked(offered); }),
@@ -42,14 +42,16 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
               .pressed = std::move(handlers.clicks.pressed),
               .begun = std::move(handlers.clicks.begun),
               .recorded = [this](const BundleID& bundleID) { popOut.clicked(bundleID); }}),
-      keys(host, ports.hotKeys, log, std::move(handlers.keyPressed)) {}
+      keys(host, ports.hotKeys, log, std::move(handlers.keyPressed)),
+      beat(platform) {}
 
 void Flows::startBackgroundLoops() {
-    trust.start();
-    usage.start();
-    autopilot.start();
-    changes.start();
-    liveActivity.start();
+    trust.start(beat);
+    usage.start(beat);
+    autopilot.start(beat);
+    changes.start(beat);
+    liveActivity.start(beat);
+    beat.start();
 }
 
 }  // namespace velko

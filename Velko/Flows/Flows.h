@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Velko/Flows/AutoTuck.h"
+#include "Velko/Flows/Beat.h"
 #include "Velko/Flows/ClickRecording.h"
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/GlobalKeys.h"
@@ -63,6 +64,8 @@ struct Flows final : private NonCopyable {
     Preferences preferences;
     ClickRecording clicks;
     GlobalKeys keys;
+    Beat beat;                                 ///< of the loops in the background
+    Subscription valuesChanged;                ///< tells the beat
     std::optional<SystemEvents> systemEvents;  ///< from the start on
     std::optional<IconWatch> iconWatch;        ///< once somebody has asked for it
 };

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "Velko/App/Log.h"
+#include "Velko/Flows/Beat.h"
+#include "Velko/Flows/TrustWatch.h"
 #include "VelkoCore/Time/Date.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Awaited.h"
@@ -15,6 +17,9 @@
 namespace velko {
 
 namespace {
+
+/// An app that gains an icon says so to nobody, so now and then all are asked for their icons anew.
+constexpr std::chrono::minutes newIconsInterval{1};
 
 /// "10.0 seconds".
 std::string inWords(Timing::Duration duration) {
@@ -26,25 +31,39 @@ std::string inWords(Timing::Duration duration) {
 
 }  // namespace
 
-ChangeWatch::ChangeWatch(FlowHost& host, const Platform& platform,
+ChangeWatch::ChangeWatch(FlowHost& host, const Platform& platform, TrustWatch& trust,
                          std::function<void(const BundleID&)> changed)
-    : host_(host), platform_(platform), changed_(std::move(changed)) {}
+    : host_(host), platform_(platform), trust_(trust), changed_(std::move(changed)) {}
 
-void ChangeWatch::start() {
-    loop_ = platform_.mainThread.every(Timing::popOutPollInterval, [this] { look(); });
+void ChangeWatch::start(Beat& beat) {
+    beat.add({.period = Timing::popOutPollInterval,
+              .hasWork = [this] { return !host_.values().problems.trustMissing && isAnyWatched(); },
+              .run = [this] { look(); },
+              .rest = [this] { compare({}); }});  // what is seen next is a new beginning
 }
 
 void ChangeWatch::look() {
-    if (reading_.isPending()) {
-        return;  // an app that hangs makes a look last longer than the time between two
-    }
-    auto apps = host_.values().problems.trustMissing ? std::map<BundleID, ProcessID>{} : watchedApps();
-    if (apps.empty()) {
-        compare({});  // what is seen next is a new beginning
+    // An app that hangs makes a look last longer than the time between two.
+    if (reading_.isPending() || !trust_.check()) {
         return;
     }
-    reading_ = Inventory::readings(platform_, std::move(apps),
-                                   [this](const Inventory::Readings& readings) { compare(readings); });
+    const Uptime now = platform_.mainThread.now();
+    if (now - elementsSince_ >= newIconsInterval) {
+        elements_.clear();
+        elementsSince_ = now;
+    }
+    reading_ = Inventory::readings(platform_, watchedApps(),
+                                   [this](Inventory::Readings readings) { accept(std::move(readings)); });
+}
+
+void ChangeWatch::accept(Inventory::Readings readings) {
+    const auto answered = [](const auto& reading) { return !reading.second.items.empty(); };
+    trust_.appsWereRead(std::ranges::any_of(readings, answered));
+    compare(readings);
+    elements_.clear();
+    for (auto& [bundleID, reading] : readings) {
+        elements_.emplace(reading.pid, std::move(reading.elements));
+    }
 }
 
 void ChangeWatch::compare(const Inventory::Readings& readings) {
@@ -65,11 +84,20 @@ bool ChangeWatch::isWatched(const BundleID& bundleID) const {
            layout.mayPopOut(bundleID, floorToSeconds(platform_.mainThread.date()));
 }
 
-std::map<BundleID, ProcessID> ChangeWatch::watchedApps() const {
-    std::map<BundleID, ProcessID> apps;
+bool ChangeWatch::isAnyWatched() const {
+    return std::ranges::any_of(host_.values().items,
+                               [this](const MenuBarItem& item) { return isWatched(item.bundleID); });
+}
+
+std::map<BundleID, Inventory::Watched> ChangeWatch::watchedApps() const {
+    std::map<BundleID, Inventory::Watched> apps;
     for (const MenuBarItem& item : host_.values().items) {
         if (isWatched(item.bundleID)) {
-            apps.emplace(item.bundleID, item.pid);
+            const auto known = elements_.find(item.pid);
+            apps.emplace(item.bundleID,
+                         Inventory::Watched{.pid = item.pid,
+                                            .elements = known == elements_.end() ? std::vector<AXElement>()
+                                                                                 : known->second});
         }
     }
     return apps;

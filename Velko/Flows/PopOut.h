@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <vector>
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Identifiers.h"
@@ -14,28 +15,36 @@
 
 namespace velko {
 
+class Beat;
 class Log;
+class TrustWatch;
 
 /// Looks at the tucked icons every two seconds and notices which show something new. Main thread; owned by
 /// the controller.
 class ChangeWatch final : private NonCopyable {
  public:
     /// `changed` is called for each app that has changed and may pop out.
-    ChangeWatch(FlowHost& host, const Platform& platform, std::function<void(const BundleID&)> changed);
+    ChangeWatch(FlowHost& host, const Platform& platform, TrustWatch& trust,
+                std::function<void(const BundleID&)> changed);
 
-    void start();
+    /// Adds its looks to the beat.
+    void start(Beat& beat);
 
  private:
     void look();
+    void accept(Inventory::Readings readings);
     void compare(const Inventory::Readings& readings);
     [[nodiscard]] bool isWatched(const BundleID& bundleID) const;
-    [[nodiscard]] std::map<BundleID, ProcessID> watchedApps() const;
+    [[nodiscard]] bool isAnyWatched() const;
+    [[nodiscard]] std::map<BundleID, Inventory::Watched> watchedApps() const;
 
     FlowHost& host_;
     Platform platform_;
+    TrustWatch& trust_;
     std::function<void(const BundleID&)> changed_;
     ChangeDetector detector_;
-    Task loop_;
+    std::map<ProcessID, std::vector<AXElement>> elements_;  ///< of the last readings
+    Uptime elementsSince_{};
     Task reading_;
 };
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Velko/App/Log.h"
+#include "Velko/Flows/Beat.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -14,11 +15,16 @@ namespace velko {
 UsageSampling::UsageSampling(FlowHost& host, const Platform& platform, std::function<void()> afterEach)
     : host_(host), platform_(platform), afterEach_(std::move(afterEach)) {}
 
-void UsageSampling::start() {
-    loop_ = platform_.mainThread.every(Timing::healthSampleInterval, [this] {
-        sampleNow();
-        afterEach_();
-    });
+void UsageSampling::start(Beat& beat) {
+    beat.add(
+        {.period = Timing::healthSampleInterval,
+         .early = Timing::popOutPollInterval,
+         .hasWork = [this] { return !host_.values().items.empty() || !host_.values().problems.trustMissing; },
+         .run =
+             [this] {
+                 sampleNow();
+                 afterEach_();
+             }});
 }
 
 void UsageSampling::sampleNow() {
@@ -38,8 +44,21 @@ void UsageSampling::sampleNow() {
 LiveActivityWatch::LiveActivityWatch(FlowHost& host, const Platform& platform, Log& log)
     : host_(host), platform_(platform), log_(log) {}
 
-void LiveActivityWatch::start() {
-    loop_ = platform_.mainThread.every(Timing::liveActivityCheckInterval, [this] { look(); });
+void LiveActivityWatch::start(Beat& beat) {
+    const auto look = [this](bool found, Uptime late) {
+        return Beat::Loop{.period = Timing::liveActivityCheckInterval,
+                          .early = Timing::popOutPollInterval,
+                          .late = late,
+                          .hasWork =
+                              [this, found] {
+                                  return host_.values().layout.showLiveActivities &&
+                                         pid_.has_value() == found;
+                              },
+                          .run = [this] { this->look(); }};
+    };
+    beat.add(look(true, {}));
+    // Nobody tells when the process comes. Looking for it alone is not worth a wake-up.
+    beat.add(look(false, Timing::healthSampleInterval - Timing::liveActivityCheckInterval));
 }
 
 void LiveActivityWatch::look() {

@@ -13,6 +13,7 @@
 
 namespace velko {
 
+class Beat;
 class Log;
 
 /// Measures every half minute what the apps in the menu bar cost. Main thread; owned by the controller.
@@ -21,7 +22,8 @@ class UsageSampling final : private NonCopyable {
     /// `afterEach` is called after every round but those asked for by `sampleNow`.
     UsageSampling(FlowHost& host, const Platform& platform, std::function<void()> afterEach);
 
-    void start();
+    /// Adds its rounds to the beat.
+    void start(Beat& beat);
 
     /// Takes one sample per app that owns items.
     void sampleNow();
@@ -31,7 +33,6 @@ class UsageSampling final : private NonCopyable {
     Platform platform_;
     std::function<void()> afterEach_;
     UsageTracker tracker_;
-    Task loop_;
 };
 
 /// Shows the whole bar while an iPhone Live Activity runs, and tidies when it is over. Main thread; owned
@@ -40,7 +41,8 @@ class LiveActivityWatch final : private NonCopyable {
  public:
     LiveActivityWatch(FlowHost& host, const Platform& platform, Log& log);
 
-    void start();
+    /// Adds its looks to the beat.
+    void start(Beat& beat);
 
     /// The user has switched Live Activities on or off.
     void settingChanged();
@@ -55,7 +57,6 @@ class LiveActivityWatch final : private NonCopyable {
     Log& log_;
     LiveActivityDetector detector_;
     std::optional<ProcessID> pid_;  ///< the process that draws Live Activities, as last found
-    Task loop_;
 };
 
 }  // namespace velko

@@ -10,6 +10,7 @@
 #include "Velko/App/Log.h"
 #include "Velko/Apps/ChangeWords.h"
 #include "Velko/Apps/MenuBarApps.h"
+#include "Velko/Flows/Beat.h"
 #include "VelkoCore/Habits/Autopilot.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Time/Date.h"
@@ -23,8 +24,10 @@ AutopilotOffers::AutopilotOffers(FlowHost& host, const Platform& platform, Log& 
                                  std::function<void(bool)> checked)
     : host_(host), platform_(platform), log_(log), checked_(std::move(checked)) {}
 
-void AutopilotOffers::start() {
-    loop_ = platform_.mainThread.every(Timing::autopilotCheckInterval, [this] { check(); });
+void AutopilotOffers::start(Beat& beat) {
+    beat.add({.period = Timing::autopilotCheckInterval,
+              .hasWork = [] { return true; },
+              .run = [this] { check(); }});
 }
 
 void AutopilotOffers::heedClock() {

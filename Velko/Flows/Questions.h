@@ -15,6 +15,7 @@
 
 namespace velko {
 
+class Beat;
 class Log;
 
 /// Offers tidy suggestions, at most once a week, and does what the user answers. Main thread; owned by the
@@ -24,7 +25,8 @@ class AutopilotOffers final : private NonCopyable {
     /// `checked` is called after each hourly check and told whether it made an offer.
     AutopilotOffers(FlowHost& host, const Platform& platform, Log& log, std::function<void(bool)> checked);
 
-    void start();
+    /// Adds its hourly check to the beat.
+    void start(Beat& beat);
 
     /// Sees to it that no clock that was ahead silences us until then. To be called when a layout was loaded
     /// and when the clock may have jumped; the hourly check does it too.
@@ -59,7 +61,6 @@ class AutopilotOffers final : private NonCopyable {
     Platform platform_;
     Log& log_;
     std::function<void(bool)> checked_;
-    Task loop_;
 };
 
 /// Whether Velko has something to ask, and whether the user has put it off. Main thread; owned by the

@@ -1,7 +1,9 @@
 #include "Velko/Flows/TrustWatch.h"
 
+#include <chrono>
 #include <utility>
 
+#include "Velko/Flows/Beat.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -9,6 +11,9 @@
 namespace velko {
 
 namespace {
+
+/// While the permission holds it is only a matter of noticing that the user has taken it.
+constexpr std::chrono::seconds calmInterval{10};
 
 /// While the permission holds, only every third look asks another app: each is a message more.
 constexpr int looksPerQuestion = 3;
@@ -18,8 +23,13 @@ constexpr int looksPerQuestion = 3;
 TrustWatch::TrustWatch(FlowHost& host, const Platform& platform, std::function<void(bool)> changed)
     : host_(host), platform_(platform), changed_(std::move(changed)) {}
 
-void TrustWatch::start() {
-    loop_ = platform_.mainThread.every(Timing::trustPollInterval, [this] { look(); });
+void TrustWatch::start(Beat& beat) {
+    const auto isMissing = [this] { return host_.values().problems.trustMissing; };
+    beat.add({.period = Timing::trustPollInterval, .hasWork = isMissing, .run = [this] { look(); }});
+    beat.add({.period = calmInterval,
+              .early = Timing::trustPollInterval,
+              .hasWork = [isMissing] { return !isMissing(); },
+              .run = [this] { look(); }});
 }
 
 bool TrustWatch::holds() {
@@ -42,6 +52,14 @@ bool TrustWatch::check() {
 
 void TrustWatch::look() {
     if (!check() || --looksUntilAsking_ <= 0 || whenProven_) {
+        ask();
+    }
+}
+
+void TrustWatch::appsWereRead(bool anyAnswered) {
+    if (anyAnswered) {
+        looksUntilAsking_ = looksPerQuestion;
+    } else {
         ask();
     }
 }

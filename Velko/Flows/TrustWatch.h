@@ -10,6 +10,8 @@
 
 namespace velko {
 
+class Beat;
+
 /// Notices that the user has given or taken the Accessibility permission, which the system tells nobody and
 /// may report wrongly. So other apps are asked as well; of what the system says and what they show, the newer
 /// holds. Main thread; owned by the controller.
@@ -18,13 +20,17 @@ class TrustWatch final : private NonCopyable {
     /// `changed` is told what holds now, whenever it is not what the health says.
     TrustWatch(FlowHost& host, const Platform& platform, std::function<void(bool trusted)> changed);
 
-    void start();
+    /// Adds its looks to the beat.
+    void start(Beat& beat);
 
     /// Whether the permission is there, as far as is known. Tells nobody.
     [[nodiscard]] bool holds();
 
     /// Looks now. Whether the permission is there.
     bool check();
+
+    /// Another app has let itself be read, or the apps that were read just now have all been silent.
+    void appsWereRead(bool anyAnswered);
 
     /// Asks another app, and calls `then` once one has let itself be read. Only the last such call counts;
     /// without the permission it is dropped.
@@ -43,7 +49,6 @@ class TrustWatch final : private NonCopyable {
     int looksUntilAsking_ = 0;
     std::function<void()> whenProven_;
     Task asking_;
-    Task loop_;
 };
 
 }  // namespace velko

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <expected>
 #include <filesystem>
 #include <iterator>
 #include <optional>
@@ -170,13 +171,13 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// How one item looks; nothing when it does not answer.
-std::optional<ItemReading> readItem(const Accessibility& accessibility, const AXElement& element,
-                                    const Names& attributes) {
+/// How one item looks, or why it does not say.
+std::expected<ItemReading, AXError> readItem(const Accessibility& accessibility, const AXElement& element,
+                                             const Names& attributes) {
     // One message for all: this is done for every tucked icon every two seconds.
     const auto answers = AX::attributes(accessibility, element, attributes);
     if (std::ranges::none_of(answers, AX::isHeard)) {
-        return std::nullopt;
+        return std::unexpected(answers.front().error());
     }
     const auto frame = AX::frame(answers[0], answers[1]);
     ItemReading reading{.text = {}, .width = frame ? frame->width : 0};
@@ -191,24 +192,37 @@ std::optional<ItemReading> readItem(const Accessibility& accessibility, const AX
     return reading;
 }
 
+AppReading readApp(const Accessibility& accessibility, const Watched& app, const Names& attributes) {
+    const bool isKnown = !app.elements.empty();
+    AppReading reading{.pid = app.pid,
+                       .items = {},
+                       .elements = isKnown ? app.elements : AX::statusItems(accessibility, app.pid)};
+    bool isWhole = true;
+    for (const AXElement& element : reading.elements) {
+        auto item = readItem(accessibility, element, attributes);
+        if (item) {
+            reading.items.push_back(*std::move(item));
+        } else if (isKnown && item.error() == AXError::invalidElement) {
+            return readApp(accessibility, {.pid = app.pid}, attributes);
+        }
+        isWhole = isWhole && item.has_value();
+    }
+    if (!isWhole) {
+        reading.elements.clear();
+    }
+    return reading;
+}
+
 }  // namespace
 
-Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps, ReadingsHandler then) {
-    using App = std::pair<BundleID, ProcessID>;
+Task readings(const Platform& platform, std::map<BundleID, Watched> apps, ReadingsHandler then) {
+    using App = std::pair<BundleID, Watched>;
     using Reading = std::pair<BundleID, AppReading>;
     return gatherReads(
         platform.mainThread, std::vector<App>(apps.begin(), apps.end()),
         [&accessibility = platform.accessibility,
-         attributes =
-             Names{"AXPosition", "AXSize", "AXTitle", "AXDescription", "AXHelp", "AXValue"}](const App& app) {
-            Reading reading{app.first, {.pid = app.second, .items = {}}};
-            for (const AXElement& element : AX::statusItems(accessibility, app.second)) {
-                if (auto item = readItem(accessibility, element, attributes)) {
-                    reading.second.items.push_back(*std::move(item));
-                }
-            }
-            return reading;
-        },
+         attributes = Names{"AXPosition", "AXSize", "AXTitle", "AXDescription", "AXHelp", "AXValue"}](
+            const App& app) { return Reading{app.first, readApp(accessibility, app.second, attributes)}; },
         [then = std::move(then)](std::vector<Reading> perApp) {
             then(Readings(std::make_move_iterator(perApp.begin()), std::make_move_iterator(perApp.end())));
         });

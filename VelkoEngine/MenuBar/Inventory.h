@@ -11,6 +11,7 @@
 #include "VelkoCore/Geometry.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Watching/ChangeDetector.h"
+#include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Platform.h"
 #include "VelkoEngine/Ports/Task.h"
 #include "VelkoEngine/Ports/Workspace.h"
@@ -48,12 +49,17 @@ struct AppRef {
     bool operator==(const AppRef&) const = default;
 };
 
+/// An app whose icons are to be read. With the elements of the reading before, each icon costs one message.
+struct Watched {
+    ProcessID pid = 0;
+    std::vector<AXElement> elements{};  ///< empty: not known yet
+};
+
 /// The items of one app, for change detection.
 struct AppReading {
     ProcessID pid = 0;
     std::vector<ItemReading> items;
-
-    bool operator==(const AppReading&) const = default;
+    std::vector<AXElement> elements{};  ///< for the next reading; empty when one of them did not answer
 };
 
 /// What a read of the menu bar came to.
@@ -86,9 +92,9 @@ using ReadingsHandler = std::function<void(Readings)>;
 [[nodiscard]] Task frames(const Platform& platform, const std::set<ProcessID>& pids,
                           std::function<void(std::vector<Rect>)> then);
 
-/// Reads how the given apps' items look now; one that does not answer is left out.
-[[nodiscard]] Task readings(const Platform& platform, std::map<BundleID, ProcessID> apps,
-                            ReadingsHandler then);
+/// Reads how the given apps' items look now; one that does not answer is left out. Where a known element is
+/// gone, its app is asked for all of them anew. An item that comes while the elements are known is not seen.
+[[nodiscard]] Task readings(const Platform& platform, std::map<BundleID, Watched> apps, ReadingsHandler then);
 
 /// The processes whose items the menu bar's host shows now; blocks for a few messages. Any thread.
 [[nodiscard]] std::set<ProcessID> visiblePIDs(const Platform& platform);

@@ -25,9 +25,11 @@ struct RunningApplication {
 struct WorkspaceNotice {
     enum class Kind {
         didWake,
+        screensDidSleep,
         screensDidWake,
         activeSpaceChanged,
         sessionBecameActive,
+        sessionResignedActive,  ///< another user is at the Mac now
         launched,    ///< only for regular apps; few apps in the menu bar are regular
         terminated,  ///< likewise
         activated,

@@ -114,6 +114,8 @@ void SystemEvents::hear(const WorkspaceNotice& notice) {
             note(roll_.hear(notice));
             break;
         case listChanged: note(roll_.compare(workspace_.runningApplications())); break;
+        case screensDidSleep:
+        case sessionResignedActive:
         case activated: break;
     }
 }

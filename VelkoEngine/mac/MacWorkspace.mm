@@ -73,11 +73,13 @@ std::optional<std::string> MacWorkspace::installedName(const BundleID& bundleID)
 
 Subscription MacWorkspace::observe(std::function<void(const WorkspaceNotice&)> handler) {
     using Kind = WorkspaceNotice::Kind;
-    const std::array<std::pair<NSNotificationName, Kind>, 7> notifications{{
+    const std::array<std::pair<NSNotificationName, Kind>, 9> notifications{{
         {NSWorkspaceDidWakeNotification, Kind::didWake},
+        {NSWorkspaceScreensDidSleepNotification, Kind::screensDidSleep},
         {NSWorkspaceScreensDidWakeNotification, Kind::screensDidWake},
         {NSWorkspaceActiveSpaceDidChangeNotification, Kind::activeSpaceChanged},
         {NSWorkspaceSessionDidBecomeActiveNotification, Kind::sessionBecameActive},
+        {NSWorkspaceSessionDidResignActiveNotification, Kind::sessionResignedActive},
         {NSWorkspaceDidLaunchApplicationNotification, Kind::launched},
         {NSWorkspaceDidTerminateApplicationNotification, Kind::terminated},
         {NSWorkspaceDidActivateApplicationNotification, Kind::activated},

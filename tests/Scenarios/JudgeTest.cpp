@@ -75,6 +75,13 @@ constexpr Breach breaches[] = {
      "the user alone decides"},
     {"RevealsUnasked", "say \"Now\"\nwait 1 s", [](scenarios::World& world) { world.velko()->toggle(); },
      "icons come out and go for a click"},
+    {"TucksTooSoon", "click broom\nwait 1 s\nsay \"Now\"\nwait 1 s",
+     [](scenarios::World& world) { world.velko()->handle(RevealEvent::autoTuck()); },
+     "icons tuck themselves when their time is over"},
+    {"MayPlaceWhatIsOut",
+     "wait 1 min\nicon title Dropbox \"new\"\nwait 5 s\nexpect visible Dropbox\nsay \"Now\"\n"
+     "place Dropbox tucked\nwait 1 s\nexpect hidden Dropbox",
+     [](scenarios::World&) {}, ""},
     {"ShowsAllUnasked", "say \"Now\"\nwait 1 s", [](scenarios::World& world) { world.velko()->showAll(); },
      "icons never flash up"},
     {"ShowsOneAloneUnasked", "say \"Now\"\nwait 1 s",

@@ -36,6 +36,7 @@ TEST_F(Scenario, StopsAtItsFirstMistake) {
     EXPECT_EQ(play("velko start\nwait 1 s\nexpect state revealed"), "3: It is collapsed, not revealed.");
     EXPECT_EQ(play("accept Slack"), "1: Velko suggests nothing for Slack.");
     EXPECT_EQ(play("quit app.velko.mac"), "1: Velko's own process is left alone.");
+    EXPECT_EQ(play("expect lacks shelf \"Slack\""), "1: The shelf says that, or is not open.");
 }
 
 TEST_F(Scenario, ReachesTheFilesTheEngineAndTheSettings) {

@@ -143,7 +143,8 @@ TEST_F(HostMainThreadOnABusyMac, ScansAndHitTestsWhileAppsComeAndGo) {
         }
         EXPECT_EQ(itemsOf(items, "app3"), 0) << "it hangs";
 
-        const std::map<BundleID, ProcessID> apps{{"app1", pids[1]}, {"app4", pids[4]}, {"app5", pids[5]}};
+        const std::map<BundleID, Inventory::Watched> apps{
+            {"app1", {pids[1]}}, {"app4", {pids[4]}}, {"app5", {pids[5]}}};
         const auto readings = answerOf<Inventory::Readings>(
             [&](auto then) { return Inventory::readings(platform, apps, then); });
         EXPECT_EQ(readings.at("app1").items.size(), 2U);

@@ -11,6 +11,7 @@
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
+#include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 
 namespace velko {
@@ -116,6 +117,10 @@ TEST_F(SimulatedMacTest, KnowsGapsInHidingFromHidingBegunAnew) {
     ASSERT_EQ(mac.framework.gaps().size(), 1U) << "the old one ended before the new one was in force";
     EXPECT_EQ(mac.framework.gaps()[0].to - mac.framework.gaps()[0].from, mac.framework.answerDelay);
     EXPECT_EQ(mac.framework.activeAssertions(), 1U);
+    std::erase_if(mac.framework.classes.at("MBAssessmentModeAssertion"),
+                  [](const auto& method) { return method.selector == "invalidate"; });
+    EXPECT_TRUE(mac.framework.invalidate(fourth)) << "a message that is not understood is not sent";
+    EXPECT_TRUE(mac.framework.inForce());
 }
 
 TEST_F(SimulatedMacTest, OpensAnAppsMenuForAClickButNotVelkosWhichVelkoOpens) {
@@ -124,6 +129,28 @@ TEST_F(SimulatedMacTest, OpensAnAppsMenuForAClickButNotVelkosWhichVelkoOpens) {
     EXPECT_EQ(mac.windows.menuOwner(), pid);
     EXPECT_TRUE(mac.clickIcon(mac.processes.ownPID()));
     EXPECT_EQ(mac.windows.menuOwner(), std::nullopt);
+}
+
+TEST_F(SimulatedMacTest, DelaysTimersOnlyWhileNobodyLooksAtTheProgram) {
+    int beats = 0;
+    const Task beat = mac.mainThread.every(1s, [&] { ++beats; });
+    mac.activity.nap();
+    mac.advance(16s);
+    EXPECT_LE(beats, 3);
+    beats = 0;
+    mac.statusItem.openMenu({{.title = "Quit", .action = [] {}}}, [] {});
+    mac.advance(16s);
+    EXPECT_GE(beats, 15);
+}
+
+TEST(SimulatedMac, ClosesOnlyPassingSurfacesWithEscape) {
+    SimulatedMac mac;
+    for (const auto kind : {Surfaces::Kind::note, Surfaces::Kind::settings}) {
+        auto& surface = mac.surfaces.surface(kind);
+        surface.open({.title = "Title", .content = view::text("a", "b")});
+        EXPECT_EQ(surface.press({.key = view::Shortcut::Key::escape}), kind == Surfaces::Kind::note);
+        EXPECT_EQ(surface.isOpen(), kind == Surfaces::Kind::settings);
+    }
 }
 
 TEST(SimulatedMac, FindsWhatNobodyCouldUse) {

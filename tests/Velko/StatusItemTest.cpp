@@ -159,7 +159,7 @@ TEST_F(StatusItemTest, SaysTheMostPressingThing) {
     click();
     EXPECT_EQ(toolTip(), "Click to tidy up");
     mac.revokeTrust();
-    pass(3s);
+    pass(11s);
     EXPECT_EQ(toolTip(), "Velko needs attention. Right-click for details.");
     EXPECT_EQ(mac.statusItem.image(),
               (StatusItem::Image{StatusItem::Symbol{"exclamationmark.triangle", "Velko"}}));
