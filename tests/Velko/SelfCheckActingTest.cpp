@@ -67,6 +67,19 @@ TEST_F(SelfCheckActingTest, NoticesIconsThatDoNotComeBack) {
               "com.example.mail, com.example.chat");
 }
 
+TEST_F(SelfCheckActingTest, HidesForAnotherProcessUntilItsTimeIsUp) {
+    std::size_t fewest = 99;
+    mac.onMenuBarChange = [&] { fewest = std::min(fewest, mac.visibleIcons().size()); };
+    const auto start = mac.mainThread.now();
+    EXPECT_EQ(SelfCheck::hideForOthers(subject()), 0);
+    mac.onMenuBarChange = nullptr;
+    EXPECT_EQ(fewest, 1U);
+    EXPECT_LT(mac.mainThread.now() - start, 30s);
+    expectEverythingShows();
+    mac.framework.refusal = FrameworkError{.domain = "MBError", .code = 7, .description = "no"};
+    EXPECT_EQ(SelfCheck::hideForOthers(subject()), 1);
+}
+
 TEST_F(SelfCheckActingTest, LeavesTheHidingToAnotherVelko) {
     mac.launch({.bundleID = "app.velko.mac", .name = "Velko"});
     EXPECT_EQ(failuresOfHiding(), Lines{"FAIL no other Velko is running: quit Velko, and then try again"});

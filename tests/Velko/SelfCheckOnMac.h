@@ -148,38 +148,41 @@ class SelfCheckOnMac : public testing::Test {
         mac.advance(std::chrono::seconds(1));
     }
 
+    SelfCheck::Subject subject() {
+        const Platform real = mac.platform();
+        return {.platform = {.mainThread = real.mainThread,
+                             .accessibility = accessibility,
+                             .workspace = real.workspace,
+                             .displays = real.displays,
+                             .pointer = real.pointer,
+                             .processes = real.processes,
+                             .windows = real.windows,
+                             .privateFramework = framework,
+                             .activity = real.activity},
+                .propertyLists = reader,
+                .hotKeys = mac.hotKeys,
+                .info = {.version = "1.2"},
+                .layoutFile = folder.path() / "not" / "there" / "yet" / "layout.json",
+                .logFile = logFile,
+                .pass = [this](MainThread::Uptime duration) { mac.advance(duration); },
+                .bench = &bench};
+    }
+
     /// Runs the check, and returns the lines that say FAIL.
     Lines failures(const std::set<Option>& options = {}, const std::string& only = "") {
         lines.clear();
-        const Platform real = mac.platform();
-        const int status =
-            SelfCheck::run({.platform = {.mainThread = real.mainThread,
-                                         .accessibility = accessibility,
-                                         .workspace = real.workspace,
-                                         .displays = real.displays,
-                                         .pointer = real.pointer,
-                                         .processes = real.processes,
-                                         .windows = real.windows,
-                                         .privateFramework = framework,
-                                         .activity = real.activity},
-                            .propertyLists = reader,
-                            .hotKeys = mac.hotKeys,
-                            .info = {.version = "1.2"},
-                            .layoutFile = folder.path() / "not" / "there" / "yet" / "layout.json",
-                            .logFile = logFile,
-                            .pass = [this](MainThread::Uptime duration) { mac.advance(duration); },
-                            .bench = &bench},
-                           {.kind = Command::Kind::check,
-                            .options = options,
-                            .jsonFile = jsonFile,
-                            .pictures = pictures,
-                            .only = only},
-                           [this](const std::string& line) {
-                               lines.push_back(line);
-                               if (person && line.starts_with(">> ")) {
-                                   person(line);
-                               }
-                           });
+        const int status = SelfCheck::run(subject(),
+                                          {.kind = Command::Kind::check,
+                                           .options = options,
+                                           .jsonFile = jsonFile,
+                                           .pictures = pictures,
+                                           .only = only},
+                                          [this](const std::string& line) {
+                                              lines.push_back(line);
+                                              if (person && line.starts_with(">> ")) {
+                                                  person(line);
+                                              }
+                                          });
         Lines failed;
         std::ranges::copy_if(lines, std::back_inserter(failed),
                              [](const std::string& line) { return line.starts_with("FAIL "); });
