@@ -149,6 +149,14 @@ void visitSearch(const Subject& subject, const Visit& visit) {
     velko.show(Surfaces::Kind::search, "search for mail");
 }
 
+/// No app of the imaginary Mac opens its menu.
+void visitMessage(const Subject& subject, const Visit& visit) {
+    SampleVelko velko(subject, visit, layoutWith(1), 1);
+    velko.delegate().controller().open(sampleApps(1).front().bundleID);
+    subject.pass(starting);
+    velko.show(Surfaces::Kind::message, "message");
+}
+
 void visitNote(const Subject& subject, const Visit& visit, std::size_t questions) {
     SampleVelko velko(subject, visit, layoutWith(0, questions), questions);
     velko.mac().click();
@@ -213,6 +221,7 @@ void visitSetup(const Subject& subject, const Visit& visit, bool isTrusted) {
 void visitSamples(const Subject& subject, const Visit& visit) {
     visitSettings(subject, visit);
     visitSearch(subject, visit);
+    visitMessage(subject, visit);
     for (const std::size_t questions : {1U, 12U}) {
         visitNote(subject, visit, questions);
     }

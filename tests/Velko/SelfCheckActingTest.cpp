@@ -170,9 +170,9 @@ TEST_F(SelfCheckActingTest, DrawsEverySurface) {
     EXPECT_EQ(failures({}, "surfaces"), Lines{}) << all();
     EXPECT_TRUE(std::filesystem::is_directory(pictures));
     for (const char* const name :
-         {"settings-menu-bar", "settings-general", "settings-about", "search", "note-with-1-question",
-          "note-with-12-questions", "shelf-with-1-tile", "shelf-with-9-tiles", "shelf-with-40-tiles",
-          "setup-1", "setup-5", "setup-without-permission-2"}) {
+         {"settings-menu-bar", "settings-general", "settings-about", "search", "message",
+          "note-with-1-question", "note-with-12-questions", "shelf-with-1-tile", "shelf-with-9-tiles",
+          "shelf-with-40-tiles", "setup-1", "setup-5", "setup-without-permission-2"}) {
         for (const char* const look : {"-light.png", "-dark.png"}) {
             EXPECT_EQ(std::ranges::count(bench.drawn, std::string(name) + look), 1) << name << look;
         }
