@@ -66,6 +66,7 @@ void SearchController::show(const std::string& typed) {
         return;  // there is no display
     }
     typed_ = typed;
+    selected_.clear();
     trouble_.clear();
     opening_.reset();
     gather();

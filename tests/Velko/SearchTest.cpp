@@ -81,8 +81,13 @@ TEST_F(SearchTest, FindsEveryAppInTheBarWhateverItsSectionAndAsksNobody) {
     EXPECT_EQ(mac.cost(), before) << "a keystroke asks nobody";
     EXPECT_EQ(mac.surfaces.announcements().back(), "No results");
     EXPECT_FALSE(press({.key = Key::enter}));
-    search->show("slack");
+    search->show("s");
     EXPECT_THAT(rows(), ElementsAre("Slack, In the bar")) << "the open panel takes over the text";
+    search->show("");
+    EXPECT_EQ(selected(), "app:app.slack") << "the best match";
+    EXPECT_TRUE(press({.key = Key::down}));
+    search->show("");
+    EXPECT_EQ(selected(), "app:app.slack") << "of what is asked for now";
 }
 
 TEST_F(SearchTest, WorksItsListWithTheKeyboard) {
