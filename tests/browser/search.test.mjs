@@ -58,7 +58,7 @@ onMac('Keys are recorded, refused in words and cleared', {}, async (mac) => {
   await mac.picture('a key is recorded');
   await page.keyboard.press('Control+Alt+m');
   await search.getByText('⌃⌥M').waitFor();
-  await mac.logs('[keys] search: ⌃⌥M');
+  await mac.logs('search: ⌃⌥M');
   assert.deepEqual((await mac.playground.layout()).hotKeys.search, { key: 46, modifiers: ['control', 'option'] });
 
   const toggle = mac.control('key:toggle');
