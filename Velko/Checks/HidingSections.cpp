@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -123,11 +124,23 @@ std::set<ProcessID> missing(const Platform& platform, const Shown& before, const
     return pids;
 }
 
+/// The icons as their apps describe them.
+std::vector<MenuBarItem> describedIcons(const Subject& subject) {
+    std::optional<std::vector<MenuBarItem>> items;
+    const Task reading = Inventory::items(subject.platform, {},
+                                          [&](Inventory::Found found) { items = std::move(found.items); });
+    static_cast<void>(waitUntil(subject, answerLimit, [&] { return items.has_value(); }));
+    return items.value_or(std::vector<MenuBarItem>{});
+}
+
 /// One trial of hiding, from looking at the menu bar before to finding it unchanged afterwards.
 class Trial final : private NonCopyable {
  public:
     Trial(const Subject& subject, Notes& notes)
-        : subject_(subject), notes_(notes), before_(look(subject.platform)) {}
+        : subject_(subject),
+          notes_(notes),
+          before_(look(subject.platform)),
+          described_(describedIcons(subject)) {}
 
     [[nodiscard]] bool isAnythingToHide() const { return !before_.apps.empty(); }
 
@@ -146,6 +159,12 @@ class Trial final : private NonCopyable {
                       std::to_string(missing(platform, before_, now).size()) + " of " +
                           std::to_string(before_.apps.size()));
         notes_.tell("still shown", namesOf(platform, now.apps));
+        const auto described = describedIcons(subject_);
+        const auto same = std::ranges::count_if(
+            described, [&](const MenuBarItem& item) { return std::ranges::count(described_, item) > 0; });
+        notes_.tell("the apps themselves describe", std::to_string(described_.size()) + " icons before, " +
+                                                        std::to_string(described.size()) + " now, " +
+                                                        std::to_string(same) + " of them unchanged");
         notes_.expect("the system's own icons stay", now.systemItems >= before_.systemItems,
                       std::to_string(now.systemItems) + " of " + std::to_string(before_.systemItems));
     }
@@ -166,6 +185,7 @@ class Trial final : private NonCopyable {
     const Subject& subject_;
     Notes& notes_;
     Shown before_;
+    std::vector<MenuBarItem> described_;
 };
 
 VisibilityPlan onlyOurs(const Subject& subject) {
