@@ -41,6 +41,11 @@ TEST_F(SelfCheckActingTest, TellsHowTheSystemDeclinesToHide) {
     EXPECT_EQ(failuresOfHiding(), (Lines{"FAIL the system accepts the wish to hide: MBError 7: no",
                                          "FAIL a second process hides icons"}));
     mac.framework.refusal.reset();
+    mac.framework.exception = RaisedException{.name = "NSInvalidArgumentException", .reason = "unknown"};
+    EXPECT_EQ(failuresOfHiding().front(),
+              "FAIL the system accepts the wish to hide: VKAssessment 1: "
+              "NSInvalidArgumentException: unknown");
+    mac.framework.exception.reset();
     mac.framework.answerDelay = 30s;
     EXPECT_EQ(failuresOfHiding().front(), "FAIL the system answers the wish to hide: no answer");
     mac.framework.answerDelay = SimulatedFramework::usualDelay;
@@ -150,6 +155,9 @@ TEST_F(SelfCheckActingTest, LooksAtTheIconAndItsMenu) {
     EXPECT_EQ(failures({Option::windows}, "icon"), Lines{}) << all();
     EXPECT_TRUE(says("OK   timers come while a menu is open: 29 of 30") || says("open: 30 of 30")) << all();
     EXPECT_EQ(mac.statusItem.menu(), nullptr);
+    bench.menusThatStay = 1;
+    EXPECT_EQ(failures({Option::windows}, "icon"), Lines{"FAIL a menu of Velko's opens, and closes again"});
+    EXPECT_EQ(mac.statusItem.menu(), nullptr) << "It is closed in the end.";
     mac.putBroom(BroomSpot::nowhere);
     EXPECT_EQ(failures({Option::windows}, "icon").front(), "FAIL the icon is where a person can see it")
         << all();

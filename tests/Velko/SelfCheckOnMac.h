@@ -88,7 +88,12 @@ class SimulatedBench final : public SelfCheck::Bench {
     }
     [[nodiscard]] StatusItem& statusItem() override { return mac_.statusItem; }
     [[nodiscard]] std::optional<Rect> statusItemWindow() const override { return std::nullopt; }
-    void closeMenu() override { mac_.statusItem.closeMenu(); }
+    void closeMenu() override {
+        if (--menusThatStay < 0) {
+            mac_.statusItem.closeMenu();
+        }
+    }
+    int menusThatStay = 0;  ///< so often the menu is not closed
     void removeStatusItem() override { ++removals; }
     [[nodiscard]] std::optional<std::vector<LayoutAudit::Measured>> drawTree(
         const view::Node& tree, bool isDark, const std::filesystem::path& picture) override {
