@@ -34,6 +34,12 @@ std::string shortcutText(const view::Shortcut& shortcut) {
     return {};
 }
 
+/// The keys that press a button, with a space between them.
+std::string keysText(const view::Button& button) {
+    const std::string other = shortcutText(button.alternative);
+    return shortcutText(button.shortcut) + (other.empty() ? "" : " ") + other;
+}
+
 /// A symbol, a title, or both.
 std::string face(const std::string& symbol, const std::string& title) {
     return (symbol.empty() ? "" : glyph(symbol, symbolPoints)) +
@@ -112,13 +118,13 @@ std::string controlMarkup(const view::Node& node, const view::KeyRecorder& recor
 std::string controlMarkup(const view::Node& node, const view::Button& button, const TreeContext&) {
     std::string classes = "button " + std::string(styleClass(button.style));
     classes += button.title.empty() ? " symbol-only" : "";
-    return element("button",
-                   with(common(node, "button", classes),
-                        {{"type", "button"},
-                         nameBeyond(node, button.title),
-                         Attribute::unlessEmpty("data-shortcut", shortcutText(button.shortcut)),
-                         Attribute::flag("disabled", !node.isEnabled)}),
-                   face(button.symbol, button.title));
+    return element(
+        "button",
+        with(common(node, "button", classes), {{"type", "button"},
+                                               nameBeyond(node, button.title),
+                                               Attribute::unlessEmpty("data-shortcut", keysText(button)),
+                                               Attribute::flag("disabled", !node.isEnabled)}),
+        face(button.symbol, button.title));
 }
 
 std::string controlMarkup(const view::Node& node, const view::Toggle& toggle, const TreeContext&) {

@@ -184,7 +184,7 @@ screen.addEventListener('dragend', (event) => {
 
 function buttonOf(event, surface) {
   if (event.metaKey || event.ctrlKey) return null;
-  return surface.querySelector(`[data-shortcut="${CSS.escape(event.key.toLowerCase())}"]:enabled`);
+  return surface.querySelector(`[data-shortcut~="${CSS.escape(event.key.toLowerCase())}"]:enabled`);
 }
 
 function surfaceWithKeyboard() {

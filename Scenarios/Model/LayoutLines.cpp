@@ -159,6 +159,12 @@ void datesSetBack(LogLine& line) {
     }
 }
 
+/// The layout may come from the file, and know it already.
+void setupPutOff(LogLine& line) {
+    Layout& layout = line.check.expected.layout;
+    layout.setupPutOff = layout.setupPutOff.value_or(line.check.date());
+}
+
 /// The layout has no room for apps that nobody names any more.
 void forgot(LogLine& line) {
     Expected& expected = line.check.expected;
@@ -206,6 +212,7 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"keys", "ignored: *", nothingFollows},
     {"keys", "no key for *: *", nothingFollows},
     {"keys", "*: *", keyChosen, By::user},
+    {"setup", "put off", setupPutOff, By::user},
     {"setup", "sorted: * in the bar, * tucked, * buried", replaced<bySetup>, By::user},
 });
 

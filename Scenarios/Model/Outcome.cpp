@@ -55,7 +55,11 @@ void followSeen(StepCheck& check, const Layout& layout) {
     }
     mine.seenApps = layout.seenApps;
     mine.firstSeen = layout.firstSeen;
+    mine.waitingGoneSince = layout.waitingGoneSince;
     mine.knownGraceUntil = layout.knownGraceUntil;
+    if (mine.setupPutOff && layout.setupPutOff) {
+        mine.setupPutOff = layout.setupPutOff;  // the moment is of no importance
+    }
     mine.lastClicked = layout.lastClicked;
     mine.clickDays = layout.clickDays;
     mine.autopilot.watchingSince = layout.autopilot.watchingSince;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,7 @@ namespace velko::scenarios::model {
 namespace {
 
 using script::Verb;
+using namespace std::chrono_literals;
 
 std::vector<BundleID> listed(std::string_view text) {
     std::vector<BundleID> apps;
@@ -46,6 +48,21 @@ void newcomersCame(LogLine& line) {
         }
     }
     expected.isPutOff = false;
+}
+
+void newcomersLeft(LogLine& line) {
+    StepCheck& check = line.check;
+    Layout& layout = check.expected.layout;
+    for (const BundleID& app : listed(line.parts[0])) {
+        const auto since = layout.waitingGoneSince.find(app);
+        const bool isLong = since == layout.waitingGoneSince.end()
+                                ? check.takesTime()
+                                : check.date() - since->second >= std::chrono::days(7) - 2s;
+        check.require(check.expected.isWaiting(app) && isLong,
+                      "only those that were away for a week are no longer asked about", app);
+        std::erase(layout.inbox, app);
+        layout.sections.erase(app);
+    }
 }
 
 void lookedAround(LogLine& line) {
@@ -131,6 +148,7 @@ constexpr auto questionRows = std::to_array<LineRow>({
     {"health", "asked * to quit", askedToQuit},
     {"inbox", "new icons, out until answered: *", newcomersCame<Section::bar>},
     {"inbox", "new icons, tucked until answered: *", newcomersCame<Section::tucked>},
+    {"inbox", "away for a week, no longer asked about: *", newcomersLeft},
     {"inventory", "* apps with icons: *", lookedAround},
     {"inventory", "* apps with icons (light rescan): *", lookedAround},
     {"note", "shown: * new, * suggestions", noteShown},

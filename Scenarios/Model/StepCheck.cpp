@@ -53,6 +53,9 @@ Promise promiseOfNote(const std::string& what, const BundleID& app) {
     if (what == "later" || what == "always") {
         return {{"autopilot", (what == "later" ? "not now: " : "always keep: ") + app}};
     }
+    if (what == "keep-all" || what == "tuck-all") {
+        return {{"layout", ""}};
+    }
     return std::nullopt;
 }
 

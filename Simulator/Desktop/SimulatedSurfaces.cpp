@@ -201,9 +201,9 @@ class Audit {
             driven_.emplace_back(node.id, field->drives);
         }
         const auto* const button = std::get_if<view::Button>(&node.content);
-        if (button != nullptr && node.isEnabled && button->shortcut != view::Shortcut()) {
-            require(std::ranges::count(shortcuts_, button->shortcut) == 0, node, "shares its key");
-            shortcuts_.push_back(button->shortcut);
+        if (button != nullptr && node.isEnabled) {
+            lookAtKey(node, button->shortcut);
+            lookAtKey(node, button->alternative);
         }
     }
 
@@ -215,6 +215,13 @@ class Audit {
     }
 
  private:
+    void lookAtKey(const view::Node& node, const view::Shortcut& key) {
+        if (key != view::Shortcut()) {
+            require(std::ranges::count(shortcuts_, key) == 0, node, "shares its key");
+            shortcuts_.push_back(key);
+        }
+    }
+
     void require(bool holds, const view::Node& node, const char* otherwise) {
         if (!holds && !fault_) {
             fault_ = node.id.empty() ? otherwise : node.id + " " + otherwise;

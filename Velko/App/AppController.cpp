@@ -241,6 +241,14 @@ void AppController::completeSetup(const std::map<BundleID, Section>& sections) {
     layoutReplaced("setup");
 }
 
+void AppController::putOffSetup() {
+    if (!values_.layout.hasCompletedSetup && !values_.layout.setupPutOff) {
+        log_.log("setup", "put off");
+        edit(Saving::nowUnlessBroken,
+             [this](Layout& layout) { layout.setupPutOff = floorToSeconds(platform_.mainThread.date()); });
+    }
+}
+
 // What the user does with icons
 
 bool AppController::consumesClick() {

@@ -110,6 +110,8 @@ class AppController final : private FlowHost {
     bool redo();
     /// Puts every app of a finished sort into its section, all at once; the setup counts as done.
     void completeSetup(const std::map<BundleID, Section>& sections);
+    /// The user leaves the first setup for later: it does not open by itself any more.
+    void putOffSetup();
     /// Shows everything until something else is applied.
     void showAll() { visibility_.showAll(); }
     /// Asks the system once more for what it has refused.

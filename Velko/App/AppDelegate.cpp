@@ -66,7 +66,8 @@ void AppDelegate::run() {
     controller_.start();
     sync();
     applyLoginDefault();
-    if (!controller_.values().layout.hasCompletedSetup) {
+    if (const Layout& layout = controller_.values().layout;
+        !layout.hasCompletedSetup && !layout.setupPutOff) {
         setupWait_ = platform_.mainThread.after(Timing::setupDelay, [this] { openFirstSetup(); });
     }
     for (const auto& file : instance_.takeFiles()) {

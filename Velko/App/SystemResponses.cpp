@@ -95,6 +95,7 @@ void SystemResponses::accept(std::vector<MenuBarItem> items, ScanDepth depth) {
     parts_.host.set(&AppValues::items, std::move(items));
     parts_.host.set(&AppValues::inventoryLoaded, true);
     parts_.visibility.setPresent(present);
+    parts_.flows.newcomers.letAbsentGo(present, parts_.visibility.ownBundleID());
     if (isLight && !isNews) {
         parts_.visibility.tellChange();  // the broom may have moved
         return;

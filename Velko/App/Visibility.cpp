@@ -16,10 +16,6 @@ namespace velko {
 
 namespace {
 
-bool isNotched(const Display& display) {
-    return display.safeAreaTop > 0 || MenuBarStrip::housing(display);
-}
-
 /// The style for notched displays when the broom stands on one, else the other. The primary display counts
 /// while the broom's place is unknown.
 RevealStyle styleFor(const std::optional<Rect>& broom, const std::vector<Display>& displays,
@@ -36,7 +32,7 @@ RevealStyle styleFor(const std::optional<Rect>& broom, const std::vector<Display
             displays, [&](const Display& display) { return display.frame.contains(centre); });
         holder = found == displays.end() ? holder : found;
     }
-    return isNotched(*holder) ? settings.notchedStyle : settings.otherStyle;
+    return MenuBarStrip::isNotched(*holder) ? settings.notchedStyle : settings.otherStyle;
 }
 
 /// To the nearest millisecond, a half upwards.

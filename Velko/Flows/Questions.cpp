@@ -185,4 +185,17 @@ void Newcomers::admit(const BundleIDs& present, const BundleID& ownBundleID) {
     note_.askAgain();
 }
 
+void Newcomers::letAbsentGo(const BundleIDs& present, const BundleID& ownBundleID) {
+    if (host_.values().layout.inbox.empty()) {
+        return;
+    }
+    Layout layout = host_.values().layout;
+    const std::vector<BundleID> gone = layout.letAbsentGo(
+        {.present = present, .ownBundleID = ownBundleID, .now = floorToSeconds(clock_.date())});
+    if (!gone.empty()) {
+        log_.log("inbox", "away for a week, no longer asked about: " + joined(gone));
+    }
+    host_.edit(Saving::soon, [&](Layout& mine) { mine = std::move(layout); });
+}
+
 }  // namespace velko

@@ -101,6 +101,9 @@ class Newcomers final : private NonCopyable {
     /// Takes what a scan found. Does not apply.
     void admit(const BundleIDs& present, const BundleID& ownBundleID);
 
+    /// To be called after each scan: no longer asks about apps that have been away for a week.
+    void letAbsentGo(const BundleIDs& present, const BundleID& ownBundleID);
+
  private:
     FlowHost& host_;
     const MainThread& clock_;

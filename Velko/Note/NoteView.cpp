@@ -1,5 +1,7 @@
 #include "Velko/Note/NoteView.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <variant>
@@ -8,6 +10,7 @@
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 
@@ -30,8 +33,22 @@ constexpr double sparklesWidth = 22;
 Node answer(const std::string& what, const PresentApp& app, const std::string& title,
             std::function<void()> press) {
     return {.id = what + ":" + app.bundleID,
-            .label = title + ": " + app.name,
+            .label = title + ": " + isolated(app.name),
             .content = Button{.title = title, .press = std::move(press)}};
+}
+
+/// Lets the digits press the buttons of the first question, in their order. Each says so.
+void giveDigits(std::vector<Node>& buttons) {
+    constexpr std::size_t digits = 3;
+    for (std::size_t index = 0; index < std::min(digits, buttons.size()); ++index) {
+        if (auto* const button = std::get_if<Button>(&buttons[index].content)) {
+            const std::string digit = std::to_string(index + 1);
+            button->symbol = digit + ".circle";
+            button->shortcut = {.key = Shortcut::Key::character, .character = digit.front()};
+            std::string& help = buttons[index].help;
+            help += (help.empty() ? "Press " : ". Press ") + digit;
+        }
+    }
 }
 
 /// A row about an app: its icon, and beside it lines of text above the buttons.
@@ -46,31 +63,42 @@ Node appRow(const PresentApp& app, std::vector<Node> lines, std::vector<Node> bu
                                       view::column("lines:" + app.bundleID, std::move(lines), 4)}}};
 }
 
+constexpr auto absentInWords = "It has no icon in the menu bar right now, so there is none to show.";
+
 /// Shows the user where the icon is; while it shows, the button stops that. It stays the same control, so
 /// that it keeps the keyboard's focus.
 Node showButton(AppController& controller, const PresentApp& app) {
     if (controller.values().showingMe == app.bundleID) {
         return answer("show", app, "Stop showing", [&controller] { controller.showMe().stop(); });
     }
+    const bool hasIcon = isPresent(controller.values(), app.bundleID);
     return {.id = "show:" + app.bundleID,
-            .label = "Show me: " + app.name,
-            .help = "Shows only this icon for a moment",
-            .isEnabled = isPresent(controller.values(), app.bundleID),
+            .label = "Show me: " + isolated(app.name),
+            .help = hasIcon ? "Shows only this icon for a moment" : absentInWords,
+            .isEnabled = hasIcon,
             .content = Button{.symbol = "eye", .press = [&controller, bundleID = app.bundleID] {
                                   controller.showMe().start(bundleID);
                               }}};
 }
 
-Node newIconRow(AppController& controller, const PresentApp& app) {
+Node newIconRow(AppController& controller, const PresentApp& app, bool isFirst) {
     const auto place = [&](const std::string& what, const std::string& title, Section section) {
         return answer(what, app, title, [&controller, bundleID = app.bundleID, section] {
             controller.place(bundleID, section);
         });
     };
-    return appRow(app,
-                  {view::text("what:" + app.bundleID, app.name + " just moved in", Text::Style::headline)},
-                  {place("keep", "Keep in the bar", Section::bar), place("tuck", "Tuck", Section::tucked),
-                   place("bury", "Bury", Section::buried), showButton(controller, app)});
+    std::vector<Node> lines{
+        view::text("what:" + app.bundleID, isolated(app.name) + " just moved in", Text::Style::headline)};
+    if (!isPresent(controller.values(), app.bundleID)) {
+        lines.push_back(view::explanation("absent:" + app.bundleID, absentInWords));
+    }
+    std::vector<Node> buttons{place("keep", "Keep in the bar", Section::bar),
+                              place("tuck", "Tuck", Section::tucked), place("bury", "Bury", Section::buried)};
+    if (isFirst) {
+        giveDigits(buttons);
+    }
+    buttons.push_back(showButton(controller, app));
+    return appRow(app, std::move(lines), std::move(buttons));
 }
 
 std::string acceptTitle(const TidySuggestion& suggestion) {
@@ -81,20 +109,63 @@ std::string acceptTitle(const TidySuggestion& suggestion) {
     return move->section == Section::bar ? "Move to the bar" : placingTitle(move->section);
 }
 
-Node suggestionRow(AppController& controller, const PresentApp& app, const TidySuggestion& suggestion) {
+Node suggestionRow(AppController& controller, const PresentApp& app, const TidySuggestion& suggestion,
+                   bool isFirst) {
     Node always = answer("always", app, "Always keep here", [&controller, bundleID = app.bundleID] {
         controller.autopilot().alwaysKeep(bundleID);
     });
     always.help = "Autopilot won't suggest moving this app again";
-    return appRow(
-        app,
-        {view::text("what:" + app.bundleID, app.name, Text::Style::headline),
-         view::explanation("why:" + app.bundleID, describe(suggestion.reason))},
-        {answer("accept", app, acceptTitle(suggestion),
-                [&controller, suggestion] { controller.autopilot().accept(suggestion); }),
-         answer("later", app, "Maybe later",
-                [&controller, bundleID = app.bundleID] { controller.autopilot().dismiss(bundleID); }),
-         std::move(always)});
+    std::vector<Node> buttons{
+        answer("accept", app, acceptTitle(suggestion),
+               [&controller, suggestion] { controller.autopilot().accept(suggestion); }),
+        answer("later", app, "Maybe later",
+               [&controller, bundleID = app.bundleID] { controller.autopilot().dismiss(bundleID); }),
+        std::move(always)};
+    if (isFirst) {
+        giveDigits(buttons);
+    }
+    return appRow(app,
+                  {view::text("what:" + app.bundleID, app.name, Text::Style::headline),
+                   view::explanation("why:" + app.bundleID, describe(suggestion.reason))},
+                  std::move(buttons));
+}
+
+/// Answers for all new icons.
+Node allNewIcons(AppController& controller, const std::vector<PresentApp>& apps) {
+    BundleIDs all;
+    for (const PresentApp& app : apps) {
+        all.insert(app.bundleID);
+    }
+    const auto place = [&](std::string id, std::string title, std::string help, Section section) {
+        Node node = view::button(std::move(id),
+                                 {.title = std::move(title),
+                                  .press = [&controller, all, section] { controller.place(all, section); }});
+        node.help = std::move(help);
+        return node;
+    };
+    const std::string count = std::to_string(apps.size());
+    return view::row("all-arrivals",
+                     {place("keep-all", "Keep all", "Keeps all " + count + " in the bar", Section::bar),
+                      place("tuck-all", "Tuck all", "Tucks all " + count, Section::tucked)});
+}
+
+/// Does everything that is suggested. It says what, because apps may quit.
+Node allSuggestions(AppController& controller, const std::vector<TidySuggestion>& suggestions) {
+    std::size_t quits = 0;
+    for (const TidySuggestion& suggestion : suggestions) {
+        quits += std::holds_alternative<TidySuggestion::MoveTo>(suggestion.change) ? 0U : 1U;
+    }
+    Node node = view::button("accept-all", {.title = "Accept all", .press = [&controller, suggestions] {
+                                                for (const TidySuggestion& suggestion : suggestions) {
+                                                    controller.autopilot().accept(suggestion);
+                                                }
+                                            }});
+    node.help = "Does all that is suggested below";
+    if (quits > 0) {
+        node.help += quits == 1 ? ", and asks one app to quit"
+                                : ", and asks " + std::to_string(quits) + " apps to quit";
+    }
+    return node;
 }
 
 void addNewIcons(std::vector<Node>& list, AppController& controller, const std::vector<PresentApp>& apps) {
@@ -103,21 +174,27 @@ void addNewIcons(std::vector<Node>& list, AppController& controller, const std::
     list.push_back(
         view::explanation("arrivals-line", isOne ? "Waiting by the door until you choose where it goes."
                                                  : "Waiting by the door until you choose where they go."));
+    if (!isOne) {
+        list.push_back(allNewIcons(controller, apps));
+    }
     for (const PresentApp& app : apps) {
-        list.push_back(newIconRow(controller, app));
+        list.push_back(newIconRow(controller, app, &app == &apps.front()));
     }
 }
 
 void addSuggestions(std::vector<Node>& list, const FaceParts& parts,
-                    const std::vector<TidySuggestion>& suggestions) {
+                    const std::vector<TidySuggestion>& suggestions, bool isFirst) {
     const AppNames names(parts.controller.values(), parts.platform.workspace);
     list.push_back(view::text("suggestions", "Tidy suggestions", Text::Style::title));
     list.push_back(
         view::explanation("suggestions-line", "Based on what you click. Nothing moves until you say so."));
+    if (suggestions.size() > 1) {
+        list.push_back(allSuggestions(parts.controller, suggestions));
+    }
     for (const TidySuggestion& suggestion : suggestions) {
         const BundleID& bundleID = suggestion.bundleID;
-        list.push_back(
-            suggestionRow(parts.controller, {.bundleID = bundleID, .name = names.of(bundleID)}, suggestion));
+        list.push_back(suggestionRow(parts.controller, {.bundleID = bundleID, .name = names.of(bundleID)},
+                                     suggestion, isFirst && &suggestion == &suggestions.front()));
     }
 }
 
@@ -138,7 +215,7 @@ Node questionList(const FaceParts& parts, const NoteQuestions& questions) {
         list.push_back({.id = "between", .content = view::Divider{}});
     }
     if (!questions.suggestions.empty()) {
-        addSuggestions(list, parts, questions.suggestions);
+        addSuggestions(list, parts, questions.suggestions, questions.newIcons.empty());
     }
     return {.id = "questions",
             .content =

@@ -23,7 +23,8 @@ inline constexpr auto spotlessWords = "Spotless. Nothing to sort.";
 
 [[nodiscard]] NoteQuestions noteQuestions(const FaceParts& parts);
 
-/// The note: a row for each question, with a button for each answer. What `parts` names outlives the tree.
+/// The note: a row for each question, with a button for each answer. The keys 1 to 3 answer the first one.
+/// Several of a kind can also be answered together. What `parts` names outlives the tree.
 [[nodiscard]] view::Node noteView(const FaceParts& parts, const NoteQuestions& questions,
                                   const std::function<void()>& close);
 

@@ -57,24 +57,6 @@ void lock(view::Node& node) {
     }
 }
 
-// Starting
-
-view::Node starting(const FaceParts& parts) {
-    using Status = LoginItem::Status;
-    AppController& controller = parts.controller;
-    const Status status = parts.ports.loginItem.status();
-    view::Node control = toggle("launch-at-login", "Open Velko when you log in",
-                                status == Status::enabled || status == Status::requiresApproval,
-                                [&controller](bool on) { controller.preferences().setLaunchAtLogin(on); });
-    std::string what;
-    if (const auto& failure = controller.values().loginFailure) {
-        what = "That didn't work: " + *failure;
-    } else if (status == Status::requiresApproval) {
-        what = "Waiting for your approval, in System Settings under Login Items.";
-    }
-    return group("starting", "Starting", {explained(std::move(control), std::move(what))});
-}
-
 // Revealing
 
 /// The times that the user can choose, and the one that holds now.
@@ -145,9 +127,25 @@ view::Node byItself(AppController& controller) {
 
 }  // namespace
 
+view::Node loginSwitch(const FaceParts& parts) {
+    using Status = LoginItem::Status;
+    AppController& controller = parts.controller;
+    const Status status = parts.ports.loginItem.status();
+    view::Node control = toggle("launch-at-login", "Open Velko when you log in",
+                                status == Status::enabled || status == Status::requiresApproval,
+                                [&controller](bool on) { controller.preferences().setLaunchAtLogin(on); });
+    std::string what;
+    if (const auto& failure = controller.values().loginFailure) {
+        what = "That didn't work: " + *failure;
+    } else if (status == Status::requiresApproval) {
+        what = "Waiting for your approval, in System Settings under Login Items.";
+    }
+    return explained(std::move(control), std::move(what));
+}
+
 view::Node general(const FaceParts& parts) {
     AppController& controller = parts.controller;
-    std::vector<view::Node> children{starting(parts)};
+    std::vector<view::Node> children{group("starting", "Starting", {loginSwitch(parts)})};
     std::vector<view::Node> kept{revealing(controller), byItself(controller)};
     if (controller.values().problems.layoutUnreadable) {
         children.push_back(view::text("general:locked",

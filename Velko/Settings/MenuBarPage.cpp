@@ -287,9 +287,10 @@ view::Node menuBar(const FaceParts& parts, const Filter& filter) {
         children.push_back(locked());
     } else {
         const ListedApps apps = listedApps(controller, parts.platform.workspace, filter.section);
+        const bool isSetUp = controller.values().layout.hasCompletedSetup;
         children.push_back(view::row(
             "sorting", {filterPicker(apps, filter), view::spacer("sorting:gap"),
-                        view::button("sort-again", {.title = "Sort Again…",
+                        view::button("sort-again", {.title = isSetUp ? "Sort Again…" : "Finish Setup…",
                                                     .press = [&host = parts.host] { host.onResort(); }})}));
         children.push_back(appList(parts, apps, filter.section));
         children.push_back(newIcons(controller));

@@ -24,6 +24,9 @@ struct Filter {
 [[nodiscard]] view::Node menuBar(const FaceParts& parts, const Filter& filter);
 [[nodiscard]] view::Node general(const FaceParts& parts);
 
+/// Whether the system opens Velko at login, and why that did not work or has to wait.
+[[nodiscard]] view::Node loginSwitch(const FaceParts& parts);
+
 /// A control with an explanation right below it, which may be empty.
 [[nodiscard]] view::Node explained(view::Node control, std::string what);
 

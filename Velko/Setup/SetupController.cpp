@@ -1,14 +1,19 @@
 #include "Velko/Setup/SetupController.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Questions.h"
 #include "Velko/Ports/Desktop.h"
-#include "Velko/Setup/SetupSteps.h"
+#include "Velko/Ports/Dialogs.h"
+#include "Velko/Settings/SettingsPages.h"
 #include "VelkoEngine/MenuBar/AX.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
+#include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
 
@@ -32,9 +37,14 @@ void SetupController::show() {
     }
     window_.open({.title = isFirst ? "Welcome to Velko" : "Sort Your Menu Bar",
                   .content = tree(),
+                  .dismiss =
+                      [this](Surface::Dismissal) {
+                          putOff();
+                          return true;
+                      },
                   .closed = [this] { closed(); }},
                  parts_.controller.observe([this] { sync(); }));
-    announceCard();
+    announceStep();
     parts_.host.onVisibilityChange();
 }
 
@@ -53,7 +63,20 @@ void SetupController::prepare() {
 void SetupController::closed() {
     guide_.stop();
     intro_.stop();
+    question_.cancel();
     parts_.host.onVisibilityChange();
+}
+
+void SetupController::leave() {
+    putOff();
+    window_.close();
+}
+
+/// The user leaves a setup that is not finished. From then on the settings offer it.
+void SetupController::putOff() {
+    if (flow_.kind() == SetupFlow::Kind::first && flow_.step() != Step::done) {
+        parts_.controller.putOffSetup();
+    }
 }
 
 bool SetupController::isTrusted() const {
@@ -65,15 +88,51 @@ bool SetupController::isTrusted() const {
 SetupActions SetupController::actions() {
     return {
         .goOn = [this] { goOn(); },
+        .notNow = [this] { leave(); },
         .back = [this] { change([](SetupFlow& flow) { flow.back(); }); },
         .openPermission = [this] { openPermission(); },
         .decideTiming = [this](bool take) { change([take](SetupFlow& flow) { flow.decideTiming(take); }); },
         .choose = [this](Section section) { change([section](SetupFlow& flow) { flow.choose(section); }); },
         .acceptRest = [this] { change([](SetupFlow& flow) { flow.acceptRest(); }); },
-        .startOver = [this] { change([](SetupFlow& flow) { flow.startOver(); }); },
+        .review = [this](const BundleID& app) { change([&app](SetupFlow& flow) { flow.review(app); }); },
+        .move =
+            [this](const BundleID& app, Section section) {
+                change([&app, section](SetupFlow& flow) { flow.move(app, section); });
+            },
+        .chooseNotchedStyle =
+            [this](RevealStyle style) {
+                change([style](SetupFlow& flow) { flow.chooseNotchedStyle(style); });
+            },
+        .quitOrganiser = [this] { quitOrganiser(); },
+        .startOver = [this] { askToStartOver(); },
         .apply = [this] { applyAnswers(); },
         .tryAgain = [this] { parts_.controller.tryAgain(); },
-        .close = [this] { window_.close(); }};
+        .saveAgain = [this] { parts_.controller.saveNow(); },
+        .close = [this] { leave(); }};
+}
+
+void SetupController::askToStartOver() {
+    question_ = parts_.ports.dialogs.ask({.title = "Start over with the first card?",
+                                          .message = "Your answers are forgotten. Nothing has moved yet.",
+                                          .confirm = "Start Over",
+                                          .cancel = "Cancel"},
+                                         [this](bool agreed) {
+                                             if (agreed) {
+                                                 change([](SetupFlow& flow) { flow.startOver(); });
+                                             }
+                                         });
+}
+
+void SetupController::quitOrganiser() {
+    if (const auto& organiser = flow_.imported()) {
+        parts_.controller.autopilot().askToQuit(organiser->organiser);
+    }
+    sync();
+}
+
+bool SetupController::isOrganiserRunning() const {
+    const auto& found = flow_.imported();
+    return found && !found->organiser.empty() && !parts_.platform.workspace.pids(found->organiser).empty();
 }
 
 void SetupController::change(const std::function<void(SetupFlow&)>& change) {
@@ -97,7 +156,7 @@ void SetupController::goOn() {
         switch (flow.step()) {
             case Step::welcome: flow.leaveWelcome(isTrusted()); break;
             case Step::permission: flow.permissionGiven(); break;
-            case Step::sort: flow.choose(flow.proposed()); break;
+            case Step::sort:
             case Step::found:
             case Step::summary:
             case Step::done: break;
@@ -123,11 +182,11 @@ void SetupController::applyAnswers() {
         return;
     }
     const auto result = session->result();
-    const auto timing = flow_.timing(parts_.controller.values().layout.reveal);
+    const auto revealing = flow_.revealing(parts_.controller.values().layout.reveal);
     flow_.applied();
     parts_.controller.completeSetup(result);
-    if (timing) {
-        parts_.controller.preferences().setReveal(*timing);
+    if (revealing) {
+        parts_.controller.preferences().setReveal(*revealing);
     }
     sync();
 }
@@ -165,16 +224,22 @@ void SetupController::beginIfKnown() {
 
 void SetupController::update() {
     window_.update(tree());
-    announceCard();
+    announceStep();
 }
 
-/// The keyboard's focus does not move when the next card comes, so a screen reader would say nothing.
-void SetupController::announceCard() {
+/// The keyboard's focus does not move when the next step comes, so a screen reader would say nothing.
+void SetupController::announceStep() {
     const auto& session = flow_.session();
-    const SortCard* const card = flow_.step() == Step::sort && session ? session->current() : nullptr;
-    const BundleID shown = card == nullptr ? BundleID() : card->bundleID;
-    if (std::exchange(announced_, shown) != shown && card != nullptr && session) {
-        parts_.ports.surfaces.announce(SetupSteps::spokenCard(*session, flow_));
+    std::string words;
+    if (flow_.step() == Step::done) {
+        words = SetupSteps::spokenDone(TidyOutcome::of(parts_.controller));
+    } else if (session && flow_.step() == Step::summary && !session->cards().empty()) {
+        words = SetupSteps::spokenSummary(*session);
+    } else if (session && flow_.step() == Step::sort && session->current() != nullptr) {
+        words = SetupSteps::spokenCard(*session, flow_);
+    }
+    if (std::exchange(announced_, words) != words && !words.empty()) {
+        parts_.ports.surfaces.announce(words);
     }
 }
 
@@ -188,7 +253,10 @@ view::Node SetupController::tree() {
         case Step::permission: return SetupSteps::permission(isTrusted(), actions);
         case Step::found:
             if (left && session) {
-                return SetupSteps::found(*left, *session, placesWithoutCard(*left, *session), actions);
+                return SetupSteps::found(
+                    *left, *session,
+                    {.others = placesWithoutCard(*left, *session), .isRunning = isOrganiserRunning()},
+                    actions);
             }
             break;
         case Step::sort:
@@ -198,12 +266,29 @@ view::Node SetupController::tree() {
             break;
         case Step::summary:
             if (session) {
-                return SetupSteps::summary(*session, flow_, whyNoApps(values), actions);
+                return SetupSteps::summary(*session, flow_, summaryFacts(), actions);
             }
             break;
-        case Step::done: return SetupSteps::done(TidyOutcome::of(parts_.controller), actions);
+        case Step::done:
+            return SetupSteps::done(
+                TidyOutcome::of(parts_.controller),
+                {.saveFailure = values.saveFailure, .loginSwitch = SettingsPages::loginSwitch(parts_)},
+                actions);
     }
     return noCards(actions);
+}
+
+SetupSteps::SummaryFacts SetupController::summaryFacts() const {
+    const AppValues& values = parts_.controller.values();
+    SetupSteps::SummaryFacts facts{.whyEmpty = whyNoApps(values), .notchedStyle = {}, .organiser = {}};
+    const bool isFirst = flow_.kind() == SetupFlow::Kind::first;
+    if (isFirst && std::ranges::any_of(parts_.platform.displays.displays(), MenuBarStrip::isNotched)) {
+        facts.notchedStyle = flow_.notchedStyle().value_or(values.layout.reveal.notchedStyle);
+    }
+    if (const auto& found = flow_.imported(); found && isOrganiserRunning()) {
+        facts.organiser = found->source;
+    }
+    return facts;
 }
 
 view::Node SetupController::noCards(const SetupActions& actions) const {

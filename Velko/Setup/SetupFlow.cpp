@@ -37,6 +37,7 @@ void SetupFlow::begin(SortSession session, std::optional<ImportedLayout> importe
         replayAnswers(session);
     }
     session_ = std::move(session);
+    isReviewing_ = false;
     if (step_ == Step::sort || step_ == Step::summary) {
         enter();
     }
@@ -84,6 +85,7 @@ Section SetupFlow::standing(const SortCard& card) const {
 
 void SetupFlow::forgetSession() noexcept {
     session_.reset();
+    isReviewing_ = false;
     if (step_ != Step::welcome) {
         step_ = Step::sort;
     }
@@ -107,12 +109,16 @@ void SetupFlow::decideTiming(bool take) noexcept {
     showCards();
 }
 
-std::optional<RevealSettings> SetupFlow::timing(RevealSettings settings) const {
-    if (!takesTiming_ || !imported_) {
+std::optional<RevealSettings> SetupFlow::revealing(RevealSettings settings) const {
+    const bool takes = takesTiming_ && imported_;
+    if (!takes && !notchedStyle_) {
         return std::nullopt;
     }
-    settings.autoTuckSeconds = imported_->autoTuckSeconds.value_or(settings.autoTuckSeconds);
-    settings.hover = imported_->hover.value_or(settings.hover);
+    if (takes) {
+        settings.autoTuckSeconds = imported_->autoTuckSeconds.value_or(settings.autoTuckSeconds);
+        settings.hover = imported_->hover.value_or(settings.hover);
+    }
+    settings.notchedStyle = notchedStyle_.value_or(settings.notchedStyle);
     return settings;
 }
 
@@ -128,7 +134,50 @@ void SetupFlow::choose(Section section) {
     if (const SortCard* card = session_->current()) {
         answers_.insert_or_assign(card->bundleID, answerOf(*card, section, false));
         session_->choose(section);
+        if (std::exchange(isReviewing_, false)) {
+            goToEnd();
+        }
         showCards();
+    }
+}
+
+void SetupFlow::review(const BundleID& bundleID) {
+    if (step_ == Step::summary && goToCard(bundleID)) {
+        isReviewing_ = true;
+        step_ = Step::sort;
+    }
+}
+
+void SetupFlow::move(const BundleID& bundleID, Section section) {
+    if (step_ != Step::summary || !session_ || !goToCard(bundleID)) {
+        return;
+    }
+    if (const SortCard* card = session_->current()) {
+        answers_.insert_or_assign(card->bundleID, answerOf(*card, section, false));
+        session_->choose(section);
+    }
+    goToEnd();
+}
+
+/// Whether there is such a card.
+bool SetupFlow::goToCard(const BundleID& bundleID) {
+    const auto isIts = [&](const SortCard& card) { return card.bundleID == bundleID; };
+    if (!session_ || std::ranges::none_of(session_->cards(), isIts)) {
+        return false;
+    }
+    for (const SortCard* card = session_->current(); card == nullptr || !isIts(*card);
+         card = session_->current()) {
+        session_->back();
+    }
+    return true;
+}
+
+void SetupFlow::goToEnd() {
+    if (!session_) {
+        return;
+    }
+    while (const SortCard* card = session_->current()) {
+        session_->choose(standing(*card));
     }
 }
 
@@ -151,6 +200,7 @@ SetupFlow::Answer SetupFlow::answerOf(const SortCard& card, Section section, boo
 
 void SetupFlow::startOver() {
     answers_.clear();
+    isReviewing_ = false;
     while (session_ && session_->index() > 0) {
         session_->back();
     }
@@ -164,12 +214,20 @@ void SetupFlow::applied() noexcept {
 }
 
 bool SetupFlow::canGoBack() const noexcept {
+    if (isReviewing_) {
+        return true;
+    }
     const bool hasCardBefore = session_ && session_->index() > 0;
     return step_ != Step::welcome && step_ != Step::done && (kind_ == Kind::first || hasCardBefore);
 }
 
-void SetupFlow::back() noexcept {
+void SetupFlow::back() {
     if (!canGoBack()) {
+        return;
+    }
+    if (std::exchange(isReviewing_, false)) {
+        goToEnd();
+        showCards();
         return;
     }
     const bool isSorting = step_ == Step::sort || step_ == Step::summary;

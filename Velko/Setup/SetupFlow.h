@@ -35,6 +35,10 @@ class SetupFlow {
     [[nodiscard]] const std::optional<SortSession>& session() const noexcept { return session_; }
     [[nodiscard]] const std::optional<ImportedLayout>& imported() const noexcept { return imported_; }
     [[nodiscard]] bool takesTiming() const noexcept { return takesTiming_; }
+    /// Whether the card is that of an app whose place the user wants to change at the end.
+    [[nodiscard]] bool isReviewing() const noexcept { return isReviewing_; }
+    /// How icons come out on displays with a notch; nothing if the user has not chosen that here.
+    [[nodiscard]] std::optional<RevealStyle> notchedStyle() const noexcept { return notchedStyle_; }
 
     void leaveWelcome(bool isTrusted) noexcept;
     void permissionGiven() noexcept;
@@ -52,20 +56,26 @@ class SetupFlow {
 
     /// Takes over the other organiser's timing or leaves it, and goes on to the cards.
     void decideTiming(bool take) noexcept;
-    /// The reveal settings with the other organiser's timing in them, if the user wants that.
-    [[nodiscard]] std::optional<RevealSettings> timing(RevealSettings settings) const;
+    void chooseNotchedStyle(RevealStyle style) noexcept { notchedStyle_ = style; }
+    /// The reveal settings with what the user chose here: the other organiser's timing, and how icons come
+    /// out beside a notch. Nothing if neither was chosen.
+    [[nodiscard]] std::optional<RevealSettings> revealing(RevealSettings settings) const;
 
     /// The section that the current card proposes: the user's earlier answer, or else the suggestion.
     [[nodiscard]] Section proposed() const;
     void choose(Section section);
     /// Accepts what is suggested for this card and all that follow, except where the user has answered.
     void acceptRest();
+    /// Goes back from the summary to the card of one app. Its answer leads to the summary again.
+    void review(const BundleID& bundleID);
+    /// Puts one of the summary's apps elsewhere.
+    void move(const BundleID& bundleID, Section section);
     void startOver();
     /// To be called when the answers are stored elsewhere. It forgets them.
     void applied() noexcept;
 
     [[nodiscard]] bool canGoBack() const noexcept;
-    void back() noexcept;
+    void back();
 
  private:
     struct Answer {
@@ -76,6 +86,8 @@ class SetupFlow {
 
     void enter() noexcept;
     void showCards() noexcept;
+    bool goToCard(const BundleID& bundleID);
+    void goToEnd();
     [[nodiscard]] Answer answerOf(const SortCard& card, Section section, bool isAccepted) const;
     [[nodiscard]] Section standing(const SortCard& card) const;
     void dropStaleAnswers(const SortSession& session);
@@ -89,6 +101,8 @@ class SetupFlow {
     std::map<BundleID, Answer> answers_;  ///< what the user chose, for apps with a card now and for others
     bool hasDecidedTiming_ = false;
     bool takesTiming_ = false;
+    bool isReviewing_ = false;
+    std::optional<RevealStyle> notchedStyle_;
 };
 
 }  // namespace velko

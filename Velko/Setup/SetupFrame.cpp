@@ -72,6 +72,16 @@ view::Node keyButton(std::string id, std::string title, char key, std::function<
                                         .press = std::move(press)});
 }
 
+view::Node notice(std::string id, std::string words, std::vector<view::Node> remedies) {
+    std::vector<view::Node> children{
+        {.id = id + ":mark",
+         .content =
+             view::Symbol{.name = "exclamationmark.triangle", .points = 16, .ink = view::Ink::warning}},
+        view::text(id + ":what", std::move(words))};
+    std::ranges::move(remedies, std::back_inserter(children));
+    return view::row(std::move(id), std::move(children));
+}
+
 view::Node permissionButton(std::function<void()> open) {
     return primaryButton("permission:open", openPermissionTitle, std::move(open));
 }

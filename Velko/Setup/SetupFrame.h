@@ -11,8 +11,8 @@
 /// What the steps of the setup share. Pure functions.
 namespace velko::SetupFrame {
 
-inline constexpr double contentWidth = 464;  ///< points, of all content of a step
-inline constexpr double columnWidth = 148;   ///< points, of each of three columns
+inline constexpr double contentWidth = 548;  ///< points, of all content of a step
+inline constexpr double columnWidth = 176;   ///< points, of each of three columns
 
 /// The buttons at the bottom of a step, on its left and on its right.
 struct Foot {
@@ -38,6 +38,9 @@ struct Foot {
 
 /// A button that the user can also press with the key of a character.
 [[nodiscard]] view::Node keyButton(std::string id, std::string title, char key, std::function<void()> press);
+
+/// Something that stands in the user's way, with what they can do about it, which may be nothing.
+[[nodiscard]] view::Node notice(std::string id, std::string words, std::vector<view::Node> remedies);
 
 /// A button that opens the page of the system's settings where the user gives the permission, as Enter does.
 [[nodiscard]] view::Node permissionButton(std::function<void()> open);

@@ -16,7 +16,7 @@ using namespace SetupFrame;
 
 namespace {
 
-constexpr double buttonWidth = 144;
+constexpr double buttonWidth = 152;
 
 struct Choice {
     Section section;
@@ -29,21 +29,27 @@ constexpr std::array choices{
     Choice{.section = Section::tucked, .meaning = "Behind the broom. One click brings it back.", .key = '2'},
     Choice{.section = Section::buried, .meaning = "Out of sight, until you ask for it.", .key = '3'}};
 
-/// The key of a choice, or a check mark on the proposed one.
+/// The key of a choice. It is filled in for the proposed one.
 view::Node mark(const Choice& choice, bool isProposed) {
     view::Symbol symbol{.name = std::string(1, choice.key) + ".circle", .points = 20};
     if (isProposed) {
-        symbol.name = "checkmark.circle.fill";
+        symbol.name += ".fill";
         symbol.ink = view::Ink::accent;
     }
     return {.id = "sort:mark:" + std::string(name(choice.section)), .content = std::move(symbol)};
 }
 
+/// The proposed choice is what Return takes.
 view::Node choiceButton(const Choice& choice, const SortCard& card, bool isProposed,
                         const SetupActions& actions) {
     view::Node node =
         keyButton("sort:" + std::string(name(choice.section)), placingTitle(choice.section), choice.key,
                   [choose = actions.choose, section = choice.section] { choose(section); });
+    if (isProposed) {
+        auto& button = std::get<view::Button>(node.content);
+        button.style = view::Button::Style::primary;
+        button.alternative = std::exchange(button.shortcut, {.key = view::Shortcut::Key::enter});
+    }
     node.label = card.name + ": " + placingTitle(choice.section) + (isProposed ? ", proposed" : "");
     node.help = "Press " + std::string(1, choice.key) + (isProposed ? " or Return" : "");
     node.width = buttonWidth;
@@ -66,8 +72,22 @@ view::Node choiceColumns(const SortCard& card, Section proposed, const SetupActi
     return view::row("sort:choices", std::move(columns), view::Stack::Alignment::leading);
 }
 
-std::string placeOf(const SortSession& session) {
-    return std::to_string(session.index() + 1) + " of " + std::to_string(session.cards().size());
+std::string placeOf(const SortSession& session, const SetupFlow& flow) {
+    return flow.isReviewing()
+               ? "Another place"
+               : std::to_string(session.index() + 1) + " of " + std::to_string(session.cards().size());
+}
+
+/// How far the user has come.
+view::Node progress(const SortSession& session, const SetupFlow& flow) {
+    constexpr double width = 240;
+    const auto all = static_cast<double>(session.cards().size());
+    return {.id = "sort:progress",
+            .label = "Sorted: " + std::to_string(session.index()) + " of " +
+                     std::to_string(session.cards().size()),
+            .width = width,
+            .content = view::Progress{
+                .value = flow.isReviewing() || all == 0 ? 1 : static_cast<double>(session.index()) / all}};
 }
 
 std::string reason(const SortCard& card, const SetupFlow& flow) {
@@ -75,34 +95,30 @@ std::string reason(const SortCard& card, const SetupFlow& flow) {
                                                       : "Your choice before";
 }
 
-/// A button that takes the proposed choice.
-view::Node takeButton(Section proposed, const SetupActions& actions) {
-    const auto* const choice = std::ranges::find(choices, proposed, &Choice::section);
-    view::Node node = primaryButton("sort:take", placingTitle(choice->section), actions.goOn);
-    node.width = buttonWidth;
-    return node;
-}
-
 }  // namespace
 
 std::string spokenCard(const SortSession& session, const SetupFlow& flow) {
     const SortCard& card = *session.current();
     const auto* const choice = std::ranges::find(choices, flow.proposed(), &Choice::section);
-    return placeOf(session) + ": " + card.name + ". Proposed: " + placingTitle(choice->section) + ". " +
+    return placeOf(session, flow) + ": " + card.name + ". Proposed: " + placingTitle(choice->section) + ". " +
            reason(card, flow);
 }
 
 view::Node card(const SortSession& session, const SetupFlow& flow, const SetupActions& actions) {
     const SortCard& card = *session.current();
-    view::Node rest = keyButton("sort:rest", "Accept the Rest", 'r', actions.acceptRest);
+    Foot foot{.left = backButton(flow.canGoBack(), actions.back)};
+    if (!flow.isReviewing()) {
+        foot.right.push_back(keyButton("sort:rest", "Accept the Rest", 'r', actions.acceptRest));
+        foot.right.back().help = "Press R";
+    }
     return step("setup:sort",
-                {centred("sort:place", placeOf(session), view::Text::Style::caption),
+                {progress(session, flow),
+                 centred("sort:place", placeOf(session, flow), view::Text::Style::caption),
                  {.id = "sort:icon", .content = view::AppIcon{.bundleID = card.bundleID, .points = 72}},
                  centred("sort:name", card.name, view::Text::Style::title),
                  centred("sort:reason", reason(card, flow), view::Text::Style::caption),
                  choiceColumns(card, flow.proposed(), actions)},
-                {.left = backButton(flow.canGoBack(), actions.back),
-                 .right = {std::move(rest), takeButton(flow.proposed(), actions)}});
+                std::move(foot));
 }
 
 view::Node nothingToSort(const NoCards& reason, const SetupFlow& flow, const SetupActions& actions) {

@@ -25,7 +25,8 @@ view::Node welcome(view::Drawing picture, const SetupActions& actions) {
              "You decide about every app. Your icons stay where they are until you have sorted them; later, "
              "a new icon waits behind the broom until you say where it goes.",
              view::Text::Style::caption)},
-        {.right = {primaryButton("welcome:go", "Let's Tidy", actions.goOn)}});
+        {.left = {view::button("welcome:later", {.title = "Not Now", .press = actions.notNow})},
+         .right = {primaryButton("welcome:go", "Let's Tidy", actions.goOn)}});
 }
 
 view::Node permission(bool isTrusted, const SetupActions& actions) {
@@ -141,17 +142,26 @@ std::vector<view::Node> decisions(const ImportedLayout& imported, const SetupAct
 
 }  // namespace
 
-view::Node found(const ImportedLayout& imported, const SortSession& session, std::size_t others,
+view::Node organiserNotice(const std::string& id, const std::string& organiser, const SetupActions& actions) {
+    return notice(
+        id, organiser + " is running. Two organisers get in each other's way.",
+        {view::button(id + ":quit", {.title = "Quit " + organiser, .press = actions.quitOrganiser})});
+}
+
+view::Node found(const ImportedLayout& imported, const SortSession& session, const FoundFacts& facts,
                  const SetupActions& actions) {
     const SectionCounts counts = proposed(session, imported);
-    const std::string places = counts.all() > 0 ? "Places are only suggested on your cards. " : "";
-    return step("setup:found",
-                {centred("found:title", "You come from " + imported.source, view::Text::Style::title),
-                 comesAlong(imported, counts), staysBehind(imported, others),
-                 centred("found:quit",
-                         places + "Quit " + imported.source +
-                             " before you apply: two organisers get in each other's way.",
-                         view::Text::Style::caption)},
+    std::vector<view::Node> content{
+        centred("found:title", "You come from " + imported.source, view::Text::Style::title),
+        comesAlong(imported, counts), staysBehind(imported, facts.others)};
+    if (facts.isRunning) {
+        content.push_back(organiserNotice("found:organiser", imported.source, actions));
+    }
+    if (counts.all() > 0) {
+        content.push_back(centred("found:suggested", "Places are only suggested on your cards.",
+                                  view::Text::Style::caption));
+    }
+    return step("setup:found", std::move(content),
                 {.left = backButton(true, actions.back), .right = decisions(imported, actions)});
 }
 

@@ -62,6 +62,7 @@ struct Button {
     std::string symbol{};  ///< a system symbol's name; empty: none
     Style style = Style::standard;
     Shortcut shortcut{};
+    Shortcut alternative{};  ///< another key that does the same
     std::function<void()> press{};
 };
 

@@ -129,7 +129,9 @@ bool pressKey(const Node& root, const Shortcut& shortcut, bool isRepeat) {
     const Node* found = nullptr;
     walk(root, [&](const Node& node) {
         const auto* button = std::get_if<Button>(&node.content);
-        if (found == nullptr && button != nullptr && node.isEnabled && button->shortcut == shortcut) {
+        const bool listens =
+            button != nullptr && (button->shortcut == shortcut || button->alternative == shortcut);
+        if (found == nullptr && listens && node.isEnabled) {
             found = &node;
         }
     });

@@ -185,6 +185,7 @@ std::optional<ImportedLayout> Importers::detect(const Request& request) {
     for (const Importer& importer : importers) {
         if (const auto preferences = preferencesOf(importer.domain, request)) {
             if (auto layout = importer.read(*preferences, request.knownBundleIDs)) {
+                layout->organiser = importer.domain;
                 return layout;
             }
         }

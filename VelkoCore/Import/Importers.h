@@ -20,6 +20,7 @@ struct ImportedLayout {
     std::map<BundleID, Section> sections;         ///< empty where the organiser keeps none that can be read
     std::optional<std::int64_t> autoTuckSeconds;  ///< 0 (never) or 3 to 30; absent if it does not say
     std::optional<bool> hover;                    ///< absent if it does not say
+    BundleID organiser = {};  ///< the organiser's identifier; empty if nobody looked for it
 
     bool operator==(const ImportedLayout&) const = default;
 };

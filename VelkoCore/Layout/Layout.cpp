@@ -25,6 +25,7 @@ bool Layout::isWaiting(const BundleID& bundleID) const {
 void Layout::place(const BundleID& bundleID, Section section) {
     sections.insert_or_assign(bundleID, section);
     std::erase(inbox, bundleID);
+    waitingGoneSince.erase(bundleID);
 }
 
 void Layout::moveWaiting() {
@@ -62,6 +63,7 @@ void Layout::forget(const BundleIDs& apps) {
         lastClicked.erase(app);
         firstSeen.erase(app);
         clickDays.erase(app);
+        waitingGoneSince.erase(app);
         alwaysKeep.erase(app);
         autopilot.snoozedUntil.erase(app);
         neverPopOut.erase(app);
@@ -162,6 +164,31 @@ std::vector<BundleID> Layout::admit(const Admission& admission) {
     return newcomers;
 }
 
+std::vector<BundleID> Layout::letAbsentGo(const Admission& admission) {
+    std::vector<BundleID> gone;
+    for (const BundleID& bundleID : inbox) {
+        if (admission.present.contains(bundleID)) {
+            waitingGoneSince.erase(bundleID);
+            continue;
+        }
+        const Date since = waitingGoneSince.try_emplace(bundleID, admission.now).first->second;
+        if (admission.now - since >= Timing::inboxGoneSeconds) {
+            gone.push_back(bundleID);
+        }
+    }
+    std::ranges::sort(gone);
+    for (const BundleID& app : gone) {
+        std::erase(inbox, app);
+        sections.erase(app);
+        firstSeen.erase(app);
+        waitingGoneSince.erase(app);
+        if (seenApps) {
+            seenApps->erase(app);
+        }
+    }
+    return gone;
+}
+
 namespace {
 
 /// Replaces dates that lie more than a day after the latest date that is possible for them.
@@ -198,6 +225,8 @@ bool Layout::setBackDates(Date now, Calendar calendar) {
     setBack(autopilot.watchingSince, now);
     setBack(lastClicked, now);
     setBack(firstSeen, now);
+    setBack(waitingGoneSince, now);
+    setBack(setupPutOff, now);
     setBack(knownGraceUntil, now + Timing::inboxUpgradeGraceSeconds);
     setBack(autopilot.snoozedUntil, calendar.addingDays(Timing::autopilotSnoozeDays, now));
     const Date today = calendar.startOfDay(now);

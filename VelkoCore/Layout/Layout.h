@@ -26,9 +26,11 @@ struct Layout {
     RevealSettings reveal = {};
     std::map<BundleID, Date> lastClicked = {};
     bool hasCompletedSetup = false;
+    std::optional<Date> setupPutOff = {};  ///< when the user left the setup for later; absent: never
     bool askAboutNewIcons = true;
     std::optional<BundleIDs> seenApps{std::in_place};  ///< absent: not tracked yet (an older build's file)
     std::vector<BundleID> inbox = {};                  ///< new apps waiting to be sorted, as they arrived
+    std::map<BundleID, Date> waitingGoneSince = {};    ///< apps in `inbox` without an icon now
     std::map<BundleID, Date> firstSeen = {};
     std::optional<Date> knownGraceUntil = {};
     std::map<BundleID, std::vector<Date>> clickDays = {};  ///< starts of the local days with a click
@@ -76,6 +78,11 @@ struct Layout {
     /// setup is done, when the user doesn't want to be asked, or in the first day after an older build's
     /// file.
     std::vector<BundleID> admit(const Admission& admission);
+
+    /// Remembers which of the waiting apps are not present. Those that have been away for a week are
+    /// forgotten as if they had never come, and are returned in ascending order: Velko asks when they come
+    /// again.
+    std::vector<BundleID> letAbsentGo(const Admission& admission);
 
     /// Whether the app may pop out when it changes: the user wants that, and it is not to be quiet now.
     [[nodiscard]] bool mayPopOut(const BundleID& bundleID, Date now) const;

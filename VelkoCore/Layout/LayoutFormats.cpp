@@ -77,8 +77,10 @@ struct JsonRecord<Layout> {
             JsonField{"reveal", &Layout::reveal},
             JsonField{"lastClicked", &Layout::lastClicked},
             hasCompletedSetup,
+            JsonField{"setupPutOff", &Layout::setupPutOff},
             JsonField{"seenApps", &Layout::seenApps},
             JsonField{"inbox", &Layout::inbox},
+            JsonField{"waitingGoneSince", &Layout::waitingGoneSince, true},
             JsonField{"firstSeen", &Layout::firstSeen},
             JsonField{"knownGraceUntil", &Layout::knownGraceUntil},
             JsonField{"clickDays", &Layout::clickDays},
@@ -95,6 +97,7 @@ struct JsonRecord<Layout> {
     static void normalise(Layout& layout) {
         BundleIDs met;
         std::erase_if(layout.inbox, [&](const BundleID& bundleID) { return !met.insert(bundleID).second; });
+        std::erase_if(layout.waitingGoneSince, [&](const auto& entry) { return !met.contains(entry.first); });
     }
 };
 

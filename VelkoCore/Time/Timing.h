@@ -60,6 +60,7 @@ inline constexpr Duration trustPollInterval = 2s;
 inline constexpr Duration permissionGuideFollowInterval = 300ms;
 inline constexpr Duration permissionGuideDoneHold = 1200ms;
 inline constexpr std::chrono::seconds inboxUpgradeGraceSeconds = 24h;
+inline constexpr std::chrono::seconds inboxGoneSeconds = 7 * 24h;  ///< then Velko no longer asks about an app
 inline constexpr Duration noteSpotlessHold = 1400ms;
 inline constexpr Seconds noteFade{0.12};
 

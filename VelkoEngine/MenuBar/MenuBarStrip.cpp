@@ -38,6 +38,10 @@ std::optional<Rect> housing(const Display& display) {
     return Rect{.x = left.maxX(), .y = left.y, .width = right.x - left.maxX(), .height = left.height};
 }
 
+bool isNotched(const Display& display) {
+    return display.safeAreaTop > 0 || housing(display);
+}
+
 bool shows(const std::vector<Display>& displays, double statusBarThickness, const Rect& frame) {
     const Point middle{.x = frame.x + frame.width / 2, .y = frame.y + frame.height / 2};
     if (frame.width <= 0 || frame.height <= 0 || !contains(displays, statusBarThickness, middle)) {

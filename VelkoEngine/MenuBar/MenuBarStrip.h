@@ -21,6 +21,9 @@ namespace velko::MenuBarStrip {
 /// The camera housing: what lies between the two usable areas beside it. Nothing without one.
 [[nodiscard]] std::optional<Rect> housing(const Display& display);
 
+/// Whether a screen has a camera housing, by either of the two signs that the system gives of one.
+[[nodiscard]] bool isNotched(const Display& display);
+
 /// Whether something with that frame (origin at the top left of the primary screen, y grows downwards) stands
 /// in a menu bar, where a person can see it: both its ends are on one screen, and its middle lies in the bar
 /// and not under a camera housing. Something without a size is nowhere.

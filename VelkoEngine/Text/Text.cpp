@@ -97,6 +97,24 @@ std::size_t lengthOfControl(std::string_view text) {
     return isSecondSet ? 2 : 0;
 }
 
+/// Whether a byte begins a letter of Hebrew, Arabic or a script near them in Unicode.
+bool isFromRight(std::string_view text, std::size_t at) {
+    const auto byte = [&](std::size_t offset) {
+        return at + offset < text.size() ? static_cast<unsigned char>(text[at + offset]) : 0U;
+    };
+    const auto between = [](unsigned value, unsigned first, unsigned last) {
+        return value >= first && value <= last;
+    };
+    const unsigned first = byte(0);
+    return (first == 0xD6 && byte(1) >= 0x90) || between(first, 0xD7, 0xDF) ||  // U+0590 to U+07FF
+           (first == 0xE0 && between(byte(1), 0xA0, 0xA3)) ||                   // U+0800 to U+08FF
+           (first == 0xEF && byte(1) == 0xAC && byte(2) >= 0x9D) ||             // U+FB1D to U+FB3F
+           (first == 0xEF && between(byte(1), 0xAD, 0xB7)) ||                   // U+FB40 to U+FDFF
+           (first == 0xEF && byte(1) == 0xB9 && byte(2) >= 0xB0) ||             // U+FE70 to U+FE7F
+           (first == 0xEF && between(byte(1), 0xBA, 0xBB)) ||                   // U+FE80 to U+FEFF
+           (first == 0xF0 && byte(1) == 0x9E && between(byte(2), 0xA0, 0xBB));  // U+1E800 to U+1EEFF
+}
+
 }  // namespace
 
 std::string printable(std::string_view text, std::string_view kept) {
@@ -109,6 +127,17 @@ std::string printable(std::string_view text, std::string_view kept) {
         rest.remove_prefix(control > 0 ? control : 1);
     }
     return result;
+}
+
+std::string isolated(std::string_view name) {
+    constexpr std::string_view begin = "\u2068";  // first strong isolate
+    constexpr std::string_view end = "\u2069";    // pop directional isolate
+    for (std::size_t at = 0; at < name.size(); ++at) {
+        if (isFromRight(name, at)) {
+            return std::string(begin).append(name).append(end);
+        }
+    }
+    return std::string(name);
 }
 
 }  // namespace velko

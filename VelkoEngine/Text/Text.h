@@ -18,4 +18,8 @@ namespace velko {
 /// which are of ASCII.
 [[nodiscard]] std::string printable(std::string_view text, std::string_view kept = {});
 
+/// A name within a sentence of ours. If it is written from right to left, it is marked so that it does not
+/// change the order of the words around it.
+[[nodiscard]] std::string isolated(std::string_view name);
+
 }  // namespace velko

@@ -98,11 +98,14 @@ TEST(Importers, FindTheSettingsOfEachOrganiserInAHomeFolder) {
                                     {"com.rare", Section::buried},
                                     {"com.unknown", Section::tucked}},
                                    std::nullopt,
-                                   std::nullopt};
-    const ImportedLayout ice{"Ice", {}, 13, true};
-    const ImportedLayout vanilla{"Vanilla", {}, 10, std::nullopt};
+                                   std::nullopt,
+                                   BundleID(Importers::bartenderDomains[0])};
+    ImportedLayout setapp = bartender;
+    setapp.organiser = Importers::bartenderDomains[1];
+    const ImportedLayout ice{"Ice", {}, 13, true, BundleID(Importers::iceDomain)};
+    const ImportedLayout vanilla{"Vanilla", {}, 10, std::nullopt, BundleID(Importers::vanillaDomain)};
     std::vector<std::pair<std::string, std::optional<ImportedLayout>>> homes{
-        {"setapp", bartender},       {"first-source-wins", bartender},
+        {"setapp", setapp},          {"first-source-wins", bartender},
         {"own-items-only", ice},     {"list-at-the-top", vanilla},
         {"damaged", vanilla},        {"nothing-known", std::nullopt},
         {"not there", std::nullopt},

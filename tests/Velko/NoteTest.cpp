@@ -88,7 +88,9 @@ TEST_F(NoteTest, AsksAboutNewIconsAndSuggestions) {
     EXPECT_TRUE(saved().alwaysKeep.contains("app.dusty"));
     mac.quit(wind);
     pass(1s);
-    EXPECT_THAT(read(), IsSupersetOf({"(Show me: Wind)", "Bury: Wind"}));
+    EXPECT_THAT(read(),
+                IsSupersetOf({"(Show me: Wind)", "Bury: Wind",
+                              "It has no icon in the menu bar right now, so there is none to show."}));
 }
 
 TEST_F(NoteTest, PutsANewIconWhereTheUserSaysAndCloses) {
@@ -139,6 +141,53 @@ TEST_F(NoteTest, DoesWhatTheUserAnswersToASuggestion) {
     press("tuck:app.wind");
     pass(2s);
     EXPECT_FALSE(note->isShowing());
+}
+
+TEST_F(NoteTest, AnswersManyQuestionsTogetherAndTheFirstByDigits) {
+    launchNamed("app.handy", "Handy");
+    for (int app = 1; app <= 12; ++app) {
+        launchNamed("app.n" + std::to_string(app), "N" + std::to_string(app));
+    }
+    note->show();
+    const auto digit = [&](char key) {
+        EXPECT_TRUE(surface.press({.key = Key::character, .character = key}));
+        pass(200ms);
+    };
+    digit('1');
+    digit('2');
+    digit('3');
+    EXPECT_EQ(saved().section("app.n1"), Section::bar);
+    EXPECT_EQ(saved().section("app.n2"), Section::tucked);
+    EXPECT_EQ(saved().section("app.n3"), Section::buried);
+    EXPECT_EQ(saved().inbox.size(), 9U);
+    const auto applied = timesLogged("[engine] applied (section changed)");
+    press("keep-all");
+    EXPECT_TRUE(saved().inbox.empty() && shows("app.n4") && shows("app.n12"));
+    EXPECT_EQ(timesLogged("[engine] applied (section changed)"), applied + 1);
+    digit('2');
+    EXPECT_TRUE(logged("[autopilot] not now: app.dusty"));
+    EXPECT_EQ(view::find(*surface.content(), "accept-all"), nullptr) << "one suggestion is left";
+    velko->autopilot().alwaysKeep("app.handy");
+    pass(200ms);
+    EXPECT_EQ(read(), spotless);
+}
+
+TEST_F(NoteTest, AcceptsAllSuggestionsAndMarksNamesFromRightToLeft) {
+    launchNamed("app.handy", "Handy");
+    note->show();
+    press("accept-all");
+    EXPECT_EQ(saved().section("app.handy"), Section::bar);
+    EXPECT_EQ(saved().section("app.dusty"), Section::tucked);
+    EXPECT_EQ(read(), spotless);
+    const ProcessID pid = launchNamed("app.a", "מזג אוויר");
+    launchNamed("app.b", "B");
+    EXPECT_THAT(read(), Contains("\u2068מזג אוויר\u2069 just moved in"));
+    mac.quit(pid);
+    pass(1min);
+    mac.mainThread.setDate(mac.mainThread.date() + std::chrono::days(7));
+    pass(1min);
+    EXPECT_TRUE(logged("[inbox] away for a week, no longer asked about: app.a"));
+    EXPECT_EQ(saved().inbox, std::vector<BundleID>{"app.b"});
 }
 
 TEST_F(NoteTest, KnowsTheClickThatClosedItAndWhatItLeftOpen) {

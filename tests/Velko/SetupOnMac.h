@@ -104,6 +104,18 @@ class SetupOfThreeApps : public SetupOnMac {
                    : words("sort:place") + " " + words("sort:name") + ": " + words("sort:reason");
     }
 
+    /// What Return chooses on the card that shows.
+    [[nodiscard]] std::string proposed() {
+        std::string found;
+        view::walk(*window().content(), [&](const view::Node& node) {
+            const auto* const button = std::get_if<view::Button>(&node.content);
+            if (button != nullptr && button->shortcut.key == Key::enter) {
+                found = view::spoken(node);
+            }
+        });
+        return found;
+    }
+
     void close() {
         window().dismiss(Surface::Dismissal::closeButton);
         pass(std::chrono::seconds(1));

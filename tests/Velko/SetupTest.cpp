@@ -1,5 +1,7 @@
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "VelkoCore/Time/Timing.h"
@@ -68,6 +70,12 @@ TEST_F(SetupTest, GoesFromFirstLaunchToATidyBarByPointerAlone) {
     EXPECT_EQ(reading(*view::find(*window().content(), "summary:bar")),
               (std::vector<std::string>{"In the Bar", "No app"}));
     EXPECT_TRUE(window().perform("summary:over"));
+    mac.dialogs.answer(false);
+    pass(1s);
+    EXPECT_EQ(words("summary:counts"), "0 in the bar, 1 tucked, 2 buried.") << "it asks first";
+    EXPECT_TRUE(window().perform("summary:over"));
+    mac.dialogs.answer(true);
+    pass(1s);
     EXPECT_EQ(card(), "1 of 3 vpn: Suggested by app type") << "the answer is forgotten";
     EXPECT_TRUE(window().perform("sort:tucked"));
     EXPECT_TRUE(window().perform("sort:rest") && window().perform("summary:apply"));
@@ -84,7 +92,7 @@ TEST_F(SetupTest, LosesAndChangesNothingWhenTheUserLeavesHalfWay) {
     close();
     EXPECT_EQ(host.visibilityChanges, 2);
     EXPECT_EQ(values().layout.sections, layout.sections);
-    EXPECT_FALSE(values().layout.hasCompletedSetup || logged("[setup]"));
+    EXPECT_FALSE(values().layout.hasCompletedSetup || logged("[setup] sorted"));
     EXPECT_TRUE(shows("com.example.vpn"));
     const auto wakeUps = mac.cost().wakeUps;
     mac.launch({.bundleID = "com.example.new", .name = "new", .icons = {{.title = "new"}}});
@@ -157,6 +165,77 @@ TEST_F(SetupTest, MovesOnlyWhileTheWelcomeShows) {
     const auto gone = window().revision();
     pass(1s);
     EXPECT_EQ(window().revision(), gone);
+}
+
+TEST_F(SetupTest, StaysAwayOnceItWasPutOffAndLosesNothing) {
+    startSorting();
+    EXPECT_TRUE(press('3') && press(Key::leftArrow) && press(Key::leftArrow));
+    EXPECT_TRUE(window().perform("welcome:later"));
+    pass(1s);
+    EXPECT_FALSE(setup->isShown());
+    EXPECT_TRUE(saved().setupPutOff.has_value());
+    EXPECT_FALSE(saved().hasCompletedSetup);
+    setup->show();
+    close();
+    EXPECT_EQ(timesLogged("[setup] put off"), 1);
+    setup->show();
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(card(), "2 of 3 clock: Last clicked yesterday") << "the answer before is kept";
+    EXPECT_TRUE(press('r') && press(Key::enter));
+    pass(1s);
+    EXPECT_EQ(saved().section("com.example.vpn"), Section::buried);
+}
+
+TEST_F(SetupTest, LetsAppsBePutElsewhereAtTheEnd) {
+    startSorting();
+    EXPECT_TRUE(press('r'));
+    EXPECT_EQ(reading(*view::find(*window().content(), "summary:bar")),
+              (std::vector<std::string>{"In the Bar", "vpn"}));
+    EXPECT_EQ(mac.surfaces.announcements().back(), "All sorted. 1 in the bar, 1 tucked, 1 buried.");
+    EXPECT_TRUE(window().perform("summary:app:com.example.clock"));
+    EXPECT_EQ(card(), "Another place clock: Last clicked yesterday");
+    EXPECT_EQ(view::find(*window().content(), "sort:rest"), nullptr);
+    EXPECT_TRUE(press(Key::leftArrow));
+    EXPECT_EQ(words("summary:counts"), "1 in the bar, 1 tucked, 1 buried.") << "nothing was chosen";
+    EXPECT_TRUE(window().perform("summary:app:com.example.clock") && press('1'));
+    EXPECT_EQ(words("summary:counts"), "2 in the bar, 0 tucked, 1 buried.");
+    EXPECT_TRUE(window().perform("summary:tucked", BundleID("com.example.vpn"))) << "dragged";
+    EXPECT_TRUE(view::choose(view::menuOf(*window().content(), "summary:app:com.example.chat"), {0}));
+    EXPECT_EQ(words("summary:counts"), "2 in the bar, 1 tucked, 0 buried.");
+    EXPECT_TRUE(press(Key::enter));
+    pass(1s);
+    EXPECT_EQ(saved().sections, (std::map<BundleID, Section>{{"com.example.chat", Section::bar},
+                                                             {"com.example.clock", Section::bar},
+                                                             {"com.example.vpn", Section::tucked}}));
+}
+
+TEST_F(SetupTest, SaysOnItsLastPageThatNothingCouldBeSaved) {
+    startSorting();
+    EXPECT_TRUE(press('r'));
+    const auto away = folder.path() / "away";
+    std::filesystem::rename(file().parent_path(), away);
+    writeFile(file().parent_path(), "a file in the folder's place");
+    EXPECT_TRUE(press(Key::enter));
+    pass(1s);
+    EXPECT_TRUE(words("done:save:what").starts_with("That couldn't be saved: "));
+    std::filesystem::remove(file().parent_path());
+    std::filesystem::rename(away, file().parent_path());
+    EXPECT_TRUE(window().perform("done:save:again"));
+    pass(1s);
+    EXPECT_EQ(view::find(*window().content(), "done:save"), nullptr);
+    EXPECT_TRUE(saved().hasCompletedSetup);
+}
+
+TEST_F(SetupTest, TellsAboutLoginAndAsksAboutTheNotchWhereThereIsOne) {
+    mac.setDisplays({SimulatedDisplays::notched()});
+    startSorting();
+    EXPECT_TRUE(press('r') && window().perform("summary:style", std::int64_t{0}));
+    EXPECT_EQ(values().layout.reveal, RevealSettings()) << "nothing happens before it is applied";
+    EXPECT_TRUE(press(Key::enter));
+    EXPECT_EQ(saved().reveal.notchedStyle, RevealStyle::inline_);
+    EXPECT_EQ(words("launch-at-login"), "Open Velko when you log in");
+    EXPECT_TRUE(window().perform("launch-at-login", true));
+    EXPECT_EQ(mac.loginItem.now, LoginItem::Status::enabled);
 }
 
 }  // namespace

@@ -78,5 +78,31 @@ TEST(Admission, TakesEverythingAsKnownInAnOlderBuildsLayout) {
     EXPECT_EQ(admit(layout, {"later", "waiting"}, monday + 24h), (std::vector<BundleID>{"later"}));
 }
 
+TEST(Admission, ForgetsThoseThatWereAwayForAWeek) {
+    const BundleID own = "app.velko.mac";
+    const BundleIDs all{"a", "b", "old"};
+    const BundleIDs rest{"b", "old"};
+    Layout layout{.sections = {{"old", Section::bar}}, .hasCompletedSetup = true};
+    layout.seenApps = BundleIDs{"old"};
+    const Date start = Date(std::chrono::days(20000));
+    const auto look = [&](const BundleIDs& present, std::chrono::hours later) {
+        return layout.letAbsentGo({.present = present, .ownBundleID = own, .now = start + later});
+    };
+    layout.admit({.present = all, .ownBundleID = own, .now = start});
+    EXPECT_TRUE(look(rest, 1h).empty());
+    EXPECT_TRUE(look(all, 100h).empty());
+    EXPECT_TRUE(layout.waitingGoneSince.empty()) << "it came back, and a week begins anew";
+    EXPECT_TRUE(look(rest, 101h).empty());
+    EXPECT_TRUE(look({}, 101h + 167h).empty());
+    EXPECT_EQ(look({}, 101h + 168h), std::vector<BundleID>{"a"});
+    EXPECT_EQ(layout.inbox, std::vector<BundleID>{"b"});
+    EXPECT_EQ(layout.sections, (std::map<BundleID, Section>{{"b", Section::tucked}, {"old", Section::bar}}));
+    EXPECT_EQ(layout.admit({.present = {"a"}, .ownBundleID = own, .now = start + 300h}),
+              std::vector<BundleID>{"a"})
+        << "when it comes again, it is new";
+    layout.place("b", Section::bar);
+    EXPECT_TRUE(layout.waitingGoneSince.empty());
+}
+
 }  // namespace
 }  // namespace velko

@@ -19,7 +19,7 @@ const std::vector<std::string> allKeys{
     "knownGraceUntil", "lastClicked",       "leaveNewIconsOut", "neverPopOut",
     "quietUntil",      "newIconDefault",    "popOutOnChange",   "reveal",
     "searchInMenu",    "sections",          "seenApps",         "showLiveActivities",
-    "version"};
+    "version",         "setupPutOff",       "waitingGoneSince"};
 
 Layout decoded(const std::string& json) {
     const auto layout = decodeLayout(json);
@@ -215,10 +215,16 @@ class RandomLayouts {
                          .hover = coin()};
         layout.lastClicked = map([&] { return date(); });
         layout.hasCompletedSetup = coin();
+        layout.setupPutOff = coin() ? std::optional{date()} : std::nullopt;
         layout.askAboutNewIcons = coin();
         layout.seenApps = coin() ? std::optional{names()} : std::nullopt;
         const BundleIDs waiting = names();
         layout.inbox.assign(waiting.rbegin(), waiting.rend());
+        for (const BundleID& bundleID : waiting) {
+            if (coin()) {
+                layout.waitingGoneSince[bundleID] = date();
+            }
+        }
         layout.firstSeen = map([&] { return date(); });
         layout.knownGraceUntil = coin() ? std::optional{date()} : std::nullopt;
         layout.clickDays = map([&] { return std::vector<Date>(below(4), date()); });

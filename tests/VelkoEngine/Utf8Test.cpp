@@ -25,5 +25,14 @@ TEST(Utf8, KeepsWhatIsWellFormedAndReplacesEachOtherByte) {
     }
 }
 
+TEST(Utf8, IsolatesNamesThatAreWrittenFromRightToLeft) {
+    for (const std::string name : {"Café", "Ֆիլմ", "日本語", "", "🧹"}) {
+        EXPECT_EQ(isolated(name), name);
+    }
+    for (const std::string name : {"מזג אוויר", "Mail بريد", "\uFB2A", "\uFE8D", "\U0001E900"}) {
+        EXPECT_EQ(isolated(name), "\u2068" + name + "\u2069");
+    }
+}
+
 }  // namespace
 }  // namespace velko
