@@ -11,6 +11,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 option(VELKO_HOST_ROOMS "Build the simulator and the playground" ON)
 option(VELKO_TESTS "Build the tests and the benchmarks" ON)
 set(VELKO_UNITY_BATCH 9 CACHE STRING "How many sources of a target are compiled as one; 1 for each by itself")
+set(VELKO_DOCUMENTATION "" CACHE STRING "The address of the documentation that the Help menu opens")
 set(VELKO_CHANNEL development CACHE STRING "Where this build goes: development, beta or release")
 set(VELKO_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "Velko/App/Diagnostics.h"
 #include "Velko/App/Log.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/LayoutTransfer.h"
@@ -220,6 +221,22 @@ void AppDelegate::updateActivationPolicy() {
         ports_.application.showDockIcon();
         ports_.application.activate();
     }
+}
+
+// The menus at the top of the screen
+
+std::vector<AppMenu::Menu> AppDelegate::menus() {
+    return AppMenu::menus(
+        {.controller = controller_,
+         .openSettings = [this] { openSettings(); },
+         .openDocumentation = [this] { platform_.workspace.openURL(controller_.info().documentation); },
+         .copyDiagnostics = [this] { copyDiagnostics(); }});
+}
+
+void AppDelegate::copyDiagnostics() {
+    ports_.pasteboard.setText(diagnostics(controller_, platform_, log_));
+    log_.log("app", "diagnostics copied");
+    ports_.surfaces.announce("Diagnostics copied. They name no app, no person and no file.");
 }
 
 // Sorting

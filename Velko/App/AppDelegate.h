@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/App/AppMenu.h"
 #include "Velko/App/FaceParts.h"
 #include "Velko/App/SingleInstance.h"
 #include "Velko/Broom/BroomFrame.h"
@@ -53,6 +54,9 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     /// Somebody has opened an address of the program's own scheme.
     void openAddress(const std::string& address);
 
+    /// The menus at the top of the screen. This outlives them.
+    [[nodiscard]] std::vector<AppMenu::Menu> menus();
+
     [[nodiscard]] AppController& controller() noexcept { return controller_; }
 
  private:
@@ -79,6 +83,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     void updateActivationPolicy();
     [[nodiscard]] SettingsController& settings();
     void lookForAnotherOrganiser();
+    void copyDiagnostics();
 
     Platform platform_;
     AppPorts ports_;

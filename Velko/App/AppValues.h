@@ -31,6 +31,7 @@ struct AppInfo {
     std::string channel{};        ///< where this copy comes from, in a word: "release", "beta", "development"
     std::string systemVersion{};  ///< the operating system's, in its own words
     std::string bundlePath{};
+    std::string documentation{};  ///< its address; empty where this build names none
 
     /// Whether it runs from where the system expects apps.
     [[nodiscard]] bool isInApplications() const { return bundlePath.starts_with("/Applications/"); }

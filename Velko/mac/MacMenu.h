@@ -15,7 +15,8 @@ namespace velko {
 /// Fills a menu that exists already, in place of what it contains.
 void fillMenu(NSMenu* native, const view::Menu& menu, AppIcons& icons);
 
-/// The menus at the top of the screen.
-[[nodiscard]] NSMenu* makeMainMenu(const std::vector<AppMenu::Menu>& menus);
+/// Shows the menus at the top of the screen, while the program is in front. They own the functions that
+/// their items call.
+void showMainMenu(const std::vector<AppMenu::Menu>& menus);
 
 }  // namespace velko

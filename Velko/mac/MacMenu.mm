@@ -38,30 +38,6 @@ namespace {
 
 constexpr double iconPoints = 16;
 
-SEL selector(AppMenu::Command command) {
-    switch (command) {
-        case AppMenu::Command::hide:
-            return @selector(hide:);
-        case AppMenu::Command::quit:
-            return @selector(terminate:);
-        case AppMenu::Command::closeWindow:
-            return @selector(performClose:);
-        case AppMenu::Command::minimizeWindow:
-            return @selector(performMiniaturize:);
-        case AppMenu::Command::undo:
-            return @selector(undo:);
-        case AppMenu::Command::cut:
-            return @selector(cut:);
-        case AppMenu::Command::paste:
-            return @selector(paste:);
-        case AppMenu::Command::copy:
-            return @selector(copy:);
-        case AppMenu::Command::selectAll:
-            return @selector(selectAll:);
-    }
-    return nullptr;
-}
-
 NSMenuItem* plainItem(const std::string& title, SEL action, NSString* key) {
     return [[NSMenuItem alloc] initWithTitle:native(title) action:action keyEquivalent:key];
 }
@@ -115,22 +91,6 @@ void fillMenu(NSMenu* native, const view::Menu& menu, AppIcons& icons) {
     for (const view::MenuItem& item : menu) {
         [native addItem:makeItem(item, icons)];
     }
-}
-
-NSMenu* makeMainMenu(const std::vector<AppMenu::Menu>& menus) {
-    NSMenu* result = [[NSMenu alloc] initWithTitle:@""];
-    for (const AppMenu::Menu& menu : menus) {
-        NSMenu* submenu = [[NSMenu alloc] initWithTitle:native(menu.title)];
-        for (const AppMenu::Entry& entry : menu.entries) {
-            // Without a target the action goes to what has the keyboard.
-            [submenu
-                addItem:plainItem(entry.title, selector(entry.command), native(std::string(1, entry.key)))];
-        }
-        NSMenuItem* item = plainItem(menu.title, nullptr, @"");
-        item.submenu = submenu;
-        [result addItem:item];
-    }
-    return result;
 }
 
 }  // namespace velko

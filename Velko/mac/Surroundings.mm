@@ -29,6 +29,7 @@ AppInfo appInfo() {
     info.version = infoText(bundle, @"CFBundleShortVersionString");
     info.build = infoText(bundle, @"CFBundleVersion");
     info.channel = infoText(bundle, @"VelkoChannel");
+    info.documentation = infoText(bundle, @"VelkoDocumentation");
     info.systemVersion = portable([NSProcessInfo processInfo].operatingSystemVersionString);
     info.bundlePath = portable(bundle.bundlePath);
     return info;

@@ -87,8 +87,8 @@ struct Program {
 }
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
-    [NSApplication sharedApplication].mainMenu = velko::makeMainMenu(velko::AppMenu::menus());
     _program = std::make_unique<Program>();
+    velko::showMainMenu(_program->delegate.menus());
     _program->delegate.didFinishLaunching();
     for (const auto& file : std::exchange(_waiting, {})) {
         _program->delegate.openFile(file);

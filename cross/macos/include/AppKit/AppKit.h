@@ -250,13 +250,20 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property SEL action;
 @property(strong) id representedObject;
 @property(copy) NSString* toolTip;
+@property(copy) NSString* title;
+@property NSEventModifierFlags keyEquivalentModifierMask;
 + (NSMenuItem*)separatorItem;
 + (instancetype)sectionHeaderWithTitle:(NSString*)title;
 - (instancetype)initWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)key;
 @end
 
+@protocol NSMenuItemValidation <NSObject>
+- (BOOL)validateMenuItem:(NSMenuItem*)item;
+@end
+
 @interface NSResponder : NSObject
 @property(strong) NSMenu* menu;
+@property(readonly, strong) NSUndoManager* undoManager;
 - (void)keyDown:(NSEvent*)event;
 - (void)mouseDown:(NSEvent*)event;
 - (void)mouseDragged:(NSEvent*)event;
@@ -642,6 +649,8 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(class, readonly, strong) NSApplication* sharedApplication;
 @property(weak) id<NSApplicationDelegate> delegate;
 @property(strong) NSMenu* mainMenu;
+@property(strong) NSMenu* windowsMenu;
+@property(strong) NSMenu* helpMenu;
 @property(strong) NSImage* applicationIconImage;
 @property(readonly, weak) NSWindow* keyWindow;
 @property(readonly, copy) NSArray<NSWindow*>* windows;

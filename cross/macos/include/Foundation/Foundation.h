@@ -172,6 +172,13 @@ typedef enum NSSearchPathDomainMask : NSUInteger { NSUserDomainMask = 1 } NSSear
 - (NSString*)displayNameAtPath:(NSString*)path;
 @end
 
+@interface NSUndoManager : NSObject
+@property(readonly) BOOL canUndo;
+@property(readonly) BOOL canRedo;
+- (void)undo;
+- (void)redo;
+@end
+
 @interface NSOperationQueue : NSObject
 @property(class, readonly, strong) NSOperationQueue* mainQueue;
 @end
