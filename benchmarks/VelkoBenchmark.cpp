@@ -166,6 +166,7 @@ class NoHost final : public FaceHost {
     void onSearch(const std::string& /*typed*/) override {}
     void onResort() override {}
     void onPermission() override {}
+    void onMoveToApplications() override {}
     void onVisibilityChange() override {}
     [[nodiscard]] SortSession makeSession() override {
         return SortSession(

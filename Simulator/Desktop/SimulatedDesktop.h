@@ -41,13 +41,34 @@ class SimulatedApplication final : public Application {
                   const std::optional<std::filesystem::path>& application) override {
         openedFiles.push_back({.file = file, .application = application});
     }
+    [[nodiscard]] Outcome moveToTrash(const std::filesystem::path& file) override {
+        return note("trash " + file.string());
+    }
+    [[nodiscard]] Outcome copy(const std::filesystem::path& from, const std::filesystem::path& to) override {
+        return note("copy " + from.string() + " to " + to.string());
+    }
+    void openAnother(const std::filesystem::path& program,
+                     std::function<void(const Outcome&)> done) override {
+        done(note("open " + program.string()));
+    }
 
     Policy now = Policy::accessory;
     bool hasDockIcon = false;
     int activations = 0;
     bool isTerminating = false;
     std::vector<OpenedFile> openedFiles;
-    std::function<void()> onTerminate;  ///< called inside Velko's call
+    std::function<void()> onTerminate;   ///< called inside Velko's call
+    std::vector<std::string> fileDeeds;  ///< what was done to files, in order
+    std::string refusedDeed{};           ///< the system refuses what begins like this; empty: nothing
+
+ private:
+    [[nodiscard]] Outcome note(const std::string& deed) {
+        if (!refusedDeed.empty() && deed.starts_with(refusedDeed)) {
+            return std::unexpected("not allowed");
+        }
+        fileDeeds.push_back(deed);
+        return {};
+    }
 };
 
 class SimulatedDefaults final : public Defaults {

@@ -44,6 +44,7 @@ AppDelegate::AppDelegate(Parts parts)
       homeFolder_(std::move(parts.homeFolder)),
       instance_(platform_, ports_, log_, parts.controller.store, parts.controller.info.bundleID),
       controller_(std::move(parts.controller)),
+      move_(ports_, log_, controller_.info().bundlePath),
       faceParts_{
           .controller = controller_, .platform = platform_, .ports = ports_, .log = log_, .host = *this},
       broomFrame_(faceParts_),

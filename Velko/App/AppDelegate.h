@@ -8,6 +8,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/App/AppMenu.h"
 #include "Velko/App/FaceParts.h"
+#include "Velko/App/MoveToApplications.h"
 #include "Velko/App/SingleInstance.h"
 #include "Velko/Broom/BroomFrame.h"
 #include "Velko/Broom/HoverWatcher.h"
@@ -68,6 +69,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     void onSearch(const std::string& typed) override { openSearch(typed); }
     void onResort() override { openSetup(); }
     void onPermission() override { openPermission(); }
+    void onMoveToApplications() override { move_.start(); }
     void onVisibilityChange() override;
     [[nodiscard]] SortSession makeSession() override;
     [[nodiscard]] std::optional<ImportedLayout> imported() const override { return lastImport_; }
@@ -92,6 +94,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     std::filesystem::path homeFolder_;
     SingleInstance instance_;
     AppController controller_;
+    MoveToApplications move_;
     FaceParts faceParts_;
     BroomFrame broomFrame_;
     ShelfController shelf_;

@@ -31,6 +31,8 @@ class FaceHost {
     virtual void onResort() = 0;
     /// The user wants to give the permission that is missing.
     virtual void onPermission() = 0;
+    /// The user wants Velko to be in the Applications folder.
+    virtual void onMoveToApplications() = 0;
     /// A window has opened or closed.
     virtual void onVisibilityChange() = 0;
 

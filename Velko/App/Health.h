@@ -60,6 +60,7 @@ inline constexpr auto openPermissionTitle = "Open Device Control and Data Access
 inline constexpr auto refusalInWords = "macOS didn't let Velko hide icons, so all of them are out.";
 
 /// What Velko says when it is not in the Applications folder.
+inline constexpr auto moveTitle = "Move Velko to Applications";
 inline constexpr auto wrongPlaceInWords = "Move Velko to Applications so its icon stays visible.";
 
 }  // namespace velko

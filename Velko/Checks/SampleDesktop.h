@@ -46,6 +46,13 @@ class SampleApplication final : public Application {
     void terminate() override {}
     void openFile(const std::filesystem::path& /*file*/,
                   const std::optional<std::filesystem::path>& /*application*/) override {}
+    [[nodiscard]] Outcome moveToTrash(const std::filesystem::path& /*file*/) override { return {}; }
+    [[nodiscard]] Outcome copy(const std::filesystem::path& /*from*/,
+                               const std::filesystem::path& /*to*/) override {
+        return {};
+    }
+    void openAnother(const std::filesystem::path& /*program*/,
+                     std::function<void(const Outcome&)> /*done*/) override {}
 
  private:
     Policy policy_ = Policy::accessory;

@@ -2,6 +2,7 @@
 
 #include <expected>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,21 @@ class Application : private NonCopyable {
     /// front, and hears that it was opened again.
     virtual void openFile(const std::filesystem::path& file,
                           const std::optional<std::filesystem::path>& application) = 0;
+
+    /// Whether the system did something; if not, its words.
+    using Outcome = std::expected<void, std::string>;
+
+    /// Puts a file or a folder into the user's Trash.
+    [[nodiscard]] virtual Outcome moveToTrash(const std::filesystem::path& file) = 0;
+
+    /// Copies a file or a folder with everything in it. Nothing may be at its new place yet.
+    [[nodiscard]] virtual Outcome copy(const std::filesystem::path& from,
+                                       const std::filesystem::path& to) = 0;
+
+    /// Opens a program, also one that runs already from elsewhere. `done` is told what came of it, perhaps
+    /// within this call.
+    virtual void openAnother(const std::filesystem::path& program,
+                             std::function<void(const Outcome&)> done) = 0;
 };
 
 /// Whether the system opens this program when the user logs in. Main thread.

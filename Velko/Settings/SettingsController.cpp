@@ -170,8 +170,11 @@ std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions) {
         result.push_back(refused(controller));
     }
     if (!controller.info().isInApplications()) {
-        result.push_back(problem("problem:place", wrongPlaceInWords,
-                                 "It runs from " + controller.info().bundlePath + ".", {}));
+        result.push_back(
+            problem("problem:place", wrongPlaceInWords, "It runs from " + controller.info().bundlePath + ".",
+                    {view::button("problem:place:move", {.title = moveTitle, .press = [&host = parts.host] {
+                                                             host.onMoveToApplications();
+                                                         }})}));
     }
     return result;
 }

@@ -104,6 +104,7 @@ SetupActions SetupController::actions() {
                 change([style](SetupFlow& flow) { flow.chooseNotchedStyle(style); });
             },
         .quitOrganiser = [this] { quitOrganiser(); },
+        .moveToApplications = [this] { parts_.host.onMoveToApplications(); },
         .startOver = [this] { askToStartOver(); },
         .apply = [this] { applyAnswers(); },
         .tryAgain = [this] { parts_.controller.tryAgain(); },
@@ -249,7 +250,9 @@ view::Node SetupController::tree() {
     const auto& left = flow_.imported();
     const auto& session = flow_.session();
     switch (flow_.step()) {
-        case Step::welcome: return SetupSteps::welcome(intro_.picture(), actions);
+        case Step::welcome:
+            return SetupSteps::welcome(intro_.picture(), parts_.controller.info().isInApplications(),
+                                       actions);
         case Step::permission: return SetupSteps::permission(isTrusted(), actions);
         case Step::found:
             if (left && session) {

@@ -39,6 +39,7 @@ struct SetupActions {
     std::function<void(const BundleID&, Section)> move;
     std::function<void(RevealStyle)> chooseNotchedStyle;
     std::function<void()> quitOrganiser;
+    std::function<void()> moveToApplications;
     std::function<void()> startOver;
     std::function<void()> apply;
     std::function<void()> tryAgain;
@@ -50,7 +51,8 @@ struct SetupActions {
 /// section. Pure functions.
 namespace SetupSteps {
 
-[[nodiscard]] view::Node welcome(view::Drawing picture, const SetupActions& actions);
+/// `isInPlace`: whether Velko is in the Applications folder.
+[[nodiscard]] view::Node welcome(view::Drawing picture, bool isInPlace, const SetupActions& actions);
 [[nodiscard]] view::Node permission(bool isTrusted, const SetupActions& actions);
 /// What else there is to say of what another organiser left behind.
 struct FoundFacts {

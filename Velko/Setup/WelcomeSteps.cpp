@@ -3,6 +3,7 @@
 #include <variant>
 #include <vector>
 
+#include "Velko/App/Health.h"
 #include "Velko/Setup/SetupFlow.h"
 #include "Velko/Setup/SetupFrame.h"
 #include "Velko/Setup/SetupSteps.h"
@@ -12,21 +13,26 @@ namespace velko::SetupSteps {
 
 using namespace SetupFrame;
 
-view::Node welcome(view::Drawing picture, const SetupActions& actions) {
-    return step(
-        "setup:welcome",
-        {{.id = "welcome:intro", .content = view::Picture{.drawing = std::move(picture)}},
-         centred("welcome:title", "Hello, I'm Velko.", view::Text::Style::largeTitle),
-         centred("welcome:what",
-                 "I sweep the icons that you rarely need behind my broom, so your menu bar stays "
-                 "calm. One click on the broom brings them back."),
-         centred(
-             "welcome:promise",
-             "You decide about every app. Your icons stay where they are until you have sorted them; later, "
-             "a new icon waits behind the broom until you say where it goes.",
-             view::Text::Style::caption)},
-        {.left = {view::button("welcome:later", {.title = "Not Now", .press = actions.notNow})},
-         .right = {primaryButton("welcome:go", "Let's Tidy", actions.goOn)}});
+view::Node welcome(view::Drawing picture, bool isInPlace, const SetupActions& actions) {
+    std::vector<view::Node> content{
+        {.id = "welcome:intro", .content = view::Picture{.drawing = std::move(picture)}},
+        centred("welcome:title", "Hello, I'm Velko.", view::Text::Style::largeTitle),
+        centred("welcome:what",
+                "I sweep the icons that you rarely need behind my broom, so your menu bar stays "
+                "calm. One click on the broom brings them back."),
+        centred(
+            "welcome:promise",
+            "You decide about every app. Your icons stay where they are until you have sorted them; later, "
+            "a new icon waits behind the broom until you say where it goes.",
+            view::Text::Style::caption)};
+    if (!isInPlace) {
+        content.push_back(notice(
+            "welcome:place", "Outside the Applications folder my icon may hide too.",
+            {view::button("welcome:move", {.title = moveTitle, .press = actions.moveToApplications})}));
+    }
+    return step("setup:welcome", std::move(content),
+                {.left = {view::button("welcome:later", {.title = "Not Now", .press = actions.notNow})},
+                 .right = {primaryButton("welcome:go", "Let's Tidy", actions.goOn)}});
 }
 
 view::Node permission(bool isTrusted, const SetupActions& actions) {

@@ -18,6 +18,9 @@ class MacApplication final : public Application {
     void terminate() override;
     void openFile(const std::filesystem::path& file,
                   const std::optional<std::filesystem::path>& application) override;
+    [[nodiscard]] Outcome moveToTrash(const std::filesystem::path& file) override;
+    [[nodiscard]] Outcome copy(const std::filesystem::path& from, const std::filesystem::path& to) override;
+    void openAnother(const std::filesystem::path& program, std::function<void(const Outcome&)> done) override;
 };
 
 /// The standard user defaults.

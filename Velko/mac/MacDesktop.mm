@@ -64,6 +64,50 @@ void MacApplication::openFile(const std::filesystem::path& file,
            completionHandler:nil];
 }
 
+namespace {
+
+Application::Outcome outcomeOf(BOOL done, NSError* error) {
+    if (!done) {
+        return std::unexpected(portable(error.localizedDescription));
+    }
+    return {};
+}
+
+}  // namespace
+
+Application::Outcome MacApplication::moveToTrash(const std::filesystem::path& file) {
+    NSError* error = nil;
+    const BOOL done = [[NSFileManager defaultManager] trashItemAtURL:fileURL(file)
+                                                    resultingItemURL:nil
+                                                               error:&error];
+    return outcomeOf(done, error);
+}
+
+Application::Outcome MacApplication::copy(const std::filesystem::path& from,
+                                          const std::filesystem::path& to) {
+    NSError* error = nil;
+    const BOOL done = [[NSFileManager defaultManager] copyItemAtURL:fileURL(from)
+                                                              toURL:fileURL(to)
+                                                              error:&error];
+    return outcomeOf(done, error);
+}
+
+void MacApplication::openAnother(const std::filesystem::path& program,
+                                 std::function<void(const Outcome&)> done) {
+    NSWorkspaceOpenConfiguration* configuration = [NSWorkspaceOpenConfiguration configuration];
+    configuration.createsNewApplicationInstance = YES;
+    [[NSWorkspace sharedWorkspace] openApplicationAtURL:fileURL(program)
+                                          configuration:configuration
+                                      completionHandler:^(NSRunningApplication* running, NSError* error) {
+                                        // The system calls this on a queue of its own.
+                                        const Outcome outcome = outcomeOf(running != nil, error);
+                                        CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+                                          done(outcome);
+                                        });
+                                        CFRunLoopWakeUp(CFRunLoopGetMain());
+                                      }];
+}
+
 bool MacDefaults::isOn(const std::string& key) const {
     return [[NSUserDefaults standardUserDefaults] boolForKey:native(key)];
 }

@@ -2,11 +2,14 @@
 #include <chrono>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "Simulator/Desktop/SimulatedDesktop.h"
+#include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Velko/App/AppMenu.h"
 #include "Velko/App/Diagnostics.h"
+#include "Velko/App/MoveToApplications.h"
 #include "Velko/Flows/Questions.h"
 #include "tests/Velko/ProgramOnMac.h"
 
@@ -86,6 +89,32 @@ TEST_F(AppMenuTest, CopiesDiagnosticsThatNameNobody) {
         EXPECT_TRUE(text.contains(needed)) << needed << "\n" << text;
     }
     EXPECT_EQ(shown("Velko Documentation"), "(Velko Documentation (not named in this build))");
+}
+
+TEST_F(AppMenuTest, MovesToApplicationsAndLosesNothing) {
+    using Deeds = std::vector<std::string>;
+    launch(setUp());
+    const std::filesystem::path applications = folder.path() / "Applications";
+    const std::string there = (applications / "Velko.app").string();
+    MoveToApplications move(mac.appPorts(), log, "/Users/x/Velko.app", applications);
+    mac.application.refusedDeed = "open";
+    move.start();
+    EXPECT_EQ(mac.dialogs.alerts().size(), 1U);
+    EXPECT_FALSE(mac.application.isTerminating) << "the copy does not run";
+    mac.application.refusedDeed.clear();
+    mac.application.fileDeeds.clear();
+    std::filesystem::create_directories(there);
+    move.start();
+    EXPECT_TRUE(mac.application.fileDeeds.empty()) << "it asks before it replaces";
+    mac.dialogs.answer(false);
+    mac.advance(1s);
+    EXPECT_TRUE(mac.application.fileDeeds.empty());
+    move.start();
+    mac.dialogs.answer(true);
+    mac.advance(1s);
+    EXPECT_EQ(mac.application.fileDeeds, (Deeds{"trash " + there, "copy /Users/x/Velko.app to " + there,
+                                                "open " + there, "trash /Users/x/Velko.app"}));
+    EXPECT_TRUE(mac.application.isTerminating);
 }
 
 TEST(Anonymiser, GivesTheSameAppTheSameNumber) {

@@ -37,6 +37,7 @@ class CountingHost final : public FaceHost {
     void onSearch(const std::string& typed) override { searches.push_back(typed); }
     void onResort() override { ++resorts; }
     void onPermission() override { ++permissions; }
+    void onMoveToApplications() override { ++moves; }
     void onVisibilityChange() override { ++visibilityChanges; }
     [[nodiscard]] SortSession makeSession() override { return session(); }
     [[nodiscard]] std::optional<ImportedLayout> imported() const override { return found; }
@@ -44,6 +45,7 @@ class CountingHost final : public FaceHost {
     int settings = 0;
     int resorts = 0;
     int permissions = 0;
+    int moves = 0;
     int visibilityChanges = 0;
     std::vector<std::string> searches;
     std::vector<BundleID> settingsOf;

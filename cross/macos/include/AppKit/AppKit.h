@@ -700,6 +700,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @end
 
 @interface NSWorkspaceOpenConfiguration : NSObject
+@property BOOL createsNewApplicationInstance;
 + (instancetype)configuration;
 @end
 
@@ -714,6 +715,9 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
     withApplicationAtURL:(NSURL*)application
            configuration:(NSWorkspaceOpenConfiguration*)configuration
        completionHandler:(void (^)(NSRunningApplication*, NSError*))handler;
+- (void)openApplicationAtURL:(NSURL*)application
+               configuration:(NSWorkspaceOpenConfiguration*)configuration
+           completionHandler:(void (^)(NSRunningApplication*, NSError*))handler;
 - (NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)bundleIdentifier;
 - (NSImage*)iconForFile:(NSString*)path;
 @end

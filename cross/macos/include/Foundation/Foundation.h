@@ -170,6 +170,8 @@ typedef enum NSSearchPathDomainMask : NSUInteger { NSUserDomainMask = 1 } NSSear
 - (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
                            inDomains:(NSSearchPathDomainMask)domains;
 - (NSString*)displayNameAtPath:(NSString*)path;
+- (BOOL)copyItemAtURL:(NSURL*)from toURL:(NSURL*)to error:(NSError**)error;
+- (BOOL)trashItemAtURL:(NSURL*)url resultingItemURL:(NSURL**)resulting error:(NSError**)error;
 @end
 
 @interface NSUndoManager : NSObject
