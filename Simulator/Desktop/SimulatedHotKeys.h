@@ -27,8 +27,8 @@ class SimulatedHotKeys final : public HotKeys {
         if (ofOthers.contains(keys) || !registered_->insert(keys).second) {
             return std::unexpected(Refusal::taken);
         }
-        auto hearing =
-            std::make_shared<Subscription>(presses_.observe([keys, pressed](const KeyCombination& heard) {
+        auto hearing = std::make_shared<Subscription>(
+            presses_.observe([keys, pressed = std::move(pressed)](const KeyCombination& heard) {
                 if (heard == keys) {
                     pressed();
                 }

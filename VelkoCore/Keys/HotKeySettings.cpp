@@ -42,11 +42,14 @@ std::expected<KeyCombination, std::string> combinationIn(const Json& entry) {
     }
     KeyCombination keys{.key = *key};
     const Json* const modifiers = memberOf(*object, "modifiers");
-    const auto* const list = modifiers == nullptr ? nullptr : std::get_if<Json::Array>(&modifiers->value);
-    if (modifiers != nullptr && list == nullptr) {
+    if (modifiers == nullptr) {
+        return keys;
+    }
+    const auto* const list = std::get_if<Json::Array>(&modifiers->value);
+    if (list == nullptr) {
         return std::unexpected("modifiers: expected a list");
     }
-    for (const Json& each : list == nullptr ? Json::Array{} : *list) {
+    for (const Json& each : *list) {
         const auto* const word = std::get_if<std::string>(&each.value);
         const auto* const held = word == nullptr
                                      ? Keys::heldKeys.end()

@@ -191,19 +191,16 @@ char32_t distanceFromCapital(char32_t c) {
 
 std::string capital(std::string_view letter) {
     std::string_view rest = letter;
-    const auto small = rest.empty() ? std::nullopt : takeCharacter(rest);
-    const char32_t distance = small && rest.empty() ? distanceFromCapital(*small) : 0;
-    std::string result(letter);
+    const char32_t small = rest.empty() ? 0 : takeCharacter(rest).value_or(0);
+    const char32_t distance = rest.empty() ? distanceFromCapital(small) : 0;
+    const char32_t big = small - distance;
     if (distance == 0) {
-        return result;
+        return std::string(letter);
     }
-    const char32_t big = *small - distance;
     if (big < 0x80) {
-        result = static_cast<char>(big);
-    } else {
-        result = {static_cast<char>(0xC0 | (big >> 6)), static_cast<char>(0x80 | (big & 0x3F))};
+        return {static_cast<char>(big)};
     }
-    return result;
+    return {static_cast<char>(0xC0 | (big >> 6)), static_cast<char>(0x80 | (big & 0x3F))};
 }
 
 FoldedText FoldedText::of(std::string_view text) {
