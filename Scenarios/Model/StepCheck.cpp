@@ -159,6 +159,21 @@ void endShowMe(StepCheck& check) {
     }
 }
 
+/// Checks a command that brings icons out or tucks them away.
+void checkCommand(StepCheck& check) {
+    const Expected& expected = check.expected;
+    const std::string command = check.step.text.value_or("");
+    const bool stepsAside = expected.isActivityOn && !expected.isActivityDismissed;
+    if (!expected.isWell() || expected.isRefused || stepsAside) {
+        return;
+    }
+    if (command.starts_with("show")) {
+        check.require(expected.out.isRevealed(), "a command brings icons out", command);
+    } else if (command == "tuck") {
+        check.require(expected.out == Out(), "a command tucks icons away", expected.out.text());
+    }
+}
+
 }  // namespace
 
 bool isBroomClick(const script::Step& step) {
@@ -227,11 +242,11 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
             }
             break;
         case Verb::open: endShowMe(check); break;
+        case Verb::command: checkCommand(check); [[fallthrough]];
         case Verb::rightClickBroom:
         case Verb::choose:
         case Verb::chooseIn:
         case Verb::press:
-        case Verb::command:
         case Verb::openAddress:
             check.expected.isAllShown = check.expected.isAllShown || check.step.text == "Show All";
             // Some of these open an app, or stop showing it; so does a right click that passes for a left
