@@ -133,7 +133,7 @@ int answerAlone(const Call& call, const CallerSurroundings& surroundings) {
 }
 
 /// The call as Velko gets it: with whole paths.
-std::vector<std::string> wordsOf(const Call& call, const std::filesystem::path& folder) {
+std::vector<std::string> wordsToSend(const Call& call, const std::filesystem::path& folder) {
     const Row& row = rowOf(call.verb);
     std::vector<std::string> words;
     for (std::size_t start = 0; start < row.words.size();) {
@@ -182,7 +182,7 @@ int runCommandLine(const std::vector<std::string>& words, const CallerSurroundin
             "velko: " + (connection.problem.empty() ? "Velko does not run." : connection.problem) + "\n");
         return status::failed;
     }
-    const std::string request = requestLine(wordsOf(*call, surroundings.folder));
+    const std::string request = requestLine(wordsToSend(*call, surroundings.folder));
     if (request.size() > longestLine) {
         surroundings.error("velko: That is too long.\n");
         return status::notUnderstood;

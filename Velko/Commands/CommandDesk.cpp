@@ -122,18 +122,21 @@ void CommandDesk::openApp(Caller caller, const std::string& text) {
         return;
     }
     const auto opening = std::make_shared<bool>(true);
+    const auto failure = [this, bundleID = app->bundleID](bool isRunning) {
+        const AppNames names(parts_.controller.values(), parts_.platform.workspace);
+        return describe(FailedOpening{.bundleID = bundleID, .isRunning = isRunning}, names);
+    };
     waiting_[caller] = {.opening = opening};
-    giveUpAfter(caller, openingTimeout, app->name + " doesn't answer.");
-    parts_.controller.open(app->bundleID, [this, caller, name = app->name,
-                                           weak = std::weak_ptr(opening)](ItemOpener::Press press) {
-        if (weak.expired()) {
-            return;  // nobody waits for it any more
-        }
-        using enum ItemOpener::Press;
-        finish(caller, press == menuOpens    ? Reply()
-                       : press == notRunning ? commands::refusal(name + " isn't running any more.")
-                                             : commands::refusal(name + " doesn't answer."));
-    });
+    giveUpAfter(caller, openingTimeout, failure(true));
+    parts_.controller.open(
+        app->bundleID, [this, caller, failure, weak = std::weak_ptr(opening)](ItemOpener::Press press) {
+            if (weak.expired()) {
+                return;  // nobody waits for it any more
+            }
+            finish(caller, press == ItemOpener::Press::menuOpens
+                               ? Reply()
+                               : commands::refusal(failure(press != ItemOpener::Press::notRunning)));
+        });
 }
 
 void CommandDesk::waitUntil(Caller caller, const Call& call) {

@@ -143,6 +143,18 @@ class Reading {
     Call call_;
 };
 
+/// Why the words begin with no command.
+std::string noCommand(const std::string& word) {
+    std::vector<std::string_view> seconds;
+    for (const Row& row : rows()) {
+        if (row.words.starts_with(word + ' ')) {
+            seconds.push_back(row.words.substr(word.size() + 1));
+        }
+    }
+    return seconds.empty() ? "There is no command " + inMarks(word) + "."
+                           : "After " + inMarks(word) + " comes " + anyOf(seconds) + ".";
+}
+
 bool asksForHelp(const std::string& word) {
     return word == "--help" || word == "-h";
 }
@@ -180,7 +192,7 @@ std::expected<Call, std::string> parse(const std::vector<std::string>& words) {
             return Reading(row).read(rest);
         }
     }
-    return mistake("There is no command " + inMarks(words.front()) + ".");
+    return mistake(noCommand(words.front()));
 }
 
 }  // namespace velko::commands

@@ -24,7 +24,7 @@ struct Listed {
     bool isNew;
 };
 
-std::vector<Listed> listOf(const AppController& controller) {
+std::vector<Listed> appsListed(const AppController& controller) {
     const Layout& layout = controller.values().layout;
     std::vector<Listed> listed;
     for (PresentApp& app : presentApps(controller.values())) {
@@ -154,7 +154,7 @@ std::string statusJson(const FaceParts& parts) {
 
 std::string listText(const FaceParts& parts) {
     std::string lines;
-    for (const Listed& each : listOf(parts.controller)) {
+    for (const Listed& each : appsListed(parts.controller)) {
         lines.append(name(each.section)).append("\t").append(printable(each.app.name)).append("\t");
         lines.append(printable(each.app.bundleID)).append("\t");
         lines.append(each.isHidden ? "hidden" : "").append(each.isHidden && each.isNew ? "," : "");
@@ -165,7 +165,7 @@ std::string listText(const FaceParts& parts) {
 
 std::string listJson(const FaceParts& parts) {
     Json::Array apps;
-    for (const Listed& each : listOf(parts.controller)) {
+    for (const Listed& each : appsListed(parts.controller)) {
         apps.push_back({Json::Object{{"identifier", text(each.app.bundleID)},
                                      {"name", text(each.app.name)},
                                      {"section", text(name(each.section))},

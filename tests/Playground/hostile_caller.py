@@ -144,6 +144,18 @@ def modes(path):
     expect(stat.S_IMODE(path.stat().st_mode) == 0o600, f"socket {oct(path.stat().st_mode)}")
 
 
+def comings_and_goings(play, path):
+    """The socket stays while Velko comes and goes on its Mac."""
+    with connect(path) as link:
+        link.sendall(request("wait-until", "revealed", "--timeout", "3600"))
+        expect(ask(path, "status") == 0, "Velko runs")
+        play.post("/desk", b'{"line":"velko quit"}')
+        expect(rest_of(link) == b"", "who waits is hung up on")
+    expect(ask(path, "status") == 1, "Velko does not run")
+    play.post("/desk", b'{"line":"velko start"}')
+    expect_well(path, "when it runs again")
+
+
 def strange_places(program):
     def start(prepare):
         home = Path(tempfile.mkdtemp(prefix="velko-caller-"))
@@ -206,6 +218,7 @@ def main():
             attack(path)
             expect(play.process.poll() is None, f"it died of {attack.__name__}")
             expect_well(path, f"after {attack.__name__}")
+        comings_and_goings(play, path)
     finally:
         ended, _ = play.close()
     expect(ended == 0, f"it ended with status {ended}")

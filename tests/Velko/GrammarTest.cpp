@@ -30,7 +30,7 @@ TEST(Grammar, UnderstandsWhatItsTableSays) {
 TEST(Grammar, SaysWhatIsWrong) {
     EXPECT_EQ(whyNot({}), "Say what to do.");
     EXPECT_EQ(whyNot({"shwo"}), "There is no command “shwo”.");
-    EXPECT_EQ(whyNot({"layout"}), "There is no command “layout”.");
+    EXPECT_EQ(whyNot({"layout"}), "After “layout” comes export or import.");
     EXPECT_EQ(whyNot({"show", "--json"}), "velko show has no option “--json”.");
     EXPECT_EQ(whyNot({"show", "--buried=1"}), "--buried takes no value.");
     EXPECT_EQ(whyNot({"place", "Slack"}), "velko place needs SECTION.");
