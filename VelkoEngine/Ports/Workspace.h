@@ -30,8 +30,8 @@ struct WorkspaceNotice {
         activeSpaceChanged,
         sessionBecameActive,
         sessionResignedActive,  ///< another user is at the Mac now
-        launched,    ///< only for regular apps; few apps in the menu bar are regular
-        terminated,  ///< likewise
+        launched,               ///< only for regular apps; few apps in the menu bar are regular
+        terminated,             ///< likewise
         activated,
         listChanged,  ///< the list of running applications has changed; apps of every kind
     };
