@@ -1,7 +1,10 @@
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 
 #include <algorithm>
-#include <functional>
+#include <array>
+#include <compare>
+#include <cstddef>
+#include <memory_resource>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -12,16 +15,17 @@
 
 namespace velko {
 
-VisibilityPlan VisibilityPlan::allow(std::vector<BundleID> bundleIDs) {
-    const auto notAscending = std::ranges::adjacent_find(bundleIDs, std::greater_equal{});
-    if (notAscending != bundleIDs.end()) {
-        std::ranges::sort(bundleIDs);
-        const auto repeated = std::ranges::unique(bundleIDs);
-        bundleIDs.erase(repeated.begin(), repeated.end());
-    }
+VisibilityPlan VisibilityPlan::allowAscending(std::vector<BundleID> bundleIDs) {
     VisibilityPlan plan;
     plan.allowed_ = std::move(bundleIDs);
     return plan;
+}
+
+VisibilityPlan VisibilityPlan::allow(std::vector<BundleID> bundleIDs) {
+    std::ranges::sort(bundleIDs);
+    const auto repeated = std::ranges::unique(bundleIDs);
+    bundleIDs.erase(repeated.begin(), repeated.end());
+    return allowAscending(std::move(bundleIDs));
 }
 
 bool VisibilityPlan::hides(const BundleID& bundleID) const noexcept {
@@ -44,29 +48,40 @@ std::string describe(const VisibilityPlan& plan) {
 
 namespace {
 
-/// Identifiers gathered by reference, so that each one is copied once, into the finished plan.
-using References = std::vector<std::string_view>;
+/// Identifiers gathered by reference, so that each one is copied once, into the finished plan. A few need no
+/// memory of their own.
+class Room {
+ public:
+    [[nodiscard]] std::pmr::memory_resource* get() noexcept { return &resource_; }
+
+ private:
+    std::array<std::byte, 4096> few_;
+    std::pmr::monotonic_buffer_resource resource_{few_.data(), few_.size()};
+};
+using References = std::pmr::vector<std::string_view>;
 
 void append(References& references, const auto& bundleIDs) {
     references.insert(references.end(), bundleIDs.begin(), bundleIDs.end());
 }
 
-VisibilityPlan planOf(References references) {
+void sortOnce(References& references) {
     std::ranges::sort(references);
     const auto repeated = std::ranges::unique(references);
-    return VisibilityPlan::allow(std::vector<BundleID>(references.begin(), repeated.begin()));
+    references.erase(repeated.begin(), repeated.end());
 }
 
-/// Calls `visit` with every app that is in the menu bar or in the layout, once, and with its section.
+/// Calls `visit` with every app that is in the menu bar or in the layout, once, ascending and with its
+/// section.
 template <class Visit>
 void forEachCandidate(const Layout& layout, const BundleIDs& inventory, Visit visit) {
     auto placed = layout.sections.begin();
     for (const BundleID& present : inventory) {
-        while (placed != layout.sections.end() && placed->first < present) {
+        auto order = std::strong_ordering::greater;
+        while (placed != layout.sections.end() && (order = placed->first <=> present) < 0) {
             visit(placed->first, placed->second);
             ++placed;
         }
-        if (placed != layout.sections.end() && placed->first == present) {
+        if (placed != layout.sections.end() && order == 0) {
             visit(placed->first, placed->second);
             ++placed;
         } else {
@@ -78,13 +93,24 @@ void forEachCandidate(const Layout& layout, const BundleIDs& inventory, Visit vi
     }
 }
 
-VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool showTucked) {
-    References visible;
-    visible.reserve(request.inventory.size() + request.layout.sections.size() + request.poppedOut.size() +
-                    AllowlistPlanner::alwaysAllowed.size() + 1);
+/// The plan of what a section shows and of `others`, which show whatever their section.
+VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool showTucked,
+                               References& others) {
+    append(others, request.poppedOut);
+    append(others, AllowlistPlanner::alwaysAllowed);
+    others.push_back(request.ownBundleID);
+    sortOnce(others);
+    References visible(others.get_allocator());
+    visible.reserve(request.layout.sections.size() + others.size());
+    auto other = others.begin();
     bool hidesNothing = true;
     forEachCandidate(request.layout, request.inventory, [&](const BundleID& bundleID, Section section) {
         if (section == Section::bar || (section == Section::tucked && showTucked)) {
+            auto order = std::strong_ordering::greater;
+            while (other != others.end() && (order = *other <=> bundleID) < 0) {
+                visible.push_back(*other++);
+            }
+            other += other != others.end() && order == 0 ? 1 : 0;
             visible.push_back(bundleID);
         } else if (!AllowlistPlanner::isAlwaysAllowed(bundleID)) {
             hidesNothing = false;
@@ -93,65 +119,51 @@ VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool sh
     if (hidesNothing) {
         return VisibilityPlan::showAll();
     }
-    append(visible, request.poppedOut);
-    append(visible, AllowlistPlanner::alwaysAllowed);
-    visible.push_back(request.ownBundleID);
-    return planOf(std::move(visible));
+    visible.insert(visible.end(), other, others.end());
+    return VisibilityPlan::allowAscending({visible.begin(), visible.end()});
 }
 
-VisibilityPlan planForSharedScreen(const AllowlistPlanner::Request& request) {
-    References visible;
+VisibilityPlan planOf(References& references) {
+    sortOnce(references);
+    return VisibilityPlan::allowAscending({references.begin(), references.end()});
+}
+
+VisibilityPlan planForSharedScreen(const AllowlistPlanner::Request& request, References& visible) {
     append(visible, AllowlistPlanner::alwaysAllowed);
     append(visible, request.shareKeep);
     visible.push_back(request.ownBundleID);
-    return planOf(std::move(visible));
-}
-
-VisibilityPlan planWithPeek(const VisibilityPlan& base, const BundleID& bundleID) {
-    const auto& allowed = base.allowed();
-    if (!allowed) {
-        return base;
-    }
-    std::vector<BundleID> bundleIDs = *allowed;
-    const auto place = std::ranges::lower_bound(bundleIDs, bundleID);
-    if (place == bundleIDs.end() || *place != bundleID) {
-        bundleIDs.insert(place, bundleID);
-    }
-    return VisibilityPlan::allow(std::move(bundleIDs));
+    return planOf(visible);
 }
 
 }  // namespace
 
 VisibilityPlan AllowlistPlanner::showMe(const BundleID& bundleID, const BundleID& ownBundleID) {
-    References visible{bundleID, ownBundleID};
+    Room room;
+    References visible({bundleID, ownBundleID}, room.get());
     append(visible, alwaysAllowed);
-    return planOf(std::move(visible));
+    return planOf(visible);
 }
 
 VisibilityPlan AllowlistPlanner::plan(const Request& request) {
-    if (request.state.asShareSafe() != nullptr) {
-        return planForSharedScreen(request);
-    }
-    if (request.liveActivity) {
+    const RevealState* state = &request.state;
+    if (request.liveActivity && state->asShareSafe() == nullptr) {
         return VisibilityPlan::showAll();
     }
-    if (const auto* peek = request.state.asPeeking()) {
-        const Request ofBase{.layout = request.layout,
-                             .state = peek->base,
-                             .inventory = request.inventory,
-                             .ownBundleID = request.ownBundleID,
-                             .shareKeep = request.shareKeep,
-                             .style = request.style,
-                             .poppedOut = request.poppedOut,
-                             .liveActivity = false};
-        return planWithPeek(plan(ofBase), peek->bundleID);
+    Room room;
+    References peeking(room.get());
+    for (const auto* peek = state->asPeeking(); peek != nullptr; peek = state->asPeeking()) {
+        peeking.push_back(peek->bundleID);
+        state = &peek->base;
+    }
+    if (state->asShareSafe() != nullptr) {
+        return planForSharedScreen(request, peeking);
     }
     // In the shelf style, tucked apps come out in the shelf, and the bar stays as it is.
     const bool inBar = request.style == RevealStyle::inline_;
-    if (inBar && std::holds_alternative<RevealState::RevealedWithBuried>(request.state.value())) {
+    if (inBar && std::holds_alternative<RevealState::RevealedWithBuried>(state->value())) {
         return VisibilityPlan::showAll();
     }
-    return planForSections(request, inBar && request.state.isRevealed());
+    return planForSections(request, inBar && state->isRevealed(), peeking);
 }
 
 }  // namespace velko
