@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 #include <cstddef>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -53,6 +54,23 @@ void encode(benchmark::State& bench) {
     bench.SetComplexityN(bench.range(0));
 }
 
+/// What no reader and writer of such a file can do without, to measure the two above by.
+void bareParse(benchmark::State& bench) {
+    const std::string text = encodeLayout(layoutOf(bench.range(0)));
+    for (auto step : bench) {
+        benchmark::DoNotOptimize(nlohmann::json::parse(text));
+    }
+}
+
+void bareDump(benchmark::State& bench) {
+    const auto json = nlohmann::json::parse(encodeLayout(layoutOf(bench.range(0))));
+    for (auto step : bench) {
+        benchmark::DoNotOptimize(json.dump(2));
+    }
+}
+
+BENCHMARK(bareParse)->Arg(10000);
+BENCHMARK(bareDump)->Arg(10000);
 BENCHMARK(decode)->Arg(10)->Arg(40)->Arg(200)->Arg(1000)->Arg(10000)->Complexity();
 BENCHMARK(encode)->Arg(10)->Arg(40)->Arg(200)->Arg(1000)->Arg(10000)->Complexity();
 

@@ -98,25 +98,75 @@ std::string describePlace(std::string_view text, std::size_t bytesRead) {
     return "line " + std::to_string(line) + ", column " + std::to_string(column + 1);
 }
 
-Library toLibrary(const Json& json) {
-    return std::visit(
-        []<class T>(const T& value) -> Library {
-            if constexpr (std::is_same_v<T, Json::Array>) {
-                Library::array_t array;
-                array.reserve(value.size());
-                std::ranges::transform(value, std::back_inserter(array), toLibrary);
-                return array;
-            } else if constexpr (std::is_same_v<T, Json::Object>) {
-                Library::object_t object;
-                for (const auto& [key, member] : value) {
-                    object.emplace_hint(object.end(), key, toLibrary(member));
-                }
-                return object;
-            } else {
-                return value;
-            }
-        },
-        json.value);
+/// Writes values as the library does, which would first need a tree of its own. It still writes what is not
+/// plain.
+class Writer {
+ public:
+    explicit Writer(bool isIndented) : isIndented_(isIndented) {}
+
+    void write(const Json& json) {
+        std::visit([this](const auto& value) { write(value); }, json.value);
+    }
+    [[nodiscard]] std::string take() && { return std::move(text_) + '\n'; }
+
+ private:
+    void write(const std::string& value) {
+        const auto isPlain = [](char letter) {
+            return letter >= ' ' && letter < 127 && letter != '"' && letter != '\\';
+        };
+        if (std::ranges::all_of(value, isPlain)) {
+            text_.append(1, '"').append(value).append(1, '"');
+        } else {
+            text_ += dump(value);
+        }
+    }
+    void write(const Json::Array& array) {
+        writeAll('[', array, ']', [this](const Json& element) { write(element); });
+    }
+    void write(const Json::Object& object) {
+        writeAll('{', object, '}', [this](const auto& member) {
+            write(member.first);
+            text_ += isIndented_ ? ": " : ":";
+            write(member.second);
+        });
+    }
+    void write(const auto& value) { text_ += dump(value); }
+
+    [[nodiscard]] static std::string dump(const Library& value) {
+        return value.dump(-1, ' ', false, Library::error_handler_t::replace);
+    }
+
+    void writeAll(char first, const auto& all, char last, const auto& writeOne) {
+        text_ += first;
+        ++depth_;
+        const char* separator = "";
+        for (const auto& each : all) {
+            text_ += separator;
+            separator = ",";
+            beginLine();
+            writeOne(each);
+        }
+        --depth_;
+        if (!all.empty()) {
+            beginLine();
+        }
+        text_ += last;
+    }
+    void beginLine() {
+        if (isIndented_) {
+            text_.append(1, '\n').append(2 * depth_, ' ');
+        }
+    }
+
+    bool isIndented_;
+    std::size_t depth_ = 0;
+    std::string text_;
+};
+
+std::string textOf(const Json& json, bool isIndented) {
+    Writer writer(isIndented);
+    writer.write(json);
+    return std::move(writer).take();
 }
 
 }  // namespace
@@ -137,11 +187,11 @@ std::expected<Json, DecodingError> Json::parse(std::string_view text) {
 }
 
 std::string Json::print() const {
-    return toLibrary(*this).dump(2, ' ', false, Library::error_handler_t::replace) + '\n';
+    return textOf(*this, true);
 }
 
 std::string Json::printLine() const {
-    return toLibrary(*this).dump(-1, ' ', false, Library::error_handler_t::replace) + '\n';
+    return textOf(*this, false);
 }
 
 }  // namespace velko

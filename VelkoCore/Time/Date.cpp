@@ -126,6 +126,7 @@ std::string formatDate(Date date) {
     const year_month_day calendarDay{today};
     const hh_mm_ss time{within - today};
     std::string text;
+    text.reserve(std::size("2026-01-01T00:00:00Z"));
     append(text, static_cast<unsigned>(static_cast<int>(calendarDay.year())), 4, '-');
     append(text, static_cast<unsigned>(calendarDay.month()), 2, '-');
     append(text, static_cast<unsigned>(calendarDay.day()), 2, 'T');
