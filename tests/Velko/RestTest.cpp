@@ -46,6 +46,7 @@ class RestTest : public VelkoOnMac {
         pass(1min);
     }
 
+    Subscription awake = mac.activity.begin("no nap, which would make Velko look cheaper than it is");
     std::uint64_t tucked = 0;
     ProcessID pid = 0;
 };
