@@ -58,7 +58,7 @@ view::Node menuHint() {
     return view::row(
         "done:menu",
         {{.id = "done:icon", .content = view::Picture{.drawing = BroomDrawing::icon({})}},
-         view::text("done:hint", "Right-click the broom for its menu: the settings, and apps to open.")});
+         view::text("done:hint", "Up in your menu bar: right-click the broom for the settings and more.")});
 }
 
 }  // namespace

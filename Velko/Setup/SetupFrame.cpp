@@ -12,7 +12,7 @@ namespace velko::SetupFrame {
 namespace {
 
 constexpr double padding = 28;
-constexpr double height = 440;  // enough for the step that has most in it
+constexpr double height = 490;  // enough for the step that has most in it
 
 view::Node footRow(Foot foot) {
     std::vector<view::Node> children = std::move(foot.left);

@@ -28,6 +28,13 @@ onMac('A full note shows its button', {}, async (mac) => {
   const note = await mac.surface('note').boundingBox();
   const { y, height } = await later.boundingBox();
   assert.ok(y + height < note.y + note.height - 5, 'nothing has to be scrolled for it');
+  await mac.checkAccess('a full note');
+  await mac.picture('a full note');
+  await mac.press('2');
+  await mac.logs('com.example.app1 -> tucked (new icon answered)');
+  await mac.control('keep-all').click();
+  await mac.page.getByText('Spotless. Nothing to sort.').waitFor();
+  assert.equal((await mac.playground.layout()).sections['com.example.app12'], 'bar');
 });
 
 onMac('The shelf opens an app, and moves one', {}, async (mac) => {

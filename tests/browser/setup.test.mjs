@@ -27,6 +27,11 @@ onMac('A first run ends with a tidy bar', { isSetUp: false }, async (mac) => {
   await page.getByText('6 in the bar, 23 tucked, 1 buried.').waitFor();
   await measure();
   await mac.checkAccess('the summary');
+  await mac.picture('the summary of the setup');
+  await mac.control('summary:app:com.getdropbox.dropbox').click();
+  await page.getByText('Another place').waitFor();
+  await mac.press('ArrowLeft');
+  await mac.control('summary:apply').waitFor();
   assert.equal((await mac.shownApps()).length, 30, 'nothing moves before the user says so');
 
   await page.getByRole('button', { name: 'Apply to Menu Bar' }).click();
@@ -64,4 +69,16 @@ onMac('A first run needs no mouse', { isSetUp: false }, async (mac) => {
   await mac.surface('setup').waitFor({ state: 'hidden' });
   await page.waitForFunction(() => document.querySelectorAll('.status-item.app').length < 10);
   await mac.focuses('broom');
+});
+
+onMac('A setup that was put off waits in the settings', { isSetUp: false }, async (mac) => {
+  const setup = mac.surface('setup');
+  await mac.picture('the welcome');
+  await mac.tabTo(mac.control('welcome:later'));
+  await mac.press('Enter');
+  await setup.waitFor({ state: 'hidden' });
+  await mac.logs('put off');
+  await mac.openSettings();
+  await mac.surface('settings').getByRole('button', { name: 'Finish Setup…' }).click();
+  await setup.waitFor();
 });
