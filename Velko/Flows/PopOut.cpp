@@ -85,8 +85,10 @@ bool ChangeWatch::isWatched(const BundleID& bundleID) const {
 }
 
 bool ChangeWatch::isAnyWatched() const {
-    return std::ranges::any_of(host_.values().items,
-                               [this](const MenuBarItem& item) { return isWatched(item.bundleID); });
+    const AppValues& values = host_.values();
+    return values.layout.popOutOnChange && std::ranges::any_of(values.items, [this](const MenuBarItem& item) {
+               return isWatched(item.bundleID);
+           });
 }
 
 std::map<BundleID, Inventory::Watched> ChangeWatch::watchedApps() const {

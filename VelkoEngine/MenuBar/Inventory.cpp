@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <expected>
-#include <filesystem>
 #include <iterator>
 #include <optional>
 #include <ranges>
@@ -29,7 +28,10 @@ bool isAppBundle(std::string_view path) {
     while (path.ends_with('/')) {
         path.remove_suffix(1);
     }
-    return std::filesystem::path(path).extension() == ".app";
+    // The name of a folder called only ".app" has no extension.
+    constexpr std::string_view extension = ".app";
+    return path.size() > extension.size() && path.ends_with(extension) &&
+           path[path.size() - extension.size() - 1] != '/';
 }
 
 /// What an app says of its items; nothing when it does not answer.
