@@ -35,11 +35,12 @@ void NoteController::show() {
     }
     const NoteQuestions questions = noteQuestions(parts_);
     hasAsked_ = !questions.areAnswered();
+    openedAt_ = parts_.controller.values().history.revision();
     spotlessClose_.cancel();
     panel_.open({.place = wanted,
                  .motion = {.fade = parts_.ports.surfaces.reducesMotion() ? Timing::Seconds::zero()
                                                                           : Timing::noteFade},
-                 .content = noteView(parts_, questions, [this] { close(); }),
+                 .content = noteView(parts_, questions, openedAt_, [this] { close(); }),
                  .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
                  .closed = [this] { closed(); }},
                 parts_.controller.observe([this] { refresh(); }));
@@ -74,7 +75,7 @@ void NoteController::follow() {
 
 void NoteController::refresh() {
     const NoteQuestions questions = noteQuestions(parts_);
-    panel_.update(noteView(parts_, questions, [this] { close(); }));
+    panel_.update(noteView(parts_, questions, openedAt_, [this] { close(); }));
     if (!questions.areAnswered()) {
         hasAsked_ = true;
         spotlessClose_.cancel();

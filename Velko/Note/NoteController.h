@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 
 #include "Velko/App/FaceParts.h"
@@ -35,7 +36,8 @@ class NoteController final : private NonCopyable {
     FaceParts parts_;
     BroomFrame& broom_;
     OpenSurface panel_;
-    bool hasAsked_ = false;  ///< whether the open note has asked something
+    std::size_t openedAt_ = 0;  ///< the revision of the layout's history when the note opened
+    bool hasAsked_ = false;     ///< whether the open note has asked something
     Task spotlessClose_;
     Subscription placeChanges_;
     std::optional<MainThread::Uptime> closedAt_;

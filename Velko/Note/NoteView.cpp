@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 
 #include "Velko/App/AppController.h"
+#include "Velko/Apps/UndoLine.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Layout/Section.h"
@@ -234,20 +236,26 @@ NoteQuestions noteQuestions(const FaceParts& parts) {
     return questions;
 }
 
-Node noteView(const FaceParts& parts, const NoteQuestions& questions, const std::function<void()>& close) {
+Node noteView(const FaceParts& parts, const NoteQuestions& questions, std::size_t since,
+              const std::function<void()>& close) {
     const bool isDone = questions.areAnswered();
     const Shortcut::Key key = isDone ? Shortcut::Key::enter : Shortcut::Key::escape;
     Node closing = view::button("close", {.title = isDone ? "Done" : "Later",
                                           .style = isDone ? Button::Style::primary : Button::Style::standard,
                                           .shortcut = {.key = key},
                                           .press = close});
+    std::vector<Node> foot;
+    if (auto undo = isDone ? std::nullopt : undoLine(parts.controller, since)) {
+        foot.push_back(*std::move(undo));
+    }
+    foot.push_back(view::spacer("closing-room"));
+    foot.push_back(std::move(closing));
     return {.id = "note",
             .width = noteWidth,
-            .content = Stack{
-                .spacing = 14,
-                .padding = 16,
-                .children = {isDone ? spotlessLine() : questionList(parts, questions),
-                             view::row("closing", {view::spacer("closing-room"), std::move(closing)})}}};
+            .content = Stack{.spacing = 14,
+                             .padding = 16,
+                             .children = {isDone ? spotlessLine() : questionList(parts, questions),
+                                          view::row("closing", std::move(foot))}}};
 }
 
 }  // namespace velko

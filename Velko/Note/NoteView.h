@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -25,7 +26,8 @@ inline constexpr auto spotlessWords = "Spotless. Nothing to sort.";
 
 /// The note: a row for each question, with a button for each answer. The keys 1 to 3 answer the first one.
 /// Several of a kind can also be answered together. What `parts` names outlives the tree.
-[[nodiscard]] view::Node noteView(const FaceParts& parts, const NoteQuestions& questions,
+/// `since`: the revision of the layout's history when the note opened. What has changed since can be undone.
+[[nodiscard]] view::Node noteView(const FaceParts& parts, const NoteQuestions& questions, std::size_t since,
                                   const std::function<void()>& close);
 
 }  // namespace velko

@@ -160,6 +160,10 @@ TEST_F(NoteTest, AnswersManyQuestionsTogetherAndTheFirstByDigits) {
     EXPECT_EQ(saved().section("app.n2"), Section::tucked);
     EXPECT_EQ(saved().section("app.n3"), Section::buried);
     EXPECT_EQ(saved().inbox.size(), 9U);
+    press("undo:button");
+    EXPECT_EQ(saved().inbox.size(), 10U) << "the last answer was a mistake";
+    press("undo:button");
+    EXPECT_EQ(saved().inbox.size(), 9U) << "or not";
     const auto applied = timesLogged("[engine] applied (section changed)");
     press("keep-all");
     EXPECT_TRUE(saved().inbox.empty() && shows("app.n4") && shows("app.n12"));
