@@ -65,6 +65,7 @@ void carryReveal(RevealSettings& reveal, const RevealSettings& from, const Revea
 }  // namespace
 
 void carryOver(Layout& layout, const Layout& from, const Layout& to) {
+    const Layout before = layout;
     carryEntries(layout.sections, from.sections, to.sections);
     carryValue(layout.newIconDefault, from.newIconDefault, to.newIconDefault);
     carryReveal(layout.reveal, from.reveal, to.reveal);
@@ -85,6 +86,11 @@ void carryOver(Layout& layout, const Layout& from, const Layout& to) {
             Switches::set(layout, row.which, Switches::isOn(to, row.which));
         }
     }
+    // An app that has its place back waits no longer, though it may have come anew meanwhile.
+    std::erase_if(layout.inbox, [&](const BundleID& app) {
+        return layout.section(app) != before.section(app) && !to.isWaiting(app);
+    });
+    layout.moveWaiting();  // to where apps wait now
 }
 
 void UndoHistory::record(Change change, const Layout& before, const Layout& after) {

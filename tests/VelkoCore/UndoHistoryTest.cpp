@@ -69,6 +69,22 @@ TEST_F(UndoHistoryTest, LeavesWhatHasHappenedMeanwhile) {
     EXPECT_FALSE(layout.popOutOnChange);
 }
 
+TEST_F(UndoHistoryTest, LetsAppsWaitWhereTheyWaitNowAndOnlyThose) {
+    layout.inbox = {"new"};
+    layout.place("gone", Section::buried);
+    place("new", Section::buried);
+    change("Forget", [](Layout& edited) { edited.forget({"gone"}); });
+    layout.sections["gone"] = Section::tucked;  // it is launched, and asked about as any newcomer
+    layout.inbox.push_back("gone");
+    EXPECT_TRUE(history.undo(layout));
+    EXPECT_EQ(layout.section("gone"), Section::buried);
+    EXPECT_FALSE(layout.isWaiting("gone"));
+    layout.leaveNewIconsOut = true;
+    EXPECT_TRUE(history.undo(layout));
+    EXPECT_TRUE(layout.isWaiting("new"));
+    EXPECT_EQ(layout.section("new"), Section::bar);
+}
+
 TEST_F(UndoHistoryTest, TakesBackAllThatAnImportBrings) {
     layout.place("mine", Section::bar);
     Layout other;
