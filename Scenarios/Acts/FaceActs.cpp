@@ -18,21 +18,28 @@ const Surfaces::Traits& traitsOf(const Step& step) {
     return Surfaces::traitsOf(Surfaces::kindNamed(step.word).value_or(Surfaces::Kind::note));
 }
 
-/// The node that the step names, if the mouse can reach it. The click is a click outside for all other
-/// surfaces.
-std::expected<const view::Node*, std::string> reach(const Step& step, World& world) {
-    SimulatedMac& mac = world.mac();
+/// The node that the step names, if it can be used.
+std::expected<const view::Node*, std::string> usable(const Step& step, World& world) {
     const view::Node* const content = surfaceOf(step, world).content();
     if (content == nullptr) {
         return std::unexpected("The " + step.word + " is not open.");
-    }
-    if (mac.statusItem.menu() != nullptr) {
-        return std::unexpected("The broom's menu takes every click.");
     }
     const view::Node* const node = view::find(*content, step.control);
     if (node == nullptr || !node->isEnabled) {
         return std::unexpected("The " + step.word + (node == nullptr ? " has no " : " does not let press ") +
                                step.control + ".");
+    }
+    return node;
+}
+
+/// That node, if the mouse can reach it. The click is a click outside for all other surfaces.
+std::expected<const view::Node*, std::string> reach(const Step& step, World& world) {
+    SimulatedMac& mac = world.mac();
+    if (const auto node = usable(step, world); !node) {
+        return node;
+    }
+    if (mac.statusItem.menu() != nullptr) {
+        return std::unexpected("The broom's menu takes every click.");
     }
     mac.closeMenu();
     mac.surfaces.letGo();
@@ -41,7 +48,7 @@ std::expected<const view::Node*, std::string> reach(const Step& step, World& wor
             mac.surfaces.surface(passing.kind).dismiss(Surface::Dismissal::clickOutside);
         }
     }
-    return node;
+    return usable(step, world);  // what has closed may have changed this surface
 }
 
 /// The input that sets a control to a value.

@@ -252,9 +252,11 @@ void Invariants::checkCalm(const AppController& velko) {
     if (!isCalm() || values.problems.engineUnavailable) {
         return;
     }
-    require(!mac.session.isAttended() || values.problems.trustMissing != mac.accessibility.isPermitted(),
-            "trust is known");
     require(values.poppedOut.empty() && !values.showingMe, "what was let out for a while is back");
+    if (!mac.session.isAttended()) {
+        return;  // Velko looks around when somebody is there again
+    }
+    require(values.problems.trustMissing != mac.accessibility.isPermitted(), "trust is known");
     const bool isAnySilent = std::ranges::any_of(mac.processes.running(), [&](const auto& process) {
         return !mac.accessibility.answersWithin(process.pid, Timing::axMessagingTimeout);
     });
