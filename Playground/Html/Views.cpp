@@ -159,16 +159,19 @@ std::string entry(const view::MenuItem& item, const std::string& place, const Na
     const std::string face =
         element("span", {{"class", "menu-check"}, {"aria-hidden", "true"}}, item.isChecked ? "\u2713" : "") +
         element("span", {{"class", "menu-image"}}, image(item, nameOf)) +
-        textElement("span", {{"class", "menu-title"}}, item.title);
-    Attributes attributes{{"class", opens ? "menu-item opens" : "menu-item"},
-                          {"role", item.isChecked ? "menuitemcheckbox" : "menuitem"},
-                          {"tabindex", "-1"},
-                          {"data-place", place},
-                          {"aria-label", item.title},
-                          Attribute::unlessEmpty("title", item.help),
-                          {.name = "aria-checked", .value = "true", .isThere = item.isChecked},
-                          {.name = "aria-disabled", .value = "true", .isThere = !item.isEnabled},
-                          {.name = "aria-haspopup", .value = "menu", .isThere = opens}};
+        textElement("span", {{"class", "menu-title"}}, item.title) +
+        (item.key == 0 ? "" : textElement("span", {{"class", "menu-key"}}, std::string("⌘") + item.key));
+    Attributes attributes{
+        {"class", opens ? "menu-item opens" : "menu-item"},
+        {"role", item.isChecked ? "menuitemcheckbox" : "menuitem"},
+        {"tabindex", "-1"},
+        {"data-place", place},
+        {"aria-label", item.title},
+        Attribute::unlessEmpty("title", item.help),
+        Attribute::unlessEmpty("aria-keyshortcuts", item.key == 0 ? "" : std::string("Meta+") + item.key),
+        {.name = "aria-checked", .value = "true", .isThere = item.isChecked},
+        {.name = "aria-disabled", .value = "true", .isThere = !item.isEnabled},
+        {.name = "aria-haspopup", .value = "menu", .isThere = opens}};
     if (!opens) {
         return element("div", attributes, face);
     }

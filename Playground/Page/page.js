@@ -24,6 +24,16 @@ function showRegion(name, markup) {
   if (name === 'log' && isAtEnd) region.scrollTop = region.scrollHeight;
 }
 
+const leaving = 180;  // ms; a little longer than the transition of a surface that goes
+
+/** Leaves a surface that closes its content until it is out of sight. Whether that takes a moment. */
+function emptyLater(name) {
+  const surface = screen.querySelector(`.surface[data-region="${name}"]:not([hidden])`);
+  if (!surface || document.documentElement.dataset.motion === 'reduced') return false;
+  setTimeout(() => { if (surface.hidden) showRegion(name, ''); }, leaving);
+  return true;
+}
+
 let beforeSheet = null;  // the focused element before the sheet opened
 
 function showSheet() {
@@ -68,7 +78,9 @@ function pinBar() {
 listen((message) => {
   const staysPinned = isPinned();
   const held = document.activeElement?.closest('.surface');  // the surface with the focus, which the message may close
-  for (const [name, markup] of Object.entries(message.regions ?? {})) showRegion(name, markup);
+  for (const [name, markup] of Object.entries(message.regions ?? {})) {
+    if (markup || !emptyLater(name)) showRegion(name, markup);
+  }
   const knewPointer = facts.wantsPointer;
   facts = message.facts ?? facts;
   if (facts.wantsPointer && !knewPointer) post('pointer', pointer);

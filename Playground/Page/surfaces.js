@@ -230,6 +230,23 @@ function walked(tile, key) {
   return Boolean(next);
 }
 
+/** Command, or Control, and a digit move the app whose tile has the focus. */
+function movedByKey(event) {
+  const tile = document.activeElement.closest('.tile[data-menu]');
+  if (!tile || !(event.metaKey || event.ctrlKey) || !/^[1-3]$/.test(event.key)) return false;
+  post('act', { surface: nameOf(tile), id: tile.dataset.id, menuKey: event.key });
+  return true;
+}
+
+/** From the field to the tiles below it. */
+function leftField(event) {
+  const field = document.activeElement;
+  if (event.key !== 'ArrowDown' || !field.matches('input[type="search"]')) return false;
+  const tile = surfaceOf(field)?.querySelector('.tile:enabled');
+  tile?.focus();
+  return Boolean(tile);
+}
+
 function ofControl(control, key) {
   if (control.matches('.tab')) return turned(control, key);
   return control.matches('.tile') && walked(control, key);
@@ -249,7 +266,8 @@ document.addEventListener('keydown', (event) => {
   const surface = surfaceWithKeyboard();
   if (!surface || event.defaultPrevented) return;
   tellKey(surface);
-  if (surfaceOf(document.activeElement) && ofControl(document.activeElement, event.key)) {
+  if (movedByKey(event) || leftField(event) ||
+      (surfaceOf(document.activeElement) && ofControl(document.activeElement, event.key))) {
     event.preventDefault();
     return;
   }

@@ -58,6 +58,9 @@ std::optional<view::Input> inputOf(const Fields& fields) {
     if (const auto row = fields.text("row")) {
         return view::Input(view::Activated{.row = *row});
     }
+    if (const auto key = fields.text("menuKey")) {
+        return view::Input(view::MenuKey{.key = key->size() == 1 ? key->front() : '\0'});
+    }
     const Json* const value = fields.find("value");
     if (value == nullptr) {
         return view::Input();

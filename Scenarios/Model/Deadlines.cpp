@@ -191,8 +191,8 @@ void checkDeadlines(StepCheck& check, Expected::Uptime touched) {
         check.require(now < end + slack, "a pop-out ends", app);
     }
     const auto seconds = std::chrono::seconds(expected.layout.reveal.autoTuckSeconds);
-    const bool tucks = expected.out.isRevealed() && expected.out.opened.empty() && seconds > 0s &&
-                       !check.world.mac().windows.menuOwner() && !isShelfInHand(check);
+    const bool tucks = expected.out.isRevealed() && !expected.isPinned && expected.out.opened.empty() &&
+                       seconds > 0s && !check.world.mac().windows.menuOwner() && !isShelfInHand(check);
     check.require(
         !tucks || now < std::max(expected.tucksFrom, touched + seconds) + heldByPointer(check) + slack,
         "revealed icons tuck themselves");

@@ -51,6 +51,7 @@ struct Expected {
     BundleID own{};
     Layout layout{};
     Out out{};
+    bool isPinned = false;  ///< the shelf does not go by itself
     RevealStyle style = RevealStyle::inline_;
     std::optional<BundleID> alone{};  ///< the app that "show me" shows, and nothing else
     Uptime aloneUntil{0};

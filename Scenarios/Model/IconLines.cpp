@@ -62,6 +62,9 @@ bool losesItsKeys(const StepCheck& check) {
 }
 
 bool mayToggle(const StepCheck& check) {
+    if (check.step.verb == Verb::press && check.step.control == "show-buried") {
+        return true;
+    }
     const auto& clickedAt = check.expected.broomClickedAt;
     const bool mayBeLate = clickedAt && check.begun - *clickedAt < late;
     // Whether the press has tucked the icons, or their time was over just then, can't be made out.
@@ -81,6 +84,9 @@ bool mayToggle(const StepCheck& check) {
 bool mayTuck(const LogLine& line) {
     const StepCheck& check = line.check;
     const Expected& expected = check.expected;
+    if (expected.isPinned) {
+        return check.step.verb == Verb::pressEscape || check.step.verb == Verb::close;
+    }
     const bool isDue = expected.layout.reveal.autoTuckSeconds > 0 && line.at + late >= expected.tucksFrom;
     const bool isShelfClosed = expected.style == RevealStyle::shelf && !check.takesTime();
     return isDue || isShelfClosed || isCommand(check.step);
@@ -114,7 +120,16 @@ void revealed(LogLine& line) {
         expected.openedAt = line.at;
     }
     expected.out = next;
+    expected.isPinned = expected.isPinned && next.isRevealed();
     expected.asked.insert(event);
+    line.rearm();
+}
+
+void pinned(LogLine& line) {
+    Expected& expected = line.check.expected;
+    line.check.require(expected.out.isRevealed() && expected.style == RevealStyle::shelf,
+                       "only an open shelf is pinned");
+    expected.isPinned = line.text == "shelf pinned";
     line.rearm();
 }
 
@@ -191,6 +206,7 @@ void activityDismissed(LogLine& line) {
                        "a click tidies while a Live Activity is on");
     expected.isActivityDismissed = true;
     expected.out = {};
+    expected.isPinned = false;
     expected.asked.insert("live activity dismissed");
 }
 
@@ -202,6 +218,8 @@ constexpr auto iconRows = std::to_array<LineRow>({
     {"popout", "* changes all the time: quiet until tomorrow", quietened},
     {"popout", "pop out over *", popOutOver},
     {"reveal", "*: * -> *", revealed},
+    {"reveal", "shelf pinned", pinned},
+    {"reveal", "shelf let go", pinned},
     {"showme", "showing *", shownAlone, By::user},
 });
 

@@ -64,6 +64,7 @@ void refused(LogLine& line) {
     line.check.require(isReason(line, line.parts[0]), "a plan is applied for a reason", line.text);
     expected.asked.erase(line.parts[0]);  // what was asked for later is still to be answered
     expected.out = {};
+    expected.isPinned = false;
     expected.awaited.activity.reset();
     expected.isRefused = true;
 }

@@ -269,7 +269,9 @@ void Invariants::checkCalm(const AppController& velko) {
                 (mac.registered().elementObservers == 0 && mac.registered().work <= mostWork),
             "nothing piles up");
     require(mac.pointer.refusesTaps || mac.pointer.listeningTaps() == 1, "clicks are watched");
-    require(values.layout.reveal.autoTuckSeconds == 0 || !values.state.isRevealed(), "a reveal ends");
+    require(values.layout.reveal.autoTuckSeconds == 0 || values.isShelfPinned || !values.state.isRevealed(),
+            "a reveal ends");
+    require(!values.isShelfPinned || values.state.isRevealed(), "only an open shelf is pinned");
     const bool isAnyBusy = std::ranges::any_of(mac.processes.running(), [](const SimulatedProcess& process) {
         return !process.app.isApplication && process.cores > 0;
     });

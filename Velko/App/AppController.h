@@ -93,6 +93,8 @@ class AppController final : private FlowHost {
     void handle(const RevealEvent& event) { visibility_.handle(event); }
     /// The user has dismissed the shelf; clicks beside it mean nothing while an app peeks.
     void closeShelf(ShelfDismissal how) { visibility_.closeShelf(how); }
+    /// Keeps the open shelf from closing by itself and for clicks elsewhere, or lets it.
+    void pinShelf(bool isPinned) { visibility_.pinShelf(isPinned); }
     /// The user does something in the shelf, which goes by itself only a while after the last time.
     void shelfTouched();
     /// Opens the menu of an app, also if its icon is hidden; counts as a click on its icon. Nothing happens

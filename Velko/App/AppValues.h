@@ -55,6 +55,7 @@ struct AppValues {
     RevealStyle activeStyle = RevealStyle::inline_;  ///< of the display that holds the broom
     std::map<BundleID, AppUsage> usage;
     bool revealedByPointer = false;  ///< by resting on the broom; whoever types goes on typing
+    bool isShelfPinned = false;      ///< the shelf stays until the user closes it
     std::size_t tidiedCount = 0;     ///< apps present whose icons the plan in force hides
     BundleIDs poppedOut;             ///< tucked apps that are out for a while because they changed
     bool liveActivityShowing = false;

@@ -91,13 +91,21 @@ void Visibility::revealByPointer() {
 }
 
 void Visibility::closeShelf(ShelfDismissal how) {
-    if (host_.values().state.asPeeking() != nullptr) {
+    const AppValues& values = host_.values();
+    if (values.state.asPeeking() != nullptr || (values.isShelfPinned && how == ShelfDismissal::click)) {
         return;
     }
     if (how == ShelfDismissal::click) {
         shelfClosedByClickAt_ = parts_.platform.mainThread.now();
     }
     handle(RevealEvent::autoTuck());
+}
+
+void Visibility::pinShelf(bool isPinned) {
+    if (host_.set(&AppValues::isShelfPinned, isPinned && host_.values().isShelfShown())) {
+        parts_.log.log("reveal", isPinned ? "shelf pinned" : "shelf let go");
+        parts_.stateSet();
+    }
 }
 
 bool Visibility::isClickThatClosedShelf() {
@@ -109,6 +117,7 @@ void Visibility::setState(RevealState state) {
     host_.set(&AppValues::state, std::move(state));
     const AppValues& values = host_.values();
     host_.set(&AppValues::revealedByPointer, values.revealedByPointer && values.state.isRevealed());
+    host_.set(&AppValues::isShelfPinned, values.isShelfPinned && values.state.isRevealed());
     parts_.stateSet();
 }
 

@@ -43,8 +43,11 @@ class Visibility final : private NonCopyable {
     void toggle(bool withBuried = false);
     /// The pointer rests on the broom. Whoever types goes on typing.
     void revealByPointer();
-    /// The user has dismissed the shelf. A click beside it means nothing while an app peeks.
+    /// The user has dismissed the shelf. A click beside it means nothing while an app peeks, and while the
+    /// shelf is pinned.
     void closeShelf(ShelfDismissal how);
+    /// Keeps the open shelf until the broom or Escape closes it, or no longer does.
+    void pinShelf(bool isPinned);
     /// Whether a click on the broom now is the one that has just closed the shelf. Asking forgets it.
     [[nodiscard]] bool isClickThatClosedShelf();
     /// Sets the state without applying it.

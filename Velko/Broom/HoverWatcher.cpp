@@ -107,7 +107,7 @@ void HoverWatcher::reveal() {
 void HoverWatcher::tuck() {
     const Surface& shelf = parts_.ports.surfaces.surface(Surfaces::Kind::shelf);
     if (revealedByHover_ && isRevealed() && !parts_.controller.values().stepsAside() &&
-        !isAnyMenuOpen(parts_.platform) && !shelf.isInHand()) {
+        !parts_.controller.values().isShelfPinned && !isAnyMenuOpen(parts_.platform) && !shelf.isInHand()) {
         revealedByHover_ = false;
         parts_.controller.toggle();
     }

@@ -56,7 +56,7 @@ void AutoTuck::rearm() {
     const std::chrono::seconds delay(values.layout.reveal.autoTuckSeconds);
     const bool tucksItself =
         values.state == RevealState::revealed() || values.state == RevealState::revealedWithBuried();
-    if (tucksItself && delay > std::chrono::seconds::zero()) {
+    if (tucksItself && !values.isShelfPinned && delay > std::chrono::seconds::zero()) {
         touchedAt_ = platform_.mainThread.now();
         lookAgain(delay);
     }

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "Velko/App/AppValues.h"
 #include "Velko/App/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/NonCopyable.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "Velko/App/FaceParts.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/NonCopyable.h"
@@ -22,13 +24,14 @@ class ShelfController final : private NonCopyable {
 
  private:
     [[nodiscard]] Surface::Motion motion() const;
-    [[nodiscard]] view::Node content(const Surface::Place& place) const;
+    [[nodiscard]] view::Node content(const Surface::Place& place);
     /// The user wants to close the shelf. Returns whether it closes.
     [[nodiscard]] bool onDismiss(Surface::Dismissal how) const;
 
     FaceParts parts_;
     BroomFrame& broom_;
     OpenSurface panel_;
+    std::string typed_;  ///< what the user looks for
     Subscription placeChanges_;
 };
 

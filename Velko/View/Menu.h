@@ -16,8 +16,9 @@ struct MenuItem {
 
     Kind kind = Kind::entry;
     std::string title{};
-    std::string help{};                 ///< shown while the pointer rests on it; empty: none
-    std::string symbol{};               ///< a system symbol's name; empty: none
+    std::string help{};    ///< shown while the pointer rests on it; empty: none
+    std::string symbol{};  ///< a system symbol's name; empty: none
+    char key = 0;  ///< with Command it does the same while the menu's control has the keyboard; 0: none
     std::optional<BundleID> appIcon{};  ///< shows that app's icon, 16 points wide
     bool isEnabled = true;
     bool isChecked = false;

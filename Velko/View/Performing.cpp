@@ -38,7 +38,10 @@ struct Performer {
     }
 
     [[nodiscard]] bool operator()(const Button& button) const { return press(button.press); }
-    [[nodiscard]] bool operator()(const Tile& tile) const { return press(tile.press); }
+    [[nodiscard]] bool operator()(const Tile& tile) const {
+        const auto* pressed = std::get_if<MenuKey>(&input);
+        return pressed != nullptr ? pressMenuKey(tile, pressed->key) : press(tile.press);
+    }
     [[nodiscard]] bool operator()(const KeyRecorder& recorder) const {
         const auto* keys = std::get_if<KeyCombination>(&input);
         const bool isRecorded = keys != nullptr && recorder.isRecording;
@@ -76,6 +79,13 @@ struct Performer {
         return pressed != nullptr && press(field, *pressed);
     }
     [[nodiscard]] bool operator()(const auto&) const { return false; }
+
+    [[nodiscard]] static bool pressMenuKey(const Tile& tile, char key) {
+        const Menu menu = tile.menu ? tile.menu() : Menu();
+        const auto item = std::ranges::find_if(
+            menu, [&](const MenuItem& each) { return each.key == key && each.isEnabled && each.action; });
+        return key != 0 && item != menu.end() && call(&key, item->action);
+    }
 
     [[nodiscard]] static bool canBeSelected(const List& list, const std::string& row) {
         return std::ranges::any_of(list.children,

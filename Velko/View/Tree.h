@@ -39,11 +39,16 @@ struct Activated {
     std::string row;
 };
 
+/// The user presses Command and a key that an item of the control's menu has.
+struct MenuKey {
+    char key = 0;
+};
+
 /// What a user does to a control: presses it, switches it on or off, opens or closes it, picks an option by
 /// its index, writes a text, drops an app on it, works the rows of a list, presses a key in a field, or
 /// presses the keys that are to be recorded.
 using Input = std::variant<std::monostate, bool, std::int64_t, std::string, Selected, Activated, KeyPress,
-                           KeyCombination>;
+                           KeyCombination, MenuKey>;
 
 /// Does to the control with that id what the user did. Returns whether it exists, is enabled, and takes such
 /// an input. An index outside its range is no input.

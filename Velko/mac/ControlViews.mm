@@ -122,7 +122,8 @@ class AppTileView final : public ButtonLike {
         tile_.app = native(tile.bundleID);
         tile_.hasMenu = tile.menu != nullptr;
         tile_.image = icons_.icon(tile.bundleID, tileIconPoints);
-        tile_.title = native(view::spoken(node));
+        tile_.title = native(tile.name);
+        tile_.badge = native(tile.badge);
         tile_.enabled = node.isEnabled;
     }
 

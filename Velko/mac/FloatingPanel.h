@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include <functional>
 #include <optional>
 
 #include "Velko/Ports/Panels.h"
@@ -14,8 +15,8 @@
 
 namespace velko {
 
-/// Moves a panel when it comes: it slides out from under the menu bar on a spring, or fades in. The movement
-/// stops when this is destroyed.
+/// Moves a panel when it comes or goes: it slides out from under the menu bar on a spring and back, or fades.
+/// The movement stops when this is destroyed.
 class PanelMotion final {
  public:
     /// Begins at once; the panel need not be on screen yet. `mainThread` outlives this.
@@ -24,7 +25,14 @@ class PanelMotion final {
     /// The movement goes to another rest from now on.
     void setTarget(NSRect target);
 
+    /// The panel goes the way that it came, from where it is. It does not swing. `gone` is called at the end.
+    void leave(std::function<void()> gone);
+
+    /// Whether there is a movement at all: people may want none.
+    [[nodiscard]] bool moves() const { return slides() || fade_ > Timing::Seconds::zero(); }
+
  private:
+    [[nodiscard]] bool slides() const { return spring_.duration() > Timing::Seconds::zero(); }
     void step();
     void draw(Timing::Seconds time);
 
@@ -34,6 +42,7 @@ class PanelMotion final {
     NSWindow* panel_;
     NSRect target_;
     MainThread::Uptime start_;
+    std::function<void()> gone_;  ///< set while it leaves
     Task steps_;
 };
 
@@ -59,12 +68,14 @@ class FloatingPanel final : public MacSurface {
     [[nodiscard]] NSRect target() const;
     void moveToTarget();
     void pointArrow(NSRect frame);
+    void takeAway();
 
     const Surfaces::Traits& traits_;
     VLKSurfacePanel* panel_ = nil;
     NSView* content_ = nil;
     std::optional<Place> place_;
     std::optional<PanelMotion> motion_;
+    VLKSurfacePanel* leaving_ = nil;  ///< closed, and still to be seen
 };
 
 }  // namespace velko

@@ -34,18 +34,33 @@ void PanelMotion::setTarget(NSRect target) {
     step();
 }
 
+void PanelMotion::leave(std::function<void()> gone) {
+    spring_ = SpringCurve(slides() ? Timing::shelfSpringResponse / 2 : Timing::Seconds::zero(), 1);
+    gone_ = std::move(gone);
+    start_ = mainThread_.now();
+    steps_ = mainThread_.every(frameTime, [this] { step(); });
+}
+
 void PanelMotion::step() {
     const Timing::Seconds time = mainThread_.now() - start_;
     draw(time);
-    if (time >= std::max(spring_.duration(), fade_)) {
-        steps_ = Task();
+    if (time < std::max(spring_.duration(), fade_)) {
+        return;
+    }
+    steps_ = Task();
+    if (const auto gone = std::exchange(gone_, nullptr)) {
+        gone();  // it destroys this
     }
 }
 
 void PanelMotion::draw(Timing::Seconds time) {
-    [panel_ setFrame:native(panelSlidOut(portable(target_), spring_.at(time))) display:YES];
-    panel_.alphaValue = fade_ > Timing::Seconds::zero() ? std::min(time / fade_, 1.0)
-                                                        : std::clamp(spring_.at(time), 0.0, 1.0);
+    const double way = spring_.at(time);
+    const double shown =
+        fade_ > Timing::Seconds::zero() ? std::min(time / fade_, 1.0) : std::clamp(way, 0.0, 1.0);
+    const bool leaves = gone_ != nullptr;
+    const double position = !leaves ? way : slides() ? 1 - way : 1;
+    [panel_ setFrame:native(panelSlidOut(portable(target_), position)) display:YES];
+    panel_.alphaValue = leaves ? 1 - shown : shown;
 }
 
 }  // namespace velko
@@ -170,6 +185,7 @@ VLKSurfacePanel* makePanel(VLKTreeView* tree) {
 }  // namespace
 
 bool FloatingPanel::present(const Opening& opening, VLKTreeView* tree) {
+    takeAway();
     place_ = opening.place;
     content_ = tree;
     panel_ = makePanel(tree);
@@ -232,13 +248,27 @@ void FloatingPanel::move(const Place& place) {
 }
 
 void FloatingPanel::dismantle() {
-    motion_.reset();
     content_ = nil;
     VLKSurfacePanel* panel = std::exchange(panel_, nil);
     panel.cancelled = nullptr;
-    [panel orderOut:nil];
+    panel.takesKeyboard = NO;
+    panel.ignoresMouseEvents = YES;
+    [panel orderOut:nil];  // so it gives up the keyboard at once
     // The user may have closed it with one of its buttons, and that button's action has not returned yet.
     mainThread().post([panel]() mutable { panel = nil; });
+    if (motion_ && motion_->moves()) {
+        leaving_ = panel;
+        [panel orderFrontRegardless];
+        motion_->leave([this] { takeAway(); });
+    } else {
+        motion_.reset();
+    }
+}
+
+/// Ends the way of a panel that leaves.
+void FloatingPanel::takeAway() {
+    motion_.reset();
+    [std::exchange(leaving_, nil) orderOut:nil];
 }
 
 NSWindow* FloatingPanel::window() const {

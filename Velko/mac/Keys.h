@@ -17,6 +17,9 @@ namespace velko {
 /// The pressed key and what is held with it, whatever they mean.
 [[nodiscard]] KeyCombination combinationOf(NSEvent* event);
 
+/// The key that is down with Command alone, if menus of tiles may have it.
+[[nodiscard]] std::optional<char> menuKeyOf(NSEvent* event);
+
 /// The pressed arrow key; nothing for other keys, and with Command, Control or Option.
 [[nodiscard]] std::optional<view::Arrow> arrowOf(NSEvent* event);
 

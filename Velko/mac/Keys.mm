@@ -82,6 +82,17 @@ KeyCombination combinationOf(NSEvent* event) {
             .command = isHeld(event, NSEventModifierFlagCommand)};
 }
 
+std::optional<char> menuKeyOf(NSEvent* event) {
+    NSString* characters = event.charactersIgnoringModifiers;
+    const NSEventModifierFlags all = NSEventModifierFlagCommand | NSEventModifierFlagControl |
+                                     NSEventModifierFlagOption | NSEventModifierFlagShift;
+    if (characters.length != 1 || (event.modifierFlags & all) != NSEventModifierFlagCommand ||
+        !isOwn([characters characterAtIndex:0])) {
+        return std::nullopt;
+    }
+    return static_cast<char>([characters characterAtIndex:0]);
+}
+
 std::optional<view::KeyPress> keyPressOf(NSEvent* event) {
     using Key = view::KeyPress::Key;
     NSString* characters = event.charactersIgnoringModifiers;

@@ -43,7 +43,9 @@ NSMenuItem* plainItem(const std::string& title, SEL action, NSString* key) {
 }
 
 NSMenuItem* makeEntry(const view::MenuItem& entry, AppIcons& icons) {
-    NSMenuItem* item = plainItem(entry.title, nullptr, @"");
+    // The system adds Command to the key.
+    NSString* key = entry.key == 0 ? @"" : native(std::string(1, entry.key));
+    NSMenuItem* item = plainItem(entry.title, nullptr, key);
     if (entry.action) {
         VLKMenuAction* action = [[VLKMenuAction alloc] initWithAction:entry.action];
         item.target = action;

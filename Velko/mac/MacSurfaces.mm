@@ -121,7 +121,7 @@ bool MacSurface::hear(NSEvent* key) {
         told();
     }
     if ([tree_ recordKeysOf:key] || [tree_ pressFieldKeyOf:key] || [tree_ pressKeyOf:key] ||
-        [tree_ walkTilesByKeyOf:key]) {
+        [tree_ walkTilesByKeyOf:key] || [tree_ pressMenuKeyOf:key]) {
         return true;
     }
     const auto shortcut = shortcutOf(key);

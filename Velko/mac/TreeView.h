@@ -30,6 +30,9 @@
 /// When the event is an arrow key, moves the keyboard's focus to the tile in that direction. Returns whether
 /// it did.
 - (BOOL)walkTilesByKeyOf:(NSEvent*)event;
+/// Command and a key do what the item of the focused tile's menu does that has this key. Whether there was
+/// one.
+- (BOOL)pressMenuKeyOf:(NSEvent*)event;
 /// The views of all nodes that have an id.
 - (std::vector<velko::RenderingCheck::DrawnView>)drawn;
 /// The size that shows everything. It breaks texts into lines where that is needed.

@@ -212,7 +212,8 @@ BOOL activatesByEnter(NSResponder* responder) {
     const auto tree = _tree;
     const auto arrow = velko::arrowOf(event);
     NSResponder* responder = self.window.firstResponder;
-    if (!tree || !arrow || usesKeys(responder)) {
+    const bool leavesField = arrow == velko::view::Arrow::down && fieldOf(responder) != nil;
+    if (!tree || !arrow || (usesKeys(responder) && !leavesField)) {
         return NO;
     }
     NSString* from =
@@ -220,6 +221,15 @@ BOOL activatesByEnter(NSResponder* responder) {
     const auto to = velko::view::tileBeside(*tree, velko::portable(from), *arrow);
     NSView* tile = to ? viewNamed(self, velko::native(*to)) : nil;
     return tile != nil && [self.window makeFirstResponder:tile];
+}
+
+- (BOOL)pressMenuKeyOf:(NSEvent*)event {
+    NSResponder* responder = self.window.firstResponder;
+    const auto key = velko::menuKeyOf(event);
+    if (!key || ![responder isKindOfClass:[VLKTileView class]]) {
+        return NO;
+    }
+    return event.ARepeat || [self perform:velko::view::MenuKey{.key = *key} on:(NSView*)responder];
 }
 
 /// A control changes its look when the user works it. This draws the tree again afterwards, so that the

@@ -64,6 +64,8 @@ namespace velko::AppDragging {
 @property(nonatomic, weak) id<VLKTreeActions> treeActions;
 @property(nonatomic, copy) NSString* app;
 @property(nonatomic) BOOL hasMenu;
+/// A short word at its upper corner; empty: none.
+@property(nonatomic, copy) NSString* badge;
 @end
 
 /// Draws the frame of a group, and takes apps that the user drops on it.

@@ -62,7 +62,47 @@ constexpr CGFloat dragThreshold = 4;  // points
 
 }  // namespace
 
+/// A word on a capsule of the accent colour.
+@interface VLKBadgeLabel : NSTextField
+@end
+
+@implementation VLKBadgeLabel
+
+- (void)drawRect:(NSRect)dirtyRect {
+    const NSRect bounds = self.bounds;
+    const CGFloat radius = bounds.size.height / 2;
+    [[NSColor controlAccentColor] setFill];
+    [[NSBezierPath bezierPathWithRoundedRect:bounds xRadius:radius yRadius:radius] fill];
+    [super drawRect:dirtyRect];
+}
+
+@end
+
+namespace {
+
+constexpr CGFloat tileCorner = 8;           // points
+constexpr CGFloat tileUnderPointer = 0.08;  // opacity
+constexpr CGFloat tilePressed = 0.16;
+
+VLKBadgeLabel* makeBadge(NSView* tile) {
+    VLKBadgeLabel* badge = [VLKBadgeLabel labelWithString:@""];
+    badge.font = [NSFont systemFontOfSize:[NSFont smallSystemFontSize] - 2];
+    badge.textColor = [NSColor colorWithSRGBRed:1 green:1 blue:1 alpha:1];
+    badge.accessibilityElement = NO;
+    badge.cell.accessibilityElement = NO;
+    badge.translatesAutoresizingMaskIntoConstraints = NO;
+    [tile addSubview:badge];
+    [badge.topAnchor constraintEqualToAnchor:tile.topAnchor constant:0].active = YES;
+    [badge.trailingAnchor constraintEqualToAnchor:tile.trailingAnchor constant:-4].active = YES;
+    return badge;
+}
+
+}  // namespace
+
 @implementation VLKTileView {
+    VLKBadgeLabel* _badgeLabel;
+    BOOL _isUnderPointer;
+    BOOL _isPressed;
     NSPoint _pressedAt;
     BOOL _isDragged;
     // Keeps this alive while it is dragged: a new tree may not contain it any more.
@@ -71,6 +111,52 @@ constexpr CGFloat dragThreshold = 4;  // points
 
 - (BOOL)acceptsFirstResponder {
     return self.enabled;
+}
+
+- (instancetype)initWithFrame:(NSRect)frame {
+    self = [super initWithFrame:frame];
+    if (self != nil) {
+        const auto options = static_cast<NSTrackingAreaOptions>(
+            NSTrackingMouseEnteredAndExited | NSTrackingActiveAlways | NSTrackingInVisibleRect);
+        [self addTrackingArea:[[NSTrackingArea alloc] initWithRect:self.bounds
+                                                           options:options
+                                                             owner:self
+                                                          userInfo:nil]];
+    }
+    return self;
+}
+
+- (void)setBadge:(NSString*)badge {
+    if (_badgeLabel == nil && badge.length > 0) {
+        _badgeLabel = makeBadge(self);
+    }
+    _badge = [badge copy];
+    _badgeLabel.stringValue = badge;
+    _badgeLabel.hidden = badge.length == 0;
+}
+
+- (void)drawRect:(NSRect)dirtyRect {
+    if (self.enabled && (_isPressed || _isUnderPointer)) {
+        [[[NSColor labelColor] colorWithAlphaComponent:_isPressed ? tilePressed : tileUnderPointer] setFill];
+        [[NSBezierPath bezierPathWithRoundedRect:self.bounds xRadius:tileCorner yRadius:tileCorner] fill];
+    }
+    [super drawRect:dirtyRect];
+}
+
+- (void)showPressed:(BOOL)isPressed {
+    _isPressed = isPressed;
+    [self highlight:isPressed];
+    self.needsDisplay = YES;
+}
+
+- (void)mouseEntered:(NSEvent*)event {
+    _isUnderPointer = YES;
+    self.needsDisplay = YES;
+}
+
+- (void)mouseExited:(NSEvent*)event {
+    _isUnderPointer = NO;
+    self.needsDisplay = YES;
 }
 
 /// Where the system lets Tab go to texts and lists only, it comes here all the same: a shelf has only tiles.
@@ -95,7 +181,7 @@ constexpr CGFloat dragThreshold = 4;  // points
     }
     _pressedAt = event.locationInWindow;
     _isDragged = NO;
-    [self highlight:YES];
+    [self showPressed:YES];
 }
 
 - (void)mouseDragged:(NSEvent*)event {
@@ -105,12 +191,12 @@ constexpr CGFloat dragThreshold = 4;  // points
         return;
     }
     _isDragged = YES;
-    [self highlight:NO];
+    [self showPressed:NO];
     [self startDragging:event];
 }
 
 - (void)mouseUp:(NSEvent*)event {
-    [self highlight:NO];
+    [self showPressed:NO];
     const NSPoint point = [self convertPoint:event.locationInWindow fromView:nil];
     const NSSize size = self.bounds.size;
     const BOOL isInside = point.x >= 0 && point.y >= 0 && point.x < size.width && point.y < size.height;

@@ -19,6 +19,15 @@ class ShelfPanelTest : public FacesOnMac {
     ShelfPanelTest() : FacesOnMac({.displays = {SimulatedDisplays::notched()}}) {}
 
     [[nodiscard]] std::vector<std::string> read() const { return reading(*surface.content()); }
+    /// What is in it, without what is always there.
+    [[nodiscard]] std::vector<std::string> readApps() const {
+        std::vector<std::string> lines = read();
+        std::erase_if(lines, [](const std::string& line) {
+            return line == "Keep the shelf open" || line == "Find an app" || line == "Menu Bar" ||
+                   line == "Drop an app here to keep it in the bar.";
+        });
+        return lines;
+    }
     [[nodiscard]] std::vector<std::string> menuTitles(const std::string& id) const {
         std::vector<std::string> titles;
         for (const auto& item : view::menuOf(*surface.content(), id)) {
@@ -44,8 +53,8 @@ TEST_F(ShelfPanelTest, ShowsEachTuckedAppThatIsPresentEightToARow) {
     startFaces();
     EXPECT_FALSE(surface.isOpen());
     toggle();
-    EXPECT_THAT(read(), ElementsAre("Tucked apps", "app.a", "app.b", "app.c", "app.d", "app.e", "app.f",
-                                    "app.g", "app.h", "app.i"));
+    EXPECT_THAT(readApps(), ElementsAre("Tucked apps", "app.a", "app.b", "app.c", "app.d", "app.e", "app.f",
+                                        "app.g", "app.h", "app.i"));
     EXPECT_EQ(view::childrenOf(*view::find(*surface.content(), "row:tucked:1")).size(), 8U);
     EXPECT_EQ(view::childrenOf(*view::find(*surface.content(), "row:tucked:2")).size(), 1U);
     toggle();
@@ -115,7 +124,7 @@ TEST_F(ShelfPanelTest, MovesAppsByTheirMenus) {
     launch("app.new");
     startFaces();
     toggle(true);
-    EXPECT_THAT(read(),
+    EXPECT_THAT(readApps(),
                 ElementsAre("Tucked and buried apps", "Tucked", "app.new, New", "app.a", "Buried", "app.b"));
     EXPECT_THAT(menuTitles("tile:app.a"), ElementsAre("Open", "Show Me", "", "Keep in the Bar", "Bury"));
     EXPECT_THAT(menuTitles("tile:app.b"), ElementsAre("Open", "Show Me", "", "Keep in the Bar", "Tuck"));
@@ -127,7 +136,76 @@ TEST_F(ShelfPanelTest, MovesAppsByTheirMenus) {
     EXPECT_TRUE(logged("[layout] app.new -> bar"));
     choose("tile:app.b", 0);
     EXPECT_TRUE(logged("[open] open app.b: press ok"));
-    EXPECT_THAT(read(), ElementsAre("Tucked and buried apps", "Tucked", "app.a", "Buried", "app.b"));
+    EXPECT_THAT(readApps(), ElementsAre("Tucked and buried apps", "Tucked", "app.a", "Buried", "app.b"));
+}
+
+TEST_F(ShelfPanelTest, MovesAppsByKeysAndByDraggingToTheBar) {
+    launch("app.a", Section::tucked);
+    launch("app.b", Section::tucked);
+    startFaces();
+    toggle(true);
+    const auto press = [&](const std::string& tile, char key) {
+        const bool isHeard = surface.perform(tile, view::MenuKey{.key = key});
+        pass(1s);
+        return isHeard;
+    };
+    EXPECT_FALSE(press("tile:app.a", '2')) << "there it is";
+    EXPECT_TRUE(press("tile:app.a", '3'));
+    EXPECT_EQ(saved().section("app.a"), Section::buried);
+    EXPECT_TRUE(press("tile:app.a", '1'));
+    EXPECT_EQ(saved().section("app.a"), Section::bar);
+    EXPECT_FALSE(press("tile:app.b", 0)) << "most items have no key";
+    EXPECT_TRUE(surface.perform("group:bar", BundleID("app.b")));
+    EXPECT_EQ(saved().section("app.b"), Section::bar);
+}
+
+TEST_F(ShelfPanelTest, FindsAppsByWhatIsTyped) {
+    for (const char* const name :
+         {"Übersicht", "Dropbox", "OneDrive", "Google Drive", "Zoom", "VPN", "Notes", "Mail", "Clock"}) {
+        layout.place(std::string("app.") + name, Section::tucked);
+        launchNamed(std::string("app.") + name, name);
+    }
+    startFaces();
+    toggle();
+    EXPECT_TRUE(surface.perform("find", std::string("dri")));
+    EXPECT_THAT(readApps(), testing::UnorderedElementsAre("Tucked apps", "OneDrive", "Google Drive"));
+    EXPECT_TRUE(surface.perform("find", std::string("uber")));
+    EXPECT_THAT(readApps(), ElementsAre("Tucked apps", "Übersicht"));
+    EXPECT_TRUE(surface.perform("find", view::KeyPress{.key = view::KeyPress::Key::enter}));
+    pass(1s);
+    EXPECT_TRUE(logged("[open] open app.Übersicht: press ok"));
+    mac.closeMenu();
+    pass(1s);
+    EXPECT_TRUE(surface.perform("find", std::string("xyz")));
+    EXPECT_THAT(readApps(), ElementsAre("Tucked apps", "No app here has that name."));
+    EXPECT_FALSE(surface.perform("find", view::KeyPress{.key = view::KeyPress::Key::enter}));
+    toggle();
+    toggle();
+    EXPECT_EQ(readApps().size(), 10U) << "it begins anew each time";
+}
+
+TEST_F(ShelfPanelTest, StaysWhileItIsPinned) {
+    launch("app.a", Section::tucked);
+    layout.reveal.autoTuckSeconds = 5;
+    startFaces();
+    toggle();
+    EXPECT_TRUE(surface.perform("pin"));
+    pass(1h);
+    mac.surfaces.clickOutside();
+    EXPECT_TRUE(surface.isOpen());
+    EXPECT_THAT(read(), testing::Contains("Let the shelf close by itself"));
+    EXPECT_TRUE(surface.perform("pin"));
+    pass(4s);
+    EXPECT_TRUE(surface.isOpen());
+    pass(2s);
+    EXPECT_FALSE(surface.isOpen()) << "its time began when it was let go";
+    toggle();
+    EXPECT_TRUE(surface.perform("pin"));
+    toggle();
+    EXPECT_FALSE(surface.isOpen()) << "the broom closes it all the same";
+    toggle();
+    mac.surfaces.clickOutside();
+    EXPECT_FALSE(surface.isOpen()) << "the next time it is not pinned";
 }
 
 TEST_F(ShelfPanelTest, TakesAppsThatAreDraggedToTheOtherGroup) {
@@ -143,7 +221,7 @@ TEST_F(ShelfPanelTest, TakesAppsThatAreDraggedToTheOtherGroup) {
         pass(1s);
     }
     EXPECT_EQ(timesLogged("[layout] app.a -> buried"), 1) << "the second time it was there";
-    EXPECT_THAT(read(), ElementsAre("Tucked and buried apps", "Tucked", "app.b", "Buried", "app.a"));
+    EXPECT_THAT(readApps(), ElementsAre("Tucked and buried apps", "Tucked", "app.b", "Buried", "app.a"));
     EXPECT_TRUE(surface.perform("group:tucked", BundleID("app.a")));
     EXPECT_EQ(saved().section("app.a"), Section::tucked);
 }
@@ -158,11 +236,19 @@ TEST_F(ShelfPanelTest, SaysWhyItIsEmpty) {
     EXPECT_EQ(read().back(), "None of your tucked apps is running.");
     velko->place("app.a", Section::bar);
     pass(1s);
-    EXPECT_EQ(read().back(), "Nothing is tucked yet. You can choose what to tuck in Settings.");
+    EXPECT_THAT(read(), ElementsAre("Tucked apps",
+                                    "Nothing is tucked yet. You can choose what to tuck in the settings.",
+                                    "Open Settings"));
+    EXPECT_TRUE(surface.perform("open-settings"));
+    EXPECT_EQ(host.settings, 1);
     velko->place("app.b", Section::buried);
     pass(1s);
-    EXPECT_EQ(read().back(),
-              "Nothing is tucked, but some apps are buried. Close this, then Option-click the broom.");
+    EXPECT_THAT(read(),
+                ElementsAre("Tucked apps", "Nothing is tucked, but some apps are buried.", "Show Buried"));
+    EXPECT_TRUE(surface.perform("show-buried"));
+    pass(1s);
+    EXPECT_THAT(read(), testing::Contains("app.b"));
+    velko->place("app.b", Section::bar);
     mac.revokeTrust();
     pass(10s);
     EXPECT_EQ(read().back(), "Everything is out in the menu bar for now.");

@@ -3,6 +3,7 @@
 import './setup.test.mjs';
 import './broom.test.mjs';
 import './note.test.mjs';
+import './shelf.test.mjs';
 import './settings.test.mjs';
 import './search.test.mjs';
 import './page.test.mjs';

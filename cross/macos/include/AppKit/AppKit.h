@@ -268,8 +268,23 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (void)mouseDown:(NSEvent*)event;
 - (void)mouseDragged:(NSEvent*)event;
 - (void)mouseUp:(NSEvent*)event;
+- (void)mouseEntered:(NSEvent*)event;
+- (void)mouseExited:(NSEvent*)event;
 - (void)cancelOperation:(id)sender;
 - (void)selectAll:(id)sender;
+@end
+
+typedef enum NSTrackingAreaOptions : NSUInteger {
+    NSTrackingMouseEnteredAndExited = 0x01,
+    NSTrackingActiveAlways = 0x80,
+    NSTrackingInVisibleRect = 0x200
+} NSTrackingAreaOptions;
+
+@interface NSTrackingArea : NSObject
+- (instancetype)initWithRect:(NSRect)rect
+                     options:(NSTrackingAreaOptions)options
+                       owner:(id)owner
+                    userInfo:(NSDictionary*)userInfo;
 @end
 
 @interface NSLayoutConstraint : NSObject
@@ -391,6 +406,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 - (NSBitmapImageRep*)bitmapImageRepForCachingDisplayInRect:(NSRect)rect;
 - (void)cacheDisplayInRect:(NSRect)rect toBitmapImageRep:(NSBitmapImageRep*)bitmapImageRep;
 - (void)drawRect:(NSRect)dirtyRect;
+- (void)addTrackingArea:(NSTrackingArea*)trackingArea;
 - (BOOL)acceptsFirstMouse:(NSEvent*)event;
 - (void)registerForDraggedTypes:(NSArray<NSPasteboardType>*)types;
 - (void)unregisterDraggedTypes;
@@ -608,6 +624,7 @@ typedef enum NSDraggingContext : NSInteger { NSDraggingContextWithinApplication 
 @property(copy) NSColor* backgroundColor;
 @property BOOL hasShadow;
 @property CGFloat alphaValue;
+@property BOOL ignoresMouseEvents;
 @property BOOL hidesOnDeactivate;
 @property BOOL acceptsMouseMovedEvents;
 @property BOOL autorecalculatesKeyViewLoop;
