@@ -248,7 +248,8 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
         case Verb::chooseIn:
         case Verb::press:
         case Verb::openAddress:
-            check.expected.isAllShown = check.expected.isAllShown || check.step.text == "Show All";
+            check.expected.isAllShown = check.expected.isAllShown || check.step.text == "Show All" ||
+                                        check.step.control == "show-all";
             // Some of these open an app, or stop showing it; so does a right click that passes for a left
             // one.
             if (!check.world.velko()->values().showingMe) {

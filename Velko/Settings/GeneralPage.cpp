@@ -102,13 +102,26 @@ view::Node stylePicker(AppController& controller, std::string id, std::string ti
                 }}};
 }
 
+view::Node everything(AppController& controller) {
+    const bool isAllOut = controller.engine().current().isShowAll();
+    view::Node button =
+        view::button("show-all", {.title = "Show All", .press = [&controller] { controller.showAll(); }});
+    button.isEnabled = !isAllOut;
+    button.help = isAllOut ? "Everything is out already." : "";
+    return explained(
+        view::row("show-all:row", {view::text("show-all:title", "All icons, the buried ones too"),
+                                   view::spacer("show-all:gap"), std::move(button)}),
+        "They are out until you click the broom, or until something changes.");
+}
+
 view::Node revealing(AppController& controller) {
     return group(
         "revealing", "When icons come out",
         {stylePicker(controller, "style-notched", "On displays with a notch", &RevealSettings::notchedStyle),
          stylePicker(controller, "style-other", "On other displays", &RevealSettings::otherStyle),
          tuckTime(controller),
-         toggle(controller, Switch::revealOnHover, "Show tucked icons when the pointer rests on the broom")});
+         toggle(controller, Switch::revealOnHover, "Show tucked icons when the pointer rests on the broom"),
+         everything(controller)});
 }
 
 // What Velko does by itself

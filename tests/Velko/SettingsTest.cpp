@@ -95,6 +95,13 @@ TEST_F(SettingsTest, DecideWhatVelkoDoesByItself) {
     pass(5min);
     change("2 new messages");
     EXPECT_FALSE(shows("com.example.in"));
+    set("show-all");
+    EXPECT_TRUE(shows("com.example.in"));
+    EXPECT_FALSE(find("show-all")->isEnabled) << "there is nothing left to show";
+    velko->handle(RevealEvent::autoTuck());
+    pass(1s);
+    EXPECT_FALSE(shows("com.example.in"));
+    EXPECT_TRUE(find("show-all")->isEnabled);
     openPage(0);
     EXPECT_EQ(words("ask:what"), "New icons wait tucked until you answer.");
     set("ask", false);

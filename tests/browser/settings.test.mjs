@@ -92,3 +92,32 @@ onMac('An import of a broken file is told, and loses nothing', {}, async (mac) =
   await page.getByRole('alertdialog').waitFor({ state: 'hidden' });
   assert.deepEqual((await mac.playground.layout()).sections, sections);
 });
+
+onMac('The settings need no mouse', {}, async (mac) => {
+  const { page } = mac;
+  await mac.broom.focus();
+  await mac.press('ArrowDown', 's');
+  await mac.focuses('Settings…');
+  await mac.press('Enter');
+  const settings = mac.surface('settings');
+  await settings.waitFor();
+  await mac.tabTo(settings.getByRole('tab', { selected: true }));
+  for (let turn = 0; turn < 5 && !await mac.control('pop-out').isVisible(); turn += 1) {
+    await mac.press('ArrowRight');
+    await page.waitForTimeout(200);
+  }
+  const popOut = mac.control('pop-out').getByRole('switch');
+  await mac.tabTo(popOut);
+  assert.ok(await mac.focusIsSeen());
+  await mac.press('Space');
+  await mac.logs('pop out on change false');
+  assert.ok(await popOut.evaluate((each) => each === document.activeElement), 'the focus stays');
+  await mac.tabTo(mac.control('show-all'));
+  await mac.press('Enter');
+  await page.waitForFunction(() => document.querySelectorAll('.status-item.app').length > 20);
+  await mac.checkAccess('the settings after the keyboard');
+  await mac.tabTo(settings.getByRole('button', { name: 'Close' }));
+  await mac.press('Enter');
+  await settings.waitFor({ state: 'hidden' });
+  await mac.focuses('broom');
+});
