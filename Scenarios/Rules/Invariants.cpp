@@ -155,7 +155,8 @@ void Invariants::remember(const script::Step& done) {
         calmSince_ = world_.mac().mainThread.now();
     }
     if (world_.velko() != nullptr &&
-        (done.verb == Verb::showAll || (done.verb == Verb::choose && done.text == "Show All"))) {
+        (done.verb == Verb::showAll || (done.verb == Verb::choose && done.text == "Show All") ||
+         (done.verb == Verb::press && done.control == "show-all"))) {
         shownAllAt_ = world_.velko()->lastHidingChange();
     }
 }

@@ -67,10 +67,14 @@ Reply show(const Call& call, const FaceParts& parts) {
         return {.out = "Everything is out already, because of a Live Activity.\n"};
     }
     const bool buried = call.has("--buried");
-    if (buried ? stateOf(parts) != RevealState::revealedWithBuried() : !stateOf(parts).isRevealed()) {
-        if (stateOf(parts).asPeeking() != nullptr) {
-            velko.handle(RevealEvent::peekEnded());
-        }
+    const auto isOut = [&] {
+        const RevealState state = stateOf(parts);
+        return buried ? state == RevealState::revealedWithBuried() : state.isRevealed();
+    };
+    if (!isOut() && stateOf(parts).asPeeking() != nullptr) {
+        velko.handle(RevealEvent::peekEnded());
+    }
+    if (!isOut()) {
         velko.handle(buried ? RevealEvent::toggleWithBuried() : RevealEvent::toggle());
     } else {
         velko.shelfTouched();  // whoever asks again wants them for longer

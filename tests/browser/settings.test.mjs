@@ -96,7 +96,9 @@ onMac('An import of a broken file is told, and loses nothing', {}, async (mac) =
 onMac('The settings need no mouse', {}, async (mac) => {
   const { page } = mac;
   await mac.broom.focus();
-  await mac.press('ArrowDown', 's');
+  await mac.press('ArrowDown');
+  await mac.focuses('Open');
+  for (let item = 0; item < 9 && await mac.focused() !== 'Settings…'; item += 1) await mac.press('ArrowDown');
   await mac.focuses('Settings…');
   await mac.press('Enter');
   const settings = mac.surface('settings');
