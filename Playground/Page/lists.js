@@ -134,7 +134,11 @@ const fieldKeys = ['ArrowUp', 'ArrowDown', 'Enter', 'Escape'];
 const isNumbered = (event) => (event.metaKey || event.altKey) && /^[1-9]$/.test(event.key);
 
 /** Gives the program the keys of a field that are for no text. While an input method is at work, they are for that. */
+/** Whether Down leads from the field to the tiles below it, as it works no list. */
+const leadsToTiles = (field) => !field.hasAttribute('aria-controls') && field.closest('.surface').querySelector('.tile:enabled');
+
 function pressedInField(field, event) {
+  if (event.key === 'ArrowDown' && leadsToTiles(field)) return false;
   if (!(fieldKeys.includes(event.key) || isNumbered(event)) || event.isComposing) return false;
   const { key, shiftKey, ctrlKey, altKey, metaKey } = event;
   post('field', { ...bodyOf(field), key, shift: shiftKey, control: ctrlKey, option: altKey, command: metaKey });
