@@ -21,7 +21,7 @@ onMac('The shelf is used without a mouse', { reducedMotion: 'no-preference' }, a
   await page.waitForFunction(() => document.querySelectorAll('.shelf .tile').length === 2);
   await mac.checkAccess('the shelf after some letters');
   await mac.picture('the shelf after some letters');
-  await mac.press('ArrowDown', 'ArrowRight');
+  await mac.press('ArrowDown', 'ArrowRight', 'ArrowLeft');
   await mac.focuses('tile:com.microsoft.OneDrive');
   assert.ok(await mac.focusIsSeen());
   await mac.press('Control+3');
