@@ -1,9 +1,9 @@
-// What Velko calls of Carbon and of Core Services, which Carbon brings with it, declared for the cross build.
-// A build on a Mac uses Apple's own.
+// What Velko calls of Carbon, declared for the cross build. A build on a Mac uses Apple's own.
 #pragma once
 
 #import <ApplicationServices/ApplicationServices.h>
 #import <CoreFoundation/CoreFoundation.h>
+#import <CoreServices/CoreServices.h>
 #include <MacTypes.h>
 #include <stdint.h>
 
@@ -75,13 +75,6 @@ extern const CFStringRef kTISNotifySelectedKeyboardInputSourceChanged;
 TISInputSourceRef TISCopyCurrentKeyboardLayoutInputSource(void);
 void* TISGetInputSourceProperty(TISInputSourceRef source, CFStringRef key);
 uint8_t LMGetKbdType(void);
-
-enum { kUCKeyActionDisplay = 3 };
-enum { kUCKeyTranslateNoDeadKeysMask = 1 };
-
-int32_t UCKeyTranslate(const struct UCKeyboardLayout* layout, uint16_t keyCode, uint16_t action,
-                       uint32_t modifiers, uint32_t keyboardType, uint32_t options, uint32_t* deadKeys,
-                       UniCharCount capacity, UniCharCount* length, uint16_t* text);
 
 #ifdef __cplusplus
 }
