@@ -8,7 +8,8 @@ const anchors = new WeakMap();  // per list: the row where a selection over seve
 
 const listOf = (element) => element.closest?.('.list');
 const rowsOf = (list) => [...list.querySelectorAll(':scope > [data-row]')];
-const isSelected = (row) => row.ariaSelected === 'true';
+const chosenRows = new WeakMap();  // per list: what the user has selected and the program has not confirmed yet
+const isSelected = (row) => chosenRows.get(listOf(row))?.has(row.dataset.row) ?? row.ariaSelected === 'true';
 const isUsable = (list) => list.ariaDisabled !== 'true';
 
 function bodyOf(element) {
@@ -19,7 +20,9 @@ function bodyOf(element) {
 function select(list, rows) {
   for (const row of rowsOf(list)) row.ariaSelected = String(rows.includes(row));
   rows.at(-1)?.scrollIntoView({ block: 'nearest' });
-  post('act', { ...bodyOf(list), rows: rows.map((row) => row.dataset.row) });
+  const ids = rows.map((row) => row.dataset.row);
+  chosenRows.set(list, new Set(ids));
+  whileUnderWay(list, post('act', { ...bodyOf(list), rows: ids }), () => chosenRows.delete(list));
 }
 
 function selectOne(list, row) {
@@ -159,13 +162,24 @@ screen.addEventListener('input', ({ target }) => {
   whileUnderWay(target, change, () => showControls(target.closest('[data-id]')));
 });
 
+const shownRows = new WeakMap();  // per list: the selected row that was in sight last
+
+/** Brings a row into sight that the program has selected. */
+function followSelections() {
+  for (const list of screen.querySelectorAll('.list')) {
+    const row = list.getAttribute('aria-activedescendant');
+    if (row && row !== shownRows.get(list)) document.getElementById(row)?.scrollIntoView({ block: 'nearest' });
+    shownRows.set(list, row);
+  }
+}
+
 /** Lets a screen reader follow the selected row while the keyboard is in the field that works the list. */
 export function showDrivenRows() {
+  followSelections();
   for (const field of screen.querySelectorAll('input[type="search"][aria-controls]')) {
     const list = document.getElementById(field.getAttribute('aria-controls'));
     const row = list?.getAttribute('aria-activedescendant');
     if (row) field.setAttribute('aria-activedescendant', row);
     else field.removeAttribute('aria-activedescendant');
-    if (row && document.activeElement === field) document.getElementById(row)?.scrollIntoView({ block: 'nearest' });
   }
 }

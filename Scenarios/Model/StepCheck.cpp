@@ -74,6 +74,9 @@ Promise promiseOfSettings(const std::string& what, const BundleID& app, const st
     if (const SwitchRow* const row = Switches::named(what)) {
         return promiseOfSwitch(*row, value);
     }
+    if (what == "later" || what == "ask-again") {
+        return {{"autopilot", (what == "later" ? "not now: " : "asks again: ") + app}};
+    }
     const bool isReveal = what == "auto-tuck" || what.starts_with("style-");
     return isReveal ? Promise({"settings", "reveal settings "}) : std::nullopt;
 }

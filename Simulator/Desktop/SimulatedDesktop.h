@@ -78,8 +78,14 @@ class SimulatedDefaults final : public Defaults {
         return found != switches.end() && found->second;
     }
     void setOn(const std::string& key, bool on) override { switches[key] = on; }
+    [[nodiscard]] std::string text(const std::string& key) const override {
+        const auto found = texts.find(key);
+        return found == texts.end() ? std::string() : found->second;
+    }
+    void setText(const std::string& key, const std::string& text) override { texts[key] = text; }
 
     std::map<std::string, bool> switches;
+    std::map<std::string, std::string> texts;
 };
 
 class SimulatedPasteboard final : public Pasteboard {

@@ -4,12 +4,10 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <iterator>
 #include <utility>
 
 #include "Velko/App/Log.h"
 #include "Velko/App/SystemResponses.h"
-#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Flows.h"
 #include "Velko/Ports/Desktop.h"
 #include "Velko/Ports/Surfaces.h"
@@ -59,7 +57,7 @@ std::unique_ptr<Flows> AppController::makeFlows() {
                               ScanDepth depth) { responses_->accept(std::move(items), depth); },
             .trustChanged = [this](bool trusted) { responses_->trustChanged(trusted); },
             .usageSampled = [this] { responses_->rescanIfQuiet(); },
-            .layoutImported = [this] { layoutReplaced("import"); },
+            .layoutReplaced = [this](const char* reason) { layoutReplaced(reason); },
             .keyPressed = [this](HotKeyAction action) { keyPressed(action); },
             .clicks = {.bar = [this] { return responses_->knownBar(broomFrame ? broomFrame() : Rect{}); },
                        .pressed =
@@ -155,46 +153,6 @@ void AppController::layoutReplaced(const char* reason) {
     flows_->autopilot.settle();
 }
 
-ChangeWords::Apps AppController::inWords(const BundleIDs& apps) const {
-    return {.name = apps.size() == 1 ? AppNames(values_, platform_.workspace).of(*apps.begin()) : "",
-            .count = apps.size()};
-}
-
-void AppController::place(const BundleIDs& apps, Section section) {
-    if (apps.empty()) {
-        return;
-    }
-    for (const BundleID& bundleID : apps) {
-        const bool answered = values_.layout.isWaiting(bundleID);
-        log_.log("layout",
-                 bundleID + " -> " + std::string(name(section)) + (answered ? " (new icon answered)" : ""));
-    }
-    edit(ChangeWords::placed(inWords(apps), section), [&](Layout& layout) {
-        for (const BundleID& bundleID : apps) {
-            layout.place(bundleID, section);
-        }
-    });
-    for (const BundleID& bundleID : apps) {
-        flows_->popOut.forget(bundleID);
-    }
-    apply({.reason = "section changed"});
-    flows_->autopilot.settle();
-}
-
-void AppController::forget(const BundleIDs& apps) {
-    BundleIDs gone;
-    std::ranges::copy_if(apps, std::inserter(gone, gone.end()),
-                         [this](const BundleID& bundleID) { return !isPresent(values_, bundleID); });
-    if (gone.empty()) {
-        return;
-    }
-    const UndoHistory::Change change = ChangeWords::forgotten(inWords(gone));
-    log_.log("layout", "forgot " + joined(gone));
-    edit(change, [&](Layout& layout) { layout.forget(gone); });
-    apply({.reason = "forgotten"});
-    flows_->autopilot.settle();
-}
-
 bool AppController::edit(UndoHistory::Change undoable, const Edit& change) {
     const Layout before = values_.layout;
     const bool isSaved = keeping_.edit(Saving::now, change);
@@ -204,41 +162,24 @@ bool AppController::edit(UndoHistory::Change undoable, const Edit& change) {
     return isSaved;
 }
 
-bool AppController::goThroughHistory(bool (UndoHistory::*way)(Layout&), const char* word) {
-    UndoHistory history = values_.history;
-    const UndoHistory::Change* next = way == &UndoHistory::undo ? history.undoable() : history.redoable();
-    if (next == nullptr || values_.problems.layoutUnreadable) {
-        return false;
-    }
-    const std::string title = next->title;
-    keeping_.edit(Saving::now, [&](Layout& layout) { (history.*way)(layout); });
-    set(&AppValues::history, std::move(history));
-    log_.log("layout", std::string(word) + title);
-    layoutReplaced("undo");
-    return true;
+void AppController::place(const BundleIDs& apps, Section section) {
+    flows_->layoutChanges.place(apps, section);
+}
+
+void AppController::forget(const BundleIDs& apps) {
+    flows_->layoutChanges.forget(apps);
 }
 
 bool AppController::undo() {
-    return goThroughHistory(&UndoHistory::undo, "undone: ");
+    return flows_->layoutChanges.undo();
 }
 
 bool AppController::redo() {
-    return goThroughHistory(&UndoHistory::redo, "done again: ");
+    return flows_->layoutChanges.redo();
 }
 
 void AppController::completeSetup(const std::map<BundleID, Section>& sections) {
-    std::map<Section, std::size_t> counts;
-    edit(ChangeWords::sorted(), [&](Layout& layout) {
-        for (const auto& [bundleID, section] : sections) {
-            layout.place(bundleID, section);
-            ++counts[section];
-        }
-        layout.hasCompletedSetup = true;
-    });
-    log_.log("setup", "sorted: " + std::to_string(counts[Section::bar]) + " in the bar, " +
-                          std::to_string(counts[Section::tucked]) + " tucked, " +
-                          std::to_string(counts[Section::buried]) + " buried");
-    layoutReplaced("setup");
+    flows_->layoutChanges.sort(sections);
 }
 
 void AppController::putOffSetup() {

@@ -9,7 +9,6 @@
 
 #include "Velko/App/AppValues.h"
 #include "Velko/App/Visibility.h"
-#include "Velko/Apps/ChangeWords.h"
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/LayoutKeeping.h"
 #include "Velko/Ports/Desktop.h"
@@ -157,8 +156,6 @@ class AppController final : private FlowHost {
     [[nodiscard]] std::unique_ptr<Flows> makeFlows();
     void layoutLoaded(bool isMended);
     void layoutReplaced(const char* reason);
-    [[nodiscard]] ChangeWords::Apps inWords(const BundleIDs& apps) const;
-    bool goThroughHistory(bool (UndoHistory::*way)(Layout&), const char* word);
     void followSwitches();
     void stateSet();
     void tellChange() const;

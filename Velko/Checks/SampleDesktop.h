@@ -85,6 +85,8 @@ class SampleDefaults final : public Defaults {
  public:
     [[nodiscard]] bool isOn(const std::string& /*key*/) const override { return true; }
     void setOn(const std::string& /*key*/, bool /*on*/) override {}
+    [[nodiscard]] std::string text(const std::string& /*key*/) const override { return {}; }
+    void setText(const std::string& /*key*/, const std::string& /*text*/) override {}
 };
 
 class SampleDialogs final : public Dialogs {

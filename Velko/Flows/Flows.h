@@ -10,6 +10,7 @@
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/GlobalKeys.h"
 #include "Velko/Flows/InventoryScan.h"
+#include "Velko/Flows/LayoutChanges.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/PopOut.h"
 #include "Velko/Flows/Preferences.h"
@@ -37,7 +38,7 @@ struct Flows final : private NonCopyable {
         std::function<void(std::vector<MenuBarItem>, ScanDepth)> scanned;
         std::function<void(bool trusted)> trustChanged;
         std::function<void()> usageSampled;
-        std::function<void()> layoutImported;
+        std::function<void(const char* reason)> layoutReplaced;
         std::function<void(HotKeyAction)> keyPressed;
         ClickRecording::Handlers clicks;
     };
@@ -60,6 +61,7 @@ struct Flows final : private NonCopyable {
     AutopilotOffers autopilot;
     NoteDeferral note;
     Newcomers newcomers;
+    LayoutChanges layoutChanges;
     LayoutTransfer transfer;
     Preferences preferences;
     ClickRecording clicks;

@@ -41,7 +41,7 @@ std::expected<LayoutExport, std::string> layoutIn(const std::filesystem::path& f
     return *std::move(layout);
 }
 
-std::string apps(std::size_t count) {
+std::string countOfApps(std::size_t count) {
     return count == 1 ? "1 app" : std::to_string(count) + " apps";
 }
 
@@ -50,7 +50,7 @@ std::string changesInWords(const AppValues& values, const Workspace& workspace, 
     const std::string rest =
         "Its settings take the place of yours. Apps that it doesn't name stay where they are.";
     if (values.problems.layoutUnreadable) {
-        return "It has places for " + apps(theirs.sections.size()) +
+        return "It has places for " + countOfApps(theirs.sections.size()) +
                ". The file that can't be read is kept beside the new one.";
     }
     const AppNames names(values, workspace);
@@ -63,9 +63,10 @@ std::string changesInWords(const AppValues& values, const Workspace& workspace, 
         moving += isHere && values.layout.section(bundleID) != section ? 1 : 0;
     }
     const std::size_t staying = theirs.sections.size() - moving - absent;
-    std::string what = "Another place for " + apps(moving) + ", the same place for " + apps(staying) + ". ";
+    std::string what =
+        "Another place for " + countOfApps(moving) + ", the same place for " + countOfApps(staying) + ". ";
     if (absent > 0) {
-        what += apps(absent) + (absent == 1 ? " isn't" : " aren't") + " on this Mac. ";
+        what += countOfApps(absent) + (absent == 1 ? " isn't" : " aren't") + " on this Mac. ";
     }
     return what + rest;
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Velko/App/Log.h"
+#include "Velko/Apps/ChangeWords.h"
 #include "Velko/Flows/PopOut.h"
 #include "Velko/Flows/ProcessWatch.h"
 #include "Velko/Flows/Questions.h"
@@ -67,7 +68,7 @@ void Preferences::setSwitch(Switch which, bool on) {
 }
 
 void Preferences::setAlwaysKeep(const BundleID& bundleID, bool keep) {
-    host_.edit(Saving::now, [&](Layout& layout) {
+    host_.edit(ChangeWords::kept(affected_.autopilot.nameOf(bundleID), keep), [&](Layout& layout) {
         if (keep) {
             layout.alwaysKeep.insert(bundleID);
         } else {

@@ -46,6 +46,9 @@ class AutopilotOffers final : private NonCopyable {
     /// Ends the time for which the app is left alone.
     void askAgain(const BundleID& bundleID);
 
+    /// The app's name for people, as in the words for what the user changes.
+    [[nodiscard]] std::string nameOf(const BundleID& bundleID) const;
+
     /// Asks every process of the app to quit; it may say no.
     void askToQuit(const BundleID& bundleID);
 
@@ -54,7 +57,6 @@ class AutopilotOffers final : private NonCopyable {
 
  private:
     void check();
-    [[nodiscard]] std::string nameOf(const BundleID& bundleID) const;
     [[nodiscard]] Date now() const;
 
     FlowHost& host_;

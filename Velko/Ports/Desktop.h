@@ -90,6 +90,10 @@ class Defaults : private NonCopyable {
     /// Whether a switch is on; one that was never set is off.
     [[nodiscard]] virtual bool isOn(const std::string& key) const = 0;
     virtual void setOn(const std::string& key, bool on) = 0;
+
+    /// A text; one that was never set is empty.
+    [[nodiscard]] virtual std::string text(const std::string& key) const = 0;
+    virtual void setText(const std::string& key, const std::string& text) = 0;
 };
 
 /// What the user has copied. Main thread.

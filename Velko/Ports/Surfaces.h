@@ -104,7 +104,8 @@ class Surfaces : private NonCopyable {
         Kind kind;
         std::string_view name;  ///< in scenarios and in the playground's page
         Form form;
-        std::string_view title;  ///< empty: the title depends on what it shows
+        std::string_view title;       ///< empty: the title depends on what it shows
+        bool remembersPlace = false;  ///< it opens where it was last, as high as it was; only windows do
 
         [[nodiscard]] constexpr bool isWindow() const noexcept { return form == Form::window; }
         /// Whether a click outside and Escape close it.
@@ -136,7 +137,7 @@ inline constexpr auto surfaceTable = std::to_array<Surfaces::Traits>({
     {Surfaces::Kind::shelf, "shelf", Surfaces::Form::panel, "Velko's shelf"},
     {Surfaces::Kind::setup, "setup", Surfaces::Form::window, ""},
     {Surfaces::Kind::permissionGuide, "guide", Surfaces::Form::quietPanel, "Velko's guide"},
-    {Surfaces::Kind::settings, "settings", Surfaces::Form::window, "Velko Settings"},
+    {Surfaces::Kind::settings, "settings", Surfaces::Form::window, "Velko Settings", true},
     {Surfaces::Kind::search, "search", Surfaces::Form::panel, "Search the menu bar"},
     {Surfaces::Kind::message, "message", Surfaces::Form::quietPanel, "A message from Velko"},
 });

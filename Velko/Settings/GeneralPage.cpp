@@ -156,7 +156,8 @@ view::Node loginSwitch(const FaceParts& parts) {
     return explained(std::move(control), std::move(what));
 }
 
-view::Node general(const FaceParts& parts) {
+view::Node general(const Context& context) {
+    const FaceParts& parts = context.parts;
     AppController& controller = parts.controller;
     std::vector<view::Node> children{group("starting", "Starting", {loginSwitch(parts)})};
     std::vector<view::Node> kept{revealing(controller), byItself(controller)};

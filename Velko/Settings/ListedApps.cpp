@@ -1,42 +1,48 @@
 #include "Velko/Settings/ListedApps.h"
 
 #include <algorithm>
+#include <map>
+#include <tuple>
 #include <utility>
 
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/MenuBarApps.h"
+#include "Velko/Flows/Questions.h"
+#include "VelkoCore/Search/AppSearch.h"
+#include "VelkoCore/Search/NameOrder.h"
 #include "VelkoEngine/Ports/Workspace.h"
 
 namespace velko {
 
 namespace {
 
-std::string folded(std::string name) {
-    for (char& c : name) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return name;
-}
-
 /// Whether Velko knows what the menu bar holds.
 bool seesMenuBar(const AppValues& values) {
     return values.inventoryLoaded && !values.problems.trustMissing && !values.problems.engineUnavailable;
 }
 
-bool comesBefore(const ListedApp& left, const ListedApp& right) {
-    return std::pair(folded(left.name), left.bundleID) < std::pair(folded(right.name), right.bundleID);
+bool isNamedLike(const std::string& search, const std::string& name) {
+    if (NameOrder(name).contains(FoldedText::of(search))) {
+        return true;
+    }
+    const auto match = AppSearch::match(search, name);
+    return match && *match != NameMatch::subsequence;
 }
 
 /// Chooses the apps and finds out what there is to say about each.
 class Listing final {
  public:
-    Listing(const AppController& controller, const Workspace& workspace, std::optional<Section> section)
+    Listing(AppController& controller, const Workspace& workspace, const ListedAppsRequest& request)
         : controller_(controller),
           values_(controller.values()),
-          section_(section),
+          request_(request),
           isSeen_(seesMenuBar(values_)),
           names_(values_, workspace),
-          waiting_(values_.layout.inbox.begin(), values_.layout.inbox.end()) {}
+          waiting_(values_.layout.inbox.begin(), values_.layout.inbox.end()) {
+        for (TidySuggestion& suggestion : controller.autopilot().suggestions()) {
+            suggestions_.emplace(suggestion.bundleID, std::move(suggestion));
+        }
+    }
 
     ListedApps list() && {
         BundleIDs present;
@@ -52,7 +58,7 @@ class Listing final {
                 addAbsent(bundleID);
             }
         }
-        std::ranges::sort(listed_.apps, comesBefore);
+        order();
         return std::move(listed_);
     }
 
@@ -66,7 +72,7 @@ class Listing final {
         }
         const Section section = values_.layout.section(bundleID);
         ++listed_.counts.at(static_cast<std::size_t>(section));
-        return !section_ || section == *section_;
+        return !request_.section || section == *request_.section || request_.staying.contains(bundleID);
     }
 
     void add(ListedApp app) {
@@ -80,43 +86,104 @@ class Listing final {
     }
 
     void addAbsent(const BundleID& bundleID) {
+        const bool isRunning = names_.isRunning(bundleID);
+        const bool isCounted = atRest_ >= ListedApps::mostAtRest && !isRunning;
+        // Finding a name costs a search of the disk, so it is done once for each app.
+        std::string name = isCounted ? std::string() : names_.of(bundleID);
+        const bool isInstalled = isRunning || isCounted || name != bundleID;
+        if (!isInstalled && canBePlaced(controller_, bundleID)) {
+            listed_.gone.insert(bundleID);
+        }
         if (!isWanted(bundleID)) {
             return;
         }
-        if (names_.isRunning(bundleID)) {
+        if (isRunning) {
             keep({.bundleID = bundleID,
-                  .name = names_.of(bundleID),
+                  .name = std::move(name),
                   .presence = isSeen_ ? Presence::runningWithoutIcon : Presence::unknown});
-        } else if (atRest_ < ListedApps::mostAtRest) {
+        } else if (!isCounted) {
             ++atRest_;
-            keep({.bundleID = bundleID, .name = names_.of(bundleID), .presence = Presence::notRunning});
+            keep({.bundleID = bundleID,
+                  .name = std::move(name),
+                  .presence = Presence::notRunning,
+                  .isInstalled = isInstalled});
         } else {
             ++listed_.atRestLeftOut;
         }
     }
 
     void keep(ListedApp app) {
-        app.section = values_.layout.section(app.bundleID);
+        if (!request_.search.empty() && !isNamedLike(request_.search, app.name)) {
+            return;
+        }
+        const Layout& layout = values_.layout;
+        app.section = layout.section(app.bundleID);
         app.isWaiting = waiting_.contains(app.bundleID);
-        app.isKept = values_.layout.alwaysKeep.contains(app.bundleID);
+        app.isKept = layout.alwaysKeep.contains(app.bundleID);
+        app.popsOut = !layout.neverPopOut.contains(app.bundleID);
+        app.isQuiet = layout.isQuiet(app.bundleID, request_.now);
+        app.lastClicked = entry(layout.lastClicked, app.bundleID);
+        app.putOffUntil = entry(layout.autopilot.snoozedUntil, app.bundleID);
+        app.suggestion = entry(suggestions_, app.bundleID);
         listed_.apps.push_back(std::move(app));
     }
 
-    const AppController& controller_;
+    template <class Value>
+    static std::optional<Value> entry(const std::map<BundleID, Value>& values, const BundleID& bundleID) {
+        const auto found = values.find(bundleID);
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    /// Each name is folded once.
+    void order() {
+        std::vector<std::pair<NameOrder, ListedApp>> apps;
+        apps.reserve(listed_.apps.size());
+        for (ListedApp& app : listed_.apps) {
+            NameOrder name(app.name);
+            apps.emplace_back(std::move(name), std::move(app));
+        }
+        std::ranges::sort(apps, [this](const auto& left, const auto& right) {
+            if (const auto by = rank(right.second) <=> rank(left.second); by != 0) {
+                return by < 0;
+            }
+            return std::tie(left.first, left.second.bundleID) < std::tie(right.first, right.second.bundleID);
+        });
+        listed_.apps.clear();
+        for (auto& [name, app] : apps) {
+            listed_.apps.push_back(std::move(app));
+        }
+    }
+
+    /// What is greater comes first; equal where only the name counts.
+    [[nodiscard]] std::tuple<bool, std::int64_t> rank(const ListedApp& app) const {
+        switch (request_.order) {
+            case AppOrder::name: break;
+            case AppOrder::lastClick:
+                return {app.lastClicked.has_value(),
+                        app.lastClicked ? app.lastClicked->time_since_epoch().count() : 0};
+            case AppOrder::cost:
+                return {app.usage && AppHealth::isHeavy(*app.usage),
+                        app.usage ? static_cast<std::int64_t>(app.usage->memoryBytes) : -1};
+        }
+        return {};
+    }
+
+    AppController& controller_;
     const AppValues& values_;
-    std::optional<Section> section_;
+    const ListedAppsRequest& request_;
     bool isSeen_;
     AppNames names_;
     BundleIDs waiting_;
+    std::map<BundleID, TidySuggestion> suggestions_;
     std::size_t atRest_ = 0;
     ListedApps listed_;
 };
 
 }  // namespace
 
-ListedApps listedApps(const AppController& controller, const Workspace& workspace,
-                      std::optional<Section> section) {
-    return Listing(controller, workspace, section).list();
+ListedApps listedApps(AppController& controller, const Workspace& workspace,
+                      const ListedAppsRequest& request) {
+    return Listing(controller, workspace, request).list();
 }
 
 }  // namespace velko

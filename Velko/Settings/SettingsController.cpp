@@ -1,7 +1,9 @@
 #include "Velko/Settings/SettingsController.h"
 
+#include <algorithm>
+#include <array>
 #include <functional>
-#include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,62 +13,15 @@
 #include "Velko/App/FaceParts.h"
 #include "Velko/App/Health.h"
 #include "Velko/Broom/BroomFrame.h"
-#include "Velko/Broom/BroomIcon.h"
 #include "Velko/Broom/StatusMenus.h"
 #include "Velko/Flows/LayoutTransfer.h"
+#include "Velko/Ports/Desktop.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Node.h"
 
 namespace velko::SettingsPages {
 
 namespace {
-
-// The page about Velko
-
-std::string versionLine(const AppInfo& info) {
-    return "Version " + info.version + (info.build.empty() ? "" : " (" + info.build + ")") +
-           (info.channel.empty() ? "" : ", " + info.channel);
-}
-
-view::Node updates(const FaceParts& parts, MenuActions& actions) {
-    const auto why = Updates(parts.ports).whyUnavailable();
-    view::Node check = view::button(
-        "updates:check", {.title = "Check for Updates…", .press = [&actions] { actions.checkForUpdates(); }});
-    check.isEnabled = !why;
-    std::vector<view::Node> children{std::move(check)};
-    if (why) {
-        children.push_back(view::explanation("updates:why", *why));
-    }
-    return view::row("updates", std::move(children));
-}
-
-view::Node log(MenuActions& actions) {
-    return view::row(
-        "log",
-        {view::button("log:open", {.title = "Open Log File", .press = [&actions] { actions.openLog(); }}),
-         view::button("log:copy", {.title = "Copy Log", .press = [&actions] { actions.copyLog(); }}),
-         view::explanation("log:what", "What Velko decided, and why.")});
-}
-
-view::Node about(const FaceParts& parts, MenuActions& actions) {
-    const AppInfo& info = parts.controller.info();
-    view::Node version = view::text("version", versionLine(info));
-    std::get<view::Text>(version.content).isSelectable = true;
-    return view::column(
-        "page:about",
-        {view::row(
-             "identity",
-             {{.id = "identity:icon", .content = view::Picture{.drawing = BroomDrawing::coloured(64)}},
-              view::column(
-                  "identity:words",
-                  {view::text("identity:name", "Velko", view::Text::Style::title), std::move(version)}, 2)}),
-         updates(parts, actions), log(actions),
-         view::text("privacy", "What Velko sees and learns stays on this Mac; nothing of it leaves."),
-         view::explanation(
-             "licence",
-             "Free to use, change and pass on under the MIT License. © 2026 The Velko developers.")},
-        16);
-}
 
 // Problems
 
@@ -179,11 +134,32 @@ std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions) {
     return result;
 }
 
+view::Node keys(const Context& context) {
+    return context.keys.content();
+}
+
+constexpr std::array pages{
+    Page{.name = "menu-bar", .title = "Menu Bar", .symbol = "menubar.rectangle", .make = menuBar},
+    Page{.name = "general", .title = "General", .symbol = "gearshape", .make = general},
+    Page{.name = "keys", .title = "Keys", .symbol = "keyboard", .make = keys},
+    Page{.name = "about", .title = "About", .symbol = "info.circle", .make = about},
+};
+
 }  // namespace
+
+std::span<const Page> all() {
+    return pages;
+}
 
 }  // namespace velko::SettingsPages
 
 namespace velko {
+
+namespace {
+
+constexpr auto pageKey = "settingsPage";
+
+}  // namespace
 
 SettingsController::SettingsController(const FaceParts& parts, BroomFrame& broom)
     : parts_(parts),
@@ -191,7 +167,13 @@ SettingsController::SettingsController(const FaceParts& parts, BroomFrame& broom
       window_(parts.ports.surfaces, Surfaces::Kind::settings),
       menu_(parts),
       keys_(parts, [this] { update(); }),
-      broomMoves_(broom_.observe([this] { update(); })) {}
+      apps_(parts, [this] { update(); }),
+      broomMoves_(broom_.observe([this] { update(); })) {
+    const auto pages = SettingsPages::all();
+    const auto last =
+        std::ranges::find(pages, parts_.ports.defaults.text(pageKey), &SettingsPages::Page::name);
+    page_ = last == pages.end() ? 0 : static_cast<std::size_t>(last - pages.begin());
+}
 
 void SettingsController::show() {
     if (isShown()) {
@@ -199,6 +181,7 @@ void SettingsController::show() {
         update();
         return;
     }
+    apps_.opened();
     window_.open({.content = tree(), .closed = [this] { closed(); }},
                  parts_.controller.observe([this] { update(); }));
     parts_.host.onVisibilityChange();
@@ -206,11 +189,9 @@ void SettingsController::show() {
 
 void SettingsController::showApp(const BundleID& bundleID) {
     page_ = 0;
-    if (listed_ != parts_.controller.values().layout.section(bundleID)) {
-        listed_.reset();  // the list would lack it
-    }
     keys_.leave();
     show();
+    apps_.pointTo(bundleID);
 }
 
 void SettingsController::closed() {
@@ -226,44 +207,36 @@ void SettingsController::update() {
 }
 
 view::Node SettingsController::tree() {
-    constexpr double width = 640;
+    constexpr double width = 680;
     std::vector<view::Node> children = SettingsPages::problems(parts_, menu_);
     if (broom_.isOutOfSight() && !hasSaidOutOfSight_) {
         saysOutOfSight_ = true;
         children.push_back(SettingsPages::iconOutOfSight(menu_));
     }
-    children.push_back({.id = "pages",
-                        .label = "Pages",
-                        .content = view::Pages{.tabs = {{.title = "Menu Bar", .symbol = "menubar.rectangle"},
-                                                        {.title = "General", .symbol = "gearshape"},
-                                                        {.title = "Keys", .symbol = "keyboard"},
-                                                        {.title = "About", .symbol = "info.circle"}},
-                                               .selected = page_,
-                                               .choose =
-                                                   [this](std::size_t page) {
-                                                       page_ = page;
-                                                       keys_.leave();
-                                                       update();
-                                                   },
-                                               .children = {page()}}});
+    const auto pages = SettingsPages::all();
+    std::vector<view::Pages::Tab> tabs;
+    for (const SettingsPages::Page& page : pages) {
+        tabs.push_back({.title = std::string(page.title), .symbol = std::string(page.symbol)});
+    }
+    children.push_back(
+        {.id = "pages",
+         .label = "Pages",
+         .content = view::Pages{.tabs = std::move(tabs),
+                                .selected = page_,
+                                .style = view::Pages::Style::toolbar,
+                                .choose = [this](std::size_t page) { turnTo(page); },
+                                .children = {pages[page_].make(
+                                    {.parts = parts_, .actions = menu_, .apps = apps_, .keys = keys_})}}});
     return {.id = "settings",
             .width = width,
             .content = view::Stack{.spacing = 14, .padding = 20, .children = std::move(children)}};
 }
 
-view::Node SettingsController::page() {
-    switch (page_) {
-        case 0: {
-            const auto choose = [this](std::optional<Section> section) {
-                listed_ = section;
-                update();
-            };
-            return SettingsPages::menuBar(parts_, {.section = listed_, .choose = choose});
-        }
-        case 1: return SettingsPages::general(parts_);
-        case 2: return keys_.content();
-        default: return SettingsPages::about(parts_, menu_);
-    }
+void SettingsController::turnTo(std::size_t page) {
+    page_ = page;
+    keys_.leave();
+    parts_.ports.defaults.setText(pageKey, std::string(SettingsPages::all()[page].name));
+    update();
 }
 
 }  // namespace velko

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 
 #include "Velko/App/FaceParts.h"
 #include "Velko/Broom/StatusMenus.h"
 #include "Velko/Ports/Surfaces.h"
+#include "Velko/Settings/AppList.h"
 #include "Velko/Settings/KeysPage.h"
 #include "VelkoCore/Identifiers.h"
-#include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -33,15 +32,15 @@ class SettingsController final : private NonCopyable {
     void update();
     void closed();
     [[nodiscard]] view::Node tree();
-    [[nodiscard]] view::Node page();
+    void turnTo(std::size_t page);
 
     FaceParts parts_;
     BroomFrame& broom_;
     OpenSurface window_;
     MenuActions menu_;
-    std::size_t page_ = 0;
-    std::optional<Section> listed_;  ///< which apps the list shows; absent: all
     KeysPage keys_;
+    AppList apps_;
+    std::size_t page_ = 0;  ///< the one that is open, or was open last
     Subscription broomMoves_;
     bool saysOutOfSight_ = false;     ///< in the open window
     bool hasSaidOutOfSight_ = false;  ///< in a window that has closed: once is enough

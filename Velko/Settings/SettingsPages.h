@@ -1,28 +1,43 @@
 #pragma once
 
-#include <functional>
-#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "Velko/View/Node.h"
-#include "VelkoCore/Layout/Section.h"
 
 namespace velko {
 
+class AppList;
+class KeysPage;
+class MenuActions;
 struct FaceParts;
 
 /// The pages of the settings, as trees of what holds now. Their controls act at once. All that `parts`
 /// refers to outlives the trees.
 namespace SettingsPages {
 
-/// Which apps the list shows; without a section it shows all.
-struct Filter {
-    std::optional<Section> section;
-    std::function<void(std::optional<Section>)> choose;
+/// What pages are made of. All of it outlives the trees.
+struct Context {
+    const FaceParts& parts;
+    MenuActions& actions;
+    AppList& apps;
+    KeysPage& keys;
 };
 
-[[nodiscard]] view::Node menuBar(const FaceParts& parts, const Filter& filter);
-[[nodiscard]] view::Node general(const FaceParts& parts);
+/// A page, and its tab. A new page is a row in `all`.
+struct Page {
+    std::string_view name;  ///< for the user's defaults: Velko remembers the page that was open last
+    std::string_view title;
+    std::string_view symbol;
+    view::Node (*make)(const Context&);
+};
+
+[[nodiscard]] std::span<const Page> all();
+
+[[nodiscard]] view::Node menuBar(const Context& context);
+[[nodiscard]] view::Node general(const Context& context);
+[[nodiscard]] view::Node about(const Context& context);
 
 /// Whether the system opens Velko at login, and why that did not work or has to wait.
 [[nodiscard]] view::Node loginSwitch(const FaceParts& parts);

@@ -5,6 +5,7 @@
 
 #include "Velko/View/Node.h"
 #include "Velko/View/Tree.h"
+#import "Velko/mac/TreeViews.h"
 
 namespace velko {
 
@@ -25,5 +26,14 @@ namespace velko {
 
 /// Whether a control that has the keyboard may need the key itself.
 [[nodiscard]] bool isForControls(const view::Shortcut& shortcut);
+
+/// Whether what has the keyboard uses arrows and letters itself.
+[[nodiscard]] bool usesKeys(NSResponder* responder);
+
+/// Whether what has the keyboard is a list that does something by Return.
+[[nodiscard]] bool activatesByEnter(NSResponder* responder);
+
+/// The field in which the user writes; nil when there is none.
+[[nodiscard]] VLKSearchField* fieldOf(NSResponder* responder);
 
 }  // namespace velko

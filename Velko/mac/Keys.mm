@@ -2,6 +2,7 @@
 
 #include <string>
 
+#import "Velko/mac/ListView.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 namespace velko {
@@ -130,6 +131,24 @@ std::optional<view::KeyPress> keyPressOf(NSEvent* event) {
 bool isForControls(const view::Shortcut& shortcut) {
     using Key = view::Shortcut::Key;
     return shortcut.key != Key::enter && shortcut.key != Key::escape;
+}
+
+bool usesKeys(NSResponder* responder) {
+    return [responder isKindOfClass:[NSText class]] || [responder isKindOfClass:[NSSegmentedControl class]] ||
+           [responder isKindOfClass:[NSTableView class]];
+}
+
+bool activatesByEnter(NSResponder* responder) {
+    return [responder isKindOfClass:[VLKListView class]] && ((VLKListView*)responder).activates;
+}
+
+VLKSearchField* fieldOf(NSResponder* responder) {
+    // The system puts its editor for texts into the field.
+    NSView* view = [responder isKindOfClass:[NSTextView class]] ? (NSView*)responder : nil;
+    while (view != nil && ![view isKindOfClass:[VLKSearchField class]]) {
+        view = view.superview;
+    }
+    return (VLKSearchField*)view;
 }
 
 }  // namespace velko

@@ -26,6 +26,8 @@ class MacApplication final : public Application {
 /// The standard user defaults.
 class MacDefaults final : public Defaults {
  public:
+    [[nodiscard]] std::string text(const std::string& key) const override;
+    void setText(const std::string& key, const std::string& text) override;
     [[nodiscard]] bool isOn(const std::string& key) const override;
     void setOn(const std::string& key, bool on) override;
 };

@@ -116,6 +116,14 @@ void MacDefaults::setOn(const std::string& key, bool on) {
     [[NSUserDefaults standardUserDefaults] setBool:on forKey:native(key)];
 }
 
+std::string MacDefaults::text(const std::string& key) const {
+    return portable([[NSUserDefaults standardUserDefaults] stringForKey:native(key)]);
+}
+
+void MacDefaults::setText(const std::string& key, const std::string& text) {
+    [[NSUserDefaults standardUserDefaults] setObject:native(text) forKey:native(key)];
+}
+
 LoginItem::Status MacLoginItem::status() const {
     switch ([SMAppService mainAppService].status) {
         case SMAppServiceStatusNotRegistered:

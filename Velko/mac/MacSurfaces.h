@@ -35,6 +35,8 @@ class MacSurface : public Surface {
     [[nodiscard]] virtual bool present(const Opening& opening, VLKTreeView* tree) = 0;
     /// The tree has changed and wants another size.
     virtual void resize(NSSize size) = 0;
+    /// The tree has changed. Called before it is drawn.
+    virtual void follow(const view::Node& /*content*/) {}
     /// Takes the window away.
     virtual void dismantle() = 0;
     /// Nil while there is none.
@@ -43,6 +45,7 @@ class MacSurface : public Surface {
     [[nodiscard]] virtual bool goesOnEscape() const = 0;
 
     [[nodiscard]] MainThread& mainThread() const noexcept { return mainThread_; }
+    [[nodiscard]] VLKTreeView* tree() const noexcept { return tree_; }
 
     /// The user wants it to close: closes it, unless its controller is against that.
     void askToGo(Dismissal how);

@@ -38,6 +38,7 @@ void MacSurface::update(view::Node content) {
     if (!opening_) {
         return;
     }
+    follow(content);
     [tree_ show:std::move(content)];
     fit();
 }
@@ -135,7 +136,7 @@ bool MacSurface::hear(NSEvent* key) {
 MacSurfaces::MacSurfaces(MainThread& mainThread, AppIcons& icons) {
     for (const Traits& traits : all()) {
         if (traits.isWindow()) {
-            surfaces_.push_back(std::make_unique<StandardWindow>(mainThread, icons));
+            surfaces_.push_back(std::make_unique<StandardWindow>(mainThread, icons, traits));
         } else {
             surfaces_.push_back(std::make_unique<FloatingPanel>(mainThread, icons, traits));
         }

@@ -19,6 +19,8 @@
 - (void)show:(velko::view::Node)tree;
 /// Does nothing any more, because its surface has closed.
 - (void)stop;
+/// Does to a node what the user has done to it outside of this view. Returns whether it took that.
+- (BOOL)perform:(const velko::view::Input&)input onNode:(const std::string&)identifier;
 /// Presses the button that listens to the key of an event. Returns whether there was one.
 - (BOOL)pressKeyOf:(NSEvent*)event;
 /// Gives keys to the control that records them. Returns whether there is one.

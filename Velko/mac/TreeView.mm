@@ -6,8 +6,7 @@
 #include <utility>
 
 #include "Velko/View/Tree.h"
-#include "Velko/mac/Keys.h"
-#import "Velko/mac/ListView.h"
+#import "Velko/mac/Keys.h"
 #import "Velko/mac/MacMenu.h"
 #import "Velko/mac/TreeRenderer.h"
 #import "Velko/mac/TreeViews.h"
@@ -59,26 +58,6 @@ NSView* viewNamed(NSView* view, NSString* identifier) {
 void holdWeakly(NSLayoutConstraint* edge) {
     edge.priority = weakEdge;
     edge.active = YES;
-}
-
-/// Whether what has the keyboard uses arrows and letters itself.
-BOOL usesKeys(NSResponder* responder) {
-    return [responder isKindOfClass:[NSText class]] || [responder isKindOfClass:[NSSegmentedControl class]] ||
-           [responder isKindOfClass:[NSTableView class]];
-}
-
-/// The field in which the user writes; nil when there is none.
-VLKSearchField* fieldOf(NSResponder* responder) {
-    // The system puts its editor for texts into the field.
-    NSView* view = [responder isKindOfClass:[NSTextView class]] ? (NSView*)responder : nil;
-    while (view != nil && ![view isKindOfClass:[VLKSearchField class]]) {
-        view = view.superview;
-    }
-    return (VLKSearchField*)view;
-}
-
-BOOL activatesByEnter(NSResponder* responder) {
-    return [responder isKindOfClass:[VLKListView class]] && ((VLKListView*)responder).activates;
 }
 
 }  // namespace
@@ -165,10 +144,10 @@ BOOL activatesByEnter(NSResponder* responder) {
     const auto tree = _tree;
     const auto shortcut = velko::shortcutOf(event);
     NSResponder* responder = self.window.firstResponder;
-    if (!tree || !shortcut || (velko::isForControls(*shortcut) && usesKeys(responder))) {
+    if (!tree || !shortcut || (velko::isForControls(*shortcut) && velko::usesKeys(responder))) {
         return NO;
     }
-    if (shortcut->key == velko::view::Shortcut::Key::enter && activatesByEnter(responder)) {
+    if (shortcut->key == velko::view::Shortcut::Key::enter && velko::activatesByEnter(responder)) {
         return NO;
     }
     return velko::view::pressKey(*tree, *shortcut, event.ARepeat);
@@ -185,7 +164,7 @@ BOOL activatesByEnter(NSResponder* responder) {
 
 - (BOOL)pressFieldKeyOf:(NSEvent*)event {
     const auto tree = _tree;
-    VLKSearchField* field = fieldOf(self.window.firstResponder);
+    VLKSearchField* field = velko::fieldOf(self.window.firstResponder);
     const auto pressed = velko::keyPressOf(event);
     if (!tree || field == nil || field.isComposing || !pressed) {
         return NO;
@@ -212,8 +191,8 @@ BOOL activatesByEnter(NSResponder* responder) {
     const auto tree = _tree;
     const auto arrow = velko::arrowOf(event);
     NSResponder* responder = self.window.firstResponder;
-    const bool leavesField = arrow == velko::view::Arrow::down && fieldOf(responder) != nil;
-    if (!tree || !arrow || (usesKeys(responder) && !leavesField)) {
+    const bool leavesField = arrow == velko::view::Arrow::down && velko::fieldOf(responder) != nil;
+    if (!tree || !arrow || (velko::usesKeys(responder) && !leavesField)) {
         return NO;
     }
     NSString* from =
@@ -240,8 +219,12 @@ BOOL activatesByEnter(NSResponder* responder) {
 }
 
 - (BOOL)perform:(const velko::view::Input&)input on:(NSView*)view {
+    return [self perform:input onNode:velko::portable(view.identifier)];
+}
+
+- (BOOL)perform:(const velko::view::Input&)input onNode:(const std::string&)identifier {
     const auto tree = _tree;
-    const BOOL isDone = tree && velko::view::perform(*tree, velko::portable(view.identifier), input);
+    const BOOL isDone = tree && velko::view::perform(*tree, identifier, input);
     [self correctLater];
     return isDone;
 }

@@ -29,7 +29,7 @@ TEST_F(SettingsAppsTest, AreEveryAppWithIconsOrASectionByName) {
     layout.place("com.example.gone", Section::buried);
     startSettings();
     EXPECT_EQ(names(), (std::vector<std::string>{"Apple Pie", "broth", "com.example.gone", "zebra"}));
-    EXPECT_EQ(words("usage:com.example.gone"), "not running");
+    EXPECT_EQ(words("usage:com.example.gone"), "not on this Mac");
     EXPECT_TRUE(std::get<view::Text>(find("name:com.example.gone")->content).isSecondary);
     set("section:com.example.gone", std::int64_t{0});
     EXPECT_EQ(saved().section("com.example.gone"), Section::bar) << "it can be sorted all the same";
@@ -59,14 +59,17 @@ TEST_F(SettingsAppsTest, AreListedBySectionOnRequest) {
     set("filter", std::int64_t{2});
     EXPECT_EQ(names(), (std::vector<std::string>{"Three", "Two"}));
     set("section:com.example.2", std::int64_t{0});
-    EXPECT_EQ(names(), std::vector<std::string>{"Three"});
+    EXPECT_EQ(names(), (std::vector<std::string>{"Three", "Two"})) << "until another filter is chosen";
     openPage(1);
     openPage(0);
     EXPECT_EQ(standing("filter"), "Tucked 1") << "the window remembers";
+    set("filter", std::int64_t{2});
+    EXPECT_EQ(names(), std::vector<std::string>{"Three"});
     set("filter", std::int64_t{3});
     EXPECT_EQ(words("apps:empty"), "No app is buried.");
     set("filter", std::int64_t{2});
     set("section:com.example.3", std::int64_t{0});
+    set("filter", std::int64_t{2});
     EXPECT_EQ(words("apps:empty"), "No app is tucked.");
 }
 
@@ -142,6 +145,10 @@ TEST_F(SettingsAppsTest, CanBeShownKeptAndAskedToQuit) {
     EXPECT_EQ(words("kept:com.example.app"), "App is always kept here");
     EXPECT_TRUE(menu("more:com.example.app").at(1).isChecked);
     EXPECT_TRUE(saved().alwaysKeep.contains("com.example.app"));
+    EXPECT_EQ(words("undo:what"), "App always stays where it is.");
+    set("undo:button");
+    EXPECT_TRUE(saved().alwaysKeep.empty());
+    choose("com.example.app", 1);
     choose("com.example.app", 1);
     EXPECT_TRUE(saved().alwaysKeep.empty());
     EXPECT_EQ(find("kept:com.example.app"), nullptr);
@@ -153,7 +160,94 @@ TEST_F(SettingsAppsTest, CanBeShownKeptAndAskedToQuit) {
     EXPECT_EQ(words("name:com.example.app"), "App") << "it is installed still";
     const view::Menu gone = menu("more:com.example.gone");
     EXPECT_FALSE(gone.at(0).isEnabled || gone.at(3).isEnabled);
+    EXPECT_FALSE(menu("more:com.example.other").at(4).isEnabled) << "it would come back";
+    choose("com.example.gone", 4);
+    EXPECT_EQ(find("app:com.example.gone"), nullptr);
+    EXPECT_FALSE(saved().sections.contains("com.example.gone"));
     EXPECT_EQ(gone.at(3).help, "com.example.gone isn't running.");
+}
+
+TEST_F(SettingsAppsTest, AreFoundByNameAndOrderedAsAskedFor) {
+    mac.processes.setMemory(launch("com.example.10", "App 10", Section::bar), 500ULL << 20U);
+    launch("com.example.2", "App 2", Section::tucked);
+    launch("com.example.u", "Übersicht", Section::tucked);
+    launch("com.example.v", "Vault", Section::bar);
+    layout.lastClicked["com.example.u"] =
+        floorToSeconds(mac.platform().mainThread.date()) - std::chrono::days(3);
+    startSettings();
+    EXPECT_EQ(names(), (std::vector<std::string>{"App 2", "App 10", "Übersicht", "Vault"}));
+    EXPECT_EQ(words("clicked:com.example.u"), "Clicked 3 days ago");
+    EXPECT_EQ(words("app:com.example.u"), "Übersicht, Tucked, Clicked 3 days ago, 40 MB");
+    set("search", std::string("uber"));
+    EXPECT_EQ(names(), std::vector<std::string>{"Übersicht"});
+    set("search", std::string("nothing"));
+    EXPECT_EQ(words("apps:empty"), "No app here is called that.");
+    set("search", view::KeyPress{.key = view::KeyPress::Key::escape});
+    EXPECT_EQ(names().size(), 4U);
+    set("order", std::int64_t{1});
+    EXPECT_EQ(names().front(), "Übersicht");
+    set("order", std::int64_t{2});
+    EXPECT_EQ(names().front(), "App 10");
+    set("search", view::KeyPress{.key = view::KeyPress::Key::down});
+    set("search", view::KeyPress{.key = view::KeyPress::Key::enter});
+    EXPECT_EQ(words("shown:com.example.10"), "App 10 is being shown");
+}
+
+TEST_F(SettingsAppsTest, ArePlacedAndForgottenTogether) {
+    launch("com.example.1", "One", Section::bar);
+    launch("com.example.2", "Two", Section::bar);
+    layout.place("com.example.gone", Section::buried);
+    layout.place("com.example.lost", Section::tucked);
+    startSettings();
+    EXPECT_EQ(find("selected"), nullptr);
+    set("apps", view::Selected{.rows = {"app:com.example.1", "app:com.example.2"}});
+    EXPECT_EQ(words("selected:count"), "2 apps selected");
+    EXPECT_EQ(standing("place-selected"), "Bar");
+    set("place-selected", std::int64_t{2});
+    EXPECT_FALSE(shows("com.example.1") || shows("com.example.2"));
+    EXPECT_EQ(words("undo:what"), "2 apps are buried.");
+    set("undo:button");
+    EXPECT_TRUE(shows("com.example.1") && shows("com.example.2"));
+    EXPECT_EQ(words("undo:what"), "Taken back: Bury 2 Apps.");
+    set("undo:button");
+    EXPECT_FALSE(shows("com.example.1"));
+    const auto menu = [&](const std::string& row) { return view::menuOf(*window().content(), "apps", row); };
+    EXPECT_TRUE(menu("app:com.example.1").at(2).isChecked);
+    EXPECT_FALSE(menu("app:com.example.1").at(4).isEnabled) << "both run";
+    EXPECT_EQ(menu("app:com.example.gone").at(8).title, "Forget com.example.gone");
+    EXPECT_EQ(words("gone:what"), "2 apps aren't on this Mac any more.");
+    set("forget-gone");
+    EXPECT_EQ(saved().sections.size(), 2U);
+    EXPECT_EQ(find("gone"), nullptr);
+    EXPECT_EQ(words("undo:what"), "2 apps are forgotten.");
+    settings->show();
+    EXPECT_NE(find("undo"), nullptr);
+    window().close();
+    pass(1s);
+    settings->show();
+    EXPECT_EQ(find("undo"), nullptr) << "that was long ago";
+    EXPECT_EQ(find("selected"), nullptr);
+}
+
+TEST_F(SettingsAppsTest, TellWhatTheAutopilotThinksOfThem) {
+    const Date now = floorToSeconds(mac.platform().mainThread.date());
+    launch("com.example.dusty", "Dusty", Section::bar);
+    layout.autopilot.watchingSince = now - std::chrono::days(40);
+    layout.lastClicked["com.example.dusty"] = now - std::chrono::days(20);
+    startSettings();
+    EXPECT_EQ(words("thinks:com.example.dusty"), "Gathering dust: not clicked in 20 days");
+    set("later:com.example.dusty");
+    EXPECT_EQ(words("thinks:com.example.dusty"), "No suggestions for 30 days");
+    set("undo:button");
+    EXPECT_EQ(words("accept:com.example.dusty"), "Tuck Dusty");
+    set("later:com.example.dusty");
+    set("ask-again:com.example.dusty");
+    set("accept:com.example.dusty");
+    EXPECT_EQ(standing("section:com.example.dusty"), "Tucked");
+    EXPECT_EQ(words("undo:what"), "Dusty is tucked.");
+    set("undo:button");
+    EXPECT_EQ(standing("section:com.example.dusty"), "Bar");
+    EXPECT_EQ(words("accept:com.example.dusty"), "Tuck Dusty") << "and it is suggested again";
 }
 
 TEST_F(SettingsAppsTest, AreNeverMissingWithoutAReason) {

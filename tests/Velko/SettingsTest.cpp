@@ -171,6 +171,19 @@ TEST_F(SettingsTest, TellAboutVelko) {
     EXPECT_TRUE(mac.pasteboard.content.starts_with(log.lines().front()));
 }
 
+TEST_F(SettingsTest, RememberTheirPageAndAreCalledAfterIt) {
+    startSettings();
+    EXPECT_EQ(window().opening()->title, "Menu Bar");
+    openPage(1);
+    EXPECT_EQ(window().opening()->title, "General");
+    restart();
+    EXPECT_EQ(window().opening()->title, "General");
+    EXPECT_NE(find("page:general"), nullptr);
+    mac.defaults.texts["settingsPage"] = "gone";
+    restart();
+    EXPECT_NE(find("page:menu-bar"), nullptr);
+}
+
 TEST_F(SettingsTest, OpenOnceAndCostNothingWhileClosed) {
     startSettings();
     settings->show();

@@ -123,3 +123,63 @@ onMac('The settings need no mouse', {}, async (mac) => {
   await settings.waitFor({ state: 'hidden' });
   await mac.focuses('broom');
 });
+
+onMac('The list of apps is searched, selected and put back by keyboard', {}, async (mac) => {
+  const { page } = mac;
+  const slack = 'com.tinyspeck.slackmacgap';
+  const row = (app) => page.locator(`[data-row="app:${app}"]`);
+  await mac.shows(sorted.bar);
+  await mac.openSettings();
+  const list = page.getByRole('grid', { name: 'Apps' });
+  const field = page.getByRole('searchbox', { name: 'Search apps' });
+  await field.fill('sl');
+  await row('com.spotify.client').waitFor({ state: 'detached' });
+  await field.press('ArrowDown');
+  await page.locator('[data-row][aria-selected="true"]').waitFor();
+  assert.equal(await field.getAttribute('aria-activedescendant'), `settings/app:${slack}`);
+  await mac.checkAccess('the list while it is searched');
+  await field.press('Escape');
+  await row('com.spotify.client').waitFor();
+  assert.equal(await field.inputValue(), '');
+
+  await list.focus();
+  await mac.press('Home', 'z', 'Shift+ArrowUp');
+  await page.getByText('2 apps selected').waitFor();
+  await mac.checkAccess('a selection in the list');
+  await mac.picture('a selection in the settings');
+  await page.getByRole('radiogroup', { name: 'Where the selected apps go' }).getByLabel('Buried').check();
+  await mac.control('undo:what').getByText('2 apps are buried.').waitFor();
+  await mac.icon('us.zoom.xos').waitFor({ state: 'detached' });
+  await mac.control('undo:button').click();
+  await mac.shows(sorted.bar);
+  await mac.control('undo:what').getByText('Taken back').waitFor();
+
+  await row(slack).click({ button: 'right' });
+  await mac.entry('Tucked').click();
+  await mac.icon(slack).waitFor({ state: 'detached' });
+  await mac.closeSettings();
+  await mac.openSettings('General');
+  assert.equal(await mac.surface('settings').locator('.window-title').textContent(), 'General');
+});
+
+onMac('An import says what it changes, and can be taken back', {}, async (mac) => {
+  const { page, sheet } = mac;
+  await mac.openSettings();
+  const before = (await mac.playground.layout()).sections;
+  await mac.control('import').click();
+  const other = {
+    velkoLayout: 1, sections: { 'com.spotify.client': 'bar', 'com.example.elsewhere': 'bar' }, alwaysKeep: [],
+    reveal: { autoTuckSeconds: 6, hover: false, notchedStyle: 'shelf', otherStyle: 'inline' },
+    newIconDefault: 'bar', askAboutNewIcons: true, popOutOnChange: true,
+  };
+  await sheet.getByLabel(/paste a file/).fill(JSON.stringify(other));
+  await sheet.getByRole('button', { name: 'Open' }).click();
+  await sheet.getByText("1 app isn't on this Mac").waitFor();
+  await mac.checkAccess('the question before an import');
+  await mac.picture('the question before an import');
+  await sheet.getByRole('button', { name: 'Import' }).click();
+  await mac.shows([...sorted.bar, 'com.spotify.client']);
+  await mac.control('undo:button').click();
+  await mac.shows(sorted.bar);
+  assert.deepEqual((await mac.playground.layout()).sections, before);
+});

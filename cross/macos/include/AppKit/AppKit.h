@@ -19,6 +19,8 @@ typedef NSString* NSAccessibilityRole;
 typedef NSString* NSImageName;
 typedef NSString* NSPasteboardType;
 typedef NSString* NSStatusItemAutosaveName;
+typedef NSString* NSToolbarIdentifier;
+typedef NSString* NSToolbarItemIdentifier;
 typedef NSString* NSUserInterfaceItemIdentifier;
 
 static const NSLayoutPriority NSLayoutPriorityRequired = 1000;
@@ -62,6 +64,7 @@ enum : NSWindowStyleMask {
     NSWindowStyleMaskTitled = 1 << 0,
     NSWindowStyleMaskClosable = 1 << 1,
     NSWindowStyleMaskMiniaturizable = 1 << 2,
+    NSWindowStyleMaskResizable = 1 << 3,
     NSWindowStyleMaskNonactivatingPanel = 1 << 7
 };
 
@@ -144,6 +147,8 @@ typedef enum NSVisualEffectBlendingMode : NSInteger {
 typedef enum NSVisualEffectState : NSInteger { NSVisualEffectStateActive = 1 } NSVisualEffectState;
 typedef enum NSBackingStoreType : NSUInteger { NSBackingStoreBuffered = 2 } NSBackingStoreType;
 typedef enum NSWindowTabbingMode : NSInteger { NSWindowTabbingModeDisallowed = 2 } NSWindowTabbingMode;
+typedef enum NSWindowToolbarStyle : NSInteger { NSWindowToolbarStylePreference = 2 } NSWindowToolbarStyle;
+typedef enum NSToolbarDisplayMode : NSUInteger { NSToolbarDisplayModeIconAndLabel = 1 } NSToolbarDisplayMode;
 typedef enum NSWindowAnimationBehavior : NSInteger {
     NSWindowAnimationBehaviorNone = 2
 } NSWindowAnimationBehavior;
@@ -598,8 +603,38 @@ typedef enum NSTrackingAreaOptions : NSUInteger {
 @property(strong) NSImage* maskImage;
 @end
 
+@class NSToolbarItem, NSToolbar;
+
+@protocol NSToolbarDelegate <NSObject>
+@optional
+- (NSToolbarItem*)toolbar:(NSToolbar*)toolbar
+        itemForItemIdentifier:(NSToolbarItemIdentifier)identifier
+    willBeInsertedIntoToolbar:(BOOL)flag;
+- (NSArray<NSToolbarItemIdentifier>*)toolbarDefaultItemIdentifiers:(NSToolbar*)toolbar;
+- (NSArray<NSToolbarItemIdentifier>*)toolbarAllowedItemIdentifiers:(NSToolbar*)toolbar;
+- (NSArray<NSToolbarItemIdentifier>*)toolbarSelectableItemIdentifiers:(NSToolbar*)toolbar;
+@end
+
+@interface NSToolbarItem : NSObject
+@property(copy) NSString* label;
+@property(strong) NSImage* image;
+@property NSInteger tag;
+@property(weak) id target;
+@property SEL action;
+- (instancetype)initWithItemIdentifier:(NSToolbarItemIdentifier)identifier;
+@end
+
+@interface NSToolbar : NSObject
+@property(weak) id<NSToolbarDelegate> delegate;
+@property NSToolbarDisplayMode displayMode;
+@property BOOL allowsUserCustomization;
+@property(copy) NSToolbarItemIdentifier selectedItemIdentifier;
+- (instancetype)initWithIdentifier:(NSToolbarIdentifier)identifier;
+@end
+
 @protocol NSWindowDelegate <NSObject>
 @optional
+- (void)windowDidEndLiveResize:(NSNotification*)notification;
 - (BOOL)windowShouldClose:(NSWindow*)sender;
 - (void)windowWillClose:(NSNotification*)notification;
 @end
@@ -617,6 +652,10 @@ typedef enum NSTrackingAreaOptions : NSUInteger {
 @property NSWindowLevel level;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property NSWindowTabbingMode tabbingMode;
+@property(strong) NSToolbar* toolbar;
+@property NSWindowToolbarStyle toolbarStyle;
+@property NSSize contentMinSize;
+@property NSSize contentMaxSize;
 @property NSWindowAnimationBehavior animationBehavior;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(getter=isRestorable) BOOL restorable;
@@ -641,6 +680,8 @@ typedef enum NSTrackingAreaOptions : NSUInteger {
 - (void)orderFrontRegardless;
 - (void)orderOut:(id)sender;
 - (void)center;
+- (BOOL)setFrameUsingName:(NSString*)name;
+- (BOOL)setFrameAutosaveName:(NSString*)name;
 - (void)setFrame:(NSRect)frame display:(BOOL)display;
 - (void)setContentSize:(NSSize)size;
 - (void)setFrameTopLeftPoint:(NSPoint)point;

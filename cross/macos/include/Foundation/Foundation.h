@@ -149,6 +149,8 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 @property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
 - (BOOL)boolForKey:(NSString*)key;
 - (void)setBool:(BOOL)value forKey:(NSString*)key;
+- (NSString*)stringForKey:(NSString*)key;
+- (void)setObject:(id)value forKey:(NSString*)key;
 @end
 
 typedef uint64_t NSActivityOptions;
