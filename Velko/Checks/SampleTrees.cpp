@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <set>
+#include <string>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -16,7 +19,6 @@
 #include "Velko/View/Tree.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
-#include "VelkoEngine/Ports/Processes.h"
 
 namespace velko::SelfCheck {
 
@@ -40,7 +42,7 @@ class SampleVelko final : private NonCopyable {
                 bool isTrusted = true)
         : subject_(subject),
           visit_(visit),
-          folder_(newFolder(subject)),
+          folder_(newFolder()),
           mac_(subject.platform, sampleApps(apps), isTrusted),
           log_(subject.platform.mainThread, folder_ / "Velko.log") {
         const LayoutStore store(folder_ / "layout.json");
@@ -84,13 +86,12 @@ class SampleVelko final : private NonCopyable {
     void pass() const { subject_.pass(settling); }
 
  private:
-    static std::filesystem::path newFolder(const Subject& subject) {
+    /// A folder that nobody else has. Without one nothing can be saved, and the samples show that.
+    static std::filesystem::path newFolder() {
         std::error_code error;
-        auto folder = std::filesystem::temp_directory_path(error) /
-                      ("velko-self-check-" + std::to_string(subject.platform.processes.ownPID()));
-        std::filesystem::remove_all(folder, error);
-        std::filesystem::create_directories(folder, error);
-        return folder;
+        std::string pattern = std::filesystem::temp_directory_path(error) / "velko-self-check-XXXXXX";
+        const char* const made = ::mkdtemp(pattern.data());
+        return made == nullptr ? std::filesystem::path(pattern) : std::filesystem::path(made);
     }
 
     const Subject& subject_;
