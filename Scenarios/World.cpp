@@ -50,7 +50,13 @@ void guard(Call& call, const std::function<bool()>& before) {
 
 /// The file system's calls of a process that may be killed between any two of them, or within one.
 FileCalls callsOfTheMortal(FileCalls calls, std::optional<std::size_t>& left) {
-    const auto isAlive = [&left] { return !left || (*left > 0 && (*left)-- > 0); };
+    const auto isAlive = [&left] {
+        const bool lives = !left || *left > 0;
+        if (left && lives) {
+            --*left;
+        }
+        return lives;
+    };
     guard(calls.fsync, isAlive);
     guard(calls.rename, isAlive);
     guard(calls.unlink, isAlive);

@@ -15,7 +15,7 @@ std::expected<void, std::string> SimulatedCommandDoor::open(Handlers handlers) {
 void SimulatedCommandDoor::close() {
     handlers_.reset();
     for (const Caller caller : std::exchange(waiting_, {})) {
-        if (isFromOutside(caller)) {
+        if (outside && isFromOutside(caller)) {
             outside->hangUp(caller);
         }
     }
@@ -25,7 +25,7 @@ void SimulatedCommandDoor::send(Caller caller, const std::string& lines) {
     if (!waiting_.contains(caller)) {
         return;
     }
-    if (isFromOutside(caller)) {
+    if (outside && isFromOutside(caller)) {
         outside->send(caller, lines);
     } else {
         heard_[caller] += lines;
@@ -33,7 +33,7 @@ void SimulatedCommandDoor::send(Caller caller, const std::string& lines) {
 }
 
 void SimulatedCommandDoor::hangUp(Caller caller) {
-    if (waiting_.erase(caller) > 0 && isFromOutside(caller)) {
+    if (waiting_.erase(caller) > 0 && outside && isFromOutside(caller)) {
         outside->hangUp(caller);
     }
 }

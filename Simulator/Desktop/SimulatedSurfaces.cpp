@@ -30,6 +30,9 @@ void SimulatedSurface::update(view::Node content) {
 }
 
 void SimulatedSurface::nameAfterPage() {
+    if (!opening_) {
+        return;
+    }
     if (std::string title = view::pageTitle(opening_->content); !title.empty()) {
         opening_->title = std::move(title);
     }

@@ -90,8 +90,8 @@ std::string placesInWords(const AppController& controller) {
 
 }  // namespace
 
-Anonymiser::Anonymiser(std::vector<Known> known, const BundleIDs& apps)
-    : known_(std::move(known)), apps_(apps) {}
+Anonymiser::Anonymiser(std::vector<Known> known, BundleIDs apps)
+    : known_(std::move(known)), apps_(std::move(apps)) {}
 
 std::string Anonymiser::operator()(std::string_view line) {
     std::string text(line);

@@ -28,7 +28,7 @@ class Anonymiser final {
     };
 
     /// `apps`: identifiers that are known, also those that do not look like one.
-    Anonymiser(std::vector<Known> known, const BundleIDs& apps);
+    Anonymiser(std::vector<Known> known, BundleIDs apps);
 
     [[nodiscard]] std::string operator()(std::string_view line);
 

@@ -9,8 +9,8 @@
 namespace velko {
 
 MoveToApplications::MoveToApplications(const AppPorts& ports, Log& log, std::filesystem::path bundle,
-                                       std::filesystem::path to)
-    : ports_(ports), log_(log), from_(std::move(bundle)), to_(std::move(to) / from_.filename()) {}
+                                       const std::filesystem::path& to)
+    : ports_(ports), log_(log), from_(std::move(bundle)), to_(to / from_.filename()) {}
 
 void MoveToApplications::start() {
     if (question_.isPending()) {

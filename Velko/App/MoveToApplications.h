@@ -20,7 +20,7 @@ class MoveToApplications final : private NonCopyable {
 
     /// `bundle` is where the program runs from.
     MoveToApplications(const AppPorts& ports, Log& log, std::filesystem::path bundle,
-                       std::filesystem::path to = folder);
+                       const std::filesystem::path& to = folder);
 
     /// Moves it. Asks first if there is a program of that name already.
     void start();

@@ -136,7 +136,7 @@ class ClickTrial final : private NonCopyable {
  private:
     void heard(const ClickTapEvent& event) {
         if (event.kind == ClickTapEvent::Kind::disabled) {
-            told_.push_back("the tap was switched off");
+            told_.emplace_back("the tap was switched off");
             return;
         }
         frame_ = Inventory::ownItemFrame(subject_.platform);
@@ -174,8 +174,8 @@ class ClickTrial final : private NonCopyable {
 std::map<std::string, std::size_t> raisedWindows(const Platform& platform) {
     std::map<std::string, std::size_t> counts;
     for (const WindowInfo& window : platform.windows.onScreen().value_or(std::vector<WindowInfo>{})) {
-        if (window.layer.value_or(0) > 0) {
-            ++counts["level " + std::to_string(*window.layer) + ", of " +
+        if (const auto layer = window.layer.value_or(0); layer > 0) {
+            ++counts["level " + std::to_string(layer) + ", of " +
                      nameOf(platform, window.ownerPID.value_or(0)) + ", at " +
                      (window.frame ? placeOf(*window.frame) : "no place")];
         }

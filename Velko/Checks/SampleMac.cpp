@@ -29,8 +29,6 @@ std::vector<SampleApp> sampleApps(std::size_t count) {
     return apps;
 }
 
-namespace {
-
 /// The application, its bar of icons, or its icon.
 class SampleElement final : public AXElement::Native {
  public:
@@ -222,8 +220,6 @@ class SampleFramework final : public PrivateFramework {
     class Thing final : public Object {};
 };
 
-}  // namespace
-
 struct SampleMac::Ports {
     Ports(const Platform& real, const std::vector<SampleApp>& apps, bool isTrusted)
         : accessibility(apps, real.processes.ownPID(), isTrusted),
@@ -248,8 +244,8 @@ struct SampleMac::Ports {
     SampleUpdater updater{};
 };
 
-SampleMac::SampleMac(const Platform& real, std::vector<SampleApp> apps, bool isTrusted)
-    : real_(real), ports_(std::make_unique<Ports>(real, std::move(apps), isTrusted)) {}
+SampleMac::SampleMac(const Platform& real, const std::vector<SampleApp>& apps, bool isTrusted)
+    : real_(real), ports_(std::make_unique<Ports>(real, apps, isTrusted)) {}
 
 SampleMac::~SampleMac() = default;
 

@@ -30,7 +30,7 @@ struct SampleApp {
 class SampleMac final : private NonCopyable {
  public:
     /// `real` gives the time and the displays, and outlives this.
-    SampleMac(const Platform& real, std::vector<SampleApp> apps, bool isTrusted);
+    SampleMac(const Platform& real, const std::vector<SampleApp>& apps, bool isTrusted);
     ~SampleMac();
 
     [[nodiscard]] Platform platform() const;

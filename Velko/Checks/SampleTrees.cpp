@@ -106,15 +106,17 @@ Layout layoutWith(std::size_t tucked, std::size_t waiting = 0) {
     Layout layout;
     layout.hasCompletedSetup = true;
     layout.reveal.notchedStyle = layout.reveal.otherStyle = RevealStyle::shelf;
+    BundleIDs seen;
     for (const SampleApp& app : sampleApps(tucked)) {
         layout.sections[app.bundleID] = Section::tucked;
-        layout.seenApps->insert(app.bundleID);
+        seen.insert(app.bundleID);
     }
     for (const SampleApp& app : sampleApps(waiting)) {
         layout.sections[app.bundleID] = Section::tucked;
         layout.inbox.push_back(app.bundleID);
-        layout.seenApps->insert(app.bundleID);
+        seen.insert(app.bundleID);
     }
+    layout.seenApps = std::move(seen);
     return layout;
 }
 

@@ -241,7 +241,7 @@ int run(const Subject& given, const Command& command, const std::function<void(c
     const Platform& platform = subject.platform;
     const Notes::About about = aboutRun(subject);
     for (const auto& [name, value] : about) {
-        notes.say(name + " " + value);
+        notes.say(std::string(name).append(" ").append(value));
     }
     // Written after each section: a fault of the program must not take along what was found before it.
     std::optional<FileError> unwritten;

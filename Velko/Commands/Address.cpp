@@ -16,7 +16,7 @@ constexpr std::string_view scheme = "velko:";
 std::optional<std::string> decoded(std::string_view text) {
     std::string plain;
     while (!text.empty()) {
-        unsigned char byte = static_cast<unsigned char>(text.front());
+        auto byte = static_cast<unsigned char>(text.front());
         if (byte == '%') {
             const std::string_view digits = text.substr(1, 2);
             const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);

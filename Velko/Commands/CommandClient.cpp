@@ -76,7 +76,7 @@ class Conversation {
     }
 
  private:
-    int fail(std::string_view why) const {
+    [[nodiscard]] int fail(std::string_view why) const {
         surroundings_.error("velko: " + std::string(why) + "\n");
         return status::failed;
     }
@@ -142,7 +142,10 @@ std::vector<std::string> wordsToSend(const Call& call, const std::filesystem::pa
         start = end + 1;
     }
     for (const auto& [option, value] : call.options) {
-        words.push_back(value.empty() ? option : option + "=" + value);
+        words.push_back(option);
+        if (!value.empty()) {
+            words.back().append("=").append(value);
+        }
     }
     words.emplace_back("--");
     for (std::size_t index = 0; index < call.arguments.size(); ++index) {

@@ -44,7 +44,7 @@ constexpr auto table = std::to_array<Row>({
      .option = {.word = "--json", .help = "as JSON"},
      .help = "list the apps in the menu bar",
      .more =
-         "The columns are: section, name, identifier, and \"hidden\" or \"new\". Tabs stand between them."},
+         R"(The columns are: section, name, identifier, and "hidden" or "new". Tabs stand between them.)"},
     {.verb = Verb::status,
      .words = "status",
      .option = {.word = "--json", .help = "as JSON"},

@@ -100,7 +100,7 @@ std::string roff(std::string_view text) {
 }  // namespace
 
 std::string manPage(std::string_view version) {
-    std::string page = ".TH VELKO 1 \"\" \"Velko " + roff(version) + "\"\n.SH NAME\n" +
+    std::string page = R"(.TH VELKO 1 "" "Velko )" + roff(version) + "\"\n.SH NAME\n" +
                        roff("velko - works the menu bar's tidier from a terminal or a script") +
                        "\n.SH SYNOPSIS\n";
     for (const Row& row : rows()) {

@@ -21,7 +21,7 @@ std::expected<void, std::string> SocketDoor::open(Handlers handlers) {
     }
     server_ = *std::move(server);
     handlers_ = std::make_shared<const Handlers>(std::move(handlers));
-    const auto tell = [&thread = mainThread_, weak = std::weak_ptr(handlers_)](auto told) {
+    const auto tell = [&thread = mainThread_, weak = std::weak_ptr(handlers_)](const auto& told) {
         thread.post([told, weak] {
             if (const auto open = weak.lock()) {
                 told(*open);

@@ -124,6 +124,7 @@ view::Node KeysPage::content() {
     AppController& controller = parts_.controller;
     const bool isLocked = controller.values().problems.layoutUnreadable.has_value();
     std::vector<view::Node> rows;
+    rows.reserve(hotKeyActions.size());
     for (const HotKeyRow& each : hotKeyActions) {
         rows.push_back(row(each, isLocked));
     }

@@ -55,7 +55,7 @@ std::expected<KeyCombination, std::string> combinationIn(const Json& entry) {
                                      ? Keys::heldKeys.end()
                                      : std::ranges::find(Keys::heldKeys, *word, &Keys::HeldKey::name);
         if (held == Keys::heldKeys.end()) {
-            return std::unexpected("modifiers: expected \"control\", \"option\", \"shift\" or \"command\"");
+            return std::unexpected(R"(modifiers: expected "control", "option", "shift" or "command")");
         }
         keys.*(held->member) = true;
     }

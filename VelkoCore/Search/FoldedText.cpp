@@ -122,9 +122,9 @@ void addFolded(char32_t c, std::u32string& to) {
         to += *other;
     } else if (Range{.first = 0x391, .last = 0x3A9}.holds(c) ||
                Range{.first = 0x410, .last = 0x42F}.holds(c)) {
-        to += c + 0x20;
+        to.push_back(c + 0x20);
     } else if (Range{.first = 0x400, .last = 0x40F}.holds(c)) {
-        to += c + 0x50;
+        to.push_back(c + 0x50);
     } else {
         to += c;
     }

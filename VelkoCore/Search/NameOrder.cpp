@@ -14,8 +14,7 @@ bool isNumeral(char32_t letter) {
 
 /// Takes the number at the start of a text, without zeros before it.
 std::u32string_view takeNumber(std::u32string_view& text) {
-    const auto end = std::ranges::find_if_not(text, isNumeral);
-    std::u32string_view number = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+    std::u32string_view number = text.substr(0, text.find_first_not_of(U"0123456789"));
     text.remove_prefix(number.size());
     number.remove_prefix(std::min(number.find_first_not_of(U'0'), number.size()));
     return number;

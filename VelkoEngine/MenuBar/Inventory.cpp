@@ -202,12 +202,12 @@ AppReading readApp(const Accessibility& accessibility, const Watched& app, const
     bool isWhole = true;
     for (const AXElement& element : reading.elements) {
         auto item = readItem(accessibility, element, attributes);
+        isWhole = isWhole && item.has_value();
         if (item) {
             reading.items.push_back(*std::move(item));
         } else if (isKnown && item.error() == AXError::invalidElement) {
             return readApp(accessibility, {.pid = app.pid}, attributes);
         }
-        isWhole = isWhole && item.has_value();
     }
     if (!isWhole) {
         reading.elements.clear();

@@ -55,7 +55,7 @@ TEST_F(RestTest, SharesItsWakeUpsAndAsksOnlyTuckedApps) {
     const auto everything = costOf(1h);
     EXPECT_LE(everything.bursts, 1980U) << "0.55 a second";
     const std::uint64_t looks = 1800;
-    const std::uint64_t lists = 60 * 2;  // an app is asked for its icons once a minute, in two messages
+    const std::uint64_t lists = 120;  // an app is asked for its icons once a minute, in two messages
     EXPECT_LE(everything.accessibilityMessages, tucked * (looks + lists)) << "one message per icon and look";
     velko->preferences().setSwitch(Switch::popOutOnChange, false);
     const auto quiet = costOf(1h);

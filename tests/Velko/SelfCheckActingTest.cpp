@@ -100,7 +100,7 @@ class ObligingPerson {
     bool confusesButtons = false;
 
     void operator()(const std::string& request) {
-        const auto asksFor = [&](const char* word) { return request.find(word) != request.npos; };
+        const auto asksFor = [&](const char* word) { return request.find(word) != std::string::npos; };
         if (asksFor("other app")) {
             later_ = mac_.mainThread.after(500ms, [this] { mac_.openMenu(other_); });
         } else if (!asksFor("six requests")) {

@@ -87,22 +87,22 @@ TEST_F(ShelfPanelTest, SaysWithinHalfASecondThatAnAppDoesNotAnswer) {
     const ProcessID app = launchNamed("app.a", "Übersicht");
     layout.place("app.a", Section::tucked);
     startFaces();
-    const SimulatedSurface& message = mac.surfaces.surface(Surfaces::Kind::message);
+    const SimulatedSurface& panel = mac.surfaces.surface(Surfaces::Kind::message);
     const std::string words =
         "\u2068Übersicht\u2069 isn't answering, so its menu stays closed. "
         "Try again in a moment.";
     mac.hang(app, true);
     velko->open("app.a");  // as the broom's menu does
     pass(500ms);
-    EXPECT_THAT(reading(*message.content()), testing::Contains(words));
+    EXPECT_THAT(reading(*panel.content()), testing::Contains(words));
     EXPECT_FALSE(surface.isOpen());
     pass(6s);
-    EXPECT_FALSE(message.isOpen()) << "it goes by itself";
+    EXPECT_FALSE(panel.isOpen()) << "it goes by itself";
     toggle();
     EXPECT_TRUE(surface.perform("tile:app.a"));
     pass(500ms);
     EXPECT_THAT(read(), testing::Contains(words));
-    EXPECT_FALSE(message.isOpen()) << "once is enough";
+    EXPECT_FALSE(panel.isOpen()) << "once is enough";
     EXPECT_EQ(mac.surfaces.announcements(), std::vector<std::string>(2, words));
     mac.hang(app, false);
     EXPECT_TRUE(surface.perform("tile:app.a"));

@@ -24,7 +24,7 @@ TEST(HotKeySettings, KeepWhatTheyDoNotUnderstandAndTellOfWhatIsWrong) {
         {R"({"key": 40.5})", "hotKeys.search: key: expected a number from 0 to 127"},
         {R"({"key": 40, "modifiers": "control"})", "hotKeys.search: modifiers: expected a list"},
         {R"({"key": 40, "modifiers": ["fn"]})",
-         "hotKeys.search: modifiers: expected \"control\", \"option\", \"shift\" or \"command\""},
+         R"(hotKeys.search: modifiers: expected "control", "option", "shift" or "command")"},
     };
     for (const auto& [entry, fault] : rows) {
         const std::string text =

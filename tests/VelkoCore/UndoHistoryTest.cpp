@@ -75,7 +75,7 @@ TEST_F(UndoHistoryTest, LetsAppsWaitWhereTheyWaitNowAndOnlyThose) {
     place("new", Section::buried);
     change("Forget", [](Layout& edited) { edited.forget({"gone"}); });
     layout.sections["gone"] = Section::tucked;  // it is launched, and asked about as any newcomer
-    layout.inbox.push_back("gone");
+    layout.inbox.emplace_back("gone");
     EXPECT_TRUE(history.undo(layout));
     EXPECT_EQ(layout.section("gone"), Section::buried);
     EXPECT_FALSE(layout.isWaiting("gone"));
