@@ -91,6 +91,7 @@ void carryOver(Layout& layout, const Layout& from, const Layout& to) {
         return layout.section(app) != before.section(app) && !to.isWaiting(app);
     });
     layout.moveWaiting();  // to where apps wait now
+    std::erase_if(layout.waitingGoneSince, [&](const auto& gone) { return !layout.isWaiting(gone.first); });
 }
 
 void UndoHistory::record(Change change, const Layout& before, const Layout& after) {

@@ -83,6 +83,9 @@ TEST_F(UndoHistoryTest, LetsAppsWaitWhereTheyWaitNowAndOnlyThose) {
     EXPECT_TRUE(history.undo(layout));
     EXPECT_TRUE(layout.isWaiting("new"));
     EXPECT_EQ(layout.section("new"), Section::bar);
+    layout.waitingGoneSince["new"] = noon;
+    EXPECT_TRUE(history.redo(layout));
+    EXPECT_TRUE(layout.waitingGoneSince.empty());
 }
 
 TEST_F(UndoHistoryTest, TakesBackAllThatAnImportBrings) {
