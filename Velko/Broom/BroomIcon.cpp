@@ -166,11 +166,11 @@ void BroomIcon::lean(bool over) {
     const Rock rock{
         .start = platform_.mainThread.now(), .from = angle_, .to = over ? Timing::broomRockDegrees : 0};
     animation_.cancel();
-    if (surfaces_.reducesMotion() && rock.from != rock.to) {
-        angle_ = rock.to;
-        draw();
-    } else if (rock.from != rock.to) {
+    if (rock.from != rock.to && !surfaces_.reducesMotion()) {
         animation_ = Awaited::every(platform_, "the broom", framePeriod, [this, rock] { swing(rock); });
+    } else {
+        angle_ = rock.to;
+        draw();  // also the dot, which the pictures to come were to show
     }
 }
 

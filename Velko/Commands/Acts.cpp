@@ -87,10 +87,10 @@ Reply tuck(const Call&, const FaceParts& parts) {
     if (const auto why = whyHelpless(velko.values())) {
         return refusal(*why);
     }
-    velko.showMe().stop();
     // The usual event means nothing to an open menu, or while an activity shows.
     const bool needsClick = velko.values().stepsAside() || stateOf(parts).asPeeking() != nullptr;
     velko.handle(needsClick ? RevealEvent::toggle() : RevealEvent::autoTuck());
+    velko.showMe().stop();  // only now: until then icons would flash up that shall be tucked
     return {};
 }
 

@@ -67,6 +67,10 @@ TEST_F(BroomIconTest, RocksOverAndBackWithoutAJumpAndComesToRest) {
     broom.setDot(true);
     mac.advance(1s);
     EXPECT_EQ(mac.statusItem.revision(), revision) << "nothing is drawn twice";
+    broom.lean(true);
+    broom.setDot(false);
+    broom.lean(false);
+    expectAtRest(0, false);
 }
 
 TEST_F(BroomIconTest, LeansAtOnceWhereLessMotionIsWanted) {
