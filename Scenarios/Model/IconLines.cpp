@@ -85,7 +85,10 @@ bool mayTuck(const LogLine& line) {
     const StepCheck& check = line.check;
     const Expected& expected = check.expected;
     if (expected.isPinned) {
-        return check.step.verb == Verb::pressEscape || check.step.verb == Verb::close;
+        // The search takes the place of the shelf.
+        const Verb verb = check.step.verb;
+        return verb == Verb::pressEscape || verb == Verb::close || verb == Verb::pressKeys ||
+               verb == Verb::choose || isCommand(check.step);
     }
     const bool isDue = expected.layout.reveal.autoTuckSeconds > 0 && line.at + late >= expected.tucksFrom;
     const bool isShelfClosed = expected.style == RevealStyle::shelf && !check.takesTime();
@@ -105,8 +108,8 @@ void revealed(LogLine& line) {
     } else if (event == "autoTuck") {
         check.require(mayTuck(line), "icons tuck themselves when their time is over", line.text);
         // While Velko does not know where the broom is, a press on it is a click outside of the shelf, too.
-        const bool isClickOutside =
-            !check.takesTime() && check.step.verb != Verb::pressEscape && check.step.verb != Verb::close;
+        const bool isClickOutside = !check.takesTime() && check.step.verb != Verb::pressEscape &&
+                                    check.step.verb != Verb::close && !isCommand(check.step);
         if (isClickOutside && expected.style == RevealStyle::shelf) {
             expected.shelfClickedAt = line.at;
         }

@@ -178,7 +178,8 @@ void FaceRules::checkArrow(bool isCalm) {
     const auto& slots = mac.menuBar().slots();
     const auto broom = std::ranges::find(slots, mac.processes.ownPID(), &SimulatedMenuBar::Slot::pid);
     const auto shown = note.frame();
-    if (!place || !shown || !isCalm || mac.broomSpot() != BroomSpot::bar || broom == slots.end()) {
+    if (!place || !shown || !isCalm || mac.broomSpot() != BroomSpot::bar || broom == slots.end() ||
+        mac.displays.displays().empty()) {
         return;
     }
     // Without the permission Velko can't learn that its icon has moved.

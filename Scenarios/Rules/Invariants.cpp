@@ -173,7 +173,10 @@ void Invariants::runWhatIsDue() {
 
 /// Whether everything may show although Velko wants to hide something.
 bool Invariants::mayShowAll(const AppController& velko) const {
-    return (shownAllAt_ && velko.lastHidingChange() == shownAllAt_) || lastApplyFailed(world_.log());
+    // What was asked for meanwhile may not be in force yet.
+    const bool isStillShown =
+        velko.lastHidingChange() == shownAllAt_ || world_.mac().framework.unanswered() > 0;
+    return (shownAllAt_ && isStillShown) || lastApplyFailed(world_.log());
 }
 
 void Invariants::checkWhileGone() {
