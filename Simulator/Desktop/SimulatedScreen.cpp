@@ -55,8 +55,8 @@ void SimulatedDisplays::set(std::vector<Display> displays) {
 
 std::optional<std::vector<WindowInfo>> SimulatedWindows::onScreen() const {
     std::vector<WindowInfo> windows;
-    if (menuOwner_) {
-        windows.push_back({.layer = menuLevel, .ownerPID = menuOwner_});
+    if (const auto owner = menuOwner()) {
+        windows.push_back({.layer = menuLevel, .ownerPID = owner});
     }
     windows.insert(windows.end(), others.begin(), others.end());
     return windows;
@@ -71,8 +71,8 @@ void SimulatedWindows::openMenu(ProcessID pid) {
 }
 
 void SimulatedWindows::closeMenu() {
-    const auto owner = std::exchange(menuOwner_, std::nullopt);
-    if (const auto root = owner ? accessibility_.root(*owner) : nullptr) {
+    const ProcessID owner = menuOwner_.exchange(0);
+    if (const auto root = isReal(owner) ? accessibility_.root(owner) : nullptr) {
         accessibility_.notify(root, "AXMenuClosed");
     }
 }

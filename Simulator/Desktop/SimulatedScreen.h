@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -57,7 +58,10 @@ class SimulatedWindows final : public Windows {
     void openMenu(ProcessID pid);
     void closeMenu();
     /// The process whose menu is open.
-    [[nodiscard]] std::optional<ProcessID> menuOwner() const noexcept { return menuOwner_; }
+    [[nodiscard]] std::optional<ProcessID> menuOwner() const noexcept {
+        const ProcessID owner = menuOwner_;
+        return isReal(owner) ? std::optional(owner) : std::nullopt;
+    }
 
     /// An app comes to the front.
     void bringToFront(ProcessID pid) { front_ = pid; }
@@ -73,7 +77,7 @@ class SimulatedWindows final : public Windows {
     static constexpr std::int64_t menuLevel = 101;
 
     SimulatedAccessibility& accessibility_;
-    std::optional<ProcessID> menuOwner_;
+    std::atomic<ProcessID> menuOwner_{0};  ///< 0: none; read on any thread
     ProcessID front_ = 0;
 };
 
