@@ -18,9 +18,6 @@ namespace velko {
 
 namespace {
 
-/// An app that gains an icon says so to nobody, so now and then all are asked for their icons anew.
-constexpr std::chrono::minutes newIconsInterval{1};
-
 /// "10.0 seconds".
 std::string inWords(Timing::Duration duration) {
     std::string text(32, '\0');
@@ -48,7 +45,8 @@ void ChangeWatch::look() {
         return;
     }
     const Uptime now = platform_.mainThread.now();
-    if (now - elementsSince_ >= newIconsInterval) {
+    // An app that gains an icon says so to nobody.
+    if (now - elementsSince_ >= Timing::newIconsInterval) {
         elements_.clear();
         elementsSince_ = now;
     }

@@ -1,6 +1,5 @@
 #include "Velko/Flows/TrustWatch.h"
 
-#include <chrono>
 #include <utility>
 
 #include "Velko/Flows/Beat.h"
@@ -11,9 +10,6 @@
 namespace velko {
 
 namespace {
-
-/// While the permission holds it is only a matter of noticing that the user has taken it.
-constexpr std::chrono::seconds calmInterval{10};
 
 /// While the permission holds, only every third look asks another app: each is a message more.
 constexpr int looksPerQuestion = 3;
@@ -26,7 +22,7 @@ TrustWatch::TrustWatch(FlowHost& host, const Platform& platform, std::function<v
 void TrustWatch::start(Beat& beat) {
     const auto isMissing = [this] { return host_.values().problems.trustMissing; };
     beat.add({.period = Timing::trustPollInterval, .hasWork = isMissing, .run = [this] { look(); }});
-    beat.add({.period = calmInterval,
+    beat.add({.period = Timing::trustCalmInterval,
               .early = Timing::trustPollInterval,
               .hasWork = [isMissing] { return !isMissing(); },
               .run = [this] { look(); }});

@@ -32,6 +32,7 @@ inline constexpr Duration showMeDuration = 2500ms;
 inline constexpr Duration popOutDuration = 10s;
 inline constexpr Duration popOutPollInterval = 2s;
 inline constexpr Duration popOutPollSeconds = popOutPollInterval;
+inline constexpr Duration newIconsInterval = 60s;  ///< until an app is asked anew which icons it has
 inline constexpr Duration popOutCooldownSeconds = 300s;
 inline constexpr double popOutMinWidthChange = 3.0;  ///< points
 inline constexpr std::size_t popOutMostInWindow = 12;
@@ -57,6 +58,7 @@ inline constexpr Duration iconWatchInterval = 1s;
 // Setup and permission guide
 inline constexpr Duration setupDelay = 1s;  ///< from launch to the first-run setup
 inline constexpr Duration trustPollInterval = 2s;
+inline constexpr Duration trustCalmInterval = 10s;  ///< the same, while the permission holds
 inline constexpr Duration permissionGuideFollowInterval = 300ms;
 inline constexpr Duration permissionGuideDoneHold = 1200ms;
 inline constexpr std::chrono::seconds inboxUpgradeGraceSeconds = 24h;
