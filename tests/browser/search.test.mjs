@@ -54,7 +54,13 @@ onMac('Keys are recorded, refused in words and cleared', {}, async (mac) => {
   const { page } = mac;
   await mac.openSettings('Keys');
   const search = mac.control('key:search');
+  const record = async (keys) => {
+    await search.click();
+    await search.getByText('Press the Keys…').waitFor();  // a key that comes earlier is for the page
+    await page.keyboard.press(keys);
+  };
   await search.click();
+  await search.getByText('Press the Keys…').waitFor();
   await mac.picture('a key is recorded');
   await page.keyboard.press('Control+Alt+m');
   await search.getByText('⌃⌥M').waitFor();
@@ -69,12 +75,10 @@ onMac('Keys are recorded, refused in words and cleared', {}, async (mac) => {
   await page.getByText('⌃⌥M is already the key for “Search the menu bar”.').waitFor();
   await mac.checkAccess('the page Keys');
   await mac.picture('the keys');
-  await search.click();
-  await page.keyboard.press('Escape');
+  await record('Escape');
   await search.getByText('⌃⌥M').waitFor();
   await mac.surface('settings').waitFor();  // Escape was for the key alone
-  await search.click();
-  await page.keyboard.press('Backspace');
+  await record('Backspace');
   await search.getByText('Choose a Key…').waitFor();
   await mac.control('search-in-menu').getByRole('switch').check();
   await mac.closeSettings();
