@@ -5,6 +5,7 @@
 #include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "Velko/App/Log.h"
 #include "VelkoCore/Time/Date.h"
@@ -57,7 +58,8 @@ void LayoutKeeping::load() {
 
 std::expected<Layout, std::string> LayoutKeeping::read() {
     std::expected<Layout, std::string> result;
-    auto loaded = store_.load();
+    std::vector<DecodingError> ignored;
+    auto loaded = store_.load(&ignored);
     fileUnreadable_ = !loaded;
     if (!loaded) {
         result = std::unexpected(loaded.error().description);
@@ -65,6 +67,9 @@ std::expected<Layout, std::string> LayoutKeeping::read() {
         result = *std::move(found);
         log_.log("layout", "loaded " + std::to_string(result->sections.size()) + " placements from " +
                                store_.url().string());
+        for (const DecodingError& error : ignored) {
+            log_.log("layout", "ignored: " + error.description);
+        }
     } else if (const auto saved = store_.save(*result)) {
         log_.log("layout", "no layout yet: created " + store_.url().string());
     } else {

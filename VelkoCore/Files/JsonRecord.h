@@ -32,7 +32,7 @@
 /// Members may be bool, std::int64_t, std::string, Section, RevealStyle, Date, Json as it is, other described
 /// records, and vectors, sets, optionals and maps (by std::string) of those. Other types get a pair of
 /// `readJson`/`writeJson`. Unknown keys are ignored, sets are written in their order, and a member that is
-/// an absent optional is not written. Nor is one of a `JsonField` with `omitsEmpty`, while it is empty.
+/// an absent optional is not written. Nor is an addition (`isAddition`) while it has its default.
 namespace velko {
 
 /// What a missing or null key does to the member that it belongs to.
@@ -48,7 +48,7 @@ template <class Record, class Member>
 struct JsonField {
     std::string_view key;
     Member Record::* member;
-    bool omitsEmpty = false;  ///< it is not written while it is false or empty
+    bool isAddition = false;  ///< older builds lack it: it is not written while it has its default
 };
 
 template <class T>
@@ -236,9 +236,10 @@ Json writeJson(const std::map<std::string, T>& member) {
 template <DescribedRecord Record>
 Json writeJson(const Record& record) {
     Json::Object object;
+    const Record fresh{};
     const auto write = [&](const auto& field) {
         const auto& member = record.*field.member;
-        if (field.omitsEmpty && member == std::remove_cvref_t<decltype(member)>{}) {
+        if (field.isAddition && member == fresh.*field.member) {
             return;
         }
         if (Json value = writeJson(member); !value.isNull()) {
@@ -247,6 +248,25 @@ Json writeJson(const Record& record) {
     };
     std::apply([&](const auto&... fields) { (write(fields), ...); }, JsonRecord<Record>::fields);
     return {std::move(object)};
+}
+
+/// Takes the additions out of an object that are not what they have to be, so that a record can be read from
+/// the rest: what only newer builds know makes no file unreadable. Returns what was wrong with each.
+template <DescribedRecord Record>
+[[nodiscard]] std::vector<JsonMismatch> removeWrongAdditions(Json::Object& object) {
+    std::vector<JsonMismatch> wrong;
+    Record scratch{};
+    const auto look = [&](const auto& field) {
+        if (!field.isAddition) {
+            return;
+        }
+        if (JsonRead read = readField(object, field, scratch); !read) {
+            wrong.push_back(std::move(read.error()));
+            object.erase(object.find(field.key));
+        }
+    };
+    std::apply([&](const auto&... fields) { (look(fields), ...); }, JsonRecord<Record>::fields);
+    return wrong;
 }
 
 /// The mismatch in words: "reveal.hover: expected true or false, found a number".

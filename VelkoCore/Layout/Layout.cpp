@@ -107,6 +107,9 @@ void Layout::apply(const LayoutExport& other) {
     if (other.neverPopOut) {
         neverPopOut.insert(other.neverPopOut->begin(), other.neverPopOut->end());
     }
+    if (other.showAllFromWidth && *other.showAllFromWidth > 0) {
+        showAllFromWidth = other.showAllFromWidth;
+    }
     reveal = other.reveal;
     newIconDefault = other.newIconDefault;
     const Section waitedIn = waitingSection();

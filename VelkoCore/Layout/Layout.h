@@ -43,6 +43,8 @@ struct Layout {
     std::map<BundleID, Date> quietUntil = {};  ///< apps that changed all the time stay in until then
     bool searchInMenu = false;                 ///< whether the broom's menu offers to search the menu bar
     Json hotKeys = {};                         ///< what `HotKeySettings` reads; null: no key was ever chosen
+    bool shelfWhenFull = true;                 ///< icons that have no room in the bar come out on the shelf
+    std::optional<std::int64_t> showAllFromWidth = {};  ///< nothing is hidden on displays of so many points
 
     bool operator==(const Layout&) const = default;
 

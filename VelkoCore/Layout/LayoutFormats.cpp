@@ -89,15 +89,19 @@ struct JsonRecord<Layout> {
             JsonField{"neverPopOut", &Layout::neverPopOut, true},
             JsonField{"quietUntil", &Layout::quietUntil, true},
             JsonField{"hotKeys", &Layout::hotKeys},
+            JsonField{"showAllFromWidth", &Layout::showAllFromWidth, true},
         },
         switchFields<Layout, bool>());
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
 
-    /// An app waits only once, even if the file names it twice.
+    /// An app waits only once, even if the file names it twice. No display is narrower than a point.
     static void normalise(Layout& layout) {
         BundleIDs met;
         std::erase_if(layout.inbox, [&](const BundleID& bundleID) { return !met.insert(bundleID).second; });
         std::erase_if(layout.waitingGoneSince, [&](const auto& entry) { return !met.contains(entry.first); });
+        if (layout.showAllFromWidth && *layout.showAllFromWidth < 1) {
+            layout.showAllFromWidth.reset();
+        }
     }
 };
 
@@ -111,10 +115,18 @@ bool lacks(const Json& json, std::string_view key) {
 
 }  // namespace
 
-std::expected<Layout, DecodingError> decodeLayout(std::string_view text) {
-    const auto json = Json::parse(text);
+std::expected<Layout, DecodingError> decodeLayout(std::string_view text,
+                                                  std::vector<DecodingError>* ignored) {
+    auto json = Json::parse(text);
     if (!json) {
         return std::unexpected(json.error());
+    }
+    if (auto* const object = std::get_if<Json::Object>(&json->value)) {
+        for (JsonMismatch& wrong : removeWrongAdditions<Layout>(*object)) {
+            if (ignored != nullptr) {
+                ignored->push_back(describe(std::move(wrong)));
+            }
+        }
     }
     Layout older;
     older.seenApps.reset();
@@ -155,6 +167,7 @@ struct JsonRecord<LayoutExport> {
             JsonField{"reveal", &LayoutExport::reveal},
             JsonField{"newIconDefault", &LayoutExport::newIconDefault},
             JsonField{"neverPopOut", &LayoutExport::neverPopOut},
+            JsonField{"showAllFromWidth", &LayoutExport::showAllFromWidth},
         },
         switchFields<LayoutExport, bool>(), switchFields<LayoutExport, std::optional<bool>>());
     static constexpr MissingKeys missingKeys = MissingKeys::fail;
@@ -190,6 +203,7 @@ LayoutExport LayoutExport::of(const Layout& layout) {
     if (!layout.neverPopOut.empty()) {
         exported.neverPopOut = layout.neverPopOut;
     }
+    exported.showAllFromWidth = layout.showAllFromWidth;
     Switches::copy(layout, exported);
     return exported;
 }

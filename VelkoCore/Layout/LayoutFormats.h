@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "VelkoCore/Files/Json.h"
 #include "VelkoCore/Identifiers.h"
@@ -16,8 +17,10 @@
 namespace velko {
 
 /// Reads a layout from JSON. Missing keys take the defaults of older files; a value of the wrong type
-/// fails, and the error names its key.
-[[nodiscard]] std::expected<Layout, DecodingError> decodeLayout(std::string_view json);
+/// fails, and the error names its key. A wrong value of what older builds did not have fails nothing: it
+/// counts as missing, and `ignored`, if given, gets its error.
+[[nodiscard]] std::expected<Layout, DecodingError> decodeLayout(
+    std::string_view json, std::vector<DecodingError>* ignored = nullptr);
 
 /// Writes a layout as JSON: indented, keys sorted, dates as ISO 8601, ending in a line feed.
 [[nodiscard]] std::string encodeLayout(const Layout& layout);
@@ -43,9 +46,11 @@ struct LayoutExport {
     Section newIconDefault = Section::bar;
     bool askAboutNewIcons = true;
     bool popOutOnChange = true;
-    std::optional<bool> showLiveActivities{};  ///< absent in files of builds that did not have it
-    std::optional<bool> leaveNewIconsOut{};    ///< absent while it is off
-    std::optional<BundleIDs> neverPopOut{};    ///< absent while there are none
+    std::optional<bool> showLiveActivities{};        ///< absent in files of builds that did not have it
+    std::optional<bool> leaveNewIconsOut{};          ///< absent while it is off
+    std::optional<BundleIDs> neverPopOut{};          ///< absent while there are none
+    std::optional<bool> shelfWhenFull{};             ///< absent while it is on
+    std::optional<std::int64_t> showAllFromWidth{};  ///< absent while it is off
 
     bool operator==(const LayoutExport&) const = default;
 

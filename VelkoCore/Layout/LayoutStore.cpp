@@ -17,7 +17,8 @@ const std::filesystem::path& LayoutStore::url() const noexcept {
     return url_;
 }
 
-std::expected<std::optional<Layout>, StoreError> LayoutStore::load() const {
+std::expected<std::optional<Layout>, StoreError> LayoutStore::load(
+    std::vector<DecodingError>* ignored) const {
     const auto content = AtomicFile::readOwn(url_, calls_);
     if (!content) {
         return std::unexpected(StoreError{content.error().description});
@@ -26,7 +27,7 @@ std::expected<std::optional<Layout>, StoreError> LayoutStore::load() const {
     if (!text) {
         return std::nullopt;
     }
-    auto layout = decodeLayout(*text);
+    auto layout = decodeLayout(*text, ignored);
     if (!layout) {
         return std::unexpected(StoreError{url_.string() + ": " + layout.error().description});
     }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Files/FolderLock.h"
@@ -28,8 +29,10 @@ class LayoutStore {
 
     [[nodiscard]] const std::filesystem::path& url() const noexcept;
 
-    /// The layout in the file; nothing when there is no file; an error when it cannot be read.
-    [[nodiscard]] std::expected<std::optional<Layout>, StoreError> load() const;
+    /// The layout in the file; nothing when there is no file; an error when it cannot be read. `ignored` as
+    /// in `decodeLayout`.
+    [[nodiscard]] std::expected<std::optional<Layout>, StoreError> load(
+        std::vector<DecodingError>* ignored = nullptr) const;
 
     /// Replaces the file as a whole, making its folder where needed. An error leaves the old file,
     /// unless only the last step failed, the flush of the folder.

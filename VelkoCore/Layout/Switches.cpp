@@ -29,11 +29,11 @@ class PlaceIn {
 struct Export {
     LayoutExport& to;
     bool on;
-    bool isAddition;
+    bool isNamed;  ///< files name it: older builds had it, or it differs from its default
 
     void operator()(bool LayoutExport::* member) const noexcept { to.*member = on; }
     void operator()(std::optional<bool> LayoutExport::* member) const noexcept {
-        to.*member = on || !isAddition ? std::optional(on) : std::nullopt;
+        to.*member = isNamed ? std::optional(on) : std::nullopt;
     }
     template <class Elsewhere>
     void operator()(Elsewhere /*member*/) const noexcept {}
@@ -76,8 +76,11 @@ void Switches::set(Layout& layout, Switch which, bool on) {
 }
 
 void Switches::copy(const Layout& from, LayoutExport& to) {
+    const Layout fresh;
     for (const SwitchRow& each : all) {
-        std::visit(Export{to, isOn(from, each.which), each.isAddition}, each.exported);
+        const bool on = isOn(from, each.which);
+        const bool isNamed = !each.isAddition || on != isOn(fresh, each.which);
+        std::visit(Export{to, on, isNamed}, each.exported);
     }
 }
 

@@ -20,6 +20,7 @@ enum class Switch {
     askAboutNewIcons,
     leaveNewIconsOut,
     searchInMenu,
+    shelfWhenFull,
     revealOnHover
 };
 
@@ -42,7 +43,9 @@ struct SwitchRow {
     SwitchMember stored;
     SwitchMember
         exported;  ///< an optional: files of older builds lack it; nothing: its part travels as a whole
-    bool isAddition = false;  ///< older builds did not have it: the files name it only while it is on
+    /// Older builds did not have it: the files name it only while it differs from its default in `Layout`,
+    /// and a wrong value there counts as missing.
+    bool isAddition = false;
 };
 
 namespace Switches {
@@ -85,6 +88,13 @@ inline constexpr std::array all{
               .words = "search in the menu",
               .stored = &Layout::searchInMenu,
               .exported = {},
+              .isAddition = true},
+    SwitchRow{.which = Switch::shelfWhenFull,
+              .key = "shelfWhenFull",
+              .name = "shelf-when-full",
+              .words = "shelf when the bar is full",
+              .stored = &Layout::shelfWhenFull,
+              .exported = &LayoutExport::shelfWhenFull,
               .isAddition = true},
     SwitchRow{.which = Switch::revealOnHover,
               .key = "hover",

@@ -79,6 +79,7 @@ void carryOver(Layout& layout, const Layout& from, const Layout& to) {
     carryEntries(layout.clickDays, from.clickDays, to.clickDays);
     carryEntries(layout.alwaysKeep, from.alwaysKeep, to.alwaysKeep);
     carryEntries(layout.neverPopOut, from.neverPopOut, to.neverPopOut);
+    carryValue(layout.showAllFromWidth, from.showAllFromWidth, to.showAllFromWidth);
     carryEntries(layout.quietUntil, from.quietUntil, to.quietUntil);
     carryEntries(layout.autopilot.snoozedUntil, from.autopilot.snoozedUntil, to.autopilot.snoozedUntil);
     for (const SwitchRow& row : Switches::all) {

@@ -3,6 +3,7 @@
 #include <iterator>
 #include <map>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,12 @@ const std::vector<std::string> allKeys{
     "knownGraceUntil", "lastClicked",       "leaveNewIconsOut", "neverPopOut",
     "quietUntil",      "newIconDefault",    "popOutOnChange",   "reveal",
     "searchInMenu",    "sections",          "seenApps",         "showLiveActivities",
-    "version",         "setupPutOff",       "waitingGoneSince"};
+    "version",         "setupPutOff",       "waitingGoneSince", "shelfWhenFull",
+    "showAllFromWidth"};
+
+/// Keys that older builds did not have: a wrong value disables only itself.
+const std::set<std::string> additions{"leaveNewIconsOut", "neverPopOut",   "quietUntil",      "searchInMenu",
+                                      "waitingGoneSince", "shelfWhenFull", "showAllFromWidth"};
 
 Layout decoded(const std::string& json) {
     const auto layout = decodeLayout(json);
@@ -102,6 +108,10 @@ TEST(Layout, NormalisesTheAutoTuckTimeAndWhoWaits) {
             << seconds;
     }
     EXPECT_EQ(decoded(R"({"inbox": ["a", "b", "a"]})").inbox, (std::vector<BundleID>{"a", "b"}));
+    EXPECT_EQ(decoded(R"({"showAllFromWidth": 1})").showAllFromWidth, 1);
+    for (const std::string width : {"0", "-9223372036854775808"}) {
+        EXPECT_EQ(decoded(R"({"showAllFromWidth": )" + width + "}").showAllFromWidth, std::nullopt) << width;
+    }
 }
 
 TEST(Layout, NamesTheKeyOfAWrongValue) {
@@ -150,6 +160,15 @@ TEST(Layout, NamesTheKeyOfAWrongValue) {
     for (const std::string& key : allKeys) {
         if (key == "hotKeys") {
             continue;  // a wrong key disables only itself
+        }
+        if (additions.contains(key)) {
+            std::vector<DecodingError> ignored;
+            const auto layout = decodeLayout("{\"" + key + R"(": "no", "inbox": ["a"]})", &ignored);
+            ASSERT_TRUE(layout) << key;
+            EXPECT_EQ(*layout, decoded(R"({"inbox": ["a"]})")) << key;
+            ASSERT_EQ(ignored.size(), 1U) << key;
+            EXPECT_TRUE(ignored.front().description.starts_with(key + ": expected "));
+            continue;
         }
         const bool isFlag = decodeLayout("{\"" + key + "\": true}").has_value();
         const auto layout = decodeLayout("{\"" + key + (isFlag ? "\": 0}" : "\": true}"));
@@ -237,6 +256,9 @@ class RandomLayouts {
         layout.popOutOnChange = coin();
         layout.showLiveActivities = coin();
         layout.leaveNewIconsOut = coin();
+        layout.searchInMenu = coin();
+        layout.shelfWhenFull = coin();
+        layout.showAllFromWidth = coin() ? std::optional(1 + (whole() & INT64_MAX) / 2) : std::nullopt;
         layout.neverPopOut = names();
         layout.quietUntil = map([&] { return date(); });
         return layout;

@@ -89,6 +89,8 @@ TEST(LayoutExport, ComesBackAsItWentOutWithoutAnythingPersonal) {
     layout.showLiveActivities = false;
     layout.leaveNewIconsOut = true;
     layout.neverPopOut = {"A"};
+    layout.shelfWhenFull = false;
+    layout.showAllFromWidth = 2560;
     layout.quietUntil = {{"secret", Date{}}};
     const std::string data = LayoutExport::of(layout).data();
     EXPECT_EQ(data.find("secret"), std::string::npos);
@@ -105,7 +107,9 @@ TEST(LayoutExport, ComesBackAsItWentOutWithoutAnythingPersonal) {
     EXPECT_EQ(fresh.section("N"), Section::bar) << "it waits where the user of the other Mac wants that";
     const std::string plain = LayoutExport::of(Layout()).data();
     EXPECT_EQ(plain.find("leaveNewIconsOut"), std::string::npos) << "as older builds wrote it";
-    EXPECT_EQ(plain.find("neverPopOut"), std::string::npos);
+    for (const char* const addition : {"neverPopOut", "shelfWhenFull", "showAllFromWidth"}) {
+        EXPECT_EQ(plain.find(addition), std::string::npos) << addition;
+    }
 }
 
 }  // namespace

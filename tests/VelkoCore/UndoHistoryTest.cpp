@@ -97,6 +97,7 @@ TEST_F(UndoHistoryTest, TakesBackAllThatAnImportBrings) {
     other.reveal = {.autoTuckSeconds = 20, .notchedStyle = RevealStyle::inline_, .hover = true};
     other.newIconDefault = Section::tucked;
     other.askAboutNewIcons = false;
+    other.showAllFromWidth = 2560;
     const Layout before = layout;
     change("Import", [&](Layout& edited) { edited.apply(LayoutExport::of(other)); });
     const Layout after = layout;
