@@ -119,19 +119,34 @@ Done flushFolder(const path& folder, const FileCalls& calls) {
     return {};
 }
 
+/// What to know about a file before it is read; a reason not to read it.
+using Check = std::function<std::optional<std::string>(const struct stat& found)>;
+
 std::expected<std::optional<std::string>, FileError> readAll(const path& file, int flags,
-                                                             const FileCalls& calls) {
+                                                             const FileCalls& calls,
+                                                             std::size_t most = AtomicFile::largest,
+                                                             const Check& check = {}) {
     // O_NONBLOCK: a pipe in the file's place must not hold up the caller for ever.
     const Descriptor descriptor{calls, file, O_RDONLY | O_NONBLOCK | O_CLOEXEC | flags};
     if (!descriptor.isOpen()) {
         if (errno == ENOENT) {
             return std::nullopt;
         }
-        return systemFailure(file, "cannot be opened");
+        return errno == ELOOP && flags == O_NOFOLLOW ? failure(file, "cannot be opened", "it is a link")
+                                                     : systemFailure(file, "cannot be opened");
+    }
+    if (check) {
+        struct stat found{};
+        if (calls.fstat(descriptor.number(), &found) == -1) {
+            return systemFailure(file, "cannot be looked up");
+        }
+        if (const auto why = check(found)) {
+            return failure(file, "is not read", *why);
+        }
     }
     constexpr std::size_t step = 1U << 16U;
     std::string content;
-    while (content.size() <= AtomicFile::largest) {
+    while (content.size() <= most) {
         const std::size_t size = content.size();
         content.resize(size + step);
         const auto count =
@@ -145,8 +160,7 @@ std::expected<std::optional<std::string>, FileError> readAll(const path& file, i
             return content;
         }
     }
-    return failure(file, "cannot be read",
-                   "it is larger than " + std::to_string(AtomicFile::largest >> 20U) + " MiB");
+    return failure(file, "cannot be read", "it is larger than " + std::to_string(most >> 20U) + " MiB");
 }
 
 }  // namespace
@@ -162,6 +176,7 @@ FileCalls::FileCalls()
       mkdir([](const char* folder, unsigned mode) { return ::mkdir(folder, static_cast<mode_t>(mode)); }),
       readlink(::readlink),
       lstat([](const char* file, struct stat* found) { return ::lstat(file, found); }),
+      fstat([](int file, struct stat* found) { return ::fstat(file, found); }),
       flock(::flock),
       ftruncate([](int file, long long size) { return ::ftruncate(file, static_cast<off_t>(size)); }),
       kill(::kill) {}
@@ -220,6 +235,24 @@ std::expected<std::optional<std::string>, FileError> AtomicFile::readOwn(const p
     }
     // There was no link a moment ago. If somebody has put one there since, opening the file fails.
     return readAll(file, *target == file ? O_NOFOLLOW : 0, calls);
+}
+
+std::expected<std::optional<std::string>, FileError> AtomicFile::readOf(unsigned owner, const path& file,
+                                                                        std::size_t most,
+                                                                        const FileCalls& calls) {
+    const Check check = [owner](const struct stat& found) -> std::optional<std::string> {
+        if ((found.st_mode & S_IFMT) != S_IFREG) {
+            return (found.st_mode & S_IFMT) == S_IFDIR ? "it is a folder" : "it is no file";
+        }
+        if (found.st_uid != owner) {
+            return owner == 0 ? "it does not belong to root" : "it belongs to another user";
+        }
+        if ((found.st_mode & (S_IWGRP | S_IWOTH)) != 0) {
+            return "other users may write to it";
+        }
+        return std::nullopt;
+    };
+    return readAll(file, O_NOFOLLOW, calls, most, check);
 }
 
 std::expected<void, FileError> AtomicFile::replace(const path& file, std::string_view content,

@@ -38,6 +38,7 @@ struct FileCalls {
     std::function<int(const char* path, unsigned mode)> mkdir;
     std::function<std::ptrdiff_t(const char* path, char* target, std::size_t size)> readlink;
     std::function<int(const char* path, struct stat* found)> lstat;
+    std::function<int(int file, struct stat* found)> fstat;
     std::function<int(int file, int operation)> flock;
     std::function<int(int file, long long size)> ftruncate;
     std::function<int(int process, int signal)> kill;
@@ -55,6 +56,13 @@ inline constexpr std::size_t largest = 16U << 20U;  ///< bytes that `read` accep
 /// As `read`, for a file of the user's own: a link in its place that belongs to somebody else is an error.
 [[nodiscard]] std::expected<std::optional<std::string>, FileError> readOwn(const std::filesystem::path& path,
                                                                            const FileCalls& calls = {});
+
+/// As `read`, for a file that only a certain user may have written: a file of at most `most` bytes that
+/// belongs to `owner` and that nobody else may write to. Anything else in its place is an error, a link too.
+[[nodiscard]] std::expected<std::optional<std::string>, FileError> readOf(unsigned owner,
+                                                                          const std::filesystem::path& path,
+                                                                          std::size_t most,
+                                                                          const FileCalls& calls = {});
 
 /// Replaces a file, or what a symbolic link of the user's in its place points to, and makes missing folders.
 /// Only the user may read the result. At every moment, also after a crash, either the old or the new content

@@ -232,4 +232,18 @@ std::expected<LayoutExport, LayoutReadError> LayoutExport::read(std::string_view
     return *std::move(layout);
 }
 
+namespace {
+
+template <class Record>
+bool hasKey(std::string_view key) {
+    return std::apply([&](const auto&... fields) { return ((fields.key == key) || ...); },
+                      JsonRecord<Record>::fields);
+}
+
+}  // namespace
+
+bool isLayoutKey(std::string_view key) {
+    return hasKey<Layout>(key) || hasKey<LayoutExport>(key);
+}
+
 }  // namespace velko

@@ -25,6 +25,9 @@ namespace velko {
 /// Writes a layout as JSON: indented, keys sorted, dates as ISO 8601, ending in a line feed.
 [[nodiscard]] std::string encodeLayout(const Layout& layout);
 
+/// Whether a layout file or an export file may have that key.
+[[nodiscard]] bool isLayoutKey(std::string_view key);
+
 /// Why a file is not a layout that this Velko can import.
 enum class ImportError { notVelko, newerFormat };
 
