@@ -8,6 +8,7 @@
 #include "Simulator/Desktop/SimulatedDialogs.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Presenting.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Files/AtomicFile.h"
@@ -92,6 +93,11 @@ constexpr auto settingTable = std::to_array<VelkoAct>({
     {Verb::showChanges,
      [](const Step& step, AppController& velko, const BundleID& app) -> Done {
          velko.preferences().setPopsOut(app, isOn(step));
+         return {};
+     }},
+    {Verb::showToAudience,
+     [](const Step& step, AppController& velko, const BundleID& app) -> Done {
+         velko.presenting().setStays(app, isOn(step));
          return {};
      }},
     {Verb::setLogin,

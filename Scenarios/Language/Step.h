@@ -73,6 +73,7 @@ enum class Verb {
     dismiss,
     alwaysKeep,
     showChanges,
+    showToAudience,
     forget,
     undo,
     redo,

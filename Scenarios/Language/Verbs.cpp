@@ -113,6 +113,7 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::dismiss, "dismiss APP"},
     {Verb::alwaysKeep, "always keep APP"},
     {Verb::showChanges, "show changes APP SWITCH"},
+    {Verb::showToAudience, "show to audience APP SWITCH"},
     {Verb::forget, "forget APP"},
     {Verb::undo, "undo"},
     {Verb::redo, "redo"},

@@ -161,8 +161,9 @@ void checkPopOuts(StepCheck& check) {
         awaited.undisturbedFrom = check.now() + (check.step.verb == Verb::iconAdd ? newIconTime : 0s);
     }
     const bool isWatching = check.expected.isWell() && isAttended(check) &&
-                            check.expected.layout.popOutOnChange && !disturbsWatch(check.step.verb) &&
-                            check.now() >= awaited.undisturbedFrom && answersEverybody(check.world.mac());
+                            check.expected.layout.popOutOnChange && !check.expected.out.isPresenting &&
+                            !disturbsWatch(check.step.verb) && check.now() >= awaited.undisturbedFrom &&
+                            answersEverybody(check.world.mac());
     std::map<BundleID, std::string> looks;
     for (const BundleID& app : isWatching ? check.expected.present : BundleIDs()) {
         if (const auto look = lookOf(check, app)) {
@@ -196,6 +197,10 @@ void checkDeadlines(StepCheck& check, Expected::Uptime touched) {
     check.require(
         !tucks || now < std::max(expected.tucksFrom, touched + seconds) + heldByPointer(check) + slack,
         "revealed icons tuck themselves");
+    const std::chrono::minutes presents(expected.layout.presentingMinutes);
+    check.require(
+        !expected.out.isPresenting || presents == 0min || now < expected.presentedAt + presents + watchTime,
+        "presenting ends when its time is over");
     checkOffer(check);
     checkActivity(check);
     checkPopOuts(check);

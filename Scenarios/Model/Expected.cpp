@@ -26,6 +26,9 @@ Section sectionCalled(const std::string& name) {
 // What is out
 
 std::string Out::text() const {
+    if (isPresenting) {
+        return "share-safe";
+    }
     if (!opened.empty()) {
         return "opening " + opened + " (from " + Out{.reach = reach}.text() + ")";
     }
@@ -38,6 +41,12 @@ std::string Out::text() const {
 }
 
 Out Out::after(const std::string& event) const {
+    if (isPresenting) {
+        return event == "shareStopped" ? Out{.reach = reach} : *this;
+    }
+    if (event == "shareStarted") {
+        return {.reach = reach, .isPresenting = true};
+    }
     if (event.starts_with("peek ")) {
         return {.reach = reach, .opened = event.substr(5)};
     }
@@ -97,7 +106,7 @@ bool Expected::isEverythingOut() const {
     if (!isWell()) {
         return true;
     }
-    if (alone) {
+    if (alone || out.isPresenting) {
         return false;
     }
     if ((isActivityOn && !isActivityDismissed) ||
@@ -117,6 +126,10 @@ std::optional<BundleIDs> Expected::shown() const {
     apps.insert(own);
     if (alone) {
         apps.insert(*alone);
+        return apps;
+    }
+    if (out.isPresenting) {
+        apps.insert(layout.shareKeep.begin(), layout.shareKeep.end());
         return apps;
     }
     for (const BundleID& app : known()) {

@@ -19,11 +19,12 @@ struct Out {
     enum class Reach { barOnly, tuckedToo, buriedToo };
 
     Reach reach = Reach::barOnly;
-    BundleID opened{};  ///< none: empty
+    BundleID opened{};          ///< none: empty
+    bool isPresenting = false;  ///< only what an audience may see is, and the rest waits
 
     bool operator==(const Out&) const = default;
 
-    [[nodiscard]] bool isRevealed() const { return reach != Reach::barOnly; }
+    [[nodiscard]] bool isRevealed() const { return !isPresenting && reach != Reach::barOnly; }
     /// As the log says it.
     [[nodiscard]] std::string text() const;
     /// What is out after the event with that name in the log.
@@ -51,6 +52,8 @@ struct Expected {
     BundleID own{};
     Layout layout{};
     Out out{};
+    Uptime presentedAt{0};
+    Date presentedSince{};
     bool isPinned = false;  ///< the shelf does not go by itself
     RevealStyle style = RevealStyle::inline_;
     std::optional<BundleID> alone{};  ///< the app that "show me" shows, and nothing else

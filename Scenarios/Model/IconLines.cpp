@@ -115,6 +115,17 @@ void revealed(LogLine& line) {
         }
         expected.tuckedAt = line.at;
     }
+    if (event == "shareStarted") {
+        expected.popped.clear();
+        expected.alone.reset();
+        expected.presentedAt = line.at;
+        expected.presentedSince = check.date();
+    }
+    if (event.starts_with("share")) {
+        const bool mayEnd = expected.asked.contains("presenting is over");
+        check.require(mayEnd || !check.leavesVelkoAlone(), "the user alone decides", line.text);
+        expected.asked.erase("presenting is over");
+    }
     if (!expected.out.isRevealed() && next.isRevealed()) {
         expected.style = styleNow(check);
     }
@@ -134,6 +145,17 @@ void pinned(LogLine& line) {
                        "only an open shelf is pinned");
     expected.isPinned = line.text == "shelf pinned";
     line.rearm();
+}
+
+/// Time also passes while the Mac sleeps, but then the model reads the clock late.
+void presentingTimeOver(LogLine& line) {
+    const Expected& expected = line.check.expected;
+    const std::chrono::minutes lasts(expected.layout.presentingMinutes);
+    const bool isOver = line.at - expected.presentedAt >= lasts - 1s ||
+                        line.check.date() - expected.presentedSince >= lasts - 1s;
+    line.check.require(expected.out.isPresenting && lasts > 0min && isOver,
+                       "presenting lasts as long as the user wants", line.text);
+    line.check.expected.asked.insert("presenting is over");
 }
 
 // Pop-outs, show-me and Live Activities
@@ -223,6 +245,9 @@ constexpr auto iconRows = std::to_array<LineRow>({
     {"reveal", "*: * -> *", revealed},
     {"reveal", "shelf pinned", pinned},
     {"reveal", "shelf let go", pinned},
+    {"reveal", "not presenting: *", nothingFollows},
+    {"reveal", "the time for presenting is over", presentingTimeOver},
+    {"showme", "not while presenting: *", nothingFollows, By::user},
     {"showme", "showing *", shownAlone, By::user},
 });
 

@@ -67,6 +67,21 @@ void keepSwitched(LogLine& line) {
     }
 }
 
+void staysSwitched(LogLine& line) {
+    Expected& expected = line.check.expected;
+    BundleIDs& stays = expected.layout.shareKeep;
+    if (line.parts[1] == "true") {
+        stays.insert(line.parts[0]);
+    } else {
+        stays.erase(line.parts[0]);
+    }
+    expected.asked.insert("stays while presenting");
+}
+
+void lastingChanged(LogLine& line) {
+    line.check.expected.layout.presentingMinutes = line.parts.empty() ? 0 : std::stoll(line.parts[0]);
+}
+
 void popsOutSwitched(LogLine& line) {
     Expected& expected = line.check.expected;
     const BundleID& app = line.parts[0];
@@ -208,6 +223,9 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"settings", "reveal settings *, *, *, *", revealSettingsChanged, By::user},
     {"settings", "show when it changes * *", popsOutSwitched, By::user},
     {"settings", "launch at login *", nothingFollows},
+    {"settings", "stays while presenting * *", staysSwitched, By::user},
+    {"settings", "presenting lasts until it is ended", lastingChanged, By::user},
+    {"settings", "presenting lasts * minutes", lastingChanged, By::user},
     {"settings", "*", switched, By::user},
     {"keys", "ignored: *", nothingFollows},
     {"keys", "no key for *: *", nothingFollows},

@@ -42,7 +42,7 @@ bool isReason(const LogLine& line, const std::string& reason) {
         return true;
     }
     return expected.asked.contains(reason) || reason == "inventory" || reason == "try again" ||
-           reason == "autoTuck" ||
+           reason == "autoTuck" || expected.out.isPresenting ||
            (reason == "show me done" && expected.alone && isAbout(line.at, expected.aloneUntil)) ||
            (reason == "peekEnded" && expected.openedAt && line.at - *expected.openedAt < longestOpening);
 }
@@ -63,7 +63,7 @@ void refused(LogLine& line) {
     Expected& expected = line.check.expected;
     line.check.require(isReason(line, line.parts[0]), "a plan is applied for a reason", line.text);
     expected.asked.erase(line.parts[0]);  // what was asked for later is still to be answered
-    expected.out = {};
+    expected.out = expected.out.isPresenting ? expected.out : Out();
     expected.isPinned = false;
     expected.awaited.activity.reset();
     expected.isRefused = true;

@@ -89,14 +89,16 @@ Promise promiseOfPress(const Step& step) {
     return step.word == "settings" ? promiseOfSettings(what, app, step.value.value_or("")) : std::nullopt;
 }
 
-Promise promiseOf(const Step& step) {
+Promise promiseOf(const Step& step, bool isPresenting) {
     const BundleID app = appIn(step);
     switch (step.verb) {
         case Verb::place: return {{"layout", app + " -> " + step.word}};
-        case Verb::showMe: return {{"showme", "showing " + app}};
+        case Verb::showMe: return {{"showme", (isPresenting ? "not while presenting: " : "showing ") + app}};
         case Verb::dismiss: return {{"autopilot", "not now: " + app}};
         case Verb::showChanges:
             return {{"settings", "show when it changes " + app + " " + spoken(step.word)}};
+        case Verb::showToAudience:
+            return {{"settings", "stays while presenting " + app + " " + spoken(step.word)}};
         case Verb::alwaysKeep: return {{"autopilot", "always keep: " + app}};
         case Verb::finishSetup: return {{"setup", "sorted: 0 in the bar, 0 tucked, 0 buried"}};
         case Verb::setSwitch: {
@@ -167,7 +169,7 @@ void checkCommand(StepCheck& check) {
     const Expected& expected = check.expected;
     const std::string command = check.step.text.value_or("");
     const bool stepsAside = expected.isActivityOn && !expected.isActivityDismissed;
-    if (!expected.isWell() || expected.isRefused || stepsAside) {
+    if (!expected.isWell() || expected.isRefused || stepsAside || expected.out.isPresenting) {
         return;
     }
     if (command.starts_with("show")) {
@@ -197,7 +199,8 @@ ClickMeaning meaningOfClick(const StepCheck& check) {
     if (expected.isMenuOpen) {
         return ClickMeaning::nothing;
     }
-    if (!expected.isWell() || (!expected.out.isRevealed() && !expected.isAnyHideable())) {
+    const bool canShowMore = !expected.out.isPresenting && expected.isAnyHideable();
+    if (!expected.isWell() || (!expected.out.isRevealed() && !canShowMore)) {
         return ClickMeaning::menu;
     }
     const bool isOwnClosing =
@@ -217,7 +220,7 @@ void checkStep(StepCheck& check, const std::vector<Happening>& happened) {
     if (check.world.velko() == nullptr) {
         return;
     }
-    if (const auto promise = promiseOf(check.step)) {
+    if (const auto promise = promiseOf(check.step, check.expected.out.isPresenting)) {
         check.require(wasLogged(happened, promise->first, promise->second), "the log says what the user did",
                       "[" + promise->first + "] " + promise->second);
     }

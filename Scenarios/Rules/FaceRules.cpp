@@ -49,6 +49,9 @@ std::string expectedToolTip(AppController& velko) {
     if (velko.note().isAnythingToAsk() && !values.noteDeferred) {
         return "Velko has something to ask. Click to see.";
     }
+    if (values.isPresenting()) {
+        return "Presenting: only the icons that you chose show. Click for the menu.";
+    }
     if (values.liveActivityShowing && !values.liveActivityDismissed) {
         return "An iPhone Live Activity is on, so everything's out. Click to tidy anyway.";
     }
@@ -139,8 +142,9 @@ void FaceRules::checkBroom(AppController& velko, bool isCalm) {
     require(mayLag(velko) || !dotWrongSince_ || now - *dotWrongSince_ <= drawingTime,
             "the dot shows whether there is something to ask");
     const double tilt = velko.values().state.isRevealed() ? Timing::broomRockDegrees : 0;
-    require(!isCalm || mayLag(velko) || *drawing == BroomDrawing::icon({.tilt = tilt, .hasDot = asks}),
-            "the broom leans as the icons are");
+    const view::Drawing right =
+        BroomDrawing::icon({.tilt = tilt, .hasDot = asks, .isPresenting = velko.values().isPresenting()});
+    require(!isCalm || mayLag(velko) || *drawing == right, "the broom leans as the icons are");
 }
 
 void FaceRules::checkSurfaces(const AppController& velko, bool isCalm) {
@@ -162,6 +166,7 @@ void FaceRules::checkNote(const AppController& velko, bool isCalm) {
     if (note == nullptr) {
         return;
     }
+    require(!velko.values().isPresenting(), "an audience sees no questions");
     auto waiting = velko.values().layout.inbox;
     std::ranges::sort(waiting);
     require(appsWith("keep:", *note) == waiting, "the note asks about those who wait");
@@ -249,7 +254,8 @@ void FaceRules::checkKeys(AppController& velko) {
     std::set<KeyCombination> wanted;
     for (const HotKeyRow& row : hotKeyActions) {
         const auto keys = velko.keys().keysOf(row.action);
-        if (keys && !isPaused && !velko.values().keyFaults.contains(row.action)) {
+        const bool isOffered = velko.keys().isOffered(row.action);
+        if (keys && isOffered && !isPaused && !velko.values().keyFaults.contains(row.action)) {
             wanted.insert(*keys);
         }
     }

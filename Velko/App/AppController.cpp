@@ -130,6 +130,10 @@ void AppController::shelfTouched() {
 }
 
 void AppController::open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> pressed) {
+    if (values_.isPresenting() && engine_->current().hides(bundleID)) {
+        log_.log("open", "not while presenting: " + bundleID);
+        return;
+    }
     flows_->showMe.stop();  // it would keep this app's icon hidden
     const auto* const peek = values_.state.asPeeking();
     if (peek != nullptr && peek->bundleID == bundleID) {
@@ -147,6 +151,8 @@ void AppController::keyPressed(HotKeyAction action) {
         if (const auto told = onSearchKey) {
             told();
         }
+    } else if (action == HotKeyAction::presenting) {
+        presenting().toggle();
     } else if (!consumesClick()) {
         toggle(action == HotKeyAction::toggleWithBuried);
     }
@@ -203,6 +209,10 @@ LayoutTransfer& AppController::transfer() noexcept {
 
 GlobalKeys& AppController::keys() noexcept {
     return flows_->keys;
+}
+
+Presenting& AppController::presenting() noexcept {
+    return flows_->presenting;
 }
 
 void AppController::toggleIconWatch() {

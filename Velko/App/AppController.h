@@ -28,6 +28,7 @@ class LayoutTransfer;
 class Log;
 class NoteDeferral;
 class Preferences;
+class Presenting;
 class ShowMe;
 class SystemResponses;
 struct ClickTapEvent;
@@ -97,7 +98,8 @@ class AppController final : private FlowHost {
     /// The user does something in the shelf, which goes by itself only a while after the last time.
     void shelfTouched();
     /// Opens the menu of an app, also if its icon is hidden; counts as a click on its icon. Nothing happens
-    /// while that app is being opened already. `pressed` is told what came of it, within half a second.
+    /// while that app is being opened already, or while presenting hides its icon. `pressed` is told what
+    /// came of it, within half a second.
     void open(const BundleID& bundleID, std::function<void(ItemOpener::Press)> pressed = {});
     /// Puts an app into a section; for one that waits in the inbox, this is the answer.
     void place(const BundleID& bundleID, Section section) { place(BundleIDs{bundleID}, section); }
@@ -127,6 +129,7 @@ class AppController final : private FlowHost {
     [[nodiscard]] ShowMe& showMe() noexcept;
     [[nodiscard]] LayoutTransfer& transfer() noexcept;
     [[nodiscard]] GlobalKeys& keys() noexcept;
+    [[nodiscard]] Presenting& presenting() noexcept;
 
     // The machinery below.
 

@@ -78,8 +78,13 @@ struct AppValues {
         return activeStyle == RevealStyle::shelf && state.isRevealed();
     }
 
+    /// Whether only what an audience may see shows.
+    [[nodiscard]] bool isPresenting() const noexcept { return state.asShareSafe() != nullptr; }
+
     /// Whether everything is out because of an iPhone Live Activity.
-    [[nodiscard]] bool stepsAside() const noexcept { return liveActivityShowing && !liveActivityDismissed; }
+    [[nodiscard]] bool stepsAside() const noexcept {
+        return liveActivityShowing && !liveActivityDismissed && !isPresenting();
+    }
 };
 
 /// Tells observers that something has changed: once per turn of the main thread, however much it was, and

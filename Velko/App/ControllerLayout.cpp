@@ -34,11 +34,13 @@ void AppController::followSwitches() {
         flows_->popOut.endAll();
     }
     flows_->liveActivity.settingChanged();
+    flows_->presenting.reconsider();
     visibility_.setState(values_.state);
 }
 
 void AppController::layoutReplaced(const char* reason) {
     followSwitches();
+    flows_->keys.takeAll();
     apply({.reason = reason});
     flows_->autopilot.settle();
 }

@@ -28,6 +28,7 @@ void SystemResponses::handleSystemEvent(const std::string& reason, bool light) {
     if (!light) {
         Calendar::rereadZone();
         parts_.flows.autopilot.heedClock();
+        parts_.flows.presenting.reconsider();
     }
     if (parts_.host.values().problems.engineUnavailable) {
         return;

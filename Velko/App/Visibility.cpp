@@ -141,7 +141,7 @@ VisibilityPlan Visibility::currentPlan() const {
                                    .state = values.state,
                                    .inventory = present_,
                                    .ownBundleID = parts_.ownBundleID,
-                                   .shareKeep = none,
+                                   .shareKeep = values.layout.shareKeep,
                                    .style = values.activeStyle,
                                    .poppedOut = values.layout.popOutOnChange ? values.poppedOut : none,
                                    .liveActivity = values.stepsAside()});
@@ -167,7 +167,9 @@ void Visibility::applied(const ApplyRequest& request, const MenuBarEngine::Resul
     if (!result) {
         parts_.log.log(
             "engine", "FAILED (" + request.reason + "): " + describe(result.error()) + ". Everything shown.");
-        setState(RevealState::collapsed());
+        if (!host_.values().isPresenting()) {  // the audience goes on watching, so the next plan hides again
+            setState(RevealState::collapsed());
+        }
     } else if (*result > Uptime::zero() || request.force) {
         parts_.log.log("engine", "applied (" + request.reason + ") in " + roundedMilliseconds(*result) +
                                      " ms: " + describe(plan));

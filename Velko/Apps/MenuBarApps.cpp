@@ -61,6 +61,14 @@ std::string describe(const FailedOpening& failed, const AppNames& names) {
                             : name + " isn't running any more.";
 }
 
+std::optional<std::string> whyKeptIn(const AppController& controller, const BundleID& bundleID,
+                                     const AppNames& names) {
+    const AppValues& values = controller.values();
+    return values.isPresenting() && controller.engine().current().hides(bundleID)
+               ? std::optional(inSentence(names.of(bundleID)) + " stays hidden while you are presenting.")
+               : std::nullopt;
+}
+
 std::string whyNoApps(const AppValues& values) {
     if (values.problems.engineUnavailable) {
         return "Velko can't look at your menu bar: this macOS build isn't supported.";

@@ -90,6 +90,17 @@ Path strand(double x) {
             curveTo({.x = x * 0.6, .y = 4.2}, {.x = x * 0.8, .y = 5.6}, {.x = x, .y = 7.1})};
 }
 
+// The screen stands at the right, where the broom leaves room. It has the icon's coordinates.
+
+Path screen() {
+    return {moveTo({.x = 11.3, .y = 11.6}), lineTo({.x = 17.2, .y = 11.6}), lineTo({.x = 17.2, .y = 15.4}),
+            lineTo({.x = 11.3, .y = 15.4}), closePath()};
+}
+
+Path screenFoot() {
+    return {moveTo({.x = 12.9, .y = 17.2}), lineTo({.x = 15.6, .y = 17.2})};
+}
+
 }  // namespace
 
 Drawing icon(const Pose& pose) {
@@ -100,6 +111,10 @@ Drawing icon(const Pose& pose) {
     drawing.shapes.push_back({.path = view::moved(straw(0.5), placing)});
     if (pose.hasDot) {
         drawing.shapes.push_back({.path = view::circle({.x = 14.8, .y = 14.8}, 1.9)});
+    }
+    if (pose.isPresenting) {
+        drawing.shapes.push_back({.path = screen(), .strokeWidth = 1.1});
+        drawing.shapes.push_back({.path = screenFoot(), .strokeWidth = 1.1});
     }
     return drawing;
 }
@@ -162,6 +177,12 @@ void BroomIcon::setDot(bool shows) {
     }
 }
 
+void BroomIcon::setPresenting(bool presents) {
+    if (std::exchange(presents_, presents) != presents && !animation_.isPending()) {
+        draw();
+    }
+}
+
 void BroomIcon::lean(bool over) {
     const Rock rock{
         .start = platform_.mainThread.now(), .from = angle_, .to = over ? Timing::broomRockDegrees : 0};
@@ -187,7 +208,8 @@ void BroomIcon::swing(Rock rock) {
 }
 
 void BroomIcon::draw() {
-    view::Drawing drawing = BroomDrawing::icon({.tilt = angle_, .hasDot = showsDot_});
+    view::Drawing drawing =
+        BroomDrawing::icon({.tilt = angle_, .hasDot = showsDot_, .isPresenting = presents_});
     if (drawing != drawn_) {
         item_.setImage(drawing);
         drawn_ = std::move(drawing);

@@ -16,10 +16,11 @@ namespace velko::BroomDrawing {
 struct Pose {
     double tilt = 0;  ///< how much more it leans than at rest: degrees, clockwise
     bool hasDot = false;
+    bool isPresenting = false;
 };
 
 /// The broom for the menu bar: 18 points wide and high, in one ink. The dot is a speck of dust on the floor
-/// beside it.
+/// beside it; while the user presents, a screen stands there.
 [[nodiscard]] view::Drawing icon(const Pose& pose);
 
 /// The broom in its colours, `points` wide and high.
@@ -38,6 +39,8 @@ class BroomIcon final : private NonCopyable {
 
     /// Draws the dot beside it, or leaves it out.
     void setDot(bool shows);
+    /// Draws the screen of who presents, or leaves it out.
+    void setPresenting(bool presents);
     /// Rocks to the side, as for icons that are revealed, or back. Where the user wants less motion, it is
     /// there at once.
     void lean(bool over);
@@ -58,6 +61,7 @@ class BroomIcon final : private NonCopyable {
     Platform platform_;
     double angle_ = 0;  ///< its tilt, in degrees
     bool showsDot_ = false;
+    bool presents_ = false;
     std::optional<view::Drawing> drawn_;
     Task animation_;
 };

@@ -50,7 +50,8 @@ void HoverWatcher::check() {
     }
     const PointerPlace at = look(displays);
     ignoresBroom_ = ignoresBroom_ && at.overBroom;
-    if (ignoresBroom_ || parts_.controller.values().stepsAside()) {
+    const AppValues& values = parts_.controller.values();
+    if (ignoresBroom_ || values.stepsAside() || values.isPresenting()) {
         return;
     }
     const bool revealed = isRevealed();
@@ -97,7 +98,7 @@ void HoverWatcher::schedule(Timing::Duration delay, std::function<void()> action
 void HoverWatcher::reveal() {
     // Otherwise the toggle would hide what is out for a Live Activity, or close the app that peeks.
     const AppValues& values = parts_.controller.values();
-    if (isRevealed() || values.stepsAside() || values.state.asPeeking() != nullptr) {
+    if (isRevealed() || values.stepsAside() || values.isPresenting() || values.state.asPeeking() != nullptr) {
         return;
     }
     parts_.controller.revealByPointer();
@@ -106,8 +107,9 @@ void HoverWatcher::reveal() {
 
 void HoverWatcher::tuck() {
     const Surface& shelf = parts_.ports.surfaces.surface(Surfaces::Kind::shelf);
-    if (revealedByHover_ && isRevealed() && !parts_.controller.values().stepsAside() &&
-        !parts_.controller.values().isShelfPinned && !isAnyMenuOpen(parts_.platform) && !shelf.isInHand()) {
+    const AppValues& values = parts_.controller.values();
+    if (revealedByHover_ && isRevealed() && !values.stepsAside() && !values.isPresenting() &&
+        !values.isShelfPinned && !isAnyMenuOpen(parts_.platform) && !shelf.isInHand()) {
         revealedByHover_ = false;
         parts_.controller.toggle();
     }

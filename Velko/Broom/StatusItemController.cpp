@@ -26,6 +26,9 @@ std::string toolTipFor(const AppValues& values, bool hasQuestion) {
     if (hasQuestion && !values.noteDeferred) {
         return "Velko has something to ask. Click to see.";
     }
+    if (values.isPresenting()) {
+        return "Presenting: only the icons that you chose show. Click for the menu.";
+    }
     if (values.stepsAside()) {
         return "An iPhone Live Activity is on, so everything's out. Click to tidy anyway.";
     }
@@ -67,6 +70,9 @@ NoteController& StatusItemController::note() {
 // What it shows
 
 void StatusItemController::update() {
+    if (parts_.controller.values().isPresenting() && note_ && note_->isShowing()) {
+        note_->close();  // an audience sees no questions
+    }
     if (parts_.controller.values().health().isOk()) {
         showBroom();
     } else {
@@ -93,6 +99,7 @@ void StatusItemController::showBroom() {
         broom_ = std::make_unique<BroomIcon>(parts_.ports.statusItem, parts_.ports.surfaces, parts_.platform);
     }
     broom_->setDot(hasQuestion);
+    broom_->setPresenting(values.isPresenting());
     if (std::exchange(shownRevealed_, isRevealed) != isRevealed) {
         broom_->lean(isRevealed);
     }
@@ -128,7 +135,8 @@ void StatusItemController::clicked(const BroomClick& click) {
     AppController& controller = parts_.controller;
     const AppValues& values = controller.values();
     const bool isRevealed = values.state.isRevealed();
-    if (!values.health().isOk() || (!isRevealed && hiddenApps(controller).areNone())) {
+    const bool hasNothingToShow = values.isPresenting() || (!isRevealed && hiddenApps(controller).areNone());
+    if (!values.health().isOk() || hasNothingToShow) {
         openMenu(false);
         return;
     }

@@ -11,6 +11,7 @@
 #include "Velko/App/Health.h"
 #include "Velko/App/Log.h"
 #include "Velko/Apps/MenuBarApps.h"
+#include "Velko/Flows/Presenting.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Habits/AppUsage.h"
@@ -75,6 +76,10 @@ void MenuActions::openSettings() const {
 
 void MenuActions::openSearch() const {
     parts_.host.onSearch({});
+}
+
+void MenuActions::togglePresenting() {
+    parts_.controller.presenting().toggle();
 }
 
 void MenuActions::checkForUpdates() {
@@ -180,6 +185,15 @@ void addApps(Menu& menu, const std::vector<PresentApp>& apps, const Actions& act
     }
 }
 
+constexpr const char* openSymbol = "arrow.up.forward.app";
+
+MenuItem closedOpenItem() {
+    return {.title = "Open",
+            .help = "Hidden icons stay hidden while you are presenting.",
+            .symbol = openSymbol,
+            .isEnabled = false};
+}
+
 MenuItem openItem(const HiddenApps& hidden, bool offersSearch, const Actions& actions) {
     const bool hasGroups = !hidden.tucked.empty() && !hidden.buried.empty();
     Menu submenu;
@@ -202,7 +216,7 @@ MenuItem openItem(const HiddenApps& hidden, bool offersSearch, const Actions& ac
     const bool isEnabled = !submenu.empty();
     return {.title = "Open",
             .help = isEnabled ? "" : "No app in the menu bar is tucked or buried.",
-            .symbol = "arrow.up.forward.app",
+            .symbol = openSymbol,
             .isEnabled = isEnabled,
             .submenu = std::move(submenu)};
 }
@@ -232,8 +246,20 @@ Menu mainMenu(const FaceParts& parts, const std::weak_ptr<MenuActions>& actions)
         menu.push_back(MenuItem::notice(wrongPlaceInWords));
         menu.push_back(MenuItem::separator());
     }
-    menu.push_back(openItem(hiddenApps(controller), controller.values().layout.searchInMenu, actions));
-    addQuestions(menu, controller, actions);
+    const bool isPresenting = controller.values().isPresenting();
+    menu.push_back(isPresenting
+                       ? closedOpenItem()
+                       : openItem(hiddenApps(controller), controller.values().layout.searchInMenu, actions));
+    if (controller.values().layout.offersPresenting) {
+        menu.push_back({.title = "Presenting",
+                        .symbol = "rectangle.on.rectangle",
+                        .isEnabled = isPresenting || controller.values().health().isOk(),
+                        .isChecked = isPresenting,
+                        .action = doing(actions, &MenuActions::togglePresenting)});
+    }
+    if (!isPresenting) {
+        addQuestions(menu, controller, actions);
+    }
     menu.push_back(MenuItem::separator());
     menu.push_back(
         {.title = "Settings…", .symbol = "gearshape", .action = doing(actions, &MenuActions::openSettings)});

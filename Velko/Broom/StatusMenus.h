@@ -22,6 +22,7 @@ class MenuActions final : private NonCopyable {
     void showNoteFromMenu() const;
     void openSettings() const;
     void openSearch() const;
+    void togglePresenting();
     void checkForUpdates();
     void quit();
 

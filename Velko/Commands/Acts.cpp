@@ -10,6 +10,7 @@
 #include "Velko/Commands/Reports.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Presenting.h"
 #include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Layout/Switches.h"
@@ -57,9 +58,18 @@ RevealState stateOf(const FaceParts& parts) {
     return parts.controller.values().state;
 }
 
+/// Why icons can be brought out or tucked by nobody now; nothing if they can.
+std::optional<std::string> whyStill(const AppValues& values) {
+    auto why = whyHelpless(values);
+    if (!why && values.isPresenting()) {
+        why = "You are presenting, so hidden icons stay hidden. “velko present off” ends that.";
+    }
+    return why;
+}
+
 Reply show(const Call& call, const FaceParts& parts) {
     AppController& velko = parts.controller;
-    if (const auto why = whyHelpless(velko.values())) {
+    if (const auto why = whyStill(velko.values())) {
         return refusal(*why);
     }
     velko.showMe().stop();
@@ -84,7 +94,7 @@ Reply show(const Call& call, const FaceParts& parts) {
 
 Reply tuck(const Call&, const FaceParts& parts) {
     AppController& velko = parts.controller;
-    if (const auto why = whyHelpless(velko.values())) {
+    if (const auto why = whyStill(velko.values())) {
         return refusal(*why);
     }
     // The usual event means nothing to an open menu, or while an activity shows.
@@ -96,7 +106,7 @@ Reply tuck(const Call&, const FaceParts& parts) {
 
 Reply toggle(const Call&, const FaceParts& parts) {
     AppController& velko = parts.controller;
-    if (const auto why = whyHelpless(velko.values())) {
+    if (const auto why = whyStill(velko.values())) {
         return refusal(*why);
     }
     if (!velko.showMe().stop()) {
@@ -139,6 +149,15 @@ Reply ask(const Call& call, const FaceParts& parts) {
     return saved(parts);
 }
 
+Reply present(const Call& call, const FaceParts& parts) {
+    if (call.argument(0) == "off") {
+        parts.controller.presenting().stop();
+        return {};
+    }
+    const auto why = parts.controller.presenting().start();
+    return why ? refusal(*why) : Reply();
+}
+
 Reply search(const Call& call, const FaceParts& parts) {
     parts.host.onSearch(call.argument(0));
     return {};
@@ -155,6 +174,7 @@ constexpr auto acts = std::to_array<std::pair<Verb, Reply (*)(const Call&, const
     {Verb::search, search},
     {Verb::place, place},
     {Verb::ask, ask},
+    {Verb::present, present},
     {Verb::list,
      [](const Call& call, const FaceParts& parts) -> Reply {
          return {.out = call.has("--json") ? listJson(parts) : listText(parts)};

@@ -55,6 +55,10 @@ std::string wishOf(const Call& call, const FaceParts& parts) {
         return call.argument(0) == "on" ? "asks about each new icon from now on."
                                         : "does not ask about new icons any more.";
     }
+    if (call.verb == Verb::present) {
+        return call.argument(0) == "on" ? "hides all icons but those that an audience may see."
+                                        : "ends presenting, so that your icons show again.";
+    }
     const auto app = commands::appMeant(parts, call.argument(0), true);
     const std::string name = printable(app ? app->name : call.argument(0));
     const std::string& section = call.argument(1);
@@ -119,6 +123,11 @@ void CommandDesk::openApp(Caller caller, const std::string& text) {
     const auto app = commands::appMeant(parts_, text, false);
     if (!app) {
         finish(caller, commands::refusal(app.error()));
+        return;
+    }
+    if (const auto why = whyKeptIn(parts_.controller, app->bundleID,
+                                   AppNames(parts_.controller.values(), parts_.platform.workspace))) {
+        finish(caller, commands::refusal(*why));
         return;
     }
     const auto opening = std::make_shared<bool>(true);

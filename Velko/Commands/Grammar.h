@@ -22,6 +22,7 @@ enum class Verb {
     open,
     place,
     ask,
+    present,
     list,
     status,
     layoutExport,

@@ -35,10 +35,17 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
                     {.popOut = popOut, .autopilot = autopilot, .replaced = handlers.layoutReplaced}),
       transfer(host, platform.workspace, ports.dialogs, log,
                [replaced = handlers.layoutReplaced] { replaced("import"); }),
+      presenting(host, platform, ports.surfaces, log,
+                 {.showMe = showMe, .popOut = popOut, .reveal = handlers.reveal}),
       preferences(host, log, ports.loginItem,
                   {.popOut = popOut,
                    .liveActivity = liveActivity,
                    .autopilot = autopilot,
+                   .presentingChanged =
+                       [this] {
+                           presenting.reconsider();
+                           keys.takeAll();
+                       },
                    .revealChanged = std::move(handlers.revealSettingsChanged)}),
       clicks(host, platform, trust,
              {.bar = std::move(handlers.clicks.bar),

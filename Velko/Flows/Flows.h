@@ -14,6 +14,7 @@
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/PopOut.h"
 #include "Velko/Flows/Preferences.h"
+#include "Velko/Flows/Presenting.h"
 #include "Velko/Flows/ProcessWatch.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
@@ -63,6 +64,7 @@ struct Flows final : private NonCopyable {
     Newcomers newcomers;
     LayoutChanges layoutChanges;
     LayoutTransfer transfer;
+    Presenting presenting;
     Preferences preferences;
     ClickRecording clicks;
     GlobalKeys keys;

@@ -34,6 +34,9 @@ void GlobalKeys::takeAll() {
     std::map<HotKeyAction, std::string> faults;
     const auto found = HotKeySettings::read(host_.values().layout.hotKeys);
     for (const auto& [action, keys] : found.keys) {
+        if (!isOffered(action)) {
+            continue;
+        }
         auto why = whyNot(action, keys);
         why = why ? why : take(action, keys);
         if (why) {
@@ -54,7 +57,9 @@ std::optional<std::string> GlobalKeys::set(HotKeyAction action, const std::optio
     const bool hasIt = keys && keys == keysOf(action) && taken_.contains(action);
     if (keys && !hasIt) {
         auto why = whyNot(action, *keys);
-        why = why ? why : take(action, *keys);
+        if (!why && isOffered(action)) {
+            why = take(action, *keys);
+        }
         if (why) {
             return why;
         }
@@ -106,6 +111,10 @@ std::optional<std::string> GlobalKeys::take(HotKeyAction action, const KeyCombin
     const std::string shown = describe(hotKeys_, keys);
     return taken.error() == HotKeys::Refusal::taken ? shown + " is taken by another app."
                                                     : "macOS does not give " + shown + " to Velko.";
+}
+
+bool GlobalKeys::isOffered(HotKeyAction action) const {
+    return action != HotKeyAction::presenting || host_.values().layout.offersPresenting;
 }
 
 Subscription GlobalKeys::pause() {

@@ -25,8 +25,12 @@ class GlobalKeys final : private NonCopyable {
     /// `pressed` is called each time the user presses the key of an action. All references outlive this.
     GlobalKeys(FlowHost& host, HotKeys& hotKeys, Log& log, std::function<void(HotKeyAction)> pressed);
 
-    /// Takes the keys that the layout names. To be called when the layout comes from its file.
+    /// Takes the keys that the layout names, and tells what is wrong with them. To be called when the layout
+    /// comes from its file.
     void follow();
+
+    /// Takes the keys of the actions that are offered. To be called when that may have changed.
+    void takeAll();
 
     /// Gives an action another key, or none, and saves that. If the key cannot be had, nothing changes.
     /// Returns why not, in words for people.
@@ -36,6 +40,9 @@ class GlobalKeys final : private NonCopyable {
     /// Gives all keys back until the subscription ends, so that the user can press one to choose it.
     [[nodiscard]] Subscription pause();
 
+    /// Whether the action does anything. Only then Velko takes its key.
+    [[nodiscard]] bool isOffered(HotKeyAction action) const;
+
     /// The key of an action, if its entry in the layout can be understood.
     [[nodiscard]] std::optional<KeyCombination> keysOf(HotKeyAction action) const;
 
@@ -44,7 +51,6 @@ class GlobalKeys final : private NonCopyable {
     [[nodiscard]] std::optional<std::string> take(HotKeyAction action, const KeyCombination& keys);
     /// Whether the action has its key now, or will have it again after the pause.
     [[nodiscard]] bool isHeld(HotKeyAction action) const;
-    void takeAll();
     void resume();
 
     FlowHost& host_;

@@ -84,9 +84,9 @@ bool ChangeWatch::isWatched(const BundleID& bundleID) const {
 
 bool ChangeWatch::isAnyWatched() const {
     const AppValues& values = host_.values();
-    return values.layout.popOutOnChange && std::ranges::any_of(values.items, [this](const MenuBarItem& item) {
-               return isWatched(item.bundleID);
-           });
+    return values.layout.popOutOnChange && !values.isPresenting() &&
+           std::ranges::any_of(values.items,
+                               [this](const MenuBarItem& item) { return isWatched(item.bundleID); });
 }
 
 std::map<BundleID, Inventory::Watched> ChangeWatch::watchedApps() const {

@@ -64,6 +64,8 @@ void Preferences::setSwitch(Switch which, bool on) {
         affected_.liveActivity.settingChanged();
     } else if (which == Switch::autopilot) {
         affected_.autopilot.settle();
+    } else if (which == Switch::presenting) {
+        affected_.presentingChanged();
     }
 }
 

@@ -25,6 +25,7 @@ class Preferences final : private NonCopyable {
         PopOut& popOut;
         LiveActivityWatch& liveActivity;
         AutopilotOffers& autopilot;
+        std::function<void()> presentingChanged;
         std::function<void()> revealChanged;
     };
 

@@ -143,6 +143,9 @@ Date AutopilotOffers::now() const {
 
 bool NoteDeferral::isAnythingToAsk() const {
     const Layout& layout = host_.values().layout;
+    if (host_.values().isPresenting()) {
+        return false;  // not before an audience
+    }
     return !layout.inbox.empty() || (layout.autopilot.offerPending && !offers_.suggestions().empty());
 }
 

@@ -39,6 +39,10 @@ ShowMe::ShowMe(FlowHost& host, const Platform& platform, Log& log)
     : host_(host), platform_(platform), log_(log) {}
 
 void ShowMe::start(const BundleID& bundleID) {
+    if (host_.values().isPresenting()) {
+        log_.log("showme", "not while presenting: " + bundleID);
+        return;
+    }
     host_.set(&AppValues::showingMe, bundleID);
     log_.log("showme", "showing " + bundleID);
     host_.apply({.reason = "show me " + bundleID});
@@ -53,6 +57,11 @@ bool ShowMe::stop() {
     wait_.cancel();
     end("show me stopped");
     return true;
+}
+
+void ShowMe::forget() {
+    wait_.cancel();
+    host_.set(&AppValues::showingMe, {});
 }
 
 void ShowMe::end(const char* reason) {

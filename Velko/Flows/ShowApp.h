@@ -47,6 +47,8 @@ class ShowMe final : private NonCopyable {
 
     /// Ends it early. Whether there was something to end.
     bool stop();
+    /// The same. Does not apply.
+    void forget();
 
  private:
     void end(const char* reason);

@@ -161,6 +161,9 @@ void SearchController::open(const BundleID& bundleID) {
     if (app == apps_.end()) {
         return;
     }
+    if (tellsWhyKeptIn(bundleID)) {
+        return;
+    }
     trouble_.clear();
     opening_ = std::make_shared<const AppSearch::App>(*app);
     parts_.controller.open(bundleID, [this, opening = std::weak_ptr(opening_)](ItemOpener::Press press) {
@@ -182,7 +185,22 @@ void SearchController::pressed(const AppSearch::App& app, ItemOpener::Press pres
     update();
 }
 
+bool SearchController::tellsWhyKeptIn(const BundleID& bundleID) {
+    auto why = whyKeptIn(parts_.controller, bundleID,
+                         AppNames(parts_.controller.values(), parts_.platform.workspace));
+    if (!why) {
+        return false;
+    }
+    trouble_ = *std::move(why);
+    parts_.ports.surfaces.announce(trouble_);
+    update();
+    return true;
+}
+
 void SearchController::showOnly(const BundleID& bundleID) {
+    if (tellsWhyKeptIn(bundleID)) {
+        return;
+    }
     close();
     parts_.controller.showMe().start(bundleID);
 }

@@ -37,6 +37,8 @@ class SearchController final : private NonCopyable {
     [[nodiscard]] bool press(const view::KeyPress& key);
     void open(const BundleID& bundleID);
     void showOnly(const BundleID& bundleID);
+    /// Says that an icon has to stay hidden, if that is so. Whether it is.
+    bool tellsWhyKeptIn(const BundleID& bundleID);
     void openSettings(const BundleID& bundleID);
     void pressed(const AppSearch::App& app, ItemOpener::Press press);
     void refresh();

@@ -106,8 +106,11 @@ view::Node everything(AppController& controller) {
     const bool isAllOut = controller.engine().current().isShowAll();
     view::Node button =
         view::button("show-all", {.title = "Show All", .press = [&controller] { controller.showAll(); }});
-    button.isEnabled = !isAllOut;
-    button.help = isAllOut ? "Everything is out already." : "";
+    const bool isPresenting = controller.values().isPresenting();
+    button.isEnabled = !isAllOut && !isPresenting;
+    button.help = isAllOut       ? "Everything is out already."
+                  : isPresenting ? "Hidden icons stay hidden while you are presenting."
+                                 : "";
     return explained(
         view::row("show-all:row", {view::text("show-all:title", "All icons, the buried ones too"),
                                    view::spacer("show-all:gap"), std::move(button)}),

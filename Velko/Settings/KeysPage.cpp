@@ -126,7 +126,9 @@ view::Node KeysPage::content() {
     std::vector<view::Node> rows;
     rows.reserve(hotKeyActions.size());
     for (const HotKeyRow& each : hotKeyActions) {
-        rows.push_back(row(each, isLocked));
+        if (controller.keys().isOffered(each.action)) {
+            rows.push_back(row(each, isLocked));
+        }
     }
     view::Node inMenu{.id = std::string(Switches::row(Switch::searchInMenu).name),
                       .isEnabled = !isLocked,

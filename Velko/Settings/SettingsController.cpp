@@ -138,10 +138,15 @@ view::Node keys(const Context& context) {
     return context.keys.content();
 }
 
+view::Node presenting(const Context& context) {
+    return context.presenting.content();
+}
+
 constexpr std::array pages{
     Page{.name = "menu-bar", .title = "Menu Bar", .symbol = "menubar.rectangle", .make = menuBar},
     Page{.name = "general", .title = "General", .symbol = "gearshape", .make = general},
     Page{.name = "keys", .title = "Keys", .symbol = "keyboard", .make = keys},
+    Page{.name = "presenting", .title = "Presenting", .symbol = "rectangle.on.rectangle", .make = presenting},
     Page{.name = "about", .title = "About", .symbol = "info.circle", .make = about},
 };
 
@@ -167,6 +172,7 @@ SettingsController::SettingsController(const FaceParts& parts, BroomFrame& broom
       window_(parts.ports.surfaces, Surfaces::Kind::settings),
       menu_(parts),
       keys_(parts, [this] { update(); }),
+      presenting_(parts, [this] { update(); }),
       apps_(parts, [this] { update(); }),
       broomMoves_(broom_.observe([this] { update(); })) {
     const auto pages = SettingsPages::all();
@@ -189,13 +195,18 @@ void SettingsController::show() {
 
 void SettingsController::showApp(const BundleID& bundleID) {
     page_ = 0;
-    keys_.leave();
+    leavePage();
     show();
     apps_.pointTo(bundleID);
 }
 
-void SettingsController::closed() {
+void SettingsController::leavePage() {
     keys_.leave();
+    presenting_.leave();
+}
+
+void SettingsController::closed() {
+    leavePage();
     hasSaidOutOfSight_ = std::exchange(saysOutOfSight_, false) || hasSaidOutOfSight_;
     parts_.host.onVisibilityChange();
 }
@@ -225,8 +236,11 @@ view::Node SettingsController::tree() {
                                 .selected = page_,
                                 .style = view::Pages::Style::toolbar,
                                 .choose = [this](std::size_t page) { turnTo(page); },
-                                .children = {pages[page_].make(
-                                    {.parts = parts_, .actions = menu_, .apps = apps_, .keys = keys_})}}});
+                                .children = {pages[page_].make({.parts = parts_,
+                                                                .actions = menu_,
+                                                                .apps = apps_,
+                                                                .keys = keys_,
+                                                                .presenting = presenting_})}}});
     return {.id = "settings",
             .width = width,
             .content = view::Stack{.spacing = 14, .padding = 20, .children = std::move(children)}};
@@ -234,7 +248,7 @@ view::Node SettingsController::tree() {
 
 void SettingsController::turnTo(std::size_t page) {
     page_ = page;
-    keys_.leave();
+    leavePage();
     parts_.ports.defaults.setText(pageKey, std::string(SettingsPages::all()[page].name));
     update();
 }

@@ -7,6 +7,7 @@
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/Settings/AppList.h"
 #include "Velko/Settings/KeysPage.h"
+#include "Velko/Settings/PresentingPage.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -33,12 +34,14 @@ class SettingsController final : private NonCopyable {
     void closed();
     [[nodiscard]] view::Node tree();
     void turnTo(std::size_t page);
+    void leavePage();
 
     FaceParts parts_;
     BroomFrame& broom_;
     OpenSurface window_;
     MenuActions menu_;
     KeysPage keys_;
+    PresentingPage presenting_;
     AppList apps_;
     std::size_t page_ = 0;  ///< the one that is open, or was open last
     Subscription broomMoves_;

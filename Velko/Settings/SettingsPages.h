@@ -11,6 +11,7 @@ namespace velko {
 class AppList;
 class KeysPage;
 class MenuActions;
+class PresentingPage;
 struct FaceParts;
 
 /// The pages of the settings, as trees of what holds now. Their controls act at once. All that `parts`
@@ -23,6 +24,7 @@ struct Context {
     MenuActions& actions;
     AppList& apps;
     KeysPage& keys;
+    PresentingPage& presenting;
 };
 
 /// A page, and its tab. A new page is a row in `all`.

@@ -13,7 +13,7 @@
 namespace velko {
 
 /// What a key can do while any app is in front.
-enum class HotKeyAction { toggle, toggleWithBuried, search };
+enum class HotKeyAction { toggle, toggleWithBuried, search, presenting };
 
 /// What differs from action to action.
 struct HotKeyRow {
@@ -27,6 +27,7 @@ inline constexpr std::array hotKeyActions{
     HotKeyRow{
         .action = HotKeyAction::toggleWithBuried, .key = "toggle-buried", .title = "Show buried icons too"},
     HotKeyRow{.action = HotKeyAction::search, .key = "search", .title = "Search the menu bar"},
+    HotKeyRow{.action = HotKeyAction::presenting, .key = "presenting", .title = "Present, or stop"},
 };
 
 [[nodiscard]] const HotKeyRow& rowOf(HotKeyAction action) noexcept;

@@ -57,6 +57,10 @@ void Layout::setPopsOut(const BundleID& bundleID, bool popsOut) {
     quietUntil.erase(bundleID);
 }
 
+std::int64_t Layout::normalisedPresenting(std::int64_t minutes) noexcept {
+    return std::clamp<std::int64_t>(minutes, 0, longestPresenting);
+}
+
 void Layout::forget(const BundleIDs& apps) {
     for (const BundleID& app : apps) {
         sections.erase(app);
@@ -68,6 +72,7 @@ void Layout::forget(const BundleIDs& apps) {
         autopilot.snoozedUntil.erase(app);
         neverPopOut.erase(app);
         quietUntil.erase(app);
+        shareKeep.erase(app);
         if (seenApps) {
             seenApps->erase(app);
         }
@@ -107,6 +112,10 @@ void Layout::apply(const LayoutExport& other) {
     if (other.neverPopOut) {
         neverPopOut.insert(other.neverPopOut->begin(), other.neverPopOut->end());
     }
+    if (other.shareKeep) {
+        shareKeep.insert(other.shareKeep->begin(), other.shareKeep->end());
+    }
+    presentingMinutes = normalisedPresenting(other.presentingMinutes.value_or(presentingMinutes));
     if (other.showAllFromWidth && *other.showAllFromWidth > 0) {
         showAllFromWidth = other.showAllFromWidth;
     }

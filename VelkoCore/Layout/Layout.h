@@ -19,6 +19,7 @@ struct LayoutExport;
 /// learnt from the user's clicks. A default-made layout is the one of a fresh installation.
 struct Layout {
     static constexpr std::int64_t currentVersion = 1;
+    static constexpr std::int64_t longestPresenting = 24 * 60;  ///< minutes
 
     std::int64_t version = currentVersion;
     std::map<BundleID, Section> sections = {};
@@ -42,6 +43,9 @@ struct Layout {
     BundleIDs neverPopOut = {};                ///< tucked apps that stay in when they change
     std::map<BundleID, Date> quietUntil = {};  ///< apps that changed all the time stay in until then
     bool searchInMenu = false;                 ///< whether the broom's menu offers to search the menu bar
+    bool offersPresenting = false;             ///< whether the user can hide all icons for an audience
+    BundleIDs shareKeep = {};                  ///< apps that stay in the bar then
+    std::int64_t presentingMinutes = 0;        ///< how long that lasts; 0: until the user ends it
     Json hotKeys = {};                         ///< what `HotKeySettings` reads; null: no key was ever chosen
     bool shelfWhenFull = true;                 ///< icons that have no room in the bar come out on the shelf
     std::optional<std::int64_t> showAllFromWidth = {};  ///< nothing is hidden on displays of so many points
@@ -85,6 +89,9 @@ struct Layout {
     /// forgotten as if they had never come, and are returned in ascending order: Velko asks when they come
     /// again.
     std::vector<BundleID> letAbsentGo(const Admission& admission);
+
+    /// 0 for anything up to 0, else at most a day.
+    [[nodiscard]] static std::int64_t normalisedPresenting(std::int64_t minutes) noexcept;
 
     /// Whether the app may pop out when it changes: the user wants that, and it is not to be quiet now.
     [[nodiscard]] bool mayPopOut(const BundleID& bundleID, Date now) const;

@@ -90,6 +90,8 @@ struct JsonRecord<Layout> {
             JsonField{"quietUntil", &Layout::quietUntil, true},
             JsonField{"hotKeys", &Layout::hotKeys},
             JsonField{"showAllFromWidth", &Layout::showAllFromWidth, true},
+            JsonField{"shareKeep", &Layout::shareKeep, true},
+            JsonField{"presentingMinutes", &Layout::presentingMinutes, true},
         },
         switchFields<Layout, bool>());
     static constexpr MissingKeys missingKeys = MissingKeys::keepValue;
@@ -102,6 +104,7 @@ struct JsonRecord<Layout> {
         if (layout.showAllFromWidth && *layout.showAllFromWidth < 1) {
             layout.showAllFromWidth.reset();
         }
+        layout.presentingMinutes = Layout::normalisedPresenting(layout.presentingMinutes);
     }
 };
 
@@ -168,6 +171,8 @@ struct JsonRecord<LayoutExport> {
             JsonField{"newIconDefault", &LayoutExport::newIconDefault},
             JsonField{"neverPopOut", &LayoutExport::neverPopOut},
             JsonField{"showAllFromWidth", &LayoutExport::showAllFromWidth},
+            JsonField{"shareKeep", &LayoutExport::shareKeep},
+            JsonField{"presentingMinutes", &LayoutExport::presentingMinutes},
         },
         switchFields<LayoutExport, bool>(), switchFields<LayoutExport, std::optional<bool>>());
     static constexpr MissingKeys missingKeys = MissingKeys::fail;
@@ -204,6 +209,12 @@ LayoutExport LayoutExport::of(const Layout& layout) {
         exported.neverPopOut = layout.neverPopOut;
     }
     exported.showAllFromWidth = layout.showAllFromWidth;
+    if (!layout.shareKeep.empty()) {
+        exported.shareKeep = layout.shareKeep;
+    }
+    if (layout.presentingMinutes != 0) {
+        exported.presentingMinutes = layout.presentingMinutes;
+    }
     Switches::copy(layout, exported);
     return exported;
 }

@@ -49,11 +49,14 @@ struct LayoutExport {
     Section newIconDefault = Section::bar;
     bool askAboutNewIcons = true;
     bool popOutOnChange = true;
-    std::optional<bool> showLiveActivities{};        ///< absent in files of builds that did not have it
-    std::optional<bool> leaveNewIconsOut{};          ///< absent while it is off
-    std::optional<BundleIDs> neverPopOut{};          ///< absent while there are none
-    std::optional<bool> shelfWhenFull{};             ///< absent while it is on
-    std::optional<std::int64_t> showAllFromWidth{};  ///< absent while it is off
+    std::optional<bool> showLiveActivities{};         ///< absent in files of builds that did not have it
+    std::optional<bool> leaveNewIconsOut{};           ///< absent while it is off
+    std::optional<BundleIDs> neverPopOut{};           ///< absent while there are none
+    std::optional<bool> shelfWhenFull{};              ///< absent while it is on
+    std::optional<std::int64_t> showAllFromWidth{};   ///< absent while it is off
+    std::optional<bool> offersPresenting{};           ///< absent while it is off
+    std::optional<BundleIDs> shareKeep{};             ///< absent while there are none
+    std::optional<std::int64_t> presentingMinutes{};  ///< absent while the user ends it
 
     bool operator==(const LayoutExport&) const = default;
 

@@ -21,6 +21,7 @@ enum class Switch {
     leaveNewIconsOut,
     searchInMenu,
     shelfWhenFull,
+    presenting,
     revealOnHover
 };
 
@@ -95,6 +96,13 @@ inline constexpr std::array all{
               .words = "shelf when the bar is full",
               .stored = &Layout::shelfWhenFull,
               .exported = &LayoutExport::shelfWhenFull,
+              .isAddition = true},
+    SwitchRow{.which = Switch::presenting,
+              .key = "offersPresenting",
+              .name = "presenting",
+              .words = "offer presenting",
+              .stored = &Layout::offersPresenting,
+              .exported = &LayoutExport::offersPresenting,
               .isAddition = true},
     SwitchRow{.which = Switch::revealOnHover,
               .key = "hover",

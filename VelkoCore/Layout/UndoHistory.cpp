@@ -81,6 +81,8 @@ void carryOver(Layout& layout, const Layout& from, const Layout& to) {
     carryEntries(layout.neverPopOut, from.neverPopOut, to.neverPopOut);
     carryValue(layout.showAllFromWidth, from.showAllFromWidth, to.showAllFromWidth);
     carryEntries(layout.quietUntil, from.quietUntil, to.quietUntil);
+    carryEntries(layout.shareKeep, from.shareKeep, to.shareKeep);
+    carryValue(layout.presentingMinutes, from.presentingMinutes, to.presentingMinutes);
     carryEntries(layout.autopilot.snoozedUntil, from.autopilot.snoozedUntil, to.autopilot.snoozedUntil);
     for (const SwitchRow& row : Switches::all) {
         if (Switches::isOn(from, row.which) != Switches::isOn(to, row.which)) {

@@ -5,6 +5,7 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Velko/Commands/CommandDesk.h"
 #include "Velko/Commands/Messages.h"
+#include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Files/Json.h"
 #include "tests/Velko/VelkoOnMac.h"
@@ -64,6 +65,22 @@ class Commands : public VelkoOnMac {
     std::unique_ptr<CommandDesk> desk;
     Subscription watch;
 };
+
+TEST_F(Commands, Present) {
+    EXPECT_EQ(say({"present", "on"}), "|Presenting is switched off in Velko's settings.\n|1");
+    velko->preferences().setSwitch(Switch::presenting, true);
+    EXPECT_EQ(say({"present", "on"}), "||0");
+    EXPECT_EQ(say({"present", "on"}), "||0") << "it goes on";
+    EXPECT_FALSE(shows("com.b.zoom"));
+    const std::string still =
+        "|You are presenting, so hidden icons stay hidden. “velko present off” ends that.\n|1";
+    EXPECT_EQ(say({"show"}), still);
+    EXPECT_EQ(say({"toggle"}), still);
+    EXPECT_EQ(say({"open", "slack"}), "|com.a.slack stays hidden while you are presenting.\n|1");
+    EXPECT_NE(say({"status", "--json"}).find(R"("state": "presenting")"), std::string::npos);
+    EXPECT_EQ(say({"present", "off"}), "||0");
+    EXPECT_TRUE(shows("com.b.zoom") && !shows("com.a.slack"));
+}
 
 TEST_F(Commands, BringOutAndTuckAway) {
     EXPECT_EQ(say({"show"}), "||0");

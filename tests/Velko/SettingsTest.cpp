@@ -152,12 +152,12 @@ TEST_F(SettingsTest, TakeTheLayoutToAnotherMac) {
 
 TEST_F(SettingsTest, TellAboutVelko) {
     startSettings();
-    openPage(3);
+    openPage(4);
     EXPECT_EQ(words("version"), "Version 1.2");
     EXPECT_EQ(words("updates:why"), *mac.updater.reason);
     EXPECT_FALSE(window().perform("updates:check"));
     mac.updater.reason.reset();
-    openPage(3);
+    openPage(4);
     set("updates:check");
     EXPECT_EQ(mac.updater.checks, 1);
     EXPECT_EQ(mac.application.activations, 1);

@@ -18,7 +18,8 @@ const std::string everything =
     R"({"sections":{"vpn":"bar","chat":"buried"},"newIconDefault":"tucked","alwaysKeep":["mail"],)"
     R"("neverPopOut":["clock"],"reveal":{"autoTuckSeconds":99,"notchedStyle":"inline","otherStyle":"shelf",)"
     R"("hover":true},"autopilot":{"enabled":false},"popOutOnChange":false,"showLiveActivities":false,)"
-    R"("askAboutNewIcons":false,"leaveNewIconsOut":true,"searchInMenu":true})";
+    R"("askAboutNewIcons":false,"leaveNewIconsOut":true,"searchInMenu":true,"shelfWhenFull":false,)"
+    R"("offersPresenting":true})";
 
 ManagedLayout managedBy(const std::string& text) {
     const auto found = ManagedLayout::read(text);
