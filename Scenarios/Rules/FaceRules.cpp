@@ -187,8 +187,9 @@ void FaceRules::checkArrow(bool isCalm) {
         mac.displays.displays().empty()) {
         return;
     }
-    // Without the permission Velko can't learn that its icon has moved.
-    if (world_.velko()->values().problems.trustMissing) {
+    // Without the permission, or where it can't work, Velko does not learn that its icon has moved.
+    const HealthFacts& problems = world_.velko()->values().problems;
+    if (problems.trustMissing || problems.engineUnavailable) {
         return;
     }
     const Rect& frame = *shown;

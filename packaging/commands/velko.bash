@@ -6,7 +6,7 @@ _velko() {
     fi
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        words="show tuck toggle search open place ask list status layout log wait-until completions help version"
+        words="show tuck toggle search open place ask present list status layout log wait-until completions help version"
     elif ((COMP_CWORD == 2)) && [[ $command == layout ]]; then
         words="export import"
     elif [[ $word == -* ]]; then
@@ -24,11 +24,12 @@ _velko() {
             'place/1') words=$(velko list 2>/dev/null | cut -f3) ;;
             'place/2') words="bar tucked buried" ;;
             'ask/1') words="on off" ;;
+            'present/1') words="on off" ;;
             'layout export/1') return ;;
             'layout import/1') return ;;
             'wait-until/1') words="tidy revealed" ;;
             'completions/1') words="bash fish zsh" ;;
-            'help/1') words="show tuck toggle search open place ask list status layout log wait-until completions help version" ;;
+            'help/1') words="show tuck toggle search open place ask present list status layout log wait-until completions help version" ;;
         esac
     fi
     COMPREPLY=($(compgen -W "$words" -- "$word"))

@@ -19,6 +19,7 @@ complete -c velko -n '__velko_after '\'''\''' -a search -d 'open the search, per
 complete -c velko -n '__velko_after '\'''\''' -a open -d 'open the menu of an app'\''s icon, wherever the icon is'
 complete -c velko -n '__velko_after '\'''\''' -a place -d 'say where an app'\''s icons belong'
 complete -c velko -n '__velko_after '\'''\''' -a ask -d 'whether Velko asks where new icons go'
+complete -c velko -n '__velko_after '\'''\''' -a present -d 'show an audience only the icons that you chose for it, or end that'
 complete -c velko -n '__velko_after '\'''\''' -a list -d 'list the apps in the menu bar'
 complete -c velko -n '__velko_after '\'''\''' -a status -d 'say what shows and what is wrong'
 complete -c velko -n '__velko_after '\'''\''' -a layout -d 'the layout as a file'
@@ -39,8 +40,9 @@ complete -c velko -n '__velko_within "open" 1' -a '(__velko_apps)'
 complete -c velko -n '__velko_within "place" 1' -a '(__velko_apps)'
 complete -c velko -n '__velko_within "place" 2' -a 'bar tucked buried'
 complete -c velko -n '__velko_within "ask" 1' -a 'on off'
+complete -c velko -n '__velko_within "present" 1' -a 'on off'
 complete -c velko -n '__velko_within "layout export" 1' -F
 complete -c velko -n '__velko_within "layout import" 1' -F
 complete -c velko -n '__velko_within "wait-until" 1' -a 'tidy revealed'
 complete -c velko -n '__velko_within "completions" 1' -a 'bash fish zsh'
-complete -c velko -n '__velko_within "help" 1' -a 'show tuck toggle search open place ask list status layout log wait-until completions help version'
+complete -c velko -n '__velko_within "help" 1' -a 'show tuck toggle search open place ask present list status layout log wait-until completions help version'
