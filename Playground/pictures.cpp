@@ -18,7 +18,7 @@ using namespace velko;
 
 constexpr double rowHeight = 150;
 constexpr double columnWidth = 236;
-constexpr std::size_t columns = 5;
+constexpr std::size_t columns = 6;
 
 struct Column {
     std::string_view caption;
@@ -29,6 +29,7 @@ constexpr std::array<Column, columns - 1> states{{
     {.caption = "swinging over", .pose = {.tilt = Timing::broomRockDegrees * 1.2}},
     {.caption = "revealed", .pose = {.tilt = Timing::broomRockDegrees}},
     {.caption = "something to ask", .pose = {.hasDot = true}},
+    {.caption = "before an audience", .pose = {.isPresenting = true}},
 }};
 
 struct Look {

@@ -90,15 +90,15 @@ Path strand(double x) {
             curveTo({.x = x * 0.6, .y = 4.2}, {.x = x * 0.8, .y = 5.6}, {.x = x, .y = 7.1})};
 }
 
-// The screen stands at the right, where the broom leaves room. It has the icon's coordinates.
+// The screen stands where the broom leaves room. It has the icon's coordinates.
 
 Path screen() {
-    return {moveTo({.x = 11.3, .y = 11.6}), lineTo({.x = 17.2, .y = 11.6}), lineTo({.x = 17.2, .y = 15.4}),
-            lineTo({.x = 11.3, .y = 15.4}), closePath()};
+    return {moveTo({.x = 12.3, .y = 11.8}), lineTo({.x = 17.6, .y = 11.8}), lineTo({.x = 17.6, .y = 15.6}),
+            lineTo({.x = 12.3, .y = 15.6}), closePath()};
 }
 
 Path screenFoot() {
-    return {moveTo({.x = 12.9, .y = 17.2}), lineTo({.x = 15.6, .y = 17.2})};
+    return {moveTo({.x = 13.5, .y = 17.1}), lineTo({.x = 16.4, .y = 17.1})};
 }
 
 }  // namespace
@@ -113,7 +113,7 @@ Drawing icon(const Pose& pose) {
         drawing.shapes.push_back({.path = view::circle({.x = 14.8, .y = 14.8}, 1.9)});
     }
     if (pose.isPresenting) {
-        drawing.shapes.push_back({.path = screen(), .strokeWidth = 1.1});
+        drawing.shapes.push_back({.path = screen()});
         drawing.shapes.push_back({.path = screenFoot(), .strokeWidth = 1.1});
     }
     return drawing;

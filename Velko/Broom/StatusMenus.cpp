@@ -252,7 +252,7 @@ Menu mainMenu(const FaceParts& parts, const std::weak_ptr<MenuActions>& actions)
                        : openItem(hiddenApps(controller), controller.values().layout.searchInMenu, actions));
     if (controller.values().layout.offersPresenting) {
         menu.push_back({.title = "Presenting",
-                        .symbol = "rectangle.on.rectangle",
+                        .symbol = "play.rectangle",
                         .isEnabled = isPresenting || controller.values().health().isOk(),
                         .isChecked = isPresenting,
                         .action = doing(actions, &MenuActions::togglePresenting)});

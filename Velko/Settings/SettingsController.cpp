@@ -146,7 +146,7 @@ constexpr std::array pages{
     Page{.name = "menu-bar", .title = "Menu Bar", .symbol = "menubar.rectangle", .make = menuBar},
     Page{.name = "general", .title = "General", .symbol = "gearshape", .make = general},
     Page{.name = "keys", .title = "Keys", .symbol = "keyboard", .make = keys},
-    Page{.name = "presenting", .title = "Presenting", .symbol = "rectangle.on.rectangle", .make = presenting},
+    Page{.name = "presenting", .title = "Presenting", .symbol = "play.rectangle", .make = presenting},
     Page{.name = "about", .title = "About", .symbol = "info.circle", .make = about},
 };
 

@@ -62,3 +62,23 @@ onMac('A Live Activity brings everything out, and a click tidies all the same', 
   await mac.broom.click();
   await mac.shows(sorted.bar);
 });
+
+onMac('Who presents shows an audience only what it may see', {}, async (mac) => {
+  const { page } = mac;
+  await mac.shows(sorted.bar);
+  await mac.openSettings('Presenting');
+  await mac.control('presenting').getByRole('switch').check();
+  await mac.control('staying:search').getByRole('searchbox').fill('spot');
+  await mac.control('stays:com.spotify.client').getByRole('checkbox').check();
+  await mac.checkAccess('the page Presenting');
+  await mac.picture('presenting');
+  await mac.closeSettings();
+  await mac.openMenu();
+  await mac.picture('presenting is offered');
+  await page.getByRole('menuitemcheckbox', { name: 'Presenting' }).or(mac.entry('Presenting')).click();
+  await mac.shows(['com.spotify.client']);
+  await mac.picture('before an audience');
+  await mac.broom.click();  // nothing can come out, so there is the menu
+  await page.getByRole('menuitemcheckbox', { name: 'Presenting', checked: true }).click();
+  await mac.shows(sorted.bar);
+});
