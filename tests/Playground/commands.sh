@@ -41,6 +41,12 @@ says 0 '^$' ask off
 says 0 'does not ask' status
 says 0 '^$' ask on
 says 2 'is not on or off' ask maybe
+says 0 '^$' present on
+says 0 '^Presenting' status
+says 1 'stay hidden' show
+says 1 'stays hidden' open figma
+says 0 '^$' present off
+says 0 '^$' wait-until tidy --timeout 5
 says 0 '^$' search
 says 0 '^$' search slack
 

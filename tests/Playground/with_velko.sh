@@ -50,6 +50,6 @@ settle() {
 }
 
 mkdir "$folder/home"
-echo '{"version": 1, "hasCompletedSetup": true,
+echo '{"version": 1, "hasCompletedSetup": true, "offersPresenting": true,
        "sections": {"com.getdropbox.dropbox": "tucked", "com.figma.agent": "buried"}}' >"$folder/home/layout.json"
 begin
