@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 #include "Simulator/Desktop/SimulatedDesktop.h"
@@ -120,7 +121,8 @@ void World::startVelko() {
              .build = VELKO_BUILD,
              .channel = VELKO_CHANNEL,
              .systemVersion = "27.0 (simulated)",
-             .bundlePath = "/Applications/Velko.app"}),
+             .bundlePath = "/Applications/Velko.app"},
+            {.file = managedFile(), .owner = ::geteuid()}),
         .propertyLists = propertyLists_,
         .homeFolder = folder_});
     if (onStart) {

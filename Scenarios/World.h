@@ -32,6 +32,8 @@ class World final : private NonCopyable {
     [[nodiscard]] const Log& log() const noexcept { return log_; }
 
     [[nodiscard]] std::filesystem::path layoutFile() const { return folder_ / "layout.json"; }
+    /// What an administrator places for all users.
+    [[nodiscard]] std::filesystem::path managedFile() const { return folder_ / "Managed" / "layout.json"; }
     /// Where the user keeps exported layouts.
     [[nodiscard]] std::filesystem::path documents() const { return folder_ / "Documents"; }
 

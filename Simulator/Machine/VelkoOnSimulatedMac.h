@@ -16,13 +16,14 @@ namespace velko {
 /// What a Velko on a simulated Mac is made of, with the engine that talks to the Mac's framework. The Mac and
 /// the log outlive it.
 [[nodiscard]] inline AppController::Parts velkoOn(SimulatedMac& mac, Log& log, LayoutStore store,
-                                                  AppInfo info) {
+                                                  AppInfo info, ManagedLayoutFile managed = {}) {
     return {.platform = mac.platform(),
             .ports = mac.appPorts(),
             .log = log,
             .store = std::move(store),
             .engine = std::make_unique<AssessmentEngine>(mac.platform()),
-            .info = std::move(info)};
+            .info = std::move(info),
+            .managed = std::move(managed)};
 }
 
 }  // namespace velko

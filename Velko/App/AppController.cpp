@@ -28,6 +28,7 @@ AppController::AppController(Parts parts)
       notices_(std::in_place, platform_.mainThread),
       engine_(std::move(parts.engine)),
       keeping_(*this, platform_.mainThread, log_, store_, [this](bool isMended) { layoutLoaded(isMended); }),
+      managed_(*this, platform_.mainThread, log_, std::move(parts.managed), [this] { managedChanged(); }),
       visibility_(
           *this,
           {.platform = platform_,
@@ -80,10 +81,14 @@ void AppController::start() {
         log_.log("app", "WARNING: running from " + info_.bundlePath +
                             ". Velko's own icon may hide; install to /Applications.");
     }
-    keeping_.load();
+    loadLayout();
     visibility_.chooseStyle();
     flows_->systemEvents.emplace(platform_, [this](const SystemEvents::Kind& event) {
-        responses_->handleSystemEvent(event.reason, event.scope == SystemEvents::Kind::Scope::apps);
+        const bool isLight = event.scope == SystemEvents::Kind::Scope::apps;
+        responses_->handleSystemEvent(event.reason, isLight);
+        if (!isLight) {
+            managed_.look();
+        }
     });
     if (!engine_->isAvailable()) {
         setHealth(&HealthFacts::engineUnavailable, true);
@@ -91,6 +96,7 @@ void AppController::start() {
                                engineProbeReport(platform_));
         return;
     }
+    managed_.start(flows_->beat);
     flows_->startBackgroundLoops();
     flows_->valuesChanged = observe([this] { flows_->beat.reconsider(); });
     if (flows_->trust.holds()) {

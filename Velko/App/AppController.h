@@ -11,6 +11,7 @@
 #include "Velko/App/Visibility.h"
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/LayoutKeeping.h"
+#include "Velko/Flows/ManagedWatch.h"
 #include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/LayoutStore.h"
@@ -47,6 +48,7 @@ class AppController final : private FlowHost {
         LayoutStore store;
         std::unique_ptr<MenuBarEngine> engine;
         AppInfo info;
+        ManagedLayoutFile managed{};
     };
 
     explicit AppController(Parts parts);
@@ -134,7 +136,9 @@ class AppController final : private FlowHost {
     // The machinery below.
 
     /// Reads the layout file again. A file that cannot be read is left as it is, and everything is shown.
-    void loadLayout() { keeping_.load(); }
+    void loadLayout();
+    /// The layout as the user has decided it, without what is managed.
+    [[nodiscard]] const Layout& ownLayout() const noexcept override { return keeping_.own(); }
     /// Writes the layout a while after the last of a burst of edits, or at once. Whether it was written.
     void scheduleSave() { keeping_.schedule(); }
     bool saveNow() { return keeping_.saveNow(); }
@@ -158,6 +162,8 @@ class AppController final : private FlowHost {
 
     [[nodiscard]] std::unique_ptr<Flows> makeFlows();
     void layoutLoaded(bool isMended);
+    void managedChanged();
+    void forgetHistory();
     void layoutReplaced(const char* reason);
     void followSwitches();
     void stateSet();
@@ -173,6 +179,7 @@ class AppController final : private FlowHost {
     std::optional<ChangeNotices> notices_;  ///< nobody is told anything after quitting
     std::unique_ptr<MenuBarEngine> engine_;
     LayoutKeeping keeping_;
+    ManagedWatch managed_;
     Visibility visibility_;
     std::unique_ptr<Flows> flows_;  ///< null after quitting, as is the next
     std::unique_ptr<SystemResponses> responses_;

@@ -14,6 +14,7 @@
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Keys/HotKeySettings.h"
 #include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/ManagedLayout.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Layout/UndoHistory.h"
 #include "VelkoCore/Visibility/RevealState.h"
@@ -47,9 +48,11 @@ struct FailedOpening {
 
 /// Everything about the running program that views show; they are told when any of it changes.
 struct AppValues {
-    Layout layout;
-    RevealState state;               ///< starts collapsed and is never saved
-    std::vector<MenuBarItem> items;  ///< as the last accepted scan found them
+    Layout layout;          ///< as it holds: the user's own with what is managed laid over it
+    ManagedLayout managed;  ///< what the user's organisation has decided for this Mac
+    std::vector<std::string> managedFaults;  ///< what of its file makes no sense, or why all of it is ignored
+    RevealState state;                       ///< starts collapsed and is never saved
+    std::vector<MenuBarItem> items;          ///< as the last accepted scan found them
     HealthFacts problems;
     bool inventoryLoaded = false;                    ///< whether a scan has been accepted yet
     RevealStyle activeStyle = RevealStyle::inline_;  ///< of the display that holds the broom

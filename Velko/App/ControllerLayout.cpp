@@ -11,10 +11,34 @@
 
 namespace velko {
 
-void AppController::layoutLoaded(bool isMended) {
+void AppController::loadLayout() {
+    managed_.read();
+    keeping_.load();
+}
+
+/// It is about another layout.
+void AppController::forgetHistory() {
     UndoHistory history = values_.history;
-    history.clear();  // it is about another layout
+    history.clear();
     set(&AppValues::history, std::move(history));
+}
+
+void AppController::managedChanged() {
+    if (!flows_) {
+        return;
+    }
+    keeping_.layManagedOver();
+    forgetHistory();
+    for (const BundleID& app : BundleIDs(values_.poppedOut)) {
+        if (values_.managed.places(app) || values_.layout.neverPopOut.contains(app)) {
+            flows_->popOut.forget(app);
+        }
+    }
+    layoutReplaced("managed");
+}
+
+void AppController::layoutLoaded(bool isMended) {
+    forgetHistory();
     flows_->autopilot.heedClock();
     if (flows_->clicks.isListening()) {
         flows_->autopilot.clicksAreWatched();

@@ -58,8 +58,11 @@ class FlowHost : private NonCopyable {
         set(&AppValues::problems, std::move(problems));
     }
 
-    /// Edits the layout; one of Velko's own edits is saved only if it changed something. Whether the file
-    /// now holds the layout.
+    /// The layout as the user has decided it: what is saved, exported and kept.
+    [[nodiscard]] virtual const Layout& ownLayout() const noexcept = 0;
+
+    /// Edits the layout that holds. What is managed stays as it is, in the user's own layout too. One of
+    /// Velko's own edits is saved only if it changed something. Whether the file now holds the layout.
     virtual bool edit(Saving saving, const Edit& change) = 0;
 
     /// An edit of the user's own, saved at once, that they can take back. Whether the file now holds the

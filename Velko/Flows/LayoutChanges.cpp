@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Velko/App/Log.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/PopOut.h"
 #include "Velko/Flows/Questions.h"
@@ -21,7 +22,8 @@ ChangeWords::Apps LayoutChanges::inWords(const BundleIDs& apps) const {
             .count = apps.size()};
 }
 
-void LayoutChanges::place(const BundleIDs& apps, Section section) {
+void LayoutChanges::place(const BundleIDs& wanted, Section section) {
+    const BundleIDs apps = withoutManaged(host_.values(), wanted, log_);
     if (apps.empty()) {
         return;
     }
@@ -44,7 +46,7 @@ void LayoutChanges::place(const BundleIDs& apps, Section section) {
 
 void LayoutChanges::forget(const BundleIDs& apps) {
     BundleIDs gone;
-    std::ranges::copy_if(apps, std::inserter(gone, gone.end()),
+    std::ranges::copy_if(withoutManaged(host_.values(), apps, log_), std::inserter(gone, gone.end()),
                          [this](const BundleID& bundleID) { return !isPresent(host_.values(), bundleID); });
     if (gone.empty()) {
         return;
@@ -82,8 +84,10 @@ void LayoutChanges::sort(const std::map<BundleID, Section>& sections) {
     std::map<Section, std::size_t> counts;
     host_.edit(ChangeWords::sorted(), [&](Layout& layout) {
         for (const auto& [bundleID, section] : sections) {
-            layout.place(bundleID, section);
-            ++counts[section];
+            if (!host_.values().managed.places(bundleID)) {
+                layout.place(bundleID, section);
+                ++counts[section];
+            }
         }
         layout.hasCompletedSetup = true;
     });

@@ -29,8 +29,9 @@ class LayoutChanges final : private NonCopyable {
 
     LayoutChanges(FlowHost& host, const Workspace& workspace, Log& log, Affected affected);
 
-    /// Puts apps into a section. For those that wait in the inbox, this is the answer.
-    void place(const BundleIDs& apps, Section section);
+    /// Puts apps into a section. For those that wait in the inbox, this is the answer. Here and below, apps
+    /// that the organisation has placed are left out.
+    void place(const BundleIDs& wanted, Section section);
 
     /// Forgets all that the layout knows of these apps. One that is in the menu bar is left out.
     void forget(const BundleIDs& apps);

@@ -52,7 +52,8 @@ void LayoutKeeping::load() {
     auto found = read();
     const bool isMended = found && host_.values().problems.layoutUnreadable;
     host_.setHealth(&HealthFacts::layoutUnreadable, found ? std::nullopt : std::optional(found.error()));
-    host_.set(&AppValues::layout, found ? *std::move(found) : Layout());
+    own_ = found ? *std::move(found) : Layout();
+    layManagedOver();
     loaded_(isMended);
 }
 
@@ -85,7 +86,10 @@ bool LayoutKeeping::edit(Saving saving, const FlowHost::Edit& change) {
     requireMainThread(mainThread_);
     Layout edited = host_.values().layout;
     change(edited);
-    const bool changed = host_.set(&AppValues::layout, std::move(edited));
+    Layout own = host_.values().managed.ownPart(std::move(edited), own_);
+    const bool changed = own != own_;
+    own_ = std::move(own);
+    layManagedOver();
     if (saving == Saving::now) {
         return saveNow();
     }
@@ -97,6 +101,10 @@ bool LayoutKeeping::edit(Saving saving, const FlowHost::Edit& change) {
     }
     schedule();
     return false;
+}
+
+void LayoutKeeping::layManagedOver() {
+    host_.set(&AppValues::layout, host_.values().managed.over(own_));
 }
 
 void LayoutKeeping::schedule() {
@@ -135,7 +143,7 @@ std::optional<std::string> LayoutKeeping::write() {
         }
     }
     fileUnreadable_ = false;
-    if (const auto saved = store_.save(host_.values().layout); !saved) {
+    if (const auto saved = store_.save(own_); !saved) {
         return saved.error().description;
     }
     return std::nullopt;

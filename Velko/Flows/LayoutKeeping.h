@@ -30,6 +30,12 @@ class LayoutKeeping final : private NonCopyable {
     /// cannot be read is left as it is.
     void load();
 
+    /// The layout as the user has decided it, without what is managed.
+    [[nodiscard]] const Layout& own() const noexcept { return own_; }
+
+    /// Lays what is managed now over the user's own layout.
+    void layManagedOver();
+
     /// Edits the layout and saves it as `saving` says. Whether the file now holds the layout.
     bool edit(Saving saving, const FlowHost::Edit& change);
 
@@ -56,6 +62,7 @@ class LayoutKeeping final : private NonCopyable {
     Log& log_;
     const LayoutStore& store_;
     std::function<void(bool)> loaded_;
+    Layout own_;
     bool fileUnreadable_ = false;  ///< the file holds what could not be read, and the next save keeps it
     Task pending_;
 };

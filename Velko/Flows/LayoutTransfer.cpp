@@ -56,17 +56,26 @@ std::string changesInWords(const AppValues& values, const Workspace& workspace, 
     const AppNames names(values, workspace);
     std::size_t moving = 0;
     std::size_t absent = 0;
+    std::size_t managed = 0;
     for (const auto& [bundleID, section] : theirs.sections) {
+        if (values.managed.places(bundleID)) {
+            ++managed;
+            continue;
+        }
         const bool isHere = isPresent(values, bundleID) || names.isRunning(bundleID) ||
                             workspace.installedName(bundleID).has_value();
         absent += isHere ? 0 : 1;
         moving += isHere && values.layout.section(bundleID) != section ? 1 : 0;
     }
-    const std::size_t staying = theirs.sections.size() - moving - absent;
+    const std::size_t staying = theirs.sections.size() - moving - absent - managed;
     std::string what =
         "Another place for " + countOfApps(moving) + ", the same place for " + countOfApps(staying) + ". ";
     if (absent > 0) {
         what += countOfApps(absent) + (absent == 1 ? " isn't" : " aren't") + " on this Mac. ";
+    }
+    if (managed > 0) {
+        what += countOfApps(managed) + (managed == 1 ? " stays" : " stay") +
+                " where your organisation wants " + (managed == 1 ? "it. " : "them. ");
     }
     return what + rest;
 }
@@ -147,7 +156,7 @@ bool LayoutTransfer::startAfresh() {
 }
 
 std::expected<void, std::string> LayoutTransfer::exportTo(const std::filesystem::path& file) {
-    const LayoutExport content = LayoutExport::of(host_.values().layout);
+    const LayoutExport content = LayoutExport::of(host_.ownLayout());
     if (const auto written = AtomicFile::replace(file, content.data()); !written) {
         return std::unexpected(written.error().description);
     }

@@ -30,7 +30,17 @@ std::string describe(const RevealSettings& reveal) {
 Preferences::Preferences(FlowHost& host, Log& log, LoginItem& loginItem, Affected affected)
     : host_(host), log_(log), loginItem_(loginItem), affected_(std::move(affected)) {}
 
+bool Preferences::isRefused(bool isManaged, std::string_view what) const {
+    if (isManaged) {
+        log_.log("managed", "stays as it is: " + std::string(what));
+    }
+    return isManaged;
+}
+
 void Preferences::setNewIconDefault(Section section) {
+    if (isRefused(host_.values().managed.newIconDefault.has_value(), "new icons")) {
+        return;
+    }
     host_.edit(Saving::now, [&](Layout& layout) { layout.newIconDefault = section; });
     log_.log("settings", "new icons go to " + std::string(name(section)));
     host_.apply({.reason = "new icon default"});
@@ -39,6 +49,9 @@ void Preferences::setNewIconDefault(Section section) {
 
 void Preferences::setSwitch(Switch which, bool on) {
     const std::string_view words = Switches::row(which).words;
+    if (isRefused(host_.values().managed.sets(which), Switches::row(which).name)) {
+        return;
+    }
     if (words.empty()) {
         Layout edited = host_.values().layout;
         Switches::set(edited, which, on);
@@ -70,6 +83,9 @@ void Preferences::setSwitch(Switch which, bool on) {
 }
 
 void Preferences::setAlwaysKeep(const BundleID& bundleID, bool keep) {
+    if (isRefused(host_.values().managed.keeps(bundleID), "always keep " + bundleID)) {
+        return;
+    }
     host_.edit(ChangeWords::kept(affected_.autopilot.nameOf(bundleID), keep), [&](Layout& layout) {
         if (keep) {
             layout.alwaysKeep.insert(bundleID);
@@ -82,6 +98,10 @@ void Preferences::setAlwaysKeep(const BundleID& bundleID, bool keep) {
 }
 
 void Preferences::setPopsOut(const BundleID& bundleID, bool popsOut) {
+    if (isRefused(host_.values().managed.neverPopOut.contains(bundleID),
+                  "show when it changes " + bundleID)) {
+        return;
+    }
     host_.edit(Saving::now, [&](Layout& layout) { layout.setPopsOut(bundleID, popsOut); });
     log_.log("settings", "show when it changes " + bundleID + " " + word(popsOut));
     if (!popsOut && host_.values().poppedOut.contains(bundleID)) {
@@ -92,6 +112,9 @@ void Preferences::setPopsOut(const BundleID& bundleID, bool popsOut) {
 
 void Preferences::setReveal(RevealSettings reveal) {
     reveal.autoTuckSeconds = RevealSettings::normalisedAutoTuck(reveal.autoTuckSeconds);
+    const RevealSettings allowed = host_.values().managed.over(reveal);
+    static_cast<void>(isRefused(allowed != reveal, "a reveal setting"));
+    reveal = allowed;
     host_.edit(Saving::now, [&](Layout& layout) { layout.reveal = reveal; });
     log_.log("settings", "reveal settings " + describe(reveal));
     affected_.revealChanged();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Identifiers.h"
@@ -16,7 +17,8 @@ class Log;
 class LoginItem;
 class PopOut;
 
-/// The user's switches. Each is saved at once, logged, and takes effect at once. Main thread; owned by the
+/// The user's switches. Each is saved at once, logged, and takes effect at once. What the organisation has
+/// decided stays. Main thread; owned by the
 /// controller.
 class Preferences final : private NonCopyable {
  public:
@@ -46,6 +48,9 @@ class Preferences final : private NonCopyable {
     void setLaunchAtLogin(bool on);
 
  private:
+    /// Whether the organisation has decided this. Then the wish is logged, and nothing changes.
+    [[nodiscard]] bool isRefused(bool isManaged, std::string_view what) const;
+
     FlowHost& host_;
     Log& log_;
     LoginItem& loginItem_;

@@ -9,6 +9,7 @@
 
 #include "Velko/App/Log.h"
 #include "Velko/Apps/ChangeWords.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Beat.h"
 #include "VelkoCore/Habits/Autopilot.h"
@@ -84,6 +85,9 @@ std::vector<TidySuggestion> AutopilotOffers::suggestions() const {
 
 void AutopilotOffers::accept(const TidySuggestion& suggestion) {
     const BundleID bundleID = suggestion.bundleID;
+    if (withoutManaged(host_.values(), {bundleID}, log_).empty()) {
+        return;  // the organisation has placed it since it was suggested
+    }
     const FlowHost::Edit change = [&](Layout& layout) {
         layout.accept(suggestion);
         layout.snooze(bundleID, now(), {});

@@ -14,6 +14,9 @@ namespace velko::Surroundings {
 /// In the user's Application Support folder. If the user has none, the program stops.
 [[nodiscard]] std::filesystem::path layoutFile();
 
+/// In the Application Support folder of the whole Mac, where only administrators may write.
+[[nodiscard]] std::filesystem::path managedLayoutFile();
+
 /// The socket for commands, beside the layout.
 [[nodiscard]] std::filesystem::path commandSocket();
 

@@ -9,6 +9,7 @@
 #include "Velko/App/Log.h"
 #include "Velko/Commands/CommandClient.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/ManagedLayout.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 namespace velko::Surroundings {
@@ -44,6 +45,10 @@ std::filesystem::path layoutFile() {
         std::abort();
     }
     return LayoutStore::defaultURL(portable(folder.path));
+}
+
+std::filesystem::path managedLayoutFile() {
+    return ManagedLayoutFile::defaultURL("/Library/Application Support");
 }
 
 std::filesystem::path commandSocket() {

@@ -69,7 +69,8 @@ struct Program {
                         .store = velko::LayoutStore(velko::Surroundings::layoutFile(),
                                                     velko::Surroundings::fileCalls()),
                         .engine = std::make_unique<velko::AssessmentEngine>(platform.ports()),
-                        .info = velko::Surroundings::appInfo()},
+                        .info = velko::Surroundings::appInfo(),
+                        .managed = {.file = velko::Surroundings::managedLayoutFile()}},
          .propertyLists = propertyLists,
          .homeFolder = velko::Surroundings::homeFolder()},
     };

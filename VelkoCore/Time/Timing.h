@@ -67,6 +67,7 @@ inline constexpr Duration noteSpotlessHold = 1400ms;
 inline constexpr Seconds noteFade{0.12};
 
 // Saving
+inline constexpr Duration managedLookInterval = 300s;  ///< between looks for what an organisation manages
 inline constexpr Duration saveDelay = 5s;  ///< a burst of edits is written once, this long after the last
 
 // Autopilot and suggestions, in days unless named otherwise

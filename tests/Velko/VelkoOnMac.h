@@ -82,7 +82,7 @@ class VelkoOnMac : public testing::Test {
     void startWithFileAsItIs() {
         velko = std::make_unique<AppController>(
             velkoOn(mac, log, LayoutStore(file(), files),
-                    {.version = "1.2", .systemVersion = "27.0", .bundlePath = bundlePath}));
+                    {.version = "1.2", .systemVersion = "27.0", .bundlePath = bundlePath}, managed));
         mac.onMenuBarChange = [this] { watchForGap(); };
         velko->start();
         pass(std::chrono::seconds(3));
@@ -141,6 +141,7 @@ class VelkoOnMac : public testing::Test {
     TemporaryFolder folder;
     SimulatedMac mac;
     FileCalls files = mac.fileCalls();
+    ManagedLayoutFile managed;
     std::vector<std::string> systemItems = mac.visibleSystemItems();
     Log log{mac.mainThread, folder.path() / "Velko.log", mac.fileCalls()};
     Layout layout;
