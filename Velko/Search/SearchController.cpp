@@ -19,6 +19,8 @@ namespace {
 
 // Points
 constexpr double searchGapBelowBar = 4;
+constexpr double whereaboutsWidth = 60;
+constexpr double numberWidth = 24;
 constexpr double searchWidth = 400;
 constexpr double searchPadding = 12;
 constexpr double searchListHeight = 320;
@@ -240,9 +242,12 @@ view::Node SearchController::row(const AppSearch::App& app, std::size_t place) c
         children.push_back(
             {.id = "new:" + id, .content = view::Text{.text = "New", .style = view::Text::Style::headline}});
     }
+    // A long name leaves these their room.
     children.push_back(view::explanation("where:" + id, whereabouts(layout.section(id))));
+    children.back().width = whereaboutsWidth;
     if (place < mostNumbered) {
         children.push_back(view::explanation("number:" + id, "⌘" + std::to_string(place + 1)));
+        children.back().width = numberWidth;
     }
     view::Node node = view::row(rowPrefix + id, std::move(children));
     node.label = label(app);

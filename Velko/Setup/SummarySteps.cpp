@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t tilesInRow = 2;
 constexpr double tileWidth = 74;
-constexpr double groupsHeight = 216;  // more apps scroll
+constexpr double groupsHeight = 264;  // more apps scroll
 
 std::string counted(const SortSession& session) {
     return describe(SectionCounts{.bar = session.count(Section::bar),

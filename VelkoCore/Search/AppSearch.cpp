@@ -7,6 +7,8 @@
 #include <tuple>
 #include <utility>
 
+#include "VelkoCore/Search/NameOrder.h"
+
 namespace velko {
 
 namespace {
@@ -71,15 +73,21 @@ std::optional<NameMatch> matchOf(const TypedText& typed, const FoldedText& name)
 }  // namespace
 
 AppSearch::AppSearch(std::vector<App> apps) {
-    entries_.reserve(apps.size());
+    std::vector<std::pair<NameOrder, App>> ordered;
+    ordered.reserve(apps.size());
     for (App& app : apps) {
+        NameOrder name(app.name);
+        ordered.emplace_back(std::move(name), std::move(app));
+    }
+    std::ranges::sort(ordered, [](const auto& left, const auto& right) {
+        return std::tie(right.second.lastClicked, left.first, left.second.bundleID) <
+               std::tie(left.second.lastClicked, right.first, right.second.bundleID);
+    });
+    entries_.reserve(ordered.size());
+    for (auto& [order, app] : ordered) {
         FoldedText name = FoldedText::of(app.name);
         entries_.push_back({.app = std::move(app), .name = std::move(name)});
     }
-    std::ranges::sort(entries_, [](const Entry& left, const Entry& right) {
-        return std::tie(right.app.lastClicked, left.name.letters, left.app.bundleID) <
-               std::tie(left.app.lastClicked, right.name.letters, right.app.bundleID);
-    });
 }
 
 std::vector<AppSearch::App> AppSearch::find(std::string_view text) const {

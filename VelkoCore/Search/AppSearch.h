@@ -36,8 +36,8 @@ class AppSearch final {
     explicit AppSearch(std::vector<App> apps);
 
     /// The apps that match, the best first. Those that match equally well are ordered by their last click,
-    /// the newest first, and then by their names. If nothing is typed but spaces and signs, every app
-    /// matches.
+    /// the newest first, and then by their names, as `NameOrder` has it. If nothing is typed but spaces and
+    /// signs, every app matches.
     [[nodiscard]] std::vector<App> find(std::string_view typed) const;
 
     /// How well that fits a name; nothing if it does not. What has no letter or digit fits every name as well

@@ -7,4 +7,5 @@ import './shelf.test.mjs';
 import './settings.test.mjs';
 import './search.test.mjs';
 import './page.test.mjs';
+import './surfaces.test.mjs';
 import './speed.test.mjs';

@@ -32,6 +32,7 @@ export class Mac {
     });
     context.setDefaultTimeout(patience);
     const mac = new Mac(playground, context, await context.newPage());
+    mac.colorScheme = look.colorScheme ?? 'light';
     await mac.load();
     await (isSetUp ? mac.logs('32 apps with icons') : mac.surface('setup').waitFor());
     return mac;
@@ -201,7 +202,7 @@ export class Mac {
       }, part);
       this.complaints.push(...faults.map((fault) => `${what}, ${colorScheme}: ${fault}`));
     }
-    await this.page.emulateMedia({ colorScheme: 'light' });
+    await this.page.emulateMedia({ colorScheme: this.colorScheme });
   }
 }
 
