@@ -15,7 +15,7 @@
 
 // Long stretches of a Mac that never sleeps, with forty apps. Besides the time it takes, each tells what it
 // does to the process's memory: its resident pages after the second day, and by how much they grew by the
-// end, in percent; and the same without the log, of which Velko keeps the newest 2,000 lines.
+// end, in percent.
 
 namespace velko::playground {
 namespace {
@@ -27,15 +27,6 @@ double residentBytes() {
     double resident = 0;
     pages >> size >> resident;
     return resident * static_cast<double>(::sysconf(_SC_PAGESIZE));
-}
-
-/// What the log's lines take, in bytes.
-double bytesOf(const Log& log) {
-    double bytes = 0;
-    for (const std::string& line : log.lines()) {
-        bytes += static_cast<double>(sizeof(line) + line.capacity());
-    }
-    return bytes;
 }
 
 std::string beginning() {
@@ -92,17 +83,13 @@ void playDays(benchmark::State& state, const std::string& first, const std::stri
         scenarios::World world(folder->path());
         bool isFine = opening && routine && isPerformed(*opening, world);
         double before = 0;
-        double logBefore = 0;
         for (int number = 1; number <= days && isFine; ++number) {
             isFine = isPerformed(*routine, world);
             before = number == 2 ? residentBytes() : before;
-            logBefore = number == 2 ? bytesOf(world.log()) : logBefore;
         }
         const double after = residentBytes();
         state.counters["resident_MB"] = before / 1e6;
         state.counters["growth_percent"] = (after / before - 1) * 100;
-        state.counters["without_log_percent"] =
-            ((after - bytesOf(world.log())) / (before - logBefore) - 1) * 100;
         if (!isFine) {
             state.SkipWithError("a step failed");
             return;

@@ -109,14 +109,14 @@ std::string row(std::string_view term, const std::string& markup) {
 }
 
 /// A line of the log, split into date, category and message. `key` is different for each line on the page.
-std::string logRow(const std::string& line, const std::string& key) {
+std::string logRow(std::string_view line, const std::string& key) {
     const html::Attributes attributes{{"data-key", key}};
     const auto open = line.find("  [");
-    const auto close = open == std::string::npos ? open : line.find("] ", open);
-    if (close == std::string::npos) {
+    const auto close = open == std::string_view::npos ? open : line.find("] ", open);
+    if (close == std::string_view::npos) {
         return textElement("li", attributes, line);
     }
-    const std::string category = line.substr(open + 3, close - open - 3);
+    const std::string_view category = line.substr(open + 3, close - open - 3);
     return element(
         "li", attributes,
         textElement("time", {}, line.substr(0, open)) + " " +
@@ -135,13 +135,11 @@ std::string drawApps(Session& session) {
 }
 
 std::string drawLog(Session& session) {
-    const auto& lines = session.world().log().lines();
     std::string rows;
     std::map<std::size_t, std::size_t> seen;  // how often each text has come
-    for (auto line = lines.end() - static_cast<std::ptrdiff_t>(std::min(lines.size(), shownLines));
-         line != lines.end(); ++line) {
-        const std::size_t text = std::hash<std::string>()(*line);
-        rows += logRow(*line, std::to_string(text) + "-" + std::to_string(seen[text]++));
+    for (const std::string_view line : session.world().log().newest(shownLines)) {
+        const std::size_t text = std::hash<std::string_view>()(line);
+        rows += logRow(line, std::to_string(text) + "-" + std::to_string(seen[text]++));
     }
     return element("ol", {{"class", "log"}, {"aria-label", "Log"}}, rows);
 }

@@ -93,7 +93,7 @@ Done menu(const Step& step, World& world) {
 Done logged(const Step& step, World& world) {
     const std::string text = step.text.value_or("");
     const auto times = std::ranges::count_if(world.log().lines(),
-                                             [&](const std::string& line) { return line.contains(text); });
+                                             [&](std::string_view line) { return line.contains(text); });
     return step.amount ? equal(std::to_string(times), std::to_string(*step.amount))
                        : holds(times > 0, "The log does not say that.");
 }

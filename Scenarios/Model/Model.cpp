@@ -1,7 +1,5 @@
 #include "Scenarios/Model/Model.h"
 
-#include <algorithm>
-#include <ranges>
 #include <string_view>
 #include <utility>
 
@@ -54,14 +52,9 @@ std::vector<Happening> Recorder::take() {
 
 void Recorder::look() {
     const auto now = world_.mac().mainThread.now();
-    const auto& lines = world_.log().lines();
-    const auto newestFirst = lines | std::views::reverse;
-    const auto fresh =
-        std::ranges::find_if(newestFirst, [this](const std::string& line) { return &line == last_; }) -
-        newestFirst.begin();
-    for (const std::string& line : lines | std::views::drop(std::ssize(lines) - fresh)) {
+    const Log& log = world_.log();
+    for (const std::string_view line : log.newest(log.count() - std::exchange(written_, log.count()))) {
         happened_.push_back(parsed(line, now));
-        last_ = &line;
     }
     const bool isNoteOpen = world_.mac().surfaces.surface(Surfaces::Kind::note).isOpen();
     if (std::exchange(wasNoteOpen_, isNoteOpen) != isNoteOpen) {

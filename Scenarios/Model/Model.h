@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -39,7 +40,7 @@ class Recorder final : private NonCopyable {
 
     World& world_;
     std::function<void()> nextOnTurn_;
-    const std::string* last_ = nullptr;  ///< the newest line that was written down
+    std::uint64_t written_ = 0;  ///< how many lines have been written down
     bool wasNoteOpen_ = false;
     std::vector<Happening> happened_;
 };

@@ -47,10 +47,10 @@ bool isEvent(Verb verb) {
 }
 
 bool lastApplyFailed(const Log& log) {
-    const auto isAboutEngine = [](const std::string& line) { return line.contains("  [engine] "); };
+    const auto isAboutEngine = [](std::string_view line) { return line.contains("  [engine] "); };
     const auto newestFirst = log.lines() | std::views::reverse;
     const auto line = std::ranges::find_if(newestFirst, isAboutEngine);
-    return line != newestFirst.end() && line->contains("] FAILED (");
+    return line != newestFirst.end() && (*line).contains("] FAILED (");
 }
 
 BundleIDs ownersOf(const AppController& velko) {

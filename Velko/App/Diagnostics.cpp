@@ -143,12 +143,10 @@ std::string diagnostics(const AppController& controller, const Platform& platfor
                        (info.isInApplications() ? "" : "It is not in /Applications.\n") +
                        displaysInWords(platform.displays) + "\n" + placesInWords(controller) + "\n\n" +
                        engineProbeReport(platform) + "\n\nThe end of the log:\n";
-    const auto& lines = log.lines();
-    const std::size_t first = lines.size() - std::min(lines.size(), linesInReport);
-    for (std::size_t index = first; index < lines.size(); ++index) {
+    for (const std::string_view line : log.newest(linesInReport)) {
         // What the debug menu writes names the titles of icons.
-        if (!lines[index].contains("  [debug] ")) {
-            text += anonymous(lines[index]) + "\n";
+        if (!line.contains("  [debug] ")) {
+            text += anonymous(line) + "\n";
         }
     }
     return text;

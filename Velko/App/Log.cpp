@@ -71,18 +71,12 @@ void Log::log(std::string_view category, std::string_view message) {
     constexpr std::string_view afterCategory = "] ";
     const std::string time = timestamp(clock_.date());
     std::string line;
-    // The line is kept for days: no room to grow.
-    line.reserve(time.size() + beforeCategory.size() + category.size() + afterCategory.size() +
-                 message.size());
     line.append(time).append(beforeCategory).append(category).append(afterCategory).append(message);
     append(line + "\n");
     for (const auto& [id, heard] : followers_) {
         heard(line);
     }
-    lines_.push_back(std::move(line));
-    if (lines_.size() > maxLines) {
-        lines_.pop_front();
-    }
+    ring_.push(line);
 }
 
 Subscription Log::follow(std::function<void(const std::string&)> heard) {
@@ -93,8 +87,8 @@ Subscription Log::follow(std::function<void(const std::string&)> heard) {
 
 std::string Log::text() const {
     std::string text;
-    for (const std::string& line : lines_) {
-        text += (text.empty() ? "" : "\n") + line;
+    for (const std::string_view line : lines()) {
+        text.append(text.empty() ? "" : "\n").append(line);
     }
     return text;
 }

@@ -23,8 +23,9 @@ struct Trial {
     }
 
     [[nodiscard]] Outcome end() {
-        const auto& lines = world.log().lines();
-        outcome.log.assign(lines.begin(), lines.end());
+        for (const std::string_view line : world.log().lines()) {
+            outcome.log.emplace_back(line);
+        }
         return std::move(outcome);
     }
     [[nodiscard]] bool isOver() const { return outcome.breach.has_value(); }

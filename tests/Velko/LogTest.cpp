@@ -1,6 +1,10 @@
+#include <algorithm>
+#include <cstdint>
+#include <deque>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <random>
 #include <sys/stat.h>
 
 #include "Simulator/Time/SimulatedMainThread.h"
@@ -44,6 +48,48 @@ TEST_F(LogTest, KeepsTheNewestTwoThousandLinesInMemory) {
     EXPECT_TRUE(log.text().ends_with(" 2499"));
     const std::string all = contentOf(file);
     EXPECT_EQ(std::ranges::count(all, '\n'), 2500);
+}
+
+TEST(LineRingTest, KeepsWhatFitsInOrderWhateverTheLinesAreLike) {
+    constexpr LineRing::Limits limits{.lines = 7, .bytes = 50};
+    constexpr std::size_t usual = 16;
+    LineRing ring(limits);
+    std::deque<std::string> expected;
+    std::mt19937 dice(1);
+    std::size_t usualInARow = 0;
+    for (std::uint64_t number = 1; number <= 5000; ++number) {
+        // Now and then a line that needs the whole ring, or more than that.
+        const std::size_t length = dice() % 40 == 0 ? limits.bytes + dice() % 2 : dice() % (usual + 1);
+        usualInARow = length > usual ? 0 : usualInARow + 1;
+        std::string line(length, static_cast<char>('a' + number % 26));
+        ring.push(line);
+        line.resize(std::min(length, limits.bytes));
+        expected.push_back(line);
+        const auto lines = ring.lines();
+        ASSERT_LE(lines.size(), limits.lines);
+        std::size_t kept = 0;
+        for (const std::string_view each : lines) {
+            kept += each.size();
+        }
+        // What is free is less than one line at the end of the memory, and one behind the newest line.
+        ASSERT_TRUE(usualInARow < 2 * limits.lines || lines.size() == limits.lines ||
+                    kept + 2 * usual >= limits.bytes);
+        while (expected.size() > lines.size()) {
+            expected.pop_front();
+        }
+        ASSERT_TRUE(std::ranges::equal(lines, expected)) << "after line " << number;
+        ASSERT_EQ(ring.pushed(), number);
+    }
+}
+
+TEST(LineRingTest, CutsALineThatIsTooLongBetweenTwoCharacters) {
+    LineRing ring({.lines = 2, .bytes = 8});
+    ring.push("1234567é");
+    ring.push("12345€");
+    EXPECT_EQ(ring.lines().size(), 1U);
+    EXPECT_EQ(ring.lines().front(), "12345€");
+    ring.push("123456€");
+    EXPECT_EQ(ring.lines().front(), "123456");
 }
 
 TEST_F(LogTest, WritesThroughNoLinkOfAnotherUser) {

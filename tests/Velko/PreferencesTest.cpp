@@ -245,7 +245,7 @@ class SwitchesInAnyOrder : public VelkoOnMac, public testing::WithParamInterface
 
 TEST_P(SwitchesInAnyOrder, TakeEffectAtOnceAndNothingElseDoes) {
     for (int step = 0; step < 60 && !HasFailure(); ++step) {
-        SCOPED_TRACE("step " + std::to_string(step) + "\n" + log.lines().back());
+        SCOPED_TRACE("step " + std::to_string(step) + "\n" + std::string(log.lines().back()));
         switch (dice.roll(10)) {
             case 0:
             case 1: toggle(); break;

@@ -135,7 +135,7 @@ class SavingInAnyOrder : public VelkoOnMac, public testing::WithParamInterface<u
 
 TEST_P(SavingInAnyOrder, WritesWhatItShouldWhenItShould) {
     for (int step = 0; step < 120 && !HasFailure(); ++step) {
-        SCOPED_TRACE("step " + std::to_string(step) + "\n" + log.lines().back());
+        SCOPED_TRACE("step " + std::to_string(step) + "\n" + std::string(log.lines().back()));
         happen();
         rest(1300ms * (1 + dice.roll(5)));
         check();

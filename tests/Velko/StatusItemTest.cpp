@@ -306,7 +306,7 @@ class QuestionsInAnyOrder : public BroomOnMac, public testing::WithParamInterfac
 
 TEST_P(QuestionsInAnyOrder, AreAskedUntilTheyArePutOffAndAgainWhenThereIsNews) {
     for (int step = 0; step < 80 && !HasFailure(); ++step) {
-        SCOPED_TRACE("step " + std::to_string(step) + "\n" + log.lines().back());
+        SCOPED_TRACE("step " + std::to_string(step) + "\n" + std::string(log.lines().back()));
         happen();
         check();
     }

@@ -115,7 +115,7 @@ class VelkoOnMac : public testing::Test {
 
     [[nodiscard]] int timesLogged(std::string_view text) const {
         return static_cast<int>(std::ranges::count_if(
-            log.lines(), [&](const std::string& line) { return line.find(text) != std::string::npos; }));
+            log.lines(), [&](std::string_view line) { return line.find(text) != std::string::npos; }));
     }
 
     [[nodiscard]] Layout saved() const { return **LayoutStore(file()).load(); }
