@@ -7,8 +7,8 @@
 
 #include "Playground/Html/Images.h"
 #include "Velko/Broom/BroomIcon.h"
+#include "VelkoCore/NumberText.h"
 #include "VelkoCore/Time/Timing.h"
-#include "VelkoEngine/Text/Text.h"
 
 // Prints the picture docs/pictures/broom.svg on the standard output.
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Playground/Html/Markup.h"
+#include "VelkoCore/NumberText.h"
 #include "VelkoEngine/Text/Text.h"
 
 namespace velko::html {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "VelkoCore/NumberText.h"
 #include "VelkoEngine/Text/Text.h"
 
 namespace velko::html {

@@ -16,6 +16,7 @@
 #include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Habits/AppUsage.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/NumberText.h"
 #include "VelkoCore/Time/Date.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"
@@ -23,7 +24,6 @@
 #include "VelkoEngine/MenuBar/InventoryDump.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
-#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "VelkoEngine/Text/Text.h"
+#include "VelkoCore/NumberText.h"
 
 namespace velko::LayoutAudit {
 

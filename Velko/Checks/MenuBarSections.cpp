@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Velko/Checks/Subject.h"
+#include "VelkoCore/NumberText.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
@@ -21,7 +22,6 @@
 #include "VelkoEngine/Ports/Processes.h"
 #include "VelkoEngine/Ports/Screen.h"
 #include "VelkoEngine/Ports/Workspace.h"
-#include "VelkoEngine/Text/Text.h"
 
 namespace velko::SelfCheck {
 

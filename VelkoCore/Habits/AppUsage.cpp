@@ -1,37 +1,29 @@
 #include "VelkoCore/Habits/AppUsage.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
+#include "VelkoCore/NumberText.h"
 #include "VelkoCore/Time/Timing.h"
 
 namespace velko {
 
 namespace {
 
-/// Decimal text with a point in every locale, rounded to so many decimals.
-std::string fixed(double value, int decimals) {
-    std::array<char, 350> text{};  // The largest number has 309 digits.
-    const auto result = std::to_chars(text.begin(), text.end(), value, std::chars_format::fixed, decimals);
-    return {text.begin(), result.ptr};
-}
-
-std::string whole(double value) {
-    return fixed(std::round(value), 0);
+std::string rounded(double value) {
+    return fixedText(std::round(value), 0);
 }
 
 std::string memoryText(std::uint64_t bytes) {
     const double mebibytes = static_cast<double>(bytes) / (1024.0 * 1024.0);
-    return mebibytes >= 1024 ? fixed(mebibytes / 1024, 1) + " GB" : whole(mebibytes) + " MB";
+    return mebibytes >= 1024 ? fixedText(mebibytes / 1024, 1) + " GB" : rounded(mebibytes) + " MB";
 }
 
 std::string cpuText(double percent) {
     if (percent < 0.1) {
         return "0% CPU";
     }
-    return (percent < 10 ? fixed(percent, 1) : whole(percent)) + "% CPU";
+    return (percent < 10 ? fixedText(percent, 1) : rounded(percent)) + "% CPU";
 }
 
 }  // namespace
@@ -55,26 +47,34 @@ std::string_view AppHealth::usageHelp(const AppUsage& usage) noexcept {
 }
 
 void UsageTracker::record(const Round& latest) {
-    std::map<BundleID, Last> last;
-    std::map<BundleID, AppUsage> usage;
+    // Both tables and the samples are ascending, and they rarely change: nearly every entry stays where it
+    // is.
+    auto last = last_.begin();
+    auto usage = usage_.begin();
+    const auto forgetBefore = [&](const BundleID* bundleID) {
+        while (last != last_.end() && (bundleID == nullptr || last->first < *bundleID)) {
+            last = last_.erase(last);
+            usage = usage_.erase(usage);
+        }
+    };
     for (const auto& [bundleID, reading] : latest.samples) {
-        const std::optional<double> cpu = cpuPercent(bundleID, reading, latest.at);
-        last.emplace_hint(last.end(), bundleID,
-                          Last{.pid = reading.pid, .sample = reading.sample, .at = latest.at, .cpu = cpu});
-        usage.emplace_hint(usage.end(), bundleID,
-                           AppUsage{.memoryBytes = reading.sample.memoryBytes, .cpuPercent = cpu});
+        forgetBefore(&bundleID);
+        std::optional<double> cpu;
+        if (last != last_.end() && last->first == bundleID) {
+            cpu = cpuPercent(last->second, reading, latest.at);
+        } else {
+            last = last_.emplace_hint(last, bundleID, Last{});
+            usage = usage_.emplace_hint(usage, bundleID, AppUsage{});
+        }
+        last->second = {.pid = reading.pid, .sample = reading.sample, .at = latest.at, .cpu = cpu};
+        usage->second = {.memoryBytes = reading.sample.memoryBytes, .cpuPercent = cpu};
+        ++last;
+        ++usage;
     }
-    last_ = std::move(last);
-    usage_ = std::move(usage);
+    forgetBefore(nullptr);
 }
 
-std::optional<double> UsageTracker::cpuPercent(const BundleID& bundleID, const Reading& reading,
-                                               Uptime at) const {
-    const auto entry = last_.find(bundleID);
-    if (entry == last_.end()) {
-        return std::nullopt;
-    }
-    const Last& last = entry->second;
+std::optional<double> UsageTracker::cpuPercent(const Last& last, const Reading& reading, Uptime at) {
     const bool continues = last.pid == reading.pid && last.at < at &&
                            reading.sample.cpuNanoseconds >= last.sample.cpuNanoseconds;
     if (!continues) {

@@ -68,16 +68,16 @@ class UsageTracker {
 
  private:
     struct Last {
-        ProcessID pid;
-        ProcessSample sample;
-        Uptime at;
-        std::optional<double> cpu;
+        ProcessID pid = 0;
+        ProcessSample sample{};
+        Uptime at{};
+        std::optional<double> cpu{};
     };
 
-    [[nodiscard]] std::optional<double> cpuPercent(const BundleID& bundleID, const Reading& reading,
-                                                   Uptime at) const;
+    [[nodiscard]] static std::optional<double> cpuPercent(const Last& last, const Reading& reading,
+                                                          Uptime at);
 
-    std::map<BundleID, Last> last_;
+    std::map<BundleID, Last> last_;  ///< of the same apps as `usage_`
     std::map<BundleID, AppUsage> usage_;
 };
 

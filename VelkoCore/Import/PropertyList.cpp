@@ -1,7 +1,8 @@
 #include "VelkoCore/Import/PropertyList.h"
 
 #include <algorithm>
-#include <fstream>
+#include <cstdio>
+#include <memory>
 #include <string_view>
 #include <system_error>
 
@@ -52,14 +53,17 @@ std::expected<PropertyList, PropertyListError> readPropertyList(const std::files
     if (!std::filesystem::is_regular_file(path, error)) {
         return std::unexpected(PropertyListError::unreadable);
     }
-    std::ifstream file{path, std::ios::binary};
-    // One byte more than allowed shows that a file is too large, whatever size the file system tells.
-    std::vector<std::byte> bytes(PropertyListLimits::bytes + 1);
-    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!file.is_open() || file.bad()) {
+    const auto close = [](std::FILE* file) { std::fclose(file); };
+    const std::unique_ptr<std::FILE, decltype(close)> file(std::fopen(path.c_str(), "rbe"), close);
+    if (!file) {
         return std::unexpected(PropertyListError::unreadable);
     }
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    // One byte more than allowed shows that a file is too large, whatever size the file system tells.
+    std::vector<std::byte> bytes(PropertyListLimits::bytes + 1);
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+    if (std::ferror(file.get()) != 0) {
+        return std::unexpected(PropertyListError::unreadable);
+    }
     return readPropertyList(bytes, reader);
 }
 

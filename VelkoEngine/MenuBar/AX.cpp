@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <utility>
 
+#include "VelkoCore/NumberText.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/Accessibility.h"
 #include "VelkoEngine/Ports/Processes.h"
 #include "VelkoEngine/Ports/Workspace.h"
-#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 

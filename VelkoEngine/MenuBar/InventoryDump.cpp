@@ -3,9 +3,9 @@
 #include <array>
 #include <cstddef>
 
+#include "VelkoCore/NumberText.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/Ports/Accessibility.h"
-#include "VelkoEngine/Text/Text.h"
 
 namespace velko::Inventory {
 

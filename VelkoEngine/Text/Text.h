@@ -5,12 +5,6 @@
 
 namespace velko {
 
-/// The shortest decimal text that reads back as the same number, never with an exponent: "1", "0.25".
-[[nodiscard]] std::string decimalText(double number);
-
-/// The number as whole decimal text, truncated towards zero: "-3" for -3.9. Any finite number will do.
-[[nodiscard]] std::string wholeText(double number);
-
 /// The text with every byte that is not part of well-formed UTF-8 replaced by U+FFFD.
 [[nodiscard]] std::string repairedUtf8(std::string_view text);
 

@@ -5,13 +5,13 @@
 #include <optional>
 #include <utility>
 
+#include "VelkoCore/NumberText.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/Background/Reads.h"
 #include "VelkoEngine/MenuBar/AX.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Workspace.h"
-#include "VelkoEngine/Text/Text.h"
 
 namespace velko {
 
