@@ -16,6 +16,9 @@ endif()
 # The compiler traps undefined behaviour unless told not to, in release builds too.
 set(CMAKE_CXX_FLAGS_INIT "-fno-sanitize=all")
 
+# What several templates have in common may become one function of its own.
+set(CMAKE_CXX_FLAGS_MINSIZEREL_INIT "-mllvm -enable-linkonceodr-outlining")
+
 # Nothing of this system gets into the build by itself.
 set(CMAKE_FIND_ROOT_PATH ${CMAKE_CURRENT_LIST_DIR}/include)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
