@@ -13,11 +13,14 @@ namespace velko {
 /// A system symbol; nil without a name, or with one that this system does not know.
 [[nodiscard]] NSImage* symbolImage(const std::string& name, const std::string& description = {});
 
-/// The icons of apps. It looks each one up only once. Main thread.
+/// The icons of apps. It looks each one up only once, until it is told to forget them. Main thread.
 class AppIcons final : private NonCopyable {
  public:
     /// A copy of the icon in that size in points. An app that this Mac does not have gets a plain tile.
     [[nodiscard]] NSImage* icon(const BundleID& bundleID, double points);
+
+    /// Keeps no icon any longer. What shows one has a copy of its own.
+    void forget() { found_.clear(); }
 
  private:
     std::map<BundleID, NSImage*> found_;

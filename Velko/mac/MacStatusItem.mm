@@ -151,6 +151,7 @@ void MacStatusItem::setToolTip(const std::string& text) {
 
 void MacStatusItem::openMenu(view::Menu menu, std::function<void()> closed) {
     NSMenu* native = makeMenu(menu, icons_);
+    icons_.forget();
     VLKStatusItemTarget* target = target_;
     onMainRunLoop(^{
       [target open:native closed:closed];

@@ -73,6 +73,7 @@ void MacSurface::finish() {
     clicksInOwnWindows_.end();
     auto closed = std::move(opening_->closed);
     opening_.reset();
+    icons_.forget();
     [tree_ stop];
     // The user may have closed it with one of its buttons, and that button's action has not returned yet.
     VLKTreeView* tree = std::exchange(tree_, nil);
