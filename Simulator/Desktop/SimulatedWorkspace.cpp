@@ -7,6 +7,7 @@ namespace velko {
 
 std::vector<RunningApplication> SimulatedWorkspace::runningApplications() const {
     std::vector<RunningApplication> applications;
+    applications.reserve(processes_.running().size());
     for (const auto& process : processes_.running()) {
         const SimulatedApp& app = process.app;
         if (!app.isApplication) {

@@ -30,15 +30,21 @@ void UsageSampling::start(Beat& beat) {
 void UsageSampling::sampleNow() {
     std::map<BundleID, UsageTracker::Reading> samples;
     for (const MenuBarItem& item : host_.values().items) {
-        if (samples.contains(item.bundleID)) {
+        const auto [place, isFirst] =
+            samples.try_emplace(item.bundleID, UsageTracker::Reading{.pid = item.pid, .sample = {}});
+        if (!isFirst) {
             continue;
         }
         if (const auto sample = ProcessStats::sample(platform_, item.pid)) {
-            samples.emplace(item.bundleID, UsageTracker::Reading{.pid = item.pid, .sample = *sample});
+            place->second.sample = *sample;
+        } else {
+            samples.erase(place);
         }
     }
     tracker_.record({.samples = samples, .at = platform_.mainThread.now()});
-    host_.set(&AppValues::usage, tracker_.usage());
+    if (tracker_.usage() != host_.values().usage) {  // which costs less than a copy
+        host_.set(&AppValues::usage, tracker_.usage());
+    }
 }
 
 LiveActivityWatch::LiveActivityWatch(FlowHost& host, const Platform& platform, Log& log)

@@ -70,7 +70,7 @@ void AutopilotOffers::clicksAreWatched() {
                               std::to_string(Timing::autopilotWarmUpDays) + " days");
 }
 
-std::vector<TidySuggestion> AutopilotOffers::suggestions() const {
+std::vector<TidySuggestion> AutopilotOffers::suggestions(std::size_t atMost) const {
     const AppValues& values = host_.values();
     if (!values.layout.autopilot.enabled) {
         return {};
@@ -79,8 +79,12 @@ std::vector<TidySuggestion> AutopilotOffers::suggestions() const {
     for (const MenuBarItem& item : values.items) {
         running.insert(item.bundleID);
     }
-    return Autopilot::suggestions(
-        {.layout = values.layout, .running = running, .usage = values.usage, .now = now(), .calendar = {}});
+    return Autopilot::suggestions({.layout = values.layout,
+                                   .running = running,
+                                   .usage = values.usage,
+                                   .now = now(),
+                                   .calendar = {},
+                                   .atMost = atMost});
 }
 
 void AutopilotOffers::accept(const TidySuggestion& suggestion) {
@@ -132,7 +136,7 @@ void AutopilotOffers::askToQuit(const BundleID& bundleID) {
 void AutopilotOffers::settle() {
     const AppValues& values = host_.values();
     // Before the first scan there are no suggestions because there are no apps.
-    if (values.inventoryLoaded && values.layout.autopilot.offerPending && suggestions().empty()) {
+    if (values.inventoryLoaded && values.layout.autopilot.offerPending && suggestions(1).empty()) {
         host_.edit(Saving::nowUnlessBroken, [](Layout& layout) { layout.autopilot.offerPending = false; });
     }
 }
@@ -150,7 +154,7 @@ bool NoteDeferral::isAnythingToAsk() const {
     if (host_.values().isPresenting()) {
         return false;  // not before an audience
     }
-    return !layout.inbox.empty() || (layout.autopilot.offerPending && !offers_.suggestions().empty());
+    return !layout.inbox.empty() || (layout.autopilot.offerPending && !offers_.suggestions(1).empty());
 }
 
 void NoteDeferral::noteClosed() {

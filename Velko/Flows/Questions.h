@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <set>
 #include <string>
@@ -35,8 +36,9 @@ class AutopilotOffers final : private NonCopyable {
     /// Notes that clicks are watched from now on, unless they have been before.
     void clicksAreWatched();
 
-    /// What the autopilot proposes for the apps in the menu bar now; nothing while it is switched off.
-    [[nodiscard]] std::vector<TidySuggestion> suggestions() const;
+    /// What the autopilot proposes for the apps in the menu bar now, the first ones up to so many; nothing
+    /// while it is switched off.
+    [[nodiscard]] std::vector<TidySuggestion> suggestions(std::size_t atMost = Autopilot::noLimit) const;
 
     // The user's answers. Each leaves the app alone for a month, the last one for good.
     void accept(const TidySuggestion& suggestion);

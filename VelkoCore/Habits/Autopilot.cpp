@@ -139,6 +139,9 @@ std::vector<TidySuggestion> Autopilot::suggestions(const SuggestionsRequest& req
     const std::int64_t watchedDays = request.calendar.daysBetween(*watchingSince, request.now);
     std::vector<TidySuggestion> found;
     for (const BundleID& bundleID : request.running) {
+        if (found.size() == request.atMost) {
+            break;
+        }
         if (isLeftAlone(request.layout, bundleID, request.now)) {
             continue;
         }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -74,12 +75,15 @@ struct TidySuggestion {
 /// bar, what idles and costs a lot may quit. Pure; it only proposes.
 namespace Autopilot {
 
+inline constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+
 struct SuggestionsRequest {
     const Layout& layout;
     const BundleIDs& running;  ///< the apps to look at
     const std::map<BundleID, AppUsage>& usage;
     Date now;
     Calendar calendar;
+    std::size_t atMost = noLimit;  ///< that many suggestions, the first ones
 };
 
 /// At most one suggestion per app, in ascending order of the apps. None until clicks are watched. Does

@@ -93,6 +93,22 @@ void forEachCandidate(const Layout& layout, const BundleIDs& inventory, Visit vi
     }
 }
 
+/// Both lists as one, ascending and without duplicates, as each of them is. The others are few: looking for
+/// their places costs less than comparing them with everybody.
+std::vector<BundleID> merged(const References& many, const References& others) {
+    std::vector<BundleID> all;
+    all.reserve(many.size() + others.size());
+    auto next = many.begin();
+    for (const std::string_view other : others) {
+        const auto place = std::lower_bound(next, many.end(), other);
+        all.insert(all.end(), next, place);
+        all.emplace_back(other);
+        next = place + (place != many.end() && *place == other ? 1 : 0);
+    }
+    all.insert(all.end(), next, many.end());
+    return all;
+}
+
 /// The plan of what a section shows and of `others`, which show whatever their section.
 VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool showTucked,
                                References& others) {
@@ -101,26 +117,16 @@ VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool sh
     others.push_back(request.ownBundleID);
     sortOnce(others);
     References visible(others.get_allocator());
-    visible.reserve(request.layout.sections.size() + others.size());
-    auto other = others.begin();
+    visible.reserve(request.layout.sections.size() + request.inventory.size());
     bool hidesNothing = true;
     forEachCandidate(request.layout, request.inventory, [&](const BundleID& bundleID, Section section) {
         if (section == Section::bar || (section == Section::tucked && showTucked)) {
-            auto order = std::strong_ordering::greater;
-            while (other != others.end() && (order = *other <=> bundleID) < 0) {
-                visible.push_back(*other++);
-            }
-            other += other != others.end() && order == 0 ? 1 : 0;
             visible.push_back(bundleID);
-        } else if (!AllowlistPlanner::isAlwaysAllowed(bundleID)) {
+        } else if (hidesNothing && !AllowlistPlanner::isAlwaysAllowed(bundleID)) {
             hidesNothing = false;
         }
     });
-    if (hidesNothing) {
-        return VisibilityPlan::showAll();
-    }
-    visible.insert(visible.end(), other, others.end());
-    return VisibilityPlan::allowAscending({visible.begin(), visible.end()});
+    return hidesNothing ? VisibilityPlan::showAll() : VisibilityPlan::allowAscending(merged(visible, others));
 }
 
 VisibilityPlan planOf(References& references) {
