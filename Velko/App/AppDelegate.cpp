@@ -27,7 +27,7 @@ constexpr const char* loginDefaultKey = "didApplyLoginDefault";
 std::vector<SortSession::App> appsToSort(const AppController& controller) {
     std::vector<SortSession::App> apps;
     for (const PresentApp& app : presentApps(controller.values())) {
-        if (canBePlaced(controller, app.bundleID)) {
+        if (canBePlaced(controller, app.bundleID) && !controller.values().managed.places(app.bundleID)) {
             apps.push_back({.bundleID = app.bundleID, .name = app.name});
         }
     }

@@ -7,6 +7,7 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "VelkoEngine/Hiding/VKAssessment.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
@@ -85,7 +86,8 @@ std::string placesInWords(const AppController& controller) {
     }
     return std::to_string(values.items.size()) + " icons, " + std::to_string(hidden) + " of them hidden; " +
            std::to_string(values.layout.sections.size()) + " apps with a place, " +
-           std::to_string(values.layout.inbox.size()) + " waiting";
+           std::to_string(values.layout.inbox.size()) + " waiting; managed: " + inWords(values.managed) +
+           (values.managedFaults.empty() ? "" : ", with faults");
 }
 
 }  // namespace

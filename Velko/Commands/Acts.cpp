@@ -7,6 +7,7 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/Log.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Commands/Reports.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
@@ -137,6 +138,9 @@ Reply place(const Call& call, const FaceParts& parts) {
     if (!app) {
         return refusal(app.error());
     }
+    if (parts.controller.values().managed.places(app->bundleID)) {
+        return refusal(std::string(managedInWords) + ".");
+    }
     parts.controller.place(app->bundleID, sectionNamed(call.argument(1)).value_or(Section::bar));
     return saved(parts);
 }
@@ -144,6 +148,9 @@ Reply place(const Call& call, const FaceParts& parts) {
 Reply ask(const Call& call, const FaceParts& parts) {
     if (const auto why = whyLocked(parts)) {
         return refusal(*why);
+    }
+    if (parts.controller.values().managed.sets(Switch::askAboutNewIcons)) {
+        return refusal(std::string(managedInWords) + ".");
     }
     parts.controller.preferences().setSwitch(Switch::askAboutNewIcons, call.argument(0) == "on");
     return saved(parts);

@@ -7,6 +7,7 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/Health.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "VelkoCore/Files/Json.h"
 #include "VelkoCore/Layout/Section.h"
@@ -22,6 +23,7 @@ struct Listed {
     Section section;
     bool isHidden;
     bool isNew;
+    bool isManaged;
 };
 
 std::vector<Listed> appsListed(const AppController& controller) {
@@ -32,8 +34,12 @@ std::vector<Listed> appsListed(const AppController& controller) {
             const Section section = layout.section(app.bundleID);
             const bool isHidden = controller.engine().current().hides(app.bundleID);
             const bool isNew = layout.isWaiting(app.bundleID);
-            listed.push_back(
-                {.app = std::move(app), .section = section, .isHidden = isHidden, .isNew = isNew});
+            const bool isManaged = controller.values().managed.places(app.bundleID);
+            listed.push_back({.app = std::move(app),
+                              .section = section,
+                              .isHidden = isHidden,
+                              .isNew = isNew,
+                              .isManaged = isManaged});
         }
     }
     return listed;
@@ -121,6 +127,12 @@ std::string statusText(const FaceParts& parts) {
     if (!values.layout.askAboutNewIcons) {
         add("Velko does not ask about new icons.");
     }
+    if (!values.managed.isEmpty()) {
+        add(std::string(managedInWords) + ": " + inWords(values.managed) + ".");
+    }
+    if (!values.managedFaults.empty()) {
+        add("Your organisation's layout has faults: " + values.managedFaults.front());
+    }
     if (values.saveFailure) {
         add("Not saved: " + *values.saveFailure);
     }
@@ -145,6 +157,7 @@ std::string statusJson(const FaceParts& parts) {
                         {"new", {std::move(waiting)}},
                         {"asks", {values.layout.askAboutNewIcons}},
                         {"liveActivity", {values.stepsAside()}},
+                        {"managed", {!values.managed.isEmpty()}},
                         {"saved", {!values.saveFailure}}};
     if (const auto* const peek = values.state.asPeeking()) {
         object.emplace("opening", text(peek->bundleID));
@@ -158,7 +171,8 @@ std::string listText(const FaceParts& parts) {
         lines.append(name(each.section)).append("\t").append(printable(each.app.name)).append("\t");
         lines.append(printable(each.app.bundleID)).append("\t");
         lines.append(each.isHidden ? "hidden" : "").append(each.isHidden && each.isNew ? "," : "");
-        lines.append(each.isNew ? "new" : "").append("\n");
+        lines.append(each.isNew ? "new" : "");
+        lines.append(each.isManaged ? (each.isHidden ? ",managed" : "managed") : "").append("\n");
     }
     return lines;
 }
@@ -170,7 +184,8 @@ std::string listJson(const FaceParts& parts) {
                                      {"name", text(each.app.name)},
                                      {"section", text(name(each.section))},
                                      {"hidden", {each.isHidden}},
-                                     {"new", {each.isNew}}}});
+                                     {"new", {each.isNew}},
+                                     {"managed", {each.isManaged}}}});
     }
     return Json{Json::Object{{"version", {std::int64_t{reportVersion}}}, {"apps", {std::move(apps)}}}}
         .print();

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Velko/App/AppController.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Apps/UndoLine.h"
 #include "Velko/Settings/AppRow.h"
@@ -202,19 +203,25 @@ std::optional<view::Node> AppList::selectionRow() {
     const bool areTogether = std::ranges::all_of(
         apps, [&](const ListedApp& app) { return app.section == apps.front().section && !app.isWaiting; });
     AppController& controller = parts_.controller;
+    const auto managed = static_cast<std::size_t>(std::ranges::count_if(apps, &ListedApp::isManaged));
     view::Node places{
         .id = "place-selected",
         .label = "Where the selected apps go",
+        .help = managed == apps.size() ? managedInWords : "",
+        .isEnabled = managed < apps.size(),
         .content = view::Picker{
             .options = {filterTitles.begin(), filterTitles.end()},
             .selected = areTogether ? static_cast<std::size_t>(apps.front().section) : view::Picker::nothing,
             .style = view::Picker::Style::segmented,
-            .choose = [&controller, ids](std::size_t index) {
-                controller.place(ids, allSections.at(index));
-            }}};
+            .choose = [&controller,
+                       ids](std::size_t index) { controller.place(ids, allSections.at(index)); }}};
     std::vector<view::Node> children{
-        view::text("selected:count", std::to_string(apps.size()) + " apps selected"),
-        view::spacer("selected:gap")};
+        view::text("selected:count", std::to_string(apps.size()) + " apps selected")};
+    if (managed > 0) {
+        children.push_back(
+            view::explanation("selected:managed", std::to_string(managed) + " managed by your organisation"));
+    }
+    children.push_back(view::spacer("selected:gap"));
     if (!notRunning.empty()) {
         children.push_back(view::button(
             "forget-selected", {.title = "Forget " + std::to_string(notRunning.size()),

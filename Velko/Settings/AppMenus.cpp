@@ -6,6 +6,7 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/FaceParts.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
@@ -39,6 +40,15 @@ view::MenuItem showItem(const FaceParts& parts, const ListedApp& app) {
             .action = [&parts, app] { showOrStop(parts, app); }};
 }
 
+/// An item that the user can't choose where the organisation has decided.
+view::MenuItem managed(view::MenuItem item, bool isManaged) {
+    if (isManaged) {
+        item.isEnabled = false;
+        item.help = managedInWords;
+    }
+    return item;
+}
+
 view::MenuItem forgetItem(AppController& controller, std::string title, BundleIDs apps) {
     const bool isPossible = !apps.empty();
     return {.title = std::move(title),
@@ -56,9 +66,10 @@ view::Menu places(AppController& controller, const std::vector<ListedApp>& apps)
     for (const Section section : allSections) {
         const bool isThere = std::ranges::all_of(
             apps, [&](const ListedApp& app) { return app.section == section && !app.isWaiting; });
-        menu.push_back({.title = titleOf(section),
-                        .isChecked = isThere,
-                        .action = [&controller, ids, section] { controller.place(ids, section); }});
+        menu.push_back(managed({.title = titleOf(section),
+                                .isChecked = isThere,
+                                .action = [&controller, ids, section] { controller.place(ids, section); }},
+                               std::ranges::all_of(apps, &ListedApp::isManaged)));
     }
     menu.push_back(view::MenuItem::separator());
     return menu;
@@ -97,14 +108,16 @@ view::Menu moreMenu(const FaceParts& parts, const ListedApp& app) {
                         .help = runs ? "" : app.name + " isn't running.",
                         .isEnabled = runs,
                         .action = [&controller, bundleID] { controller.autopilot().askToQuit(bundleID); }};
+    const ManagedLayout& theirs = controller.values().managed;
     return {showItem(parts, app),
-            std::move(keep),
+            managed(std::move(keep), theirs.keeps(bundleID)),
             view::MenuItem::separator(),
             std::move(quit),
-            forgetItem(controller, "Forget " + app.name,
-                       app.canBeForgotten() ? BundleIDs{bundleID} : BundleIDs()),
+            managed(forgetItem(controller, "Forget " + app.name,
+                               app.canBeForgotten() ? BundleIDs{bundleID} : BundleIDs()),
+                    app.isManaged),
             view::MenuItem::separator(),
-            std::move(popOut)};
+            managed(std::move(popOut), theirs.neverPopOut.contains(bundleID))};
 }
 
 view::Menu contextMenu(const FaceParts& parts, const std::vector<ListedApp>& apps) {

@@ -10,6 +10,7 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/FaceParts.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/View/Tree.h"
@@ -108,7 +109,7 @@ std::vector<view::Node> marks(const AppController& controller, const ListedApp& 
         add("heavy", app.name + " uses a lot", std::string(AppHealth::usageHelp(*app.usage)),
             "exclamationmark.triangle", view::Ink::warning);
     }
-    if (app.isKept) {
+    if (app.isKept && !app.isManaged) {
         add("kept", app.name + " is always kept here", "Autopilot won't suggest moving this app", "pin",
             view::Ink::label);
     }
@@ -118,6 +119,8 @@ std::vector<view::Node> marks(const AppController& controller, const ListedApp& 
 view::Node sectionPicker(AppController& controller, const ListedApp& app) {
     return {.id = "section:" + app.bundleID,
             .label = "Where " + app.name + " goes",
+            .help = app.isManaged ? managedInWords : "",
+            .isEnabled = !app.isManaged,
             .content = view::Picker{
                 .options = {sectionTitles.begin(), sectionTitles.end()},
                 // An app that waits for an answer may also stay where it is: that is an answer too.
@@ -165,6 +168,10 @@ view::Node make(const FaceParts& parts, const ListedApp& app) {
     if (auto line = usageLine(app)) {
         spoken.push_back(view::spoken(*line));
         facts.push_back(*std::move(line));
+    }
+    if (app.isManaged) {
+        spoken.emplace_back(managedInWords);
+        facts.push_back(view::explanation("managed:" + app.bundleID, managedInWords));
     }
     std::vector<view::Node> words{std::move(appName)};
     if (!facts.empty()) {

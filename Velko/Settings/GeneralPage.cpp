@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,9 +35,10 @@ view::Node group(std::string id, std::string title, std::vector<view::Node> chil
 
 /// The control of one of the layout's switches.
 view::Node toggle(AppController& controller, Switch which, std::string title) {
-    return toggle(std::string(Switches::row(which).name), std::move(title),
-                  Switches::isOn(controller.values().layout, which),
-                  [&controller, which](bool on) { controller.preferences().setSwitch(which, on); });
+    return managed(toggle(std::string(Switches::row(which).name), std::move(title),
+                          Switches::isOn(controller.values().layout, which),
+                          [&controller, which](bool on) { controller.preferences().setSwitch(which, on); }),
+                   controller.values().managed.sets(which));
 }
 
 template <class Change>
@@ -77,29 +79,34 @@ view::Node tuckTime(AppController& controller) {
     for (const std::int64_t seconds : times) {
         options.push_back(seconds == 0 ? "Never" : "After " + std::to_string(seconds) + " seconds");
     }
-    return {.id = "auto-tuck",
-            .content = view::Picker{
-                .title = "Tuck icons back in",
-                .options = std::move(options),
-                .selected = static_cast<std::size_t>(std::ranges::find(times, now) - times.begin()),
-                .choose = [&controller, times](std::size_t index) {
-                    editReveal(controller,
-                               [&](RevealSettings& reveal) { reveal.autoTuckSeconds = times.at(index); });
-                }}};
+    view::Node picker{.id = "auto-tuck",
+                      .content = view::Picker{
+                          .title = "Tuck icons back in",
+                          .options = std::move(options),
+                          .selected = static_cast<std::size_t>(std::ranges::find(times, now) - times.begin()),
+                          .choose = [&controller, times](std::size_t index) {
+                              editReveal(controller, [&](RevealSettings& reveal) {
+                                  reveal.autoTuckSeconds = times.at(index);
+                              });
+                          }}};
+    return managed(std::move(picker), controller.values().managed.autoTuckSeconds.has_value());
 }
 
 view::Node stylePicker(AppController& controller, std::string id, std::string title,
-                       RevealStyle RevealSettings::* style) {
+                       RevealStyle RevealSettings::* style,
+                       std::optional<RevealStyle> ManagedLayout::* managedStyle) {
     constexpr std::array styles{RevealStyle::inline_, RevealStyle::shelf};
-    return {.id = std::move(id),
-            .content = view::Picker{
-                .title = std::move(title),
-                .options = {"In the menu bar", "On the shelf"},
-                .selected = static_cast<std::size_t>(controller.values().layout.reveal.*style),
-                .style = view::Picker::Style::segmented,
-                .choose = [&controller, style, styles](std::size_t index) {
-                    editReveal(controller, [&](RevealSettings& reveal) { reveal.*style = styles.at(index); });
-                }}};
+    view::Node picker{.id = std::move(id),
+                      .content = view::Picker{
+                          .title = std::move(title),
+                          .options = {"In the menu bar", "On the shelf"},
+                          .selected = static_cast<std::size_t>(controller.values().layout.reveal.*style),
+                          .style = view::Picker::Style::segmented,
+                          .choose = [&controller, style, styles](std::size_t index) {
+                              editReveal(controller,
+                                         [&](RevealSettings& reveal) { reveal.*style = styles.at(index); });
+                          }}};
+    return managed(std::move(picker), (controller.values().managed.*managedStyle).has_value());
 }
 
 view::Node everything(AppController& controller) {
@@ -120,8 +127,10 @@ view::Node everything(AppController& controller) {
 view::Node revealing(AppController& controller) {
     return group(
         "revealing", "When icons come out",
-        {stylePicker(controller, "style-notched", "On displays with a notch", &RevealSettings::notchedStyle),
-         stylePicker(controller, "style-other", "On other displays", &RevealSettings::otherStyle),
+        {stylePicker(controller, "style-notched", "On displays with a notch", &RevealSettings::notchedStyle,
+                     &ManagedLayout::notchedStyle),
+         stylePicker(controller, "style-other", "On other displays", &RevealSettings::otherStyle,
+                     &ManagedLayout::otherStyle),
          tuckTime(controller),
          toggle(controller, Switch::revealOnHover, "Show tucked icons when the pointer rests on the broom"),
          everything(controller)});

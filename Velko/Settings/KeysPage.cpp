@@ -9,6 +9,7 @@
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Ports/HotKeys.h"
 #include "Velko/Ports/Surfaces.h"
+#include "Velko/Settings/SettingsPages.h"
 #include "VelkoCore/Layout/Switches.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
@@ -151,7 +152,11 @@ view::Node KeysPage::content() {
         "Press a button, then the keys. Escape cancels, Delete clears. The keys work while any "
         "app is in front, and no other app gets them."));
     children.push_back(
-        {.id = "searching", .content = view::Group{.title = "Searching", .children = {std::move(inMenu)}}});
+        {.id = "searching",
+         .content =
+             view::Group{.title = "Searching",
+                         .children = {SettingsPages::managed(
+                             std::move(inMenu), controller.values().managed.sets(Switch::searchInMenu))}}});
     return view::column("page:keys", std::move(children), 14);
 }
 

@@ -91,6 +91,9 @@ class Listing final {
         // Finding a name costs a search of the disk, so it is done once for each app.
         std::string name = isCounted ? std::string() : names_.of(bundleID);
         const bool isInstalled = isRunning || isCounted || name != bundleID;
+        if (!isInstalled && values_.managed.places(bundleID)) {
+            return;  // an organisation places what only some of its Macs have
+        }
         if (!isInstalled && canBePlaced(controller_, bundleID)) {
             listed_.gone.insert(bundleID);
         }
@@ -118,6 +121,7 @@ class Listing final {
         }
         const Layout& layout = values_.layout;
         app.section = layout.section(app.bundleID);
+        app.isManaged = values_.managed.places(app.bundleID);
         app.isWaiting = waiting_.contains(app.bundleID);
         app.isKept = layout.alwaysKeep.contains(app.bundleID);
         app.popsOut = !layout.neverPopOut.contains(app.bundleID);

@@ -40,8 +40,10 @@ struct ListedApp {
     std::optional<Date> putOffUntil{};  ///< until then, nothing is suggested for it
     std::optional<TidySuggestion> suggestion{};  ///< what the autopilot would do with it
 
+    bool isManaged = false;  ///< the organisation has placed it
+
     /// Whether Velko can forget it: it would not come back at the next look at the menu bar.
-    [[nodiscard]] bool canBeForgotten() const { return presence == Presence::notRunning; }
+    [[nodiscard]] bool canBeForgotten() const { return presence == Presence::notRunning && !isManaged; }
 
     bool operator==(const ListedApp&) const = default;
 };

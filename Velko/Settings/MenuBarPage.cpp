@@ -6,6 +6,7 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/App/FaceParts.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Settings/AppList.h"
@@ -33,6 +34,7 @@ std::string whereNewIconsWait(const Layout& layout) {
 view::Node newIcons(AppController& controller) {
     Preferences& preferences = controller.preferences();
     const Layout& layout = controller.values().layout;
+    const ManagedLayout& theirs = controller.values().managed;
     view::Node ask{.id = std::string(Switches::row(Switch::askAboutNewIcons).name),
                    .content = view::Toggle{.title = "Ask where new icons go",
                                            .isOn = layout.askAboutNewIcons,
@@ -54,9 +56,12 @@ view::Node newIcons(AppController& controller) {
                                                   preferences.setNewIconDefault(allSections.at(index));
                                               }}};
     return {.id = "newcomers",
-            .content = view::Group{.title = "New icons",
-                                   .children = {explained(std::move(ask), whereNewIconsWait(layout)),
-                                                std::move(leaveOut), std::move(picker)}}};
+            .content = view::Group{
+                .title = "New icons",
+                .children = {explained(managed(std::move(ask), theirs.sets(Switch::askAboutNewIcons)),
+                                       whereNewIconsWait(layout)),
+                             managed(std::move(leaveOut), theirs.sets(Switch::leaveNewIconsOut)),
+                             managed(std::move(picker), theirs.newIconDefault.has_value())}}};
 }
 
 // Another Mac
@@ -89,6 +94,17 @@ view::Node locked() {
 }
 
 }  // namespace
+
+view::Node managed(view::Node control, bool isManaged) {
+    if (!isManaged) {
+        return control;
+    }
+    control.isEnabled = false;
+    control.help = managedInWords;
+    const std::string id = control.id;
+    return view::column(id + ":locked",
+                        {std::move(control), view::explanation(id + ":managed", managedInWords)}, 0);
+}
 
 view::Node explained(view::Node control, std::string what) {
     if (what.empty()) {

@@ -78,6 +78,17 @@ view::Node unsaved(AppController& controller, const std::string& reason) {
                                  {.title = "Try Again", .press = [&controller] { controller.saveNow(); }})});
 }
 
+/// The file of the organisation is not the user's to repair. They can tell whoever looks after it.
+view::Node unmanageable(const AppValues& values) {
+    const std::size_t count = values.managedFaults.size();
+    const std::string more =
+        count < 2 ? "" : " And " + std::to_string(count - 1) + " more; the log has them.";
+    return problem("problem:managed",
+                   values.managed.isEmpty() ? "Your organisation's layout can't be used."
+                                            : "Part of your organisation's layout can't be used.",
+                   values.managedFaults.front() + more, {});
+}
+
 view::Node refused(AppController& controller) {
     return problem("problem:refusal", refusalInWords, {},
                    {view::button("problem:refusal:again",
@@ -117,6 +128,9 @@ std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions) {
     }
     if (values.saveFailure) {
         result.push_back(unsaved(controller, *values.saveFailure));
+    }
+    if (!values.managedFaults.empty()) {
+        result.push_back(unmanageable(values));
     }
     if (facts.trustMissing) {
         result.push_back(untrusted(parts.host));

@@ -44,6 +44,9 @@ struct Page {
 /// Whether the system opens Velko at login, and why that did not work or has to wait.
 [[nodiscard]] view::Node loginSwitch(const FaceParts& parts);
 
+/// A control that the user can't use where the organisation has decided, and that says so.
+[[nodiscard]] view::Node managed(view::Node control, bool isManaged);
+
 /// A control with an explanation right below it, which may be empty.
 [[nodiscard]] view::Node explained(view::Node control, std::string what);
 

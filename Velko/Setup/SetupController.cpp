@@ -285,7 +285,8 @@ SetupSteps::SummaryFacts SetupController::summaryFacts() const {
     const AppValues& values = parts_.controller.values();
     SetupSteps::SummaryFacts facts{.whyEmpty = whyNoApps(values), .notchedStyle = {}, .organiser = {}};
     const bool isFirst = flow_.kind() == SetupFlow::Kind::first;
-    if (isFirst && std::ranges::any_of(parts_.platform.displays.displays(), MenuBarStrip::isNotched)) {
+    if (isFirst && !values.managed.notchedStyle &&
+        std::ranges::any_of(parts_.platform.displays.displays(), MenuBarStrip::isNotched)) {
         facts.notchedStyle = flow_.notchedStyle().value_or(values.layout.reveal.notchedStyle);
     }
     if (const auto& found = flow_.imported(); found && isOrganiserRunning()) {
@@ -308,7 +309,8 @@ std::size_t SetupController::placesWithoutCard(const ImportedLayout& found,
                                                const SortSession& session) const {
     std::set<BundleID> unseen;
     for (const auto& [bundleID, section] : found.sections) {
-        if (canBePlaced(parts_.controller, bundleID)) {
+        if (canBePlaced(parts_.controller, bundleID) &&
+            !parts_.controller.values().managed.places(bundleID)) {
             unseen.insert(bundleID);
         }
     }

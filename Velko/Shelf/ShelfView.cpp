@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Velko/App/AppController.h"
+#include "Velko/Apps/ManagedWords.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Layout/Layout.h"
@@ -54,6 +55,10 @@ Menu tileMenu(const ShelfViewRequest& request, const BundleID& bundleID) {
         {.title = "Open", .action = [open = request.onOpen, bundleID] { open(bundleID); }},
         {.title = "Show Me", .action = [&controller, bundleID] { controller.showMe().start(bundleID); }},
         MenuItem::separator()};
+    if (controller.values().managed.places(bundleID)) {
+        menu.push_back(MenuItem::notice(managedInWords));
+        return menu;
+    }
     for (const Section section : allSections) {
         // An app that waits for an answer may also stay where it is: that is an answer too.
         if (section != layout.section(bundleID) || layout.isWaiting(bundleID)) {
@@ -129,6 +134,9 @@ Node group(const ShelfViewRequest& request, Section section, const std::vector<P
     const auto drop = [&controller = request.parts.controller, move = request.onMove,
                        section](const BundleID& bundleID) {
         const Layout& layout = controller.values().layout;
+        if (controller.values().managed.places(bundleID)) {
+            return;
+        }
         if (layout.section(bundleID) != section || layout.isWaiting(bundleID)) {
             move(bundleID, section);
         }

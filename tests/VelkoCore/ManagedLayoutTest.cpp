@@ -14,12 +14,23 @@
 namespace velko {
 namespace {
 
-const std::string everything =
-    R"({"sections":{"vpn":"bar","chat":"buried"},"newIconDefault":"tucked","alwaysKeep":["mail"],)"
-    R"("neverPopOut":["clock"],"reveal":{"autoTuckSeconds":99,"notchedStyle":"inline","otherStyle":"shelf",)"
-    R"("hover":true},"autopilot":{"enabled":false},"popOutOnChange":false,"showLiveActivities":false,)"
-    R"("askAboutNewIcons":false,"leaveNewIconsOut":true,"searchInMenu":true,"shelfWhenFull":false,)"
-    R"("offersPresenting":true})";
+/// A file with every key. Each switch is the other way round than in a fresh layout.
+std::string everything() {
+    std::string root;
+    std::string reveal;
+    std::string autopilot;
+    for (const SwitchRow& row : Switches::all) {
+        std::string& object = std::holds_alternative<bool RevealSettings::*>(row.stored)   ? reveal
+                              : std::holds_alternative<bool AutopilotState::*>(row.stored) ? autopilot
+                                                                                           : root;
+        object.append(",\"").append(row.key).append("\":");
+        object.append(Switches::isOn(Layout(), row.which) ? "false" : "true");
+    }
+    return R"({"sections":{"vpn":"bar","chat":"buried"},"newIconDefault":"tucked","alwaysKeep":["mail"],)"
+           R"("neverPopOut":["clock"],"reveal":{"autoTuckSeconds":99,"notchedStyle":"inline",)"
+           R"("otherStyle":"shelf")" +
+           reveal + "},\"autopilot\":{" + autopilot.substr(1) + "}" + root + "}";
+}
 
 ManagedLayout managedBy(const std::string& text) {
     const auto found = ManagedLayout::read(text);
@@ -28,7 +39,7 @@ ManagedLayout managedBy(const std::string& text) {
 }
 
 TEST(ManagedLayout, ReadsEveryKeyAndLaysItOverTheUsersOwn) {
-    const auto found = ManagedLayout::read(everything);
+    const auto found = ManagedLayout::read(everything());
     ASSERT_TRUE(found);
     EXPECT_TRUE(found->faults.empty());
     EXPECT_EQ(found->layout.countOfPreferences(), Switches::all.size() + 6);
@@ -47,7 +58,7 @@ TEST(ManagedLayout, ReadsEveryKeyAndLaysItOverTheUsersOwn) {
     EXPECT_EQ(holds.neverPopOut, BundleIDs{"clock"});
     EXPECT_EQ(holds.reveal, (RevealSettings{30, RevealStyle::inline_, RevealStyle::shelf, true}));
     for (const SwitchRow& row : Switches::all) {
-        EXPECT_EQ(Switches::isOn(holds, row.which), found->layout.switches.at(row.which)) << row.key;
+        EXPECT_NE(Switches::isOn(holds, row.which), Switches::isOn(Layout(), row.which)) << row.key;
     }
 }
 
@@ -208,9 +219,9 @@ TEST(ManagedLayoutFile, IsReadOnlyWhereNobodyElseCouldHaveWrittenIt) {
         EXPECT_TRUE(!read && read.error().contains(reason)) << (read ? "read" : read.error());
     };
     EXPECT_EQ(store.read(), std::nullopt) << "there is none";
-    writeFile(file, everything);
+    writeFile(file, everything());
     ::chmod(file.c_str(), 0644);
-    EXPECT_EQ(store.read(), ManagedLayout::Found{.layout = managedBy(everything)});
+    EXPECT_EQ(store.read(), ManagedLayout::Found{.layout = managedBy(everything())});
     ::chmod(file.c_str(), 0664);
     refusedFor("other users may write to it");
     ::chmod(file.c_str(), 0646);
