@@ -1,16 +1,18 @@
 #include "Velko/Apps/ChangeWords.h"
 
+#include "Velko/Apps/MenuBarApps.h"
+
 namespace velko::ChangeWords {
 
 namespace {
 
 std::string inTitle(const Apps& apps) {
-    return apps.count == 1 ? apps.name : std::to_string(apps.count) + " Apps";
+    return apps.count == 1 ? inSentence(apps.name) : std::to_string(apps.count) + " Apps";
 }
 
 /// The beginning of a sentence: "Slack is", "4 apps are".
 std::string subject(const Apps& apps) {
-    return apps.count == 1 ? apps.name + " is" : std::to_string(apps.count) + " apps are";
+    return apps.count == 1 ? inSentence(apps.name) + " is" : std::to_string(apps.count) + " apps are";
 }
 
 }  // namespace
@@ -37,18 +39,21 @@ UndoHistory::Change imported(const std::string& layoutName) {
     return {.title = "Import", .done = "“" + layoutName + "” is imported."};
 }
 
-UndoHistory::Change putOff(const std::string& app) {
+UndoHistory::Change putOff(const std::string& appName) {
+    const std::string app = inSentence(appName);
     return {.title = "Put Off " + app, .done = "Velko asks about " + app + " again in a month."};
 }
 
-UndoHistory::Change askedAgain(const std::string& app) {
+UndoHistory::Change askedAgain(const std::string& appName) {
+    const std::string app = inSentence(appName);
     return {.title = "Ask About " + app, .done = "Velko may suggest something for " + app + " again."};
 }
 
-UndoHistory::Change kept(const std::string& app, bool keeps) {
+UndoHistory::Change kept(const std::string& appName, bool keeps) {
     if (!keeps) {
-        return askedAgain(app);
+        return askedAgain(appName);
     }
+    const std::string app = inSentence(appName);
     return {.title = "Always Keep " + app, .done = app + " always stays where it is."};
 }
 

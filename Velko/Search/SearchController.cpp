@@ -21,6 +21,7 @@ namespace {
 constexpr double searchGapBelowBar = 4;
 constexpr double whereaboutsWidth = 60;
 constexpr double numberWidth = 24;
+constexpr double unnumberedWidth = whereaboutsWidth + 8 + numberWidth;  // in line with the others
 constexpr double searchWidth = 400;
 constexpr double searchPadding = 12;
 constexpr double searchListHeight = 320;
@@ -244,8 +245,9 @@ view::Node SearchController::row(const AppSearch::App& app, std::size_t place) c
     }
     // A long name leaves these their room.
     children.push_back(view::explanation("where:" + id, whereabouts(layout.section(id))));
-    children.back().width = whereaboutsWidth;
-    if (place < mostNumbered) {
+    const bool isNumbered = place < mostNumbered;
+    children.back().width = isNumbered ? whereaboutsWidth : unnumberedWidth;
+    if (isNumbered) {
         children.push_back(view::explanation("number:" + id, "⌘" + std::to_string(place + 1)));
         children.back().width = numberWidth;
     }

@@ -7,6 +7,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/App/FaceParts.h"
 #include "Velko/Apps/ManagedWords.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
@@ -22,8 +23,8 @@ using Presence = ListedApp::Presence;
 /// Why Velko can't show the user where an app's icon is; empty when it can.
 std::string whyNotShown(const AppValues& values, const ListedApp& app) {
     switch (app.presence) {
-        case Presence::notRunning: return app.name + " isn't running.";
-        case Presence::runningWithoutIcon: return app.name + " has no icon right now.";
+        case Presence::notRunning: return inSentence(app.name) + " isn't running.";
+        case Presence::runningWithoutIcon: return inSentence(app.name) + " has no icon right now.";
         case Presence::inMenuBar:
         case Presence::unknown: break;
     }
@@ -104,8 +105,8 @@ view::Menu moreMenu(const FaceParts& parts, const ListedApp& app) {
                           .action = [&controller, bundleID, pops = !app.popsOut || app.isQuiet] {
                               controller.preferences().setPopsOut(bundleID, pops);
                           }};
-    view::MenuItem quit{.title = "Quit " + app.name,
-                        .help = runs ? "" : app.name + " isn't running.",
+    view::MenuItem quit{.title = "Quit " + inSentence(app.name),
+                        .help = runs ? "" : inSentence(app.name) + " isn't running.",
                         .isEnabled = runs,
                         .action = [&controller, bundleID] { controller.autopilot().askToQuit(bundleID); }};
     const ManagedLayout& theirs = controller.values().managed;
@@ -113,7 +114,7 @@ view::Menu moreMenu(const FaceParts& parts, const ListedApp& app) {
             managed(std::move(keep), theirs.keeps(bundleID)),
             view::MenuItem::separator(),
             std::move(quit),
-            managed(forgetItem(controller, "Forget " + app.name,
+            managed(forgetItem(controller, "Forget " + inSentence(app.name),
                                app.canBeForgotten() ? BundleIDs{bundleID} : BundleIDs()),
                     app.isManaged),
             view::MenuItem::separator(),

@@ -74,16 +74,16 @@ std::optional<view::Node> autopilotLine(const FaceParts& parts, const ListedApp&
     const BundleID id = app.bundleID;
     std::vector<view::Node> children;
     if (app.suggestion) {
-        children = {
-            view::explanation("thinks:" + id, describe(app.suggestion->reason)),
-            link("accept:" + id, proposal(*app.suggestion), proposal(*app.suggestion) + " " + app.name,
-                 [&autopilot, suggestion = *app.suggestion] { autopilot.accept(suggestion); }),
-            link("later:" + id, "Not Now", "Not now for " + app.name,
-                 [&autopilot, id] { autopilot.dismiss(id); })};
+        children = {view::explanation("thinks:" + id, describe(app.suggestion->reason)),
+                    link("accept:" + id, proposal(*app.suggestion),
+                         proposal(*app.suggestion) + " " + inSentence(app.name),
+                         [&autopilot, suggestion = *app.suggestion] { autopilot.accept(suggestion); }),
+                    link("later:" + id, "Not Now", "Not now for " + inSentence(app.name),
+                         [&autopilot, id] { autopilot.dismiss(id); })};
     } else if (app.putOffUntil && *app.putOffUntil > dateOf(parts) && !app.isKept) {
         const std::int64_t left = Calendar().daysBetween(dateOf(parts), *app.putOffUntil);
         children = {view::explanation("thinks:" + id, "No suggestions for " + days(left)),
-                    link("ask-again:" + id, "Suggest Again", "Suggest again for " + app.name,
+                    link("ask-again:" + id, "Suggest Again", "Suggest again for " + inSentence(app.name),
                          [&autopilot, id] { autopilot.askAgain(id); })};
     } else {
         return std::nullopt;
@@ -102,23 +102,23 @@ std::vector<view::Node> marks(const AppController& controller, const ListedApp& 
                           .content = view::Symbol{.name = symbol, .ink = ink}});
     };
     if (controller.values().showingMe == app.bundleID) {
-        add("shown", app.name + " is being shown", "Only this icon shows for a moment", "eye",
+        add("shown", inSentence(app.name) + " is being shown", "Only this icon shows for a moment", "eye",
             view::Ink::accent);
     }
     if (app.usage && AppHealth::isHeavy(*app.usage)) {
-        add("heavy", app.name + " uses a lot", std::string(AppHealth::usageHelp(*app.usage)),
+        add("heavy", inSentence(app.name) + " uses a lot", std::string(AppHealth::usageHelp(*app.usage)),
             "exclamationmark.triangle", view::Ink::warning);
     }
     if (app.isKept && !app.isManaged) {
-        add("kept", app.name + " is always kept here", "Autopilot won't suggest moving this app", "pin",
-            view::Ink::label);
+        add("kept", inSentence(app.name) + " is always kept here", "Autopilot won't suggest moving this app",
+            "pin", view::Ink::label);
     }
     return result;
 }
 
 view::Node sectionPicker(AppController& controller, const ListedApp& app) {
     return {.id = "section:" + app.bundleID,
-            .label = "Where " + app.name + " goes",
+            .label = "Where " + inSentence(app.name) + " goes",
             .help = app.isManaged ? managedInWords : "",
             .isEnabled = !app.isManaged,
             .content = view::Picker{
@@ -191,7 +191,7 @@ view::Node make(const FaceParts& parts, const ListedApp& app) {
     std::ranges::move(marks(controller, app), std::back_inserter(children));
     children.push_back(sectionPicker(controller, app));
     children.push_back({.id = "more:" + app.bundleID,
-                        .label = "More for " + app.name,
+                        .label = "More for " + inSentence(app.name),
                         .content = view::MenuButton{.symbol = "ellipsis.circle",
                                                     .menu = [&parts, app] { return moreMenu(parts, app); }}});
     view::Node row = view::row("app:" + app.bundleID, std::move(children));

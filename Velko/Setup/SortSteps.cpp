@@ -50,7 +50,8 @@ view::Node choiceButton(const Choice& choice, const SortCard& card, bool isPropo
         button.style = view::Button::Style::primary;
         button.alternative = std::exchange(button.shortcut, {.key = view::Shortcut::Key::enter});
     }
-    node.label = card.name + ": " + placingTitle(choice.section) + (isProposed ? ", proposed" : "");
+    node.label =
+        inSentence(card.name) + ": " + placingTitle(choice.section) + (isProposed ? ", proposed" : "");
     node.help = "Press " + std::string(1, choice.key) + (isProposed ? " or Return" : "");
     node.width = buttonWidth;
     return node;
@@ -100,8 +101,8 @@ std::string reason(const SortCard& card, const SetupFlow& flow) {
 std::string spokenCard(const SortSession& session, const SetupFlow& flow) {
     const SortCard& card = *session.current();
     const auto* const choice = std::ranges::find(choices, flow.proposed(), &Choice::section);
-    return placeOf(session, flow) + ": " + card.name + ". Proposed: " + placingTitle(choice->section) + ". " +
-           reason(card, flow);
+    return placeOf(session, flow) + ": " + inSentence(card.name) +
+           ". Proposed: " + placingTitle(choice->section) + ". " + reason(card, flow);
 }
 
 view::Node card(const SortSession& session, const SetupFlow& flow, const SetupActions& actions) {

@@ -40,7 +40,7 @@ view::Menu placesFor(const BundleID& bundleID, Section now, const SetupActions& 
 
 view::Node tile(const SortCard& card, Section now, const SetupActions& actions) {
     return {.id = "summary:app:" + card.bundleID,
-            .help = card.name + ": click to choose another place",
+            .help = inSentence(card.name) + ": click to choose another place",
             .width = tileWidth,
             .content = view::Tile{
                 .bundleID = card.bundleID,
