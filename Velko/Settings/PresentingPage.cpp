@@ -11,6 +11,7 @@
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Presenting.h"
 #include "Velko/Settings/ListedApps.h"
+#include "Velko/Settings/SettingsPages.h"
 #include "VelkoCore/Layout/Switches.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
@@ -90,7 +91,8 @@ view::Node PresentingPage::offering(bool isLocked) {
     return {.id = "offering",
             .content = view::Group{
                 .title = "Before an audience",
-                .children = {std::move(offers),
+                .children = {SettingsPages::managed(std::move(offers),
+                                                    controller.values().managed.sets(Switch::presenting)),
                              view::explanation(
                                  "offering:what",
                                  "While you present, only Velko, the system's items and the apps that you "
