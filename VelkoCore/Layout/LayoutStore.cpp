@@ -41,6 +41,10 @@ std::expected<void, StoreError> LayoutStore::save(const Layout& layout) const {
     return {};
 }
 
+LayoutHistory LayoutStore::history() const {
+    return {url_, calls_};
+}
+
 FolderLock LayoutStore::folderLock() const {
     return FolderLock{url_.has_parent_path() ? url_.parent_path() : std::filesystem::path{"."}, calls_};
 }

@@ -9,6 +9,7 @@
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Files/FolderLock.h"
 #include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/LayoutHistory.h"
 
 namespace velko {
 
@@ -37,6 +38,9 @@ class LayoutStore {
     /// Replaces the file as a whole, making its folder where needed. An error leaves the old file,
     /// unless only the last step failed, the flush of the folder.
     [[nodiscard]] std::expected<void, StoreError> save(const Layout& layout) const;
+
+    /// The folder beside the file with the layouts of earlier days.
+    [[nodiscard]] LayoutHistory history() const;
 
     /// The lock of the file's folder, not taken yet, for a program that works on the file for some time.
     [[nodiscard]] FolderLock folderLock() const;

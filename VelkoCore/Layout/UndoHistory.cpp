@@ -80,6 +80,7 @@ void carryOver(Layout& layout, const Layout& from, const Layout& to) {
     carryEntries(layout.alwaysKeep, from.alwaysKeep, to.alwaysKeep);
     carryEntries(layout.neverPopOut, from.neverPopOut, to.neverPopOut);
     carryValue(layout.showAllFromWidth, from.showAllFromWidth, to.showAllFromWidth);
+    carryValue(layout.hotKeys, from.hotKeys, to.hotKeys);
     carryEntries(layout.quietUntil, from.quietUntil, to.quietUntil);
     carryEntries(layout.shareKeep, from.shareKeep, to.shareKeep);
     carryValue(layout.presentingMinutes, from.presentingMinutes, to.presentingMinutes);

@@ -10,6 +10,10 @@
 
 namespace velko {
 
+/// What is about to change the layout when it is kept for later: a change like any other, or one that
+/// concerns much of it at once.
+enum class HistoryCause { change, import, sort, freshStart, restore };
+
 /// Makes in `layout` every difference that there is from one layout to another. What is the same in both
 /// stays as it is in `layout`: clicks and new apps that came meanwhile are not lost.
 void carryOver(Layout& layout, const Layout& from, const Layout& to);
@@ -23,6 +27,7 @@ class UndoHistory final {
     struct Change {
         std::string title;  ///< as a menu says it after "Undo": "Tuck Slack"
         std::string done;   ///< what has come of it, as a sentence: "Slack is tucked."
+        HistoryCause cause = HistoryCause::change;  ///< why the layout before it may be kept as a file
     };
 
     /// Keeps a change that was made. What was taken back before can't be done again from now on. A change

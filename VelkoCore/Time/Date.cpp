@@ -209,6 +209,10 @@ void Calendar::rereadZone() noexcept {
     tzset();
 }
 
+local_seconds Calendar::localTime(Date date) const noexcept {
+    return wallClock(date).value_or(local_seconds{date.time_since_epoch()});
+}
+
 Date Calendar::startOfDay(Date date) const noexcept {
     const auto shown = wallClock(date);
     if (!shown) {

@@ -42,6 +42,9 @@ class Calendar {
     /// Reads the system's time zone again, after the environment has changed.
     static void rereadZone() noexcept;
 
+    /// What the clock on the wall shows at `date`; UTC when the C library cannot say.
+    [[nodiscard]] std::chrono::local_seconds localTime(Date date) const noexcept;
+
     /// The first instant of the local day that holds `date`, also on days that have no midnight.
     [[nodiscard]] Date startOfDay(Date date) const noexcept;
 
