@@ -62,6 +62,14 @@ void confirm(Section section, std::ostream& screen) {
     screen << "    -> " << name(section) << '\n';
 }
 
+/// Keeps the layout as it is before it changes, as the app does. Without that the command goes on.
+void keepEarlier(const std::filesystem::path& layoutFile, const Layout& before, HistoryCause cause) {
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    if (const auto kept = LayoutStore(layoutFile).history().keep(before, cause, now); !kept) {
+        std::cerr << "The layout as it was could not be kept. " << kept.error().description << '\n';
+    }
+}
+
 }  // namespace
 
 std::optional<Layout> loadLayoutFile(const std::filesystem::path& layoutFile, bool mayCreate) {
@@ -113,7 +121,11 @@ int importIntoLayoutFile(Layout layout, const std::filesystem::path& layoutFile,
     if (!imported) {
         return refuse(failed, describe(imported.error()));
     }
+    const Layout before = layout;
     layout.apply(*imported);
+    if (layout != before) {
+        keepEarlier(layoutFile, before, HistoryCause::import);
+    }
     if (!saveLayoutFile(layoutFile, layout)) {
         return 1;
     }
@@ -190,10 +202,14 @@ int sortLayoutFile(Layout layout, const std::filesystem::path& layoutFile) {
         std::cout << "\nLeft as it was.\n";
         return 0;
     }
+    const Layout before = layout;
     for (const auto& [bundleID, section] : session.result()) {
         layout.place(bundleID, section);
     }
     layout.hasCompletedSetup = true;
+    if (layout != before) {
+        keepEarlier(layoutFile, before, HistoryCause::sort);
+    }
     if (!saveLayoutFile(layoutFile, layout)) {
         return 1;
     }

@@ -198,6 +198,7 @@ void forgot(LogLine& line) {
 constexpr std::string_view byUndo = "undo";
 constexpr std::string_view byImport = "import";
 constexpr std::string_view bySetup = "setup";
+constexpr std::string_view byRestore = "restore";
 
 void couldNotBeSaved(LogLine& line) {
     line.check.require(line.check.world.savingFails || line.check.step.verb == Verb::savingRecover,
@@ -210,6 +211,9 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"layout", "UNREADABLE, showing everything: *", couldNotBeRead},
     {"layout", "save failed: *", couldNotBeSaved},
     {"layout", "imported * placements from *", replaced<byImport>, By::user},
+    {"layout", "restored * placements from *", replaced<byRestore>, By::user},
+    {"layout", "earlier layout kept as *", nothingFollows, By::user},
+    {"layout", "no earlier layout kept: *", couldNotBeSaved},
     {"layout", "forgot *", forgot, By::user},
     {"layout", "undone: *", replaced<byUndo>, By::user},
     {"layout", "done again: *", replaced<byUndo>, By::user},

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/Time/Timing.h"
 
@@ -28,8 +30,48 @@ std::optional<std::string> LayoutFileRules::check(const script::Step& done) {
     if (world_.savingFails || done.verb == Verb::filePlace || done.verb == Verb::fileSpoil) {
         mayDiffer_ = true;
     }
+    if (done.verb == Verb::filePlace || done.verb == Verb::fileSpoil) {
+        foreign_.insert(contentOf(world_.layoutFile()));
+    }
     const auto lost = checkUnreadable(done);
-    return lost ? lost : checkSaved();
+    const auto unsaved = lost ? lost : checkSaved();
+    return unsaved ? unsaved : checkHistory();
+}
+
+std::optional<std::string> LayoutFileRules::checkHistory() {
+    const LayoutHistory history = LayoutStore(world_.layoutFile()).history();
+    const auto found = history.entries();
+    if (!found) {
+        return "the history cannot be listed: " + found.error().description;
+    }
+    if (*found == history_) {
+        return std::nullopt;
+    }
+    const std::vector<HistoryEntry> before = std::exchange(history_, *found);
+    if (history_.size() > LayoutHistory::most) {
+        return "too many earlier layouts are kept";
+    }
+    for (const HistoryEntry& entry : history_) {
+        if (std::ranges::count(before, entry) == 0 && !canBeRestored(history.folder() / entry.file())) {
+            return "an earlier layout cannot be restored: " + entry.file();
+        }
+    }
+    const auto lost = std::ranges::find_if(before, [&](const HistoryEntry& entry) {
+        return std::ranges::count(history_, entry) == 0 && (history_.empty() || entry > history_.back());
+    });
+    return lost == before.end() ? std::nullopt : std::optional("an earlier layout is lost: " + lost->file());
+}
+
+bool LayoutFileRules::canBeRestored(const std::filesystem::path& file) const {
+    const std::string content = contentOf(file);
+    const auto earlier = decodeLayout(content);
+    if (!earlier) {
+        return foreign_.contains(content);
+    }
+    const Layout now = world_.velko() == nullptr ? Layout() : world_.velko()->values().layout;
+    const Layout result = restored(now, *earlier);
+    const auto read = decodeLayout(encodeLayout(result));
+    return read && *read == result;
 }
 
 std::optional<std::string> LayoutFileRules::checkSaved() {

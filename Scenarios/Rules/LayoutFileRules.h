@@ -1,16 +1,21 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "Scenarios/Language/Step.h"
 #include "Scenarios/World.h"
 #include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/LayoutHistory.h"
 
 namespace velko::scenarios {
 
 /// Rules about the layout file. Once nothing waits to be saved, it contains what Velko has in memory. A file
-/// that Velko could not read is never lost. One thread.
+/// that Velko could not read is never lost. Every earlier layout in the history can be restored, but for
+/// those that were spoilt before, and only the oldest ones go. One thread.
 class LayoutFileRules final {
  public:
     explicit LayoutFileRules(World& world) : world_(world) {}
@@ -21,6 +26,8 @@ class LayoutFileRules final {
  private:
     [[nodiscard]] std::optional<std::string> checkSaved();
     [[nodiscard]] std::optional<std::string> checkUnreadable(const script::Step& done);
+    [[nodiscard]] std::optional<std::string> checkHistory();
+    [[nodiscard]] bool canBeRestored(const std::filesystem::path& file) const;
     [[nodiscard]] bool isKeptBeside(const std::string& content) const;
 
     World& world_;
@@ -29,6 +36,8 @@ class LayoutFileRules final {
     bool mayDiffer_ = false;                 ///< a save failed, or somebody else wrote the file
     std::optional<std::string> unreadable_;  ///< what somebody else wrote to spoil the file
     bool isKnown_ = false;                   ///< whether Velko has tried to read that
+    std::set<std::string> foreign_;          ///< all that somebody else has written into the file
+    std::vector<HistoryEntry> history_;      ///< at the last look, the newest first
 };
 
 }  // namespace velko::scenarios

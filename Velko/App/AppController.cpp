@@ -50,7 +50,7 @@ AppController::~AppController() = default;
 
 std::unique_ptr<Flows> AppController::makeFlows() {
     return std::make_unique<Flows>(
-        static_cast<FlowHost&>(*this), platform_, ports_, log_,
+        static_cast<FlowHost&>(*this), platform_, ports_, keeping_.history(), log_,
         Flows::Handlers{
             .reveal = [this](const RevealEvent& event) { handle(event); },
             .revealSettingsChanged = [this] { visibility_.setState(values_.state); },
@@ -211,6 +211,10 @@ ShowMe& AppController::showMe() noexcept {
 
 LayoutTransfer& AppController::transfer() noexcept {
     return flows_->transfer;
+}
+
+EarlierLayouts& AppController::earlierLayouts() noexcept {
+    return flows_->earlier;
 }
 
 GlobalKeys& AppController::keys() noexcept {

@@ -24,6 +24,7 @@
 namespace velko {
 
 class AutopilotOffers;
+class EarlierLayouts;
 class GlobalKeys;
 class LayoutTransfer;
 class Log;
@@ -130,6 +131,7 @@ class AppController final : private FlowHost {
     [[nodiscard]] NoteDeferral& note() noexcept;
     [[nodiscard]] ShowMe& showMe() noexcept;
     [[nodiscard]] LayoutTransfer& transfer() noexcept;
+    [[nodiscard]] EarlierLayouts& earlierLayouts() noexcept;
     [[nodiscard]] GlobalKeys& keys() noexcept;
     [[nodiscard]] Presenting& presenting() noexcept;
 

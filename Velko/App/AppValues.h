@@ -71,6 +71,8 @@ struct AppValues {
     std::optional<std::string> loginFailure;     ///< why the last switch of it failed
     std::optional<std::string> saveFailure;      ///< why the layout's file lacks the latest changes
     UndoHistory history;                         ///< what the user has changed in the layout
+    std::optional<std::string> historyFailure;   ///< why the last change has no way back to what was before
+    std::size_t historyRevision = 0;             ///< grows with each earlier layout that is kept
     std::map<HotKeyAction, std::string>
         keyFaults;  ///< why keys of the layout do nothing, in words for people
 

@@ -71,7 +71,7 @@ void AppController::layoutReplaced(const char* reason) {
 
 bool AppController::edit(UndoHistory::Change undoable, const Edit& change) {
     const Layout before = values_.layout;
-    const bool isSaved = keeping_.edit(Saving::now, change);
+    const bool isSaved = keeping_.edit(Saving::now, change, undoable.cause);
     UndoHistory history = values_.history;
     history.record(std::move(undoable), before, values_.layout);
     set(&AppValues::history, std::move(history));

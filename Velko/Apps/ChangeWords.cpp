@@ -32,11 +32,16 @@ UndoHistory::Change forgotten(const Apps& apps) {
 }
 
 UndoHistory::Change sorted() {
-    return {.title = "Sort", .done = "Your apps are sorted."};
+    return {.title = "Sort", .done = "Your apps are sorted.", .cause = HistoryCause::sort};
 }
 
 UndoHistory::Change imported(const std::string& layoutName) {
-    return {.title = "Import", .done = "“" + layoutName + "” is imported."};
+    return {.title = "Import", .done = "“" + layoutName + "” is imported.", .cause = HistoryCause::import};
+}
+
+UndoHistory::Change restored(const std::string& when) {
+    return {
+        .title = "Restore", .done = "The layout of " + when + " is back.", .cause = HistoryCause::restore};
 }
 
 UndoHistory::Change putOff(const std::string& appName) {

@@ -20,6 +20,7 @@ struct Apps {
 [[nodiscard]] UndoHistory::Change forgotten(const Apps& apps);
 [[nodiscard]] UndoHistory::Change sorted();
 [[nodiscard]] UndoHistory::Change imported(const std::string& layoutName);
+[[nodiscard]] UndoHistory::Change restored(const std::string& when);
 [[nodiscard]] UndoHistory::Change putOff(const std::string& app);
 [[nodiscard]] UndoHistory::Change askedAgain(const std::string& app);
 [[nodiscard]] UndoHistory::Change kept(const std::string& app, bool keeps);

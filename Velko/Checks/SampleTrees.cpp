@@ -142,6 +142,21 @@ void visitSettings(const Subject& subject, const Visit& visit) {
     }
 }
 
+void visitEarlierLayouts(const Subject& subject, const Visit& visit) {
+    SampleVelko velko(subject, visit, layoutWith(12), 15);
+    velko.delegate().controller().completeSetup({{sampleApps(1).front().bundleID, Section::buried}});
+    velko.delegate().reopen(false);
+    velko.pass();
+    for (const auto& [control, value] :
+         {std::pair("pages", view::Input(std::int64_t{1})), std::pair("earlier-layouts", view::Input())}) {
+        if (const view::Node* const tree = velko.tree(Surfaces::Kind::settings)) {
+            view::perform(view::Node(*tree), control, value);
+        }
+        velko.pass();
+    }
+    velko.show(Surfaces::Kind::history, "earlier layouts");
+}
+
 void visitSearch(const Subject& subject, const Visit& visit) {
     SampleVelko velko(subject, visit, layoutWith(12), 15);
     velko.mac().click(true);
@@ -223,6 +238,7 @@ void visitSetup(const Subject& subject, const Visit& visit, bool isTrusted) {
 
 void visitSamples(const Subject& subject, const Visit& visit) {
     visitSettings(subject, visit);
+    visitEarlierLayouts(subject, visit);
     visitSearch(subject, visit);
     visitMessage(subject, visit);
     for (const std::size_t questions : {1U, 12U}) {

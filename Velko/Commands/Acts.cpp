@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -9,6 +11,7 @@
 #include "Velko/App/Log.h"
 #include "Velko/Apps/ManagedWords.h"
 #include "Velko/Commands/Reports.h"
+#include "Velko/Flows/EarlierLayouts.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Presenting.h"
@@ -127,7 +130,13 @@ std::optional<std::string> whyLocked(const FaceParts& parts) {
 
 Reply saved(const FaceParts& parts) {
     const auto& failure = parts.controller.values().saveFailure;
-    return failure ? refusal("It is done, but could not be saved: " + *failure) : Reply();
+    if (failure) {
+        return refusal("It is done, but could not be saved: " + *failure);
+    }
+    // Not an error: it is done. But whoever relies on the way back should hear of it.
+    const auto& unkept = parts.controller.values().historyFailure;
+    return unkept ? Reply{.error = "It is done, but the layout before it could not be kept: " + *unkept}
+                  : Reply();
 }
 
 Reply place(const Call& call, const FaceParts& parts) {
@@ -174,6 +183,15 @@ Reply done(const std::expected<void, std::string>& result) {
     return result ? Reply() : refusal(result.error());
 }
 
+/// Unlike other changes it may replace a layout that can't be read: that is when it is needed most.
+Reply restoreEarlier(const Call& call, const FaceParts& parts) {
+    const std::string text = call.argument(0);
+    std::uint32_t number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    const Reply reply = done(parts.controller.earlierLayouts().restore(number));
+    return reply.status == status::done ? saved(parts) : reply;
+}
+
 constexpr auto acts = std::to_array<std::pair<Verb, Reply (*)(const Call&, const FaceParts&)>>({
     {Verb::show, show},
     {Verb::tuck, tuck},
@@ -198,6 +216,12 @@ constexpr auto acts = std::to_array<std::pair<Verb, Reply (*)(const Call&, const
      [](const Call& call, const FaceParts& parts) {
          const Reply reply = done(parts.controller.transfer().importFrom(call.argument(0)));
          return reply.status == status::done ? saved(parts) : reply;
+     }},
+    {Verb::historyRestore, restoreEarlier},
+    {Verb::history,
+     [](const Call& call, const FaceParts& parts) {
+         const auto report = call.has("--json") ? historyJson(parts) : historyText(parts);
+         return report ? Reply{.out = *report} : refusal(report.error());
      }},
     {Verb::log,
      [](const Call&, const FaceParts& parts) -> Reply { return {.out = parts.log.text() + "\n"}; }},

@@ -243,7 +243,7 @@ void CommandDesk::askAbout(const std::string& shown, const Call& call) {
         [this, shown, call](bool agreed) {
             tellAddress(agreed ? "agreed to" : "not agreed to", shown);
             const Reply reply = agreed ? commands::perform(call, parts_) : Reply();
-            if (!reply.error.empty()) {
+            if (reply.status != commands::status::done) {
                 parts_.ports.dialogs.alert({.title = "That didn't work.", .message = reply.error});
             }
         });

@@ -1,4 +1,5 @@
 #include <functional>
+#include <map>
 #include <string>
 
 #include "Velko/Commands/GrammarTexts.h"
@@ -27,13 +28,18 @@ struct Parts {
     std::string_view second;  ///< may be empty
 };
 
+/// What a first word is about that has a second one, and maybe is a command alone too.
+std::string_view aboutGroup(std::string_view first) {
+    return first == "history" ? rowOf(Verb::history).help : "the layout as a file";
+}
+
 /// Calls `add` with each first word and its help, once.
 void forEachFirstWord(const std::function<void(std::string_view word, std::string_view help)>& add) {
     std::string_view last;
     for (const Row& row : rows()) {
         const Parts parts(row);
         if (parts.first != last) {
-            add(parts.first, parts.second.empty() ? row.help : "the layout as a file");
+            add(parts.first, parts.second.empty() ? row.help : aboutGroup(parts.first));
             last = parts.first;
         }
     }
@@ -60,14 +66,27 @@ std::string choicesFor(const Argument& argument) {
     return argument.kind == Kind::command ? firstWords() : listOf(wordsFor(argument.kind));
 }
 
-std::string secondWords() {
-    std::string list;
+/// The first words after which a second one comes, with those.
+std::map<std::string, std::string> groups() {
+    std::map<std::string, std::string> lists;
     for (const Row& row : rows()) {
         if (const Parts parts(row); !parts.second.empty()) {
+            std::string& list = lists[std::string(parts.first)];
             list.append(list.empty() ? "" : " ").append(parts.second);
         }
     }
-    return list;
+    return lists;
+}
+
+/// Such words as a pattern of the shell's `case`: "history/restore|layout/export".
+std::string groupPattern() {
+    std::string pattern;
+    for (const Row& row : rows()) {
+        if (const Parts parts(row); !parts.second.empty()) {
+            pattern.append(pattern.empty() ? "" : "|").append(parts.first).append("/").append(parts.second);
+        }
+    }
+    return pattern;
 }
 
 /// Calls `add` with each argument that can be completed and its place, counted from 1.
@@ -76,7 +95,7 @@ void forEachArgument(
     for (const Row& row : rows()) {
         for (std::size_t index = 0; index < row.arguments.size(); ++index) {
             const Kind kind = row.arguments.at(index).kind;
-            if (kind != Kind::none && kind != Kind::text) {
+            if (kind != Kind::none && kind != Kind::text && kind != Kind::number) {
                 add(row, row.arguments.at(index), index + 1);
             }
         }
@@ -108,6 +127,9 @@ std::string branches(const std::function<std::string(const std::string& words)>&
                                                                : offer(choicesFor(argument));
         arguments += branch(placeOf(row, place), does);
     });
+    for (const auto& [first, second] : groups()) {
+        arguments += branch(first + "/1", offer(second));
+    }
     return "    elif [[ $word == -* ]]; then\n        case \"$command\" in\n" + options +
            "        esac\n    else\n        case \"$command/$place\" in\n" + arguments +
            "        esac\n    fi\n";
@@ -118,17 +140,17 @@ std::string bashCompletions() {
     return R"sh(# Completions of velko for bash.
 _velko() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]} place=$((COMP_CWORD - 1)) words=
-    if [[ $command == layout && COMP_CWORD -gt 2 ]]; then
-        command="layout ${COMP_WORDS[2]}" place=$((place - 1))
+    if ((COMP_CWORD > 2)); then
+        case "$command/${COMP_WORDS[2]}" in
+            )sh" +
+           groupPattern() +
+           R"sh() command="$command ${COMP_WORDS[2]}" place=$((place - 1)) ;;
+        esac
     fi
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
         )sh" +
-           offer(firstWords()) +
-           R"sh(
-    elif ((COMP_CWORD == 2)) && [[ $command == layout ]]; then
-        )sh" +
-           offer(secondWords()) + "\n" +
+           offer(firstWords()) + "\n" +
            branches(offer, "words=$(velko list 2>/dev/null | cut -f3)", "return") +
            R"sh(    COMPREPLY=($(compgen -W "$words" -- "$word"))
 }
@@ -155,15 +177,16 @@ _velko() {
            R"sh(    )
     local word=$words[CURRENT] command=$words[2]
     local -i place=$((CURRENT - 2))
-    if [[ $command == layout ]] && ((CURRENT > 3)); then
-        command="layout $words[3]"
-        ((place -= 1))
+    if ((CURRENT > 3)); then
+        case "$command/$words[3]" in
+            )sh" +
+           groupPattern() +
+           R"sh() command="$command $words[3]"; ((place -= 1)) ;;
+        esac
     fi
     if ((CURRENT == 2)); then
         _describe command commands
-    elif ((CURRENT == 3)) && [[ $command == layout ]]; then
-        )sh" +
-           offer(secondWords()) + "\n" + branches(offer, "_velko_apps", "_files") +
+)sh" + branches(offer, "_velko_apps", "_files") +
            R"sh(}
 if [[ $funcstack[1] == _velko ]]; then
     _velko "$@"

@@ -29,11 +29,10 @@ std::string anyOf(std::span<const std::string_view> words) {
     return text;
 }
 
-bool isSeconds(std::string_view text) {
+bool isWholeNumber(std::string_view text, std::int64_t most) {
     std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number >= 1 &&
-           number <= longestTimeout;
+    return error == std::errc() && end == text.data() + text.size() && number >= 1 && number <= most;
 }
 
 /// Whether a word is of its kind.
@@ -42,7 +41,10 @@ Understood check(const Argument& argument, std::string_view word) {
     if (!allowed.empty() && std::ranges::find(allowed, word) == allowed.end()) {
         return mistake(inMarks(word) + " is not " + anyOf(allowed) + ".");
     }
-    if (argument.kind == Kind::seconds && !isSeconds(word)) {
+    if (argument.kind == Kind::number && !isWholeNumber(word, greatestNumber)) {
+        return mistake(inMarks(word) + " is no number of the list.");
+    }
+    if (argument.kind == Kind::seconds && !isWholeNumber(word, longestTimeout)) {
         return mistake(inMarks(word) + " is no whole number of seconds from 1 to " +
                        std::to_string(longestTimeout) + ".");
     }

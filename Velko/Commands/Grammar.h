@@ -27,6 +27,8 @@ enum class Verb {
     status,
     layoutExport,
     layoutImport,
+    historyRestore,
+    history,
     log,
     waitUntil,
     completions,
@@ -35,7 +37,7 @@ enum class Verb {
 };
 
 /// What an argument is, or the value of an option.
-enum class Kind { none, app, section, onOff, goal, shell, command, text, file, seconds };
+enum class Kind { none, app, section, onOff, goal, shell, command, text, file, seconds, number };
 
 struct Argument {
     std::string_view name{};  ///< as the help writes it: "APP"; empty: there is no such argument
@@ -101,6 +103,7 @@ inline constexpr std::size_t mostWords = 16;
 inline constexpr std::size_t longestWord = 8192;       ///< bytes
 inline constexpr std::size_t longestAddress = 2048;    ///< bytes
 inline constexpr std::int64_t longestTimeout = 86400;  ///< seconds
+inline constexpr std::int64_t greatestNumber = 999'999'999;
 
 /// Understands what follows "velko" on a command line. If it is wrong, a sentence says why.
 [[nodiscard]] std::expected<Call, std::string> parse(const std::vector<std::string>& words);

@@ -63,6 +63,18 @@ constexpr auto table = std::to_array<Row>({
      .words = "layout import",
      .arguments = {Argument{"FILE", Kind::file}},
      .help = "take over the places and settings of such a file"},
+    {.verb = Verb::historyRestore,
+     .words = "history restore",
+     .arguments = {Argument{"NUMBER", Kind::number}},
+     .help = "bring back an earlier layout, by its number in the list",
+     .more = "Places and settings are as they were then. Apps that came later stay where they are. What is "
+             "now is kept, so that you can restore it too."},
+    {.verb = Verb::history,
+     .words = "history",
+     .option = {.word = "--json", .help = "as JSON"},
+     .help = "list the earlier layouts, the newest first",
+     .more =
+         "The columns are: number, date, time, cause, and what differs from now. Tabs stand between them."},
     {.verb = Verb::log,
      .words = "log",
      .option = {.word = "-f", .help = "go on with each new line, until Ctrl-C"},
@@ -126,7 +138,8 @@ std::span<const std::string_view> wordsFor(Kind kind) {
         case Kind::app:
         case Kind::text:
         case Kind::file:
-        case Kind::seconds: break;
+        case Kind::seconds:
+        case Kind::number: break;
     }
     return {};
 }

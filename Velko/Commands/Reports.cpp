@@ -1,5 +1,7 @@
 #include "Velko/Commands/Reports.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <string_view>
 #include <utility>
@@ -9,8 +11,11 @@
 #include "Velko/App/Health.h"
 #include "Velko/Apps/ManagedWords.h"
 #include "Velko/Apps/MenuBarApps.h"
+#include "Velko/Flows/EarlierLayouts.h"
 #include "VelkoCore/Files/Json.h"
+#include "VelkoCore/Layout/LayoutHistory.h"
 #include "VelkoCore/Layout/Section.h"
+#include "VelkoCore/Time/Date.h"
 #include "VelkoEngine/Text/Text.h"
 
 namespace velko::commands {
@@ -73,6 +78,13 @@ bool isInForce(const AppController& controller) {
 
 std::string countOf(std::size_t count, std::string_view one, std::string_view many) {
     return std::to_string(count) + " " + std::string(count == 1 ? one : many);
+}
+
+/// Local time as a report says it: "2026-03-01T09:30:00".
+std::string isoText(std::chrono::local_seconds moment) {
+    std::string utc = formatDate(Date(moment.time_since_epoch()));
+    utc.pop_back();  // the Z
+    return utc;
 }
 
 Json text(std::string_view words) {
@@ -188,6 +200,42 @@ std::string listJson(const FaceParts& parts) {
                                      {"managed", {each.isManaged}}}});
     }
     return Json{Json::Object{{"version", {std::int64_t{reportVersion}}}, {"apps", {std::move(apps)}}}}
+        .print();
+}
+
+std::expected<std::string, std::string> historyText(const FaceParts& parts) {
+    const EarlierLayouts& earlier = parts.controller.earlierLayouts();
+    const auto kept = earlier.list();
+    if (!kept) {
+        return std::unexpected(kept.error().description);
+    }
+    std::string lines;
+    for (const EarlierLayout& each : *kept) {
+        std::string moment = isoText(each.entry.when);
+        std::ranges::replace(moment, 'T', '\t');
+        lines.append(std::to_string(each.entry.number)).append("\t").append(moment).append("\t");
+        lines.append(name(each.entry.cause)).append("\t");
+        lines.append(printable(earlier.inWords(each))).append("\n");
+    }
+    return lines;
+}
+
+std::expected<std::string, std::string> historyJson(const FaceParts& parts) {
+    const EarlierLayouts& earlier = parts.controller.earlierLayouts();
+    const auto kept = earlier.list();
+    if (!kept) {
+        return std::unexpected(kept.error().description);
+    }
+    Json::Array layouts;
+    for (const EarlierLayout& each : *kept) {
+        layouts.push_back({Json::Object{{"number", {std::uint64_t{each.entry.number}}},
+                                        {"file", text(each.entry.file())},
+                                        {"when", text(isoText(each.entry.when))},
+                                        {"cause", text(name(each.entry.cause))},
+                                        {"readable", {each.layout.has_value()}},
+                                        {"differences", text(earlier.inWords(each))}}});
+    }
+    return Json{Json::Object{{"version", {std::int64_t{reportVersion}}}, {"layouts", {std::move(layouts)}}}}
         .print();
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <expected>
 #include <string>
 
 #include "Velko/App/FaceParts.h"
 
-/// What `velko status` and `velko list` print. docs/commands.schema.json describes the JSON. Main thread.
+/// What `velko status`, `velko list` and `velko history` print. docs/commands.schema.json describes the JSON.
+/// Main thread.
 namespace velko::commands {
 
 inline constexpr int reportVersion = 1;  ///< of the JSON
@@ -18,5 +20,8 @@ inline constexpr int reportVersion = 1;  ///< of the JSON
 [[nodiscard]] std::string statusJson(const FaceParts& parts);
 [[nodiscard]] std::string listText(const FaceParts& parts);
 [[nodiscard]] std::string listJson(const FaceParts& parts);
+// The earlier layouts, the newest first; or why their folder can't be read.
+[[nodiscard]] std::expected<std::string, std::string> historyText(const FaceParts& parts);
+[[nodiscard]] std::expected<std::string, std::string> historyJson(const FaceParts& parts);
 
 }  // namespace velko::commands

@@ -15,7 +15,8 @@ void requireMainThread(const MainThread& thread) {
     }
 }
 
-Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Log& log, Handlers handlers)
+Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, const LayoutHistory& history,
+             Log& log, Handlers handlers)
     : trust(host, platform, std::move(handlers.trustChanged)),
       scan(
           platform, [&host] { return host.values().items; }, std::move(handlers.scanned),
@@ -35,6 +36,7 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Lo
                     {.popOut = popOut, .autopilot = autopilot, .replaced = handlers.layoutReplaced}),
       transfer(host, platform.workspace, ports.dialogs, log,
                [replaced = handlers.layoutReplaced] { replaced("import"); }),
+      earlier(host, platform, history, log, [replaced = handlers.layoutReplaced] { replaced("restore"); }),
       presenting(host, platform, ports.surfaces, log,
                  {.showMe = showMe, .popOut = popOut, .reveal = handlers.reveal}),
       preferences(host, log, ports.loginItem,

@@ -7,6 +7,7 @@
 #include "Velko/Flows/AutoTuck.h"
 #include "Velko/Flows/Beat.h"
 #include "Velko/Flows/ClickRecording.h"
+#include "Velko/Flows/EarlierLayouts.h"
 #include "Velko/Flows/FlowHost.h"
 #include "Velko/Flows/GlobalKeys.h"
 #include "Velko/Flows/InventoryScan.h"
@@ -45,7 +46,8 @@ struct Flows final : private NonCopyable {
     };
 
     /// `host` and what the ports refer to outlive this.
-    Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, Log& log, Handlers handlers);
+    Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, const LayoutHistory& history,
+          Log& log, Handlers handlers);
 
     /// Begins the loops in the background.
     void startBackgroundLoops();
@@ -64,6 +66,7 @@ struct Flows final : private NonCopyable {
     Newcomers newcomers;
     LayoutChanges layoutChanges;
     LayoutTransfer transfer;
+    EarlierLayouts earlier;
     Presenting presenting;
     Preferences preferences;
     ClickRecording clicks;

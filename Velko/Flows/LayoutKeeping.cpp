@@ -1,5 +1,7 @@
 #include "Velko/Flows/LayoutKeeping.h"
 
+#include <algorithm>
+#include <chrono>
 #include <expected>
 #include <filesystem>
 #include <string>
@@ -43,7 +45,12 @@ std::expected<bool, std::error_code> keepAs(const std::filesystem::path& file,
 
 LayoutKeeping::LayoutKeeping(FlowHost& host, MainThread& mainThread, Log& log, const LayoutStore& store,
                              std::function<void(bool)> loaded)
-    : host_(host), mainThread_(mainThread), log_(log), store_(store), loaded_(std::move(loaded)) {}
+    : host_(host),
+      mainThread_(mainThread),
+      log_(log),
+      store_(store),
+      loaded_(std::move(loaded)),
+      history_(store.history()) {}
 
 void LayoutKeeping::load() {
     requireMainThread(mainThread_);
@@ -62,6 +69,7 @@ std::expected<Layout, std::string> LayoutKeeping::read() {
     std::vector<DecodingError> ignored;
     auto loaded = store_.load(&ignored);
     fileUnreadable_ = !loaded;
+    isBrokenFileKept_ = false;
     if (!loaded) {
         result = std::unexpected(loaded.error().description);
     } else if (auto& found = *loaded) {
@@ -82,12 +90,15 @@ std::expected<Layout, std::string> LayoutKeeping::read() {
     return result;
 }
 
-bool LayoutKeeping::edit(Saving saving, const FlowHost::Edit& change) {
+bool LayoutKeeping::edit(Saving saving, const FlowHost::Edit& change, HistoryCause cause) {
     requireMainThread(mainThread_);
     Layout edited = host_.values().layout;
     change(edited);
     Layout own = host_.values().managed.ownPart(std::move(edited), own_);
     const bool changed = own != own_;
+    if (saving == Saving::now) {
+        keepEarlier(cause, changed);
+    }
     own_ = std::move(own);
     layManagedOver();
     if (saving == Saving::now) {
@@ -105,6 +116,69 @@ bool LayoutKeeping::edit(Saving saving, const FlowHost::Edit& change) {
 
 void LayoutKeeping::layManagedOver() {
     host_.set(&AppValues::layout, host_.values().managed.over(own_));
+}
+
+void LayoutKeeping::keepEarlier(HistoryCause cause, bool isChanged) {
+    const auto kept = keepFor(cause, isChanged);
+    if (!kept) {
+        const std::string& failure = kept.error().description;
+        if (failure != host_.values().historyFailure) {
+            log_.log("layout", "no earlier layout kept: " + failure);
+        }
+        if (!fileUnreadable_) {  // that file is put aside in any case
+            host_.set(&AppValues::historyFailure, failure);
+        }
+    } else if (const auto& entry = *kept) {
+        log_.log("layout", "earlier layout kept as " + (history_.folder() / entry->file()).string());
+        host_.set(&AppValues::historyFailure, std::nullopt);
+        host_.set(&AppValues::historyRevision, host_.values().historyRevision + 1);
+    }
+}
+
+/// A file that could not be read is kept itself, once: nobody has decided what is in memory then.
+std::expected<std::optional<HistoryEntry>, FileError> LayoutKeeping::keepFor(HistoryCause cause,
+                                                                             bool isChanged) {
+    const Date now = floorToSeconds(mainThread_.date());
+    if (fileUnreadable_) {
+        if (std::exchange(isBrokenFileKept_, true)) {
+            return std::nullopt;
+        }
+        return history_.keepFile(store_.url(),
+                                 cause == HistoryCause::change ? HistoryCause::freshStart : cause, now);
+    }
+    if (!isChanged || host_.values().problems.layoutUnreadable) {
+        return std::nullopt;
+    }
+    const auto today = std::chrono::floor<std::chrono::days>(Calendar().localTime(now));
+    if (cause == HistoryCause::change) {
+        const auto isKept = isKeptOn(today);
+        if (!isKept) {
+            return std::unexpected(isKept.error());
+        }
+        if (*isKept) {
+            keptDay_ = today;
+            return std::nullopt;
+        }
+    }
+    const auto kept = history_.keep(own_, cause, now);
+    if (!kept) {
+        return std::unexpected(kept.error());
+    }
+    keptDay_ = today;
+    return *kept;
+}
+
+std::expected<bool, FileError> LayoutKeeping::isKeptOn(std::chrono::local_days day) const {
+    if (keptDay_ == day) {
+        return true;
+    }
+    const auto entries = history_.entries();
+    if (!entries) {
+        return std::unexpected(entries.error());
+    }
+    return std::ranges::any_of(*entries, [&](const HistoryEntry& entry) {
+        return std::chrono::floor<std::chrono::days>(entry.when) == day;
+    });
 }
 
 void LayoutKeeping::schedule() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <expected>
 #include <functional>
 #include <optional>
@@ -7,6 +8,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/LayoutHistory.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
@@ -36,8 +38,13 @@ class LayoutKeeping final : private NonCopyable {
     /// Lays what is managed now over the user's own layout.
     void layManagedOver();
 
-    /// Edits the layout and saves it as `saving` says. Whether the file now holds the layout.
-    bool edit(Saving saving, const FlowHost::Edit& change);
+    /// Edits the layout and saves it as `saving` says. Whether the file now holds the layout. Before one of
+    /// the user's own edits the layout is kept in the history: with the first of a day, and with each that
+    /// has a cause of its own. Where that fails the edit goes on, and the log and `historyFailure` say so.
+    bool edit(Saving saving, const FlowHost::Edit& change, HistoryCause cause = HistoryCause::change);
+
+    /// The layouts that were kept.
+    [[nodiscard]] const LayoutHistory& history() const noexcept { return history_; }
 
     /// Saves `Timing::saveDelay` from now, or later when another edit comes before.
     void schedule();
@@ -52,6 +59,10 @@ class LayoutKeeping final : private NonCopyable {
  private:
     /// The layout in the file, a fresh one where there is none, or the problem in words.
     [[nodiscard]] std::expected<Layout, std::string> read();
+    void keepEarlier(HistoryCause cause, bool isChanged);
+    [[nodiscard]] std::expected<std::optional<HistoryEntry>, FileError> keepFor(HistoryCause cause,
+                                                                                bool isChanged);
+    [[nodiscard]] std::expected<bool, FileError> isKeptOn(std::chrono::local_days day) const;
     bool save();
     // Each says why it failed.
     [[nodiscard]] std::optional<std::string> write();
@@ -63,6 +74,9 @@ class LayoutKeeping final : private NonCopyable {
     const LayoutStore& store_;
     std::function<void(bool)> loaded_;
     Layout own_;
+    LayoutHistory history_;
+    std::optional<std::chrono::local_days> keptDay_;  ///< of the last one, when the day's first is kept
+    bool isBrokenFileKept_ = false;
     bool fileUnreadable_ = false;  ///< the file holds what could not be read, and the next save keeps it
     Task pending_;
 };

@@ -88,7 +88,7 @@ class Surface : private NonCopyable {
 /// Velko's surfaces, which live as long as this does. Main thread.
 class Surfaces : private NonCopyable {
  public:
-    enum class Kind { note, shelf, setup, permissionGuide, settings, search, message };
+    enum class Kind { note, shelf, setup, permissionGuide, settings, search, message, history };
 
     /// What the system shows a surface in. A panel floats above windows on every Space, and never brings
     /// Velko to the front.
@@ -140,6 +140,7 @@ inline constexpr auto surfaceTable = std::to_array<Surfaces::Traits>({
     {Surfaces::Kind::settings, "settings", Surfaces::Form::window, "Velko Settings", true},
     {Surfaces::Kind::search, "search", Surfaces::Form::panel, "Search the menu bar"},
     {Surfaces::Kind::message, "message", Surfaces::Form::quietPanel, "A message from Velko"},
+    {Surfaces::Kind::history, "history", Surfaces::Form::window, "Earlier Layouts"},
 });
 
 constexpr std::span<const Surfaces::Traits> Surfaces::all() noexcept {

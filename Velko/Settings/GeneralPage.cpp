@@ -13,6 +13,7 @@
 #include "Velko/App/FaceParts.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Ports/Desktop.h"
+#include "Velko/Settings/EarlierLayoutsWindow.h"
 #include "Velko/Settings/SettingsPages.h"
 #include "Velko/View/Node.h"
 #include "VelkoCore/Layout/Section.h"
@@ -150,6 +151,19 @@ view::Node byItself(AppController& controller) {
                    "Once a week it suggests what to tuck, bury, bring back or quit. You decide.")});
 }
 
+// Layouts of earlier days
+
+/// Not locked while the layout can't be read: that is when they are needed most.
+view::Node earlierLayouts(EarlierLayoutsWindow& window) {
+    return group(
+        "earlier", "Your layout",
+        {view::row("earlier:row",
+                   {view::text("earlier:title", "As it was before an import, a sort or a day's changes"),
+                    view::spacer("earlier:gap"),
+                    view::button("earlier-layouts",
+                                 {.title = "Earlier Layouts…", .press = [&window] { window.show(); }})})});
+}
+
 }  // namespace
 
 view::Node loginSwitch(const FaceParts& parts) {
@@ -180,6 +194,7 @@ view::Node general(const Context& context) {
         std::ranges::for_each(kept, lock);
     }
     std::ranges::move(kept, std::back_inserter(children));
+    children.push_back(earlierLayouts(context.earlier));
     return view::column("page:general", std::move(children), 14);
 }
 

@@ -57,7 +57,8 @@ view::Node unsupported(const FaceParts& parts, MenuActions& actions) {
                    "A newer Velko may know this build.", std::move(remedies));
 }
 
-view::Node unreadable(const FaceParts& parts, const std::string& reason, MenuActions& actions) {
+view::Node unreadable(const FaceParts& parts, const std::string& reason, MenuActions& actions,
+                      EarlierLayoutsWindow& earlier) {
     AppController& controller = parts.controller;
     const auto button = [](const char* what, const char* title, std::function<void()> press) {
         return view::button(std::string("problem:layout:") + what,
@@ -66,6 +67,7 @@ view::Node unreadable(const FaceParts& parts, const std::string& reason, MenuAct
     return problem("problem:layout", std::string(describe(Health::Kind::layoutUnreadable)), reason,
                    {button("edit", "Edit Layout File…", [&actions] { actions.editLayout(); }),
                     button("again", "Try Again", [&actions] { actions.reloadLayout(); }),
+                    button("earlier", "Earlier Layouts…", [&earlier] { earlier.show(); }),
                     button("import", "Import…", [&controller] { controller.transfer().importLayout(); }),
                     button("afresh", "Start Afresh…", [&controller, &host = parts.host] {
                         controller.transfer().offerToStartAfresh([&host] { host.onResort(); });
@@ -115,7 +117,8 @@ view::Node iconOutOfSight(MenuActions& actions) {
 
 /// What keeps Velko from its work, each problem with what the user can do about it; empty when there is no
 /// problem.
-std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions) {
+std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions,
+                                 EarlierLayoutsWindow& earlier) {
     AppController& controller = parts.controller;
     const AppValues& values = controller.values();
     const HealthFacts& facts = values.problems;
@@ -124,13 +127,18 @@ std::vector<view::Node> problems(const FaceParts& parts, MenuActions& actions) {
         result.push_back(unsupported(parts, actions));
     }
     if (facts.layoutUnreadable) {
-        result.push_back(unreadable(parts, *facts.layoutUnreadable, actions));
+        result.push_back(unreadable(parts, *facts.layoutUnreadable, actions, earlier));
     }
     if (values.saveFailure) {
         result.push_back(unsaved(controller, *values.saveFailure));
     }
     if (!values.managedFaults.empty()) {
         result.push_back(unmanageable(values));
+    }
+    if (values.historyFailure) {
+        result.push_back(
+            problem("problem:history", "Your layout as it was couldn't be kept.",
+                    "There is no way back to it among the earlier layouts: " + *values.historyFailure, {}));
     }
     if (facts.trustMissing) {
         result.push_back(untrusted(parts.host));
@@ -188,6 +196,7 @@ SettingsController::SettingsController(const FaceParts& parts, BroomFrame& broom
       keys_(parts, [this] { update(); }),
       presenting_(parts, [this] { update(); }),
       apps_(parts, [this] { update(); }),
+      earlier_(parts),
       broomMoves_(broom_.observe([this] { update(); })) {
     const auto pages = SettingsPages::all();
     const auto last =
@@ -221,6 +230,7 @@ void SettingsController::leavePage() {
 
 void SettingsController::closed() {
     leavePage();
+    earlier_.close();
     hasSaidOutOfSight_ = std::exchange(saysOutOfSight_, false) || hasSaidOutOfSight_;
     parts_.host.onVisibilityChange();
 }
@@ -233,7 +243,7 @@ void SettingsController::update() {
 
 view::Node SettingsController::tree() {
     constexpr double width = 680;
-    std::vector<view::Node> children = SettingsPages::problems(parts_, menu_);
+    std::vector<view::Node> children = SettingsPages::problems(parts_, menu_, earlier_);
     if (broom_.isOutOfSight() && !hasSaidOutOfSight_) {
         saysOutOfSight_ = true;
         children.push_back(SettingsPages::iconOutOfSight(menu_));
@@ -243,18 +253,18 @@ view::Node SettingsController::tree() {
     for (const SettingsPages::Page& page : pages) {
         tabs.push_back({.title = std::string(page.title), .symbol = std::string(page.symbol)});
     }
-    children.push_back(
-        {.id = "pages",
-         .label = "Pages",
-         .content = view::Pages{.tabs = std::move(tabs),
-                                .selected = page_,
-                                .style = view::Pages::Style::toolbar,
-                                .choose = [this](std::size_t page) { turnTo(page); },
-                                .children = {pages[page_].make({.parts = parts_,
-                                                                .actions = menu_,
-                                                                .apps = apps_,
-                                                                .keys = keys_,
-                                                                .presenting = presenting_})}}});
+    children.push_back({.id = "pages",
+                        .label = "Pages",
+                        .content = view::Pages{.tabs = std::move(tabs),
+                                               .selected = page_,
+                                               .style = view::Pages::Style::toolbar,
+                                               .choose = [this](std::size_t page) { turnTo(page); },
+                                               .children = {pages[page_].make({.parts = parts_,
+                                                                               .actions = menu_,
+                                                                               .apps = apps_,
+                                                                               .keys = keys_,
+                                                                               .presenting = presenting_,
+                                                                               .earlier = earlier_})}}});
     return {.id = "settings",
             .width = width,
             .content = view::Stack{.spacing = 14, .padding = 20, .children = std::move(children)}};

@@ -6,6 +6,7 @@
 #include "Velko/Broom/StatusMenus.h"
 #include "Velko/Ports/Surfaces.h"
 #include "Velko/Settings/AppList.h"
+#include "Velko/Settings/EarlierLayoutsWindow.h"
 #include "Velko/Settings/KeysPage.h"
 #include "Velko/Settings/PresentingPage.h"
 #include "VelkoCore/Identifiers.h"
@@ -43,6 +44,7 @@ class SettingsController final : private NonCopyable {
     KeysPage keys_;
     PresentingPage presenting_;
     AppList apps_;
+    EarlierLayoutsWindow earlier_;
     std::size_t page_ = 0;  ///< the one that is open, or was open last
     Subscription broomMoves_;
     bool saysOutOfSight_ = false;     ///< in the open window

@@ -9,6 +9,7 @@
 namespace velko {
 
 class AppList;
+class EarlierLayoutsWindow;
 class KeysPage;
 class MenuActions;
 class PresentingPage;
@@ -25,6 +26,7 @@ struct Context {
     AppList& apps;
     KeysPage& keys;
     PresentingPage& presenting;
+    EarlierLayoutsWindow& earlier;
 };
 
 /// A page, and its tab. A new page is a row in `all`.

@@ -212,10 +212,11 @@ std::expected<HistoryEntry, FileError> LayoutHistory::write(std::string_view con
 
 namespace {
 
-/// What Velko knew of an app at a time: one that it did not know came later.
-bool knew(const Layout& layout, const BundleID& app) {
-    return layout.sections.contains(app) || layout.firstSeen.contains(app) ||
-           (layout.seenApps && layout.seenApps->contains(app));
+/// Whether the app has come to this Mac since. One that only an import has named has not.
+bool cameLater(const BundleID& app, const Layout& now, const Layout& earlier) {
+    const bool wasKnown = earlier.sections.contains(app) || earlier.firstSeen.contains(app) ||
+                          (earlier.seenApps && earlier.seenApps->contains(app));
+    return !wasKnown && (now.firstSeen.contains(app) || now.isWaiting(app));
 }
 
 bool hadPlace(const Layout& layout, const BundleID& app) {
@@ -227,7 +228,7 @@ void restorePlaces(Layout& result, const Layout& now, const Layout& earlier) {
         result.sections.erase(app);
     }
     for (const auto& [app, section] : now.sections) {
-        if (earlier.isWaiting(app) || !knew(earlier, app)) {
+        if (earlier.isWaiting(app) || cameLater(app, now, earlier)) {
             result.sections.insert_or_assign(app, section);
         }
     }
@@ -255,6 +256,9 @@ void keepLearnt(Layout& result, const Layout& now, const Layout& earlier) {
     }
     result.seenApps = now.seenApps;
     if (result.seenApps && earlier.seenApps) {
+        std::erase_if(*result.seenApps, [&](const BundleID& app) {
+            return !earlier.seenApps->contains(app) && !cameLater(app, now, earlier);
+        });
         std::ranges::copy_if(*earlier.seenApps, std::inserter(*result.seenApps, result.seenApps->end()),
                              [&](const BundleID& app) { return !earlier.isWaiting(app); });
     }

@@ -80,7 +80,7 @@ class LayoutHistory {
 };
 
 /// What restoring an earlier layout makes of the one of now. What the user has decided is as it was then.
-/// What Velko has learnt stays: clicks, and which apps it has seen. An app that came later, or that waited
+/// What Velko has learnt stays: clicks, and which apps have come. An app that came later, or that waited
 /// for an answer then, stays where it is now.
 [[nodiscard]] Layout restored(const Layout& now, const Layout& earlier);
 

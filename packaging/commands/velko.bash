@@ -1,19 +1,20 @@
 # Completions of velko for bash.
 _velko() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]} place=$((COMP_CWORD - 1)) words=
-    if [[ $command == layout && COMP_CWORD -gt 2 ]]; then
-        command="layout ${COMP_WORDS[2]}" place=$((place - 1))
+    if ((COMP_CWORD > 2)); then
+        case "$command/${COMP_WORDS[2]}" in
+            layout/export|layout/import|history/restore) command="$command ${COMP_WORDS[2]}" place=$((place - 1)) ;;
+        esac
     fi
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        words="show tuck toggle search open place ask present list status layout log wait-until completions help version"
-    elif ((COMP_CWORD == 2)) && [[ $command == layout ]]; then
-        words="export import"
+        words="show tuck toggle search open place ask present list status layout history log wait-until completions help version"
     elif [[ $word == -* ]]; then
         case "$command" in
             'show') words="--buried" ;;
             'list') words="--json" ;;
             'status') words="--json" ;;
+            'history') words="--json" ;;
             'log') words="-f" ;;
             'wait-until') words="--timeout" ;;
             'help') words="--man" ;;
@@ -29,7 +30,9 @@ _velko() {
             'layout import/1') return ;;
             'wait-until/1') words="tidy revealed" ;;
             'completions/1') words="bash fish zsh" ;;
-            'help/1') words="show tuck toggle search open place ask present list status layout log wait-until completions help version" ;;
+            'help/1') words="show tuck toggle search open place ask present list status layout history log wait-until completions help version" ;;
+            'history/1') words="restore" ;;
+            'layout/1') words="export import" ;;
         esac
     fi
     COMPREPLY=($(compgen -W "$words" -- "$word"))

@@ -26,6 +26,10 @@ TEST(LayoutFileCommands, TravelsToAnotherMacAndKeepsWhatTheFileDoesNotName) {
     EXPECT_EQ(merged->section("com.example.only.there"), Section::buried);
     EXPECT_EQ(merged->section("us.zoom.xos"), Section::bar);
     EXPECT_TRUE(merged->hasCompletedSetup);
+    const auto earlier = LayoutStore(there).history().list().value();
+    ASSERT_EQ(earlier.size(), 1U);
+    EXPECT_EQ(earlier[0].layout, other) << "the way back";
+    EXPECT_EQ(earlier[0].entry.cause, HistoryCause::import);
 }
 
 TEST(LayoutFileCommands, StaysAsItIsWhenAFileIsRefused) {

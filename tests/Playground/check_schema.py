@@ -1,4 +1,5 @@
-"""Checks what `velko status --json` or `velko list --json` has printed: check_schema.py status|list <OUTPUT
+"""Checks what `velko status --json`, `velko list --json` or `velko history --json` has printed:
+check_schema.py status|list|history <OUTPUT
 
 It knows only what docs/commands.schema.json uses of the language of schemas."""
 

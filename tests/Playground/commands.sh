@@ -57,6 +57,14 @@ says 0 '^$' place Dropbox tucked
 says 0 '^$' layout import mine.velko
 [[ $(row Dropbox) == bar* ]] || fail "the import did not bring back: $(row Dropbox)"
 says 1 'not there' layout import nothing.velko
+
+earlier="$(velko history | head -n 1 | cut -f1,4)"
+[[ $earlier == *"${tab}import" ]] || fail "the import has left no way back: $(velko history)"
+velko history --json | python3 "$here/check_schema.py" history || fail "history --json is not as the schema says"
+says 0 '^$' history restore "${earlier%%"$tab"*}"
+[[ $(row Dropbox) == tucked* ]] || fail "the layout before the import is not back: $(row Dropbox)"
+says 1 'no earlier layout with the number 999' history restore 999
+says 2 'no number of the list' history restore 0
 says 1 '^velko: /proc/a: ' layout export /proc/a
 
 says 0 'com.getdropbox.dropbox -> bar' log
@@ -86,6 +94,8 @@ offers() {
 }
 [[ $(offers velko pl) == place ]] || fail "bash: $(offers velko pl)"
 [[ $(offers velko layout "") == "export import" ]] || fail "bash: $(offers velko layout "")"
+[[ $(offers velko history "") == restore ]] || fail "bash: $(offers velko history "")"
+[[ $(offers velko history restore "") == "" ]] || fail "bash: $(offers velko history restore "")"
 [[ $(offers velko place com.getdrop) == com.getdropbox.dropbox ]] || fail "bash: $(offers velko place com.getdrop)"
 [[ $(offers velko place Slack "") == "bar tucked buried" ]] || fail "bash: $(offers velko place Slack "")"
 [[ $(offers velko wait-until --) == --timeout ]] || fail "bash: $(offers velko wait-until --)"

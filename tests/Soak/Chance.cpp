@@ -156,6 +156,8 @@ constexpr auto events = std::to_array<Event>({
     {4, "command \"place RUNNING SECTION \""},
     {2, "command \"wait-until tidy\""},
     {2, "command \"list --json\""},
+    {2, "command \"history --json\""},
+    {3, "command \"history restore DIGIT\""},
     {2, "open address \"velko:toggle\""},
     {2, "open address \"velko:ask/on\""},
     {2, "answer ANSWER"},

@@ -26,8 +26,18 @@ using scenarios::World;
 
 /// What is wrong with the file, which Velko has just left behind.
 std::optional<std::string> breachOfFile(const World& world) {
-    const auto layout = LayoutStore(world.layoutFile()).load();
-    return layout ? std::nullopt : std::optional("the layout is not whole: " + layout.error().description);
+    const LayoutStore store(world.layoutFile());
+    const auto layout = store.load();
+    if (!layout) {
+        return "the layout is not whole: " + layout.error().description;
+    }
+    const auto history = store.history().list();
+    if (!history) {
+        return "the history cannot be listed: " + history.error().description;
+    }
+    const auto broken = std::ranges::find_if(*history, [](const auto& each) { return !each.layout; });
+    return broken == history->end() ? std::nullopt
+                                    : std::optional("not whole: " + broken->layout.error().description);
 }
 
 std::optional<std::string> breachOfBar(World& world) {

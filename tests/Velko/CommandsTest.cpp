@@ -253,5 +253,28 @@ TEST_F(Commands, FromAddressesComeTenInASecond) {
     EXPECT_TRUE(shows("com.a.slack"));
 }
 
+TEST_F(Commands, ListEarlierLayoutsAndRestoreOne) {
+    EXPECT_EQ(say({"history"}), "||0");
+    EXPECT_EQ(say({"place", "com.b.zoom", "buried"}), "||0");
+    const std::string listed = say({"history"});
+    EXPECT_TRUE(listed.starts_with("1\t")) << listed;
+    EXPECT_TRUE(listed.ends_with("\tchange\t1 app lies elsewhere: com.b.zoom was in the bar.\n||0")) << listed;
+    const std::string json = say({"history", "--json"});
+    EXPECT_TRUE(json.contains("\"cause\": \"change\"") && json.contains("\"number\": 1")) << json;
+    desk->openAddress("velko:history/restore/1");
+    EXPECT_EQ(mac.dialogs.question(), nullptr) << "no page restores anything";
+    EXPECT_EQ(values().layout.section("com.b.zoom"), Section::buried);
+    EXPECT_EQ(say({"history", "restore", "1"}), "||0");
+    EXPECT_EQ(values().layout.section("com.b.zoom"), Section::bar);
+    EXPECT_TRUE(say({"history"}).starts_with("2\t"));
+    EXPECT_EQ(say({"history", "restore", "9"}), "|There is no earlier layout with the number 9.\n|1");
+    EXPECT_TRUE(say({"history", "restore", "first"}).ends_with("|2"));
+    EXPECT_TRUE(say({"history", "restore"}).ends_with("|2"));
+    std::filesystem::remove_all(folder.path() / "Velko" / "history");
+    writeFile(folder.path() / "Velko" / "history", "in the way");
+    EXPECT_TRUE(say({"history"}).ends_with("the folder cannot be read: Not a directory\n|1"));
+    EXPECT_TRUE(say({"history", "--json"}).ends_with("|1"));
+}
+
 }  // namespace
 }  // namespace velko

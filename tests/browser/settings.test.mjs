@@ -70,6 +70,7 @@ onMac('A layout that cannot be read is locked until the user decides', {}, async
   await page.getByRole('tab', { name: 'General' }).click();
   assert.ok(await mac.control('hover').getByRole('switch').isDisabled());
   await mac.checkAccess('the locked page General');
+  await mac.picture('the locked settings');
   await mac.control('problem:layout:afresh').click();
   await mac.sheet.getByRole('button', { name: 'Start Afresh' }).click();
   await page.getByRole('button', { name: "Let's Tidy" }).click();  // in front of the settings
@@ -182,4 +183,42 @@ onMac('An import says what it changes, and can be taken back', {}, async (mac) =
   await mac.control('undo:button').click();
   await mac.shows(sorted.bar);
   assert.deepEqual((await mac.playground.layout()).sections, before);
+});
+
+onMac('What an import has changed comes back from the earlier layouts', {}, async (mac) => {
+  const { page, sheet } = mac;
+  const slack = 'com.tinyspeck.slackmacgap';
+  const history = mac.surface('history');
+  const where = async () => (await mac.playground.layout()).sections[slack];
+  const before = await where();
+  await mac.openSettings('General');
+  await mac.control('earlier-layouts').click();
+  await history.getByText('There is none yet.').waitFor();
+  await mac.checkAccess('no earlier layouts');
+  await history.getByRole('button', { name: 'Close' }).click();
+  await page.getByRole('tab', { name: 'Menu Bar' }).click();
+  await mac.control('import').click();
+  await sheet.getByLabel(/paste a file/).fill(JSON.stringify({
+    velkoLayout: 1, sections: { [slack]: 'buried' }, alwaysKeep: [], newIconDefault: 'bar', askAboutNewIcons: true,
+    popOutOnChange: false, reveal: { autoTuckSeconds: 30, notchedStyle: 'shelf', otherStyle: 'inline', hover: false },
+  }));
+  await sheet.getByRole('button', { name: 'Open' }).click();
+  await sheet.getByRole('button', { name: 'Import' }).click();
+  await mac.logs('imported 1 placements');
+  assert.equal(await where(), 'buried');
+  await page.getByRole('tab', { name: 'General' }).click();
+  await mac.control('earlier-layouts').click();
+  await history.getByText(/Slack was .*Some settings differ\./).waitFor();
+  await mac.checkAccess('the earlier layouts');
+  await mac.picture('the earlier layouts');
+  const restore = history.getByRole('button', { name: /^Restore the layout of today at .*, before an import$/ });
+  await mac.tabTo(restore);
+  await mac.press('Enter');
+  await mac.logs('restored ');
+  assert.equal(await where(), before);
+  await history.getByText('before another one was restored').waitFor();
+  await mac.picture('an earlier layout is restored');
+  await history.getByRole('button', { name: 'Undo Restore' }).click();
+  await mac.logs('undone: Restore');
+  assert.equal(await where(), 'buried');
 });
