@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "Simulator/Desktop/SimulatedSurfaces.h"
+#include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/Machine/VelkoOnSimulatedMac.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
@@ -14,6 +15,7 @@
 #include "Velko/App/FaceParts.h"
 #include "Velko/App/Log.h"
 #include "Velko/Broom/BroomFrame.h"
+#include "Velko/Flows/Preferences.h"
 #include "Velko/Search/SearchController.h"
 #include "Velko/View/Tree.h"
 #include "VelkoCore/Files/AtomicFile.h"
@@ -121,6 +123,37 @@ BENCHMARK(idleHour)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
+/// An hour minute by minute, for the picture that tools/draw_cost.py draws: everything is on, then nothing
+/// pops out, then the displays sleep. In the middle of the first two the user clicks the broom.
+void chartedHour(benchmark::State& state) {
+    constexpr int noPopOuts = 20;
+    constexpr int asleep = 40;
+    Installation installation(25, 0);
+    SimulatedMac& mac = installation.mac;
+    installation.velko->start();
+    const Subscription awake = mac.activity.begin("benchmark");
+    mac.advance(5min);
+    for (auto unused : state) {
+        for (int minute = 0; minute < 60; ++minute) {
+            const auto before = mac.cost();
+            if (minute == noPopOuts) {
+                installation.velko->preferences().setSwitch(Switch::popOutOnChange, false);
+            } else if (minute == asleep) {
+                mac.session.sleepDisplays();
+            } else if (minute == noPopOuts / 2 || minute == (noPopOuts + asleep) / 2) {
+                installation.velko->toggle();
+            }
+            mac.advance(1min);
+            const std::string number = (minute < 10 ? "0" : "") + std::to_string(minute);
+            const auto after = mac.cost();
+            state.counters["bursts" + number] = static_cast<double>(after.bursts - before.bursts);
+            state.counters["messages" + number] =
+                static_cast<double>(after.accessibilityMessages - before.accessibilityMessages);
+        }
+    }
+}
+BENCHMARK(chartedHour)->Iterations(1)->Unit(benchmark::kMillisecond);
+
 /// From the launch to a bar that shows what it is to show and no more, while some apps hang.
 void launchToTidyBar(benchmark::State& state) {
     for (auto unused : state) {
@@ -128,10 +161,13 @@ void launchToTidyBar(benchmark::State& state) {
         installation.velko->start();
         state.counters["simulatedMs"] =
             installation.millisecondsUntil([&] { return installation.mac.framework.inForce().has_value(); });
+        installation.millisecondsUntil([&] { return installation.velko->values().inventoryLoaded; });
+        state.counters["messages"] = static_cast<double>(installation.mac.cost().accessibilityMessages);
     }
 }
 BENCHMARK(launchToTidyBar)
     ->ArgNames({"apps", "hung"})
+    ->Args({40, 0})
     ->Args({40, 5})
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
@@ -162,6 +198,26 @@ BENCHMARK(broomClick)
     ->Args({40, 5})
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
+
+/// The work between a click on the broom and the call of the engine. It should take at most 0.4 ms.
+void clickToEngine(benchmark::State& state) {
+    Installation installation(state.range(0), 0);
+    SimulatedMac& mac = installation.mac;
+    installation.velko->start();
+    mac.advance(5min);
+    for (auto unused : state) {
+        const auto calls = mac.cost().engineCalls;
+        installation.velko->toggle();
+        if (mac.cost().engineCalls == calls) {
+            state.SkipWithError("the engine was not called at once");
+            return;
+        }
+        state.PauseTiming();
+        mac.advance(1s);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(clickToEngine)->ArgName("apps")->Arg(100)->Unit(benchmark::kMicrosecond);
 
 /// Answers what a face asks; nothing of that is measured.
 class NoHost final : public FaceHost {

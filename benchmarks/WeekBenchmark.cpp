@@ -8,6 +8,10 @@
 #include <unistd.h>
 #include <vector>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include "Playground/Terminal/Folders.h"
 #include "Scenarios/Acts/Acts.h"
 #include "Scenarios/Language/Script.h"
@@ -29,12 +33,26 @@ double residentBytes() {
     return resident * static_cast<double>(::sysconf(_SC_PAGESIZE));
 }
 
-std::string beginning() {
+/// What the C library has given away and not got back, in bytes; 0 where it does not say.
+double bytesInUse() {
+#ifdef __GLIBC__
+    const auto memory = ::mallinfo2();
+    return static_cast<double>(memory.uordblks + memory.hblkhd);
+#else
+    return 0;
+#endif
+}
+
+std::string apps() {
     std::string text = "launch neighbours\nlaunch Linear\n";
     for (int number = 1; number <= 9; ++number) {
         text += "launch com.example.app" + std::to_string(number) + "\n";
     }
-    text += "velko start\nwait 5 s\nfinish setup\n";
+    return text;
+}
+
+std::string start() {
+    std::string text = "velko start\nwait 5 s\nfinish setup\n";
     for (const char* app : {"Dropbox", "Docker", "Spotify", "Discord", "Teams", "GitHub", "OneDrive"}) {
         text += "place " + std::string(app) + " tucked\n";
     }
@@ -70,6 +88,50 @@ bool isPerformed(const std::vector<script::Line>& lines, scenarios::World& world
     });
 }
 
+/// What Velko adds to the memory of a simulated Mac, and what its largest surfaces add while they are open:
+/// the settings' list of apps, and the search. In KB of resident pages, and of memory in use where the C
+/// library tells.
+void surfaces(benchmark::State& state) {
+    struct Memory {
+        double resident = residentBytes();
+        double used = bytesInUse();
+    };
+    const auto folder = ScratchFolder::create();
+    const auto without = script::read(apps());
+    const auto with = script::read(start() + "wait 1 min\n");
+    const auto opening = script::read(
+        "set key search control+option+m\nvelko reopen\nwait 1 s\npress keys control+option+m\n"
+        "expect open settings\nexpect open search\n");
+    const auto closing = script::read("press keys control+option+m\nclose settings\nwait 1 s\n");
+    if (!folder || !without || !with || !opening || !closing) {
+        state.SkipWithError("a folder or a step is missing");
+        return;
+    }
+    for ([[maybe_unused]] auto run : state) {
+        scenarios::World world(folder->path());
+        bool isFine = isPerformed(*without, world);
+        const Memory mac;
+        isFine = isFine && isPerformed(*with, world);
+        const Memory atRest;
+        isFine = isFine && isPerformed(*opening, world);
+        const Memory open;
+        isFine = isFine && isPerformed(*closing, world);
+        const Memory closed;
+        const auto count = [&](const std::string& name, const Memory& now) {
+            state.counters[name + "_resident_KB"] = (now.resident - mac.resident) / 1e3;
+            state.counters[name + "_used_KB"] = (now.used - mac.used) / 1e3;
+        };
+        count("rest", atRest);
+        count("open", open);
+        count("closed", closed);
+        if (!isFine) {
+            state.SkipWithError("a step failed");
+            return;
+        }
+    }
+}
+BENCHMARK(surfaces)->Iterations(1)->Unit(benchmark::kMillisecond);
+
 /// Plays `first`, and then a day as often as asked.
 void playDays(benchmark::State& state, const std::string& first, const std::string& day, int days) {
     const auto folder = ScratchFolder::create();
@@ -99,13 +161,13 @@ void playDays(benchmark::State& state, const std::string& first, const std::stri
 
 /// It should take at most 4 seconds.
 void weekWithEverythingOn(benchmark::State& state) {
-    playDays(state, beginning(), busyDay(), 7);
+    playDays(state, apps() + start(), busyDay(), 7);
 }
 BENCHMARK(weekWithEverythingOn)->Iterations(1)->Unit(benchmark::kSecond);
 
 /// It should take at most 40 seconds.
 void yearWithoutPopOuts(benchmark::State& state) {
-    playDays(state, beginning() + "set pop-out off\n", "click broom\nwait 1 day\n", 365);
+    playDays(state, apps() + start() + "set pop-out off\n", "click broom\nwait 1 day\n", 365);
 }
 BENCHMARK(yearWithoutPopOuts)->Iterations(1)->Unit(benchmark::kSecond);
 

@@ -88,6 +88,25 @@ TEST_F(RestTest, DoesNothingWhileNobodyIsAtTheMac) {
     EXPECT_TRUE(popsOut()) << "who clicks is there, whatever was told";
 }
 
+/// A Mac on which Velko does not run yet.
+class StartCostTest : public VelkoOnMac {};
+
+TEST_F(StartCostTest, AsksFortyAppsAHandfulOfThingsEach) {
+    layout.hasCompletedSetup = true;
+    for (int number = 0; number < 40; ++number) {
+        launch("app" + std::to_string(number),
+               allSections.at(static_cast<std::size_t>(number) % allSections.size()));
+    }
+    const auto before = mac.cost().accessibilityMessages;
+    std::uint64_t asked = 0;
+    const Task beforeTheFirstLookForChanges =
+        mac.mainThread.after(1s, [&] { asked = mac.cost().accessibilityMessages - before; });
+    start();
+    EXPECT_GE(values().items.size(), 40U);
+    EXPECT_GE(asked, 40U);
+    EXPECT_LE(asked, 250U);
+}
+
 TEST_F(RestTest, LooksAtTheIconsThatAnAppHasNow) {
     launchLate();
     ASSERT_TRUE(popsOut());
