@@ -2,7 +2,7 @@
 
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
+import { mkdir, mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { createInterface } from 'node:readline';
@@ -61,6 +61,12 @@ export class Playground {
 
   async layout() {
     return JSON.parse(await readFile(this.layoutFile, 'utf8'));
+  }
+
+  /** Does what an administrator does: places what the organisation manages. */
+  async manage(layout) {
+    await mkdir(join(this.home, 'Managed'), { recursive: true });
+    await writeFile(join(this.home, 'Managed', 'layout.json'), JSON.stringify(layout), { mode: 0o644 });
   }
 
   removeFolder() {

@@ -77,6 +77,33 @@ onMac('A layout that cannot be read is locked until the user decides', {}, async
   assert.ok((await mac.playground.layout()).sections);
 });
 
+onMac('What an organisation manages is locked', {}, async (mac) => {
+  const { page } = mac;
+  const locked = { sections: { 'com.1password.1password': 'buried' }, reveal: { hover: true } };
+  await mac.playground.manage(locked);
+  await mac.happens('file reload');
+  await mac.icon('com.1password.1password').waitFor({ state: 'detached' });
+  await mac.openSettings();
+  const places = page.getByRole('radiogroup', { name: 'Where 1Password goes' });
+  assert.ok(await places.getByLabel('Buried').isChecked());
+  assert.ok(await places.getByLabel('Bar').isDisabled());
+  await mac.control('managed:com.1password.1password').getByText('Managed by your organisation').waitFor();
+  await mac.checkAccess('managed apps');
+  await mac.picture('a managed app in the settings');
+  await page.getByRole('tab', { name: 'General' }).click();
+  const hover = mac.control('hover').getByRole('switch');
+  assert.ok(await hover.isChecked() && await hover.isDisabled());
+  assert.ok(await mac.control('pop-out').getByRole('switch').isEnabled());
+  await mac.checkAccess('managed settings');
+  await mac.picture('managed settings');
+  await mac.playground.manage('no object');
+  await mac.happens('file reload');
+  await page.getByText("Your organisation's layout can't be used.").waitFor();
+  assert.ok(await hover.isEnabled() && !await hover.isChecked());
+  await mac.picture('a managed layout with a fault');
+  assert.equal((await mac.playground.layout()).sections['com.1password.1password'], 'bar');
+});
+
 onMac('An import of a broken file is told, and loses nothing', {}, async (mac) => {
   const { page, sheet } = mac;
   await mac.openSettings();
