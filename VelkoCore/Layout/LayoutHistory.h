@@ -94,7 +94,7 @@ struct RestoredChanges {
         bool operator==(const Move&) const = default;
     };
     std::vector<Move> moves{};  ///< in the order of the identifiers
-    bool settings = false;    ///< any of what the user has decided beside the places
+    bool settings = false;      ///< any of what the user has decided beside the places
 
     [[nodiscard]] bool areNone() const noexcept { return moves.empty() && !settings; }
     bool operator==(const RestoredChanges&) const = default;
