@@ -62,7 +62,7 @@ TEST_F(PresentingTest, HidesFromAnAudienceWhateverHappens) {
     velko->handle(RevealEvent::autoTuck());
     pass(30s);
     EXPECT_TRUE(isSafe() && !shows("app.new"));
-    EXPECT_TRUE(values().poppedOut.empty());
+    EXPECT_FALSE(logged("[popout]"));
     EXPECT_TRUE(logged("[open] not while presenting: app.tucked"));
     mac.processes.work(renderer, 0);
     pass(5min);
@@ -101,6 +101,18 @@ TEST_F(PresentingTest, IsInTheMenuOnceItIsOfferedAndTheBroomSaysIt) {
     EXPECT_TRUE(isTidy()) << "who does not want it has it no more";
 }
 
+TEST_F(PresentingTest, EndsWhatIsOutForAWhile) {
+    startBroom();
+    mac.changeIcon(tucked, 0, [](SimulatedIcon& icon) { icon.title = "1 new message"; });
+    pass(3s);
+    EXPECT_TRUE(shows("app.tucked"));
+    present();
+    EXPECT_TRUE(isSafe());
+    velko->presenting().stop();
+    pass(1s);
+    EXPECT_TRUE(isTidy());
+}
+
 TEST_F(PresentingTest, ClosesTheNoteAndLetsItAskLater) {
     launch("app.new", Section::tucked);
     layout.inbox = {"app.new"};
@@ -130,6 +142,10 @@ TEST_F(PresentingTest, EndsAfterItsTimeAlsoWhenTheMacSleeps) {
     mac.session.sleepAndWake(2min);
     pass(5s);
     EXPECT_TRUE(isTidy());
+    present();
+    mac.mainThread.setDate(mac.mainThread.date() - 5h);
+    pass(61min);
+    EXPECT_TRUE(isTidy()) << "a clock that goes back makes it last no longer";
     present();
     velko->presenting().setMinutes(0);
     pass(3h);
