@@ -113,7 +113,7 @@ std::string drawBar(Session& session) {
     std::vector<std::string> items;
     for (const Slot& slot : mac.menuBar().slots()) {
         const std::size_t index = counts[slot.pid]++;
-        if (!slot.isVisible) {
+        if (!slot.shows()) {
             continue;
         }
         if (slot.icon.systemItem) {

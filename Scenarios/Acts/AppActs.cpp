@@ -36,6 +36,8 @@ Done sent(const Step&, SimulatedMac& mac, ProcessID pid) {
     return {};
 }
 
+constexpr double usualMenus = 300;  // points
+
 template <bool hung>
 Done hang(const Step&, SimulatedMac& mac, ProcessID pid) {
     mac.hang(pid, hung);
@@ -83,7 +85,11 @@ constexpr auto appVerbs = std::to_array<AppAct>({
     {Verb::hang, hang<true>},
     {Verb::unhang, hang<false>},
     {Verb::slow, slowDown},
-    {Verb::activate, sent<&SimulatedMac::activate>},
+    {Verb::activate,
+     [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
+         mac.activate(pid, step.width ? static_cast<double>(*step.width) : usualMenus);
+         return {};
+     }},
     {Verb::cpu,
      [](const Step& step, SimulatedMac& mac, ProcessID pid) -> Done {
          mac.processes.work(pid, static_cast<double>(step.amount.value_or(0)) / 100);

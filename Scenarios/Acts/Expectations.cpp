@@ -7,6 +7,7 @@
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/View/Tree.h"
@@ -36,6 +37,14 @@ Done visible(const Step& step, World& world) {
 Done hidden(const Step& step, World& world) {
     const bool runs = !world.mac().workspace.pids(appOf(step)).empty();
     return holds(runs && !isShown(step, world), step.app + (runs ? " shows." : " does not run."));
+}
+
+Done withoutRoom(const Step& step, World& world) {
+    const BundleID app = appOf(step);
+    const auto& slots = world.mac().menuBar().slots();
+    const bool isSwallowed = std::ranges::any_of(
+        slots, [&](const auto& slot) { return slot.bundleID == app && slot.isSwallowed; });
+    return holds(isSwallowed, step.app + " has room in the bar, or does not show.");
 }
 
 std::string stateOf(const AppController& velko) {
@@ -167,6 +176,7 @@ Done announced(const Step& step, World& world) {
 constexpr auto expectVerbs = std::to_array<MacAct>({
     {Verb::expectVisible, visible},
     {Verb::expectHidden, hidden},
+    {Verb::expectNoRoom, withoutRoom},
     {Verb::expectWaiting, inVelko<waiting>},
     {Verb::expectSuggested, inVelko<suggested>},
     {Verb::expectState, inVelko<state>},

@@ -88,7 +88,7 @@ std::optional<Point> pointOnIcon(ProcessID pid, std::size_t icon, SimulatedMac& 
                  std::views::filter([pid](const auto& slot) { return slot.pid == pid; }) |
                  std::views::drop(icon);
     const auto displays = mac.displays.displays();
-    if (slots.empty() || !slots.front().isVisible || displays.empty()) {
+    if (slots.empty() || !slots.front().shows() || displays.empty()) {
         return std::nullopt;
     }
     const Point middle = middleOf(slots.front().frame);

@@ -24,8 +24,11 @@ constexpr auto rendererName = "WidgetRenderer_Activities";
 constexpr auto refusal = "Not today";
 
 Display displayNamed(std::string_view name, Point origin) {
-    if (name == "desk") {
-        return SimulatedDisplays::plain(origin);
+    constexpr auto plain = std::to_array<std::pair<std::string_view, Size>>(
+        {{"small", {1280, 800}}, {"desk", {1920, 1080}}, {"wide", {3440, 1440}}});
+    const auto* const size = std::ranges::find(plain, name, [](const auto& each) { return each.first; });
+    if (size != plain.end()) {
+        return SimulatedDisplays::plain(origin, size->second);
     }
     Display laptop = SimulatedDisplays::notched(origin);
     laptop.safeAreaTop = name == "laptop-room" ? 0 : laptop.safeAreaTop;

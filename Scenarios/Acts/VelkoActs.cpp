@@ -114,6 +114,11 @@ constexpr auto settingTable = std::to_array<VelkoAct>({
      [](const Step& step, AppController& velko, const BundleID&) -> Done {
          return setReveal(velko, [&](auto& reveal) { reveal.autoTuckSeconds = step.amount.value_or(0); });
      }},
+    {Verb::setShowAllFrom,
+     [](const Step& step, AppController& velko, const BundleID&) -> Done {
+         velko.preferences().setShowAllFromWidth(step.amount);
+         return {};
+     }},
     {Verb::setNotchedStyle,
      [](const Step& step, AppController& velko, const BundleID&) -> Done {
          return setReveal(velko, [&](auto& reveal) { reveal.notchedStyle = styleOf(step); });

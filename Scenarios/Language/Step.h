@@ -87,6 +87,7 @@ enum class Verb {
     setSwitch,
     setNewIcons,
     setAutoTuck,
+    setShowAllFrom,
     setNotchedStyle,
     setOtherStyle,
     setLogin,
@@ -131,6 +132,7 @@ enum class Verb {
     // What must hold
     expectVisible,
     expectHidden,
+    expectNoRoom,
     expectWaiting,
     expectSuggested,
     expectState,

@@ -69,7 +69,7 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
     {Verb::unhang, "unhang APP"},
     {Verb::slow, "slow APP DURATION"},
     {Verb::stall, "stall DURATION"},
-    {Verb::activate, "activate APP"},
+    {Verb::activate, "activate APP [menus POINTS]"},
     {Verb::cpu, "cpu APP PERCENT"},
     {Verb::memory, "memory APP MEGABYTES"},
 
@@ -129,6 +129,7 @@ constexpr auto verbsBeforeSwitches = std::to_array<VerbRow>({
 constexpr auto verbsAmongSwitches = std::to_array<VerbRow>({
     {Verb::setNewIcons, "set new-icons SECTION"},
     {Verb::setAutoTuck, "set auto-tuck SECONDS"},
+    {Verb::setShowAllFrom, "set show-all-from WIDTH"},
 });
 
 constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
@@ -176,6 +177,7 @@ constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
 
     {Verb::expectVisible, "expect visible APP"},
     {Verb::expectHidden, "expect hidden APP"},
+    {Verb::expectNoRoom, "expect no-room APP"},
     {Verb::expectWaiting, "expect waiting APP"},
     {Verb::expectSuggested, "expect suggested APP"},
     {Verb::expectState, "expect state STATE"},
@@ -206,9 +208,10 @@ constexpr auto numberOperands = std::to_array<NumberOperand>({
     {"ICONS", &Step::icons, 0, 20},
     {"MEGABYTES", &Step::amount, 1, 1'000'000},
     {"PERCENT", &Step::amount, 0, 1600},
-    {"POINTS", &Step::width, 1, 500},
+    {"POINTS", &Step::width, 1, 1500},
     {"SECONDS", &Step::amount, 0, 60},
     {"TIMES", &Step::amount, 0, 1000},
+    {"WIDTH", &Step::amount, 0, 10'000},
 });
 
 /// The names of all surfaces, with spaces between them and a zero at the end.
@@ -236,7 +239,8 @@ constexpr auto actionNames = [] {
 constexpr auto wordOperands = std::to_array<WordOperand>({
     {"ACTION", actionNames.data()},
     {"ANSWER", "agree cancel"},
-    {"DISPLAYS", "laptop laptop-inset laptop-room desk laptop+desk desk+laptop none"},
+    {"DISPLAYS",
+     "laptop laptop-inset laptop-room small desk wide laptop+desk desk+laptop laptop+wide wide+laptop none"},
     {"HEALTH", "ok trust-missing engine-missing layout-unreadable"},
     {"OWNER", "host app"},
     {"PLACE", "broom bar shelf desktop"},

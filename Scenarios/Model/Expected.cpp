@@ -109,7 +109,7 @@ bool Expected::isEverythingOut() const {
     if (alone || out.isPresenting) {
         return false;
     }
-    if ((isActivityOn && !isActivityDismissed) ||
+    if (isWide || (isActivityOn && !isActivityDismissed) ||
         (style == RevealStyle::inline_ && out.reach == Out::Reach::buriedToo)) {
         return true;
     }

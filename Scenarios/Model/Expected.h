@@ -56,6 +56,8 @@ struct Expected {
     Date presentedSince{};
     bool isPinned = false;  ///< the shelf does not go by itself
     RevealStyle style = RevealStyle::inline_;
+    bool isWide = false;              ///< the broom is on a display on which nothing is hidden
+    bool hasNoRoom = false;           ///< what comes out next has no room in the bar
     std::optional<BundleID> alone{};  ///< the app that "show me" shows, and nothing else
     Uptime aloneUntil{0};
     std::map<BundleID, Uptime> popped{};  ///< when each goes back

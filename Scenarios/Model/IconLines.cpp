@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "Scenarios/Model/LogLines.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
@@ -127,7 +128,12 @@ void revealed(LogLine& line) {
         expected.asked.erase("presenting is over");
     }
     if (!expected.out.isRevealed() && next.isRevealed()) {
-        expected.style = styleNow(check);
+        expected.style = expected.isWide ? RevealStyle::inline_ : styleNow(check);
+    }
+    if (std::exchange(expected.hasNoRoom, false)) {
+        check.require(next.isRevealed() && expected.style == RevealStyle::inline_,
+                      "only what would come out in the bar needs room there", line.text);
+        expected.style = RevealStyle::shelf;
     }
     if (event.starts_with("peek ")) {
         check.require(!check.leavesVelkoAlone(), "the user alone decides", line.text);
@@ -137,6 +143,29 @@ void revealed(LogLine& line) {
     expected.isPinned = expected.isPinned && next.isRevealed();
     expected.asked.insert(event);
     line.rearm();
+}
+
+void hadNoRoom(LogLine& line) {
+    Expected& expected = line.check.expected;
+    line.check.require(expected.layout.shelfWhenFull && std::stoll(line.parts[0]) < std::stoll(line.parts[1]),
+                       "the shelf takes what has no room, where that is wanted", line.text);
+    expected.hasNoRoom = true;
+}
+
+void wideBegan(LogLine& line) {
+    Expected& expected = line.check.expected;
+    line.check.require(!expected.isWide, "nothing is hidden on a wide display, and that is said once");
+    expected.isWide = true;
+    expected.style = RevealStyle::inline_;
+    expected.isPinned = false;
+    expected.asked.insert("wide display");
+}
+
+void wideEnded(LogLine& line) {
+    Expected& expected = line.check.expected;
+    line.check.require(expected.isWide, "a wide display is left once");
+    expected.isWide = false;
+    expected.asked.insert("wide display");
 }
 
 void pinned(LogLine& line) {
@@ -242,6 +271,9 @@ constexpr auto iconRows = std::to_array<LineRow>({
     {"popout", "* changed: out for 10.0 seconds", poppedOut},
     {"popout", "* changes all the time: quiet until tomorrow", quietened},
     {"popout", "pop out over *", popOutOver},
+    {"reveal", "the bar has room for * points, and not for *: out on the shelf", hadNoRoom},
+    {"reveal", "the broom is on a wide display: nothing is hidden there", wideBegan},
+    {"reveal", "the broom is not on a wide display any more: tidying again", wideEnded},
     {"reveal", "*: * -> *", revealed},
     {"reveal", "shelf pinned", pinned},
     {"reveal", "shelf let go", pinned},

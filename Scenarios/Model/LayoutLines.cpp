@@ -108,6 +108,11 @@ void revealSettingsChanged(LogLine& line) {
     line.rearm();
 }
 
+void wideDisplaysChosen(LogLine& line) {
+    auto& width = line.check.expected.layout.showAllFromWidth;
+    width = line.parts[0] == "no width" ? std::nullopt : std::optional(std::stoll(line.parts[0]));
+}
+
 // The layout as a whole
 
 /// Other tests check what is stored of a key.
@@ -225,6 +230,7 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"settings", "new icons go to *", defaultChanged, By::user},
     {"settings", "always keep * *", keepSwitched, By::user},
     {"settings", "reveal settings *, *, *, *", revealSettingsChanged, By::user},
+    {"settings", "show everything on displays from *", wideDisplaysChosen, By::user},
     {"settings", "show when it changes * *", popsOutSwitched, By::user},
     {"settings", "launch at login *", nothingFollows},
     {"settings", "stays while presenting * *", staysSwitched, By::user},

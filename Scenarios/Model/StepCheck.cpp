@@ -105,6 +105,7 @@ Promise promiseOf(const Step& step, bool isPresenting) {
             const SwitchRow* const row = Switches::named(step.control);
             return row == nullptr ? std::nullopt : promiseOfSwitch(*row, step.word);
         }
+        case Verb::setShowAllFrom: return {{"settings", "show everything on displays from "}};
         case Verb::setNewIcons: return {{"settings", "new icons go to " + step.word}};
         case Verb::setAutoTuck:
         case Verb::setNotchedStyle:
@@ -173,7 +174,7 @@ void checkCommand(StepCheck& check) {
         return;
     }
     if (command.starts_with("show")) {
-        check.require(expected.out.isRevealed(), "a command brings icons out", command);
+        check.require(expected.out.isRevealed() || expected.isWide, "a command brings icons out", command);
     } else if (command == "tuck") {
         check.require(expected.out == Out(), "a command tucks icons away", expected.out.text());
     }
@@ -212,6 +213,9 @@ ClickMeaning meaningOfClick(const StepCheck& check) {
         !check.step.flag && !expected.out.isRevealed() && !expected.isPutOff && check.asksSomething();
     if (asks) {
         return expected.out.opened.empty() ? ClickMeaning::opensNote : ClickMeaning::nothing;
+    }
+    if (expected.isWide && !expected.out.isRevealed()) {
+        return ClickMeaning::menu;  // nothing is hidden
     }
     return ClickMeaning::toggles;
 }

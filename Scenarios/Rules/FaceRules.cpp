@@ -52,6 +52,9 @@ std::string expectedToolTip(AppController& velko) {
     if (values.isPresenting()) {
         return "Presenting: only the icons that you chose show. Click for the menu.";
     }
+    if (values.isOnWideDisplay && !values.showingMe) {
+        return "Nothing is hidden on this wide display. Click for the menu.";
+    }
     if (values.liveActivityShowing && !values.liveActivityDismissed) {
         return "An iPhone Live Activity is on, so everything's out. Click to tidy anyway.";
     }

@@ -13,6 +13,7 @@
 #include "Scenarios/Model/Model.h"
 #include "Scenarios/Rules/FaceRules.h"
 #include "Scenarios/Rules/LayoutFileRules.h"
+#include "Scenarios/Rules/RoomRules.h"
 #include "Scenarios/World.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
@@ -36,6 +37,10 @@ class Invariants final : private NonCopyable {
  private:
     using Uptime = MainThread::Uptime;
 
+    /// Long enough for everything that ends by itself: an opening, its reveal and the wait for the pointer; a
+    /// pop-out; a show-me; and two rounds of scans.
+    static constexpr std::chrono::minutes calm{4};
+
     void watch(AppController& velko);
     void require(bool holds, const std::string& rule, const std::function<std::string()>& detail = {});
     void runWhatIsDue();
@@ -55,6 +60,8 @@ class Invariants final : private NonCopyable {
     void checkRest(const AppController& velko, const script::Step& done);
     [[nodiscard]] bool isCalm() const;
     void checkInventory(const AppController& velko);
+    /// The apps that own icons, as Velko knows them.
+    [[nodiscard]] static BundleIDs ownersOf(const AppController& velko);
     [[nodiscard]] bool mayShowAll(const AppController& velko) const;
 
     World& world_;
@@ -63,6 +70,7 @@ class Invariants final : private NonCopyable {
     std::vector<std::string> systemItems_;  ///< those that showed at the beginning
     LayoutFileRules layoutFile_;
     FaceRules faces_;
+    RoomRules room_;
     Model model_;
     Subscription notices_;
     bool wasToldThisTurn_ = false;

@@ -81,6 +81,19 @@ void SimulatedTrees::writeApp(const SimulatedMenuBar& menuBar, ProcessID pid) {
     std::get<SimulatedElementRef>(attributes["AXExtrasMenuBar"])->attributes["AXChildren"] = std::move(icons);
 }
 
+void SimulatedTrees::writeMenus(ProcessID pid, const Rect& menus) {
+    const auto lock = accessibility_.hold();
+    const auto root = accessibility_.root(pid);
+    const auto bar = makeElement(pid, {{"AXRole", "AXMenuBar"}});
+    std::vector<SimulatedElementRef> children;
+    for (const Rect& frame : {Rect{.width = menus.x, .height = menus.height}, menus}) {
+        children.push_back(makeElement(pid, {{"AXRole", "AXMenuBarItem"}}));
+        writeFrame(*children.back(), frame);
+    }
+    bar->attributes["AXChildren"] = std::move(children);
+    root->attributes["AXMenuBar"] = bar;
+}
+
 void SimulatedTrees::writeHost(const SimulatedMenuBar& menuBar, ProcessID host) {
     const auto root = accessibility_.root(host);
     if (!root) {
@@ -92,7 +105,7 @@ void SimulatedTrees::writeHost(const SimulatedMenuBar& menuBar, ProcessID host) 
     for (const auto& slot : menuBar.slots() | std::views::reverse) {
         const bool isSecondIcon =
             std::ranges::any_of(apps, [&](const auto& element) { return element->pid == slot.pid; });
-        if (!slot.isVisible || isSecondIcon) {
+        if (!slot.shows() || isSecondIcon) {
             continue;
         }
         const bool isSystem = slot.icon.systemItem.has_value();

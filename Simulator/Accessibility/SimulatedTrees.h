@@ -19,6 +19,9 @@ class SimulatedTrees final {
     /// Updates all trees. `host` is the process that shows the bar, or 0 if there is none.
     void write(const SimulatedProcesses& processes, const SimulatedMenuBar& menuBar, ProcessID host);
 
+    /// Gives an app menus of its own, from the Apple menu to the end of `menus`.
+    void writeMenus(ProcessID pid, const Rect& menus);
+
     /// The window of the bar's host; null without one.
     [[nodiscard]] const SimulatedElementRef& hostWindow() const noexcept { return hostWindow_; }
 

@@ -10,7 +10,6 @@ namespace {
 
 constexpr double plainBarHeight = 24;
 constexpr double housingHeight = 38;
-constexpr double housingWidth = 188;
 constexpr double dockHeight = 70;
 
 Rect withoutBarAndDock(const Rect& frame, double barHeight) {
@@ -22,8 +21,8 @@ Rect withoutBarAndDock(const Rect& frame, double barHeight) {
 
 }  // namespace
 
-Display SimulatedDisplays::notched(Point origin) {
-    const Rect frame{.x = origin.x, .y = origin.y, .width = 1512, .height = 982};
+Display SimulatedDisplays::notched(Point origin, Size size) {
+    const Rect frame{.x = origin.x, .y = origin.y, .width = size.width, .height = size.height};
     const double beside = (frame.width - housingWidth) / 2;
     const double besideHousing = frame.maxY() - housingHeight;
     return {.frame = frame,
@@ -79,11 +78,10 @@ void SimulatedWindows::closeMenu() {
 
 std::optional<Rect> SimulatedWindows::frontMenus(double height) const {
     constexpr double appleMenu = 40;  // points
-    constexpr double menus = 300;
     if (!accessibility_.root(front_)) {
         return std::nullopt;
     }
-    return Rect{.x = appleMenu, .width = menus, .height = height};
+    return Rect{.x = appleMenu, .width = menus_, .height = height};
 }
 
 }  // namespace velko

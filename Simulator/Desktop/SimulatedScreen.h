@@ -22,8 +22,10 @@ class SimulatedDisplays final : public Displays {
     SimulatedDisplays(MainThread& mainThread, std::vector<Display> displays)
         : displays_(displays.empty() ? std::vector{plain()} : std::move(displays)), observers_(mainThread) {}
 
+    static constexpr double housingWidth = 188;  ///< points
+
     /// A laptop's screen with a camera housing, its lower left corner at `origin`.
-    [[nodiscard]] static Display notched(Point origin = {});
+    [[nodiscard]] static Display notched(Point origin = {}, Size size = {1512, 982});
     /// A desk screen, its lower left corner at `origin`.
     [[nodiscard]] static Display plain(Point origin = {}, Size size = {1920, 1080});
 
@@ -63,8 +65,13 @@ class SimulatedWindows final : public Windows {
         return isReal(owner) ? std::optional(owner) : std::nullopt;
     }
 
-    /// An app comes to the front.
-    void bringToFront(ProcessID pid) { front_ = pid; }
+    static constexpr double usualMenus = 300;  ///< points
+
+    /// An app comes to the front, with menus of that width.
+    void bringToFront(ProcessID pid, double menus = usualMenus) {
+        front_ = pid;
+        menus_ = menus;
+    }
     [[nodiscard]] ProcessID front() const noexcept { return front_; }
     /// Where that app's own menus are, in a bar of that height. Nothing if no app has come to the front, or
     /// if that app has quit. Origin at the top left of the primary screen.
@@ -79,6 +86,7 @@ class SimulatedWindows final : public Windows {
     SimulatedAccessibility& accessibility_;
     std::atomic<ProcessID> menuOwner_{0};  ///< 0: none; read on any thread
     ProcessID front_ = 0;
+    double menus_ = usualMenus;
 };
 
 }  // namespace velko

@@ -271,8 +271,8 @@ void SimulatedMac::closeMenu() {
     windows.closeMenu();
 }
 
-void SimulatedMac::activate(ProcessID pid) {
-    windows.bringToFront(pid);
+void SimulatedMac::activate(ProcessID pid, double menus) {
+    windows.bringToFront(pid, menus);
     parts_->icons.refresh();
     workspace.tell(
         {.kind = WorkspaceNotice::Kind::activated, .pid = pid, .bundleID = workspace.bundleID(pid)});

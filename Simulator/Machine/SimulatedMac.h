@@ -157,8 +157,8 @@ class SimulatedMac final : private NonCopyable {
     /// An app's menu opens in place of any other; its observers hear of both.
     void openMenu(ProcessID pid);
     void closeMenu();
-    /// Another app comes to the front. Its own menus are at the left end of the bar.
-    void activate(ProcessID pid);
+    /// Another app comes to the front. Its own menus, of that width, are at the left end of the bar.
+    void activate(ProcessID pid, double menus = 300);
     /// A click with either button. It closes the open menu, wherever the click is. On an app's icon it opens
     /// that app's menu. Origin at the top left of the primary screen.
     void click(Point location);

@@ -1,5 +1,6 @@
 #include "Simulator/MenuBar/SimulatedIcons.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <ranges>
@@ -9,13 +10,14 @@
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
 namespace velko {
 
 std::vector<BundleID> VisibleIcons::apps() const {
     std::vector<BundleID> owners;
     for (const auto& slot : menuBar_.slots() | std::views::reverse) {
-        if (slot.isVisible && !slot.icon.systemItem) {
+        if (slot.shows() && !slot.icon.systemItem) {
             owners.push_back(slot.bundleID);
         }
     }
@@ -36,7 +38,7 @@ VisibleIcons::Look VisibleIcons::look(ProcessID own, bool isBroomInSight) {
     std::vector<Icon> icons;
     Look look;
     for (const auto& slot : menuBar_.slots()) {
-        if (slot.isVisible && (slot.pid != own || isBroomInSight)) {
+        if (slot.shows() && (slot.pid != own || isBroomInSight)) {
             icons.push_back({.pid = slot.pid, .title = slot.icon.title, .frame = slot.frame});
             look.elements.emplace_back(slot.frame, slot.element);
         }
@@ -122,7 +124,7 @@ void SimulatedIcons::click(Point location) {
 
 bool SimulatedIcons::clickOn(ProcessID pid, std::size_t index) {
     const auto* slot = menuBar_.find(pid, index);
-    if (slot == nullptr || !slot->isVisible) {
+    if (slot == nullptr || !slot->shows()) {
         return false;
     }
     click({.x = slot->frame.x + slot->frame.width / 2, .y = slot->frame.y + slot->frame.height / 2});
@@ -142,12 +144,35 @@ std::string SimulatedIcons::picture() const {
     return picture;
 }
 
-void SimulatedIcons::refresh() {
+/// The room in the bar of the primary screen; of the last one that there was.
+SimulatedMenuBar::Room SimulatedIcons::room() {
+    const double height = mac_.displays.statusBarThickness();
     if (const auto screens = mac_.displays.displays(); !screens.empty()) {
-        barWidth_ = screens.front().frame.width;
+        const Display& screen = screens.front();
+        const Point middle{.x = screen.frame.x + screen.frame.width / 2};
+        const Rect guessed{.x = middle.x - SimulatedDisplays::housingWidth / 2,
+                           .width = SimulatedDisplays::housingWidth};
+        room_ = {.left = screen.frame.x, .right = screen.frame.maxX()};
+        if (MenuBarStrip::isNotched(screen)) {
+            room_.left = MenuBarStrip::housing(screen).value_or(guessed).maxX();
+            room_.elsewhere = middle;
+        }
     }
-    menuBar_.layOut(mac_.framework.inForce(), barWidth_, mac_.displays.statusBarThickness());
+    room_.height = height;
+    room_.broom = mac_.processes.ownPID();
+    SimulatedMenuBar::Room room = room_;
+    if (const auto menus = mac_.windows.frontMenus(height)) {
+        room.left = std::max(room.left, menus->maxX());
+    }
+    return room;
+}
+
+void SimulatedIcons::refresh() {
+    menuBar_.layOut(mac_.framework.inForce(), room());
     trees_.write(mac_.processes, menuBar_, mac_.menuBarHost());
+    if (const auto menus = mac_.windows.frontMenus(mac_.displays.statusBarThickness())) {
+        trees_.writeMenus(mac_.windows.front(), *menus);
+    }
     broom_.writeFrame();
     auto [isChanged, elements] = visible_.look(mac_.processes.ownPID(), broom_.isInSight());
     if (const auto window = hitsEndAtHost_ ? trees_.hostWindow() : nullptr) {

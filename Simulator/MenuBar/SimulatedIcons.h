@@ -78,6 +78,8 @@ class SimulatedIcons final : private NonCopyable {
     [[nodiscard]] SimulatedBroom& broom() noexcept { return broom_; }
 
  private:
+    [[nodiscard]] SimulatedMenuBar::Room room();
+
     SimulatedMac& mac_;
     MachineThread& thread_;
     SimulatedMenuBar menuBar_;
@@ -85,7 +87,7 @@ class SimulatedIcons final : private NonCopyable {
     SimulatedTrees trees_;
     SimulatedBroom broom_;
     bool hitsEndAtHost_ = true;
-    double barWidth_ = 0;  ///< of the last primary screen that there was
+    SimulatedMenuBar::Room room_;  ///< in the bar of the last primary screen that there was
 };
 
 }  // namespace velko

@@ -110,7 +110,7 @@ const SimulatedMenuBar::Slot* SimulatedMenuBar::find(ProcessID pid, std::size_t 
 
 const SimulatedMenuBar::Slot* SimulatedMenuBar::under(Point point) const {
     const auto found = std::ranges::find_if(
-        slots_, [point](const Slot& slot) { return slot.isVisible && slot.frame.contains(point); });
+        slots_, [point](const Slot& slot) { return slot.shows() && slot.frame.contains(point); });
     return found == slots_.end() ? nullptr : &*found;
 }
 
@@ -127,19 +127,29 @@ void SimulatedMenuBar::removeAll(ProcessID pid) {
     std::erase_if(slots_, [pid](const Slot& slot) { return slot.pid == pid; });
 }
 
-void SimulatedMenuBar::layOut(const std::optional<SimulatedAllowlist>& allowlist, double rightEdge,
-                              double height) {
-    double left = rightEdge;
+void SimulatedMenuBar::layOut(const std::optional<SimulatedAllowlist>& allowlist, const Room& room) {
+    double left = room.right;
+    double swallowed = 0;  // they keep their order
+    bool isFull = false;
     for (Slot& slot : slots_) {
         const bool isNew = slot.frame.height <= 0;
         slot.isVisible = !allowlist || isAllowed(slot, *allowlist);
         slot.frame.width = slot.icon.width;
+        const bool mayBeSwallowed = slot.isVisible && !slot.icon.systemItem && slot.pid != room.broom;
+        isFull = isFull || (mayBeSwallowed && left - slot.icon.width < room.left);
+        slot.isSwallowed = mayBeSwallowed && isFull;
+        if (slot.isSwallowed) {
+            slot.frame = {.x = room.elsewhere.x - slot.icon.width / 2 - swallowed++,
+                          .width = slot.icon.width,
+                          .height = room.height};
+            continue;
+        }
         if (slot.isVisible) {
             left -= slot.icon.width;
         }
         if (slot.isVisible || isNew) {
             slot.frame.x = slot.isVisible ? left : left - slot.icon.width;
-            slot.frame.height = height;
+            slot.frame.height = room.height;
         }
     }
 }
@@ -157,7 +167,7 @@ std::string SimulatedMenuBar::picture(PreciseDate clock, ProcessID broom, std::s
         rows.push_back(std::move(text));
         row.clear();
     };
-    for (const Slot& slot : slots_ | std::views::filter(&Slot::isVisible)) {
+    for (const Slot& slot : slots_ | std::views::filter(&Slot::shows)) {
         row.push_back(labelOf(slot, clock, broom));
         if (row.size() > 1 && columnsOf(row) > columns) {
             Label next = std::move(row.back());

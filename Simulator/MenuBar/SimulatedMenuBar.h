@@ -18,8 +18,9 @@ namespace velko {
 ///
 /// These are assumptions about a real bar. A new icon goes to the left of all others, unless the system
 /// remembers a place for it. A hidden icon keeps its place in the order, so that it comes back where it was.
-/// Until then its element answers with its last position and its present size. A bar that is too short for
-/// its icons is not simulated.
+/// Until then its element answers with its last position and its present size. Icons that have no room in the
+/// bar are not drawn, and nobody can click on them: their elements lie under the camera housing, or nowhere.
+/// The broom and the system's items always have room.
 class SimulatedMenuBar final {
  public:
     struct Slot {
@@ -27,9 +28,13 @@ class SimulatedMenuBar final {
         BundleID bundleID;
         std::string appName;
         SimulatedIcon icon;
-        bool isVisible = true;
+        bool isVisible = true;        ///< the system lets it show
+        bool isSwallowed = false;     ///< but it has no room
         Rect frame;                   ///< origin at the top left of the primary screen
         SimulatedElementRef element;  ///< in its app's tree
+
+        /// Whether a person sees it.
+        [[nodiscard]] bool shows() const noexcept { return isVisible && !isSwallowed; }
     };
 
     /// The element of the new icon. `place`: its index among the slots; left out, it comes last.
@@ -45,8 +50,17 @@ class SimulatedMenuBar final {
     /// The icon that shows at a point; null if there is none.
     [[nodiscard]] const Slot* under(Point point) const;
 
-    /// Decides which icons show under an allowlist, and places them from `rightEdge` to the left.
-    void layOut(const std::optional<SimulatedAllowlist>& allowlist, double rightEdge, double height);
+    /// The room for icons, and who is always in it.
+    struct Room {
+        double left = 0;  ///< icons would have to begin right of it
+        double right = 0;
+        double height = 0;
+        Point elsewhere{.x = -1000};  ///< about where the elements of icons without room have their middle
+        ProcessID broom = 0;
+    };
+
+    /// Decides which icons show under an allowlist, and places them from the right to the left.
+    void layOut(const std::optional<SimulatedAllowlist>& allowlist, const Room& room);
 
     /// All icons, hidden ones too, right to left.
     [[nodiscard]] const std::vector<Slot>& slots() const noexcept { return slots_; }

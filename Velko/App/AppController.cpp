@@ -36,6 +36,7 @@ AppController::AppController(Parts parts)
            .engine = *engine_,
            .ownBundleID = info_.bundleID,
            .broomFrame = [this] { return broomFrame ? broomFrame() : Inventory::ownItemFrame(platform_); },
+           .menusEnd = [this] { return flows_ ? flows_->frontMenus.end() : std::nullopt; },
            .stateSet = [this] { stateSet(); },
            .answered = [this] { tellChange(); }}),
       flows_(makeFlows()),
@@ -54,6 +55,7 @@ std::unique_ptr<Flows> AppController::makeFlows() {
         Flows::Handlers{
             .reveal = [this](const RevealEvent& event) { handle(event); },
             .revealSettingsChanged = [this] { visibility_.setState(values_.state); },
+            .wideDisplaysChanged = [this] { lookAtDisplay(); },
             .scanned = [this](std::vector<MenuBarItem> items,
                               ScanDepth depth) { responses_->accept(std::move(items), depth); },
             .trustChanged = [this](bool trusted) { responses_->trustChanged(trusted); },
@@ -161,6 +163,12 @@ void AppController::keyPressed(HotKeyAction action) {
         presenting().toggle();
     } else if (!consumesClick()) {
         toggle(action == HotKeyAction::toggleWithBuried);
+    }
+}
+
+void AppController::lookAtDisplay() {
+    if (visibility_.lookAtDisplay()) {
+        apply({.reason = "wide display"});
     }
 }
 

@@ -118,6 +118,8 @@ class AppController final : private FlowHost {
     void completeSetup(const std::map<BundleID, Section>& sections);
     /// The user leaves the first setup for later: it does not open by itself any more.
     void putOffSetup();
+    /// The broom may be on another display now, or the user may want something else there.
+    void lookAtDisplay();
     /// Shows everything until something else is applied.
     void showAll() { visibility_.showAll(); }
     /// Asks the system once more for what it has refused.

@@ -83,6 +83,7 @@ void AppDelegate::run() {
 
 void AppDelegate::wireSurfaces(StatusItemController& statusItem) {
     changes_ = controller_.observe([this] { sync(); });
+    broomMoves_ = broomFrame_.observe([this] { controller_.lookAtDisplay(); });
     // Its neighbours may have moved it.
     controller_.broomFrame = [this] { return broomFrame_.refresh(); };
     controller_.onSearchKey = [this] { search_.isShown() ? search_.close() : openSearch({}); };

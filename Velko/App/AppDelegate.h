@@ -112,6 +112,7 @@ class AppDelegate final : private FaceHost, private NonCopyable {
     Task setupWait_;
     Task guideEnd_;
     Subscription changes_;
+    Subscription broomMoves_;
 };
 
 }  // namespace velko

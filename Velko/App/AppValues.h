@@ -19,6 +19,7 @@
 #include "VelkoCore/Layout/UndoHistory.h"
 #include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoEngine/MenuBar/Inventory.h"
+#include "VelkoEngine/MenuBar/MenuBarRoom.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Task.h"
 
@@ -56,6 +57,9 @@ struct AppValues {
     HealthFacts problems;
     bool inventoryLoaded = false;                    ///< whether a scan has been accepted yet
     RevealStyle activeStyle = RevealStyle::inline_;  ///< of the display that holds the broom
+    bool isOnWideDisplay = false;                    ///< the broom is where the user wants nothing hidden
+    MenuBarRoom::Widths iconWidths;                  ///< of the icons present, as last read
+    BundleIDs withoutPlace;  ///< apps that should show, but had no room when last looked
     std::map<BundleID, AppUsage> usage;
     bool revealedByPointer = false;  ///< by resting on the broom; whoever types goes on typing
     bool isShelfPinned = false;      ///< the shelf stays until the user closes it
@@ -85,6 +89,15 @@ struct AppValues {
 
     /// Whether only what an audience may see shows.
     [[nodiscard]] bool isPresenting() const noexcept { return state.asShareSafe() != nullptr; }
+
+    /// Whether nothing is hidden because of the display that the broom is on. Presenting counts for more, and
+    /// so does looking for one icon.
+    [[nodiscard]] bool hidesNothing() const noexcept {
+        return isOnWideDisplay && !showingMe && !isPresenting();
+    }
+
+    /// Whether everything is out, whatever the user has brought out.
+    [[nodiscard]] bool isEverythingOut() const noexcept { return stepsAside() || hidesNothing(); }
 
     /// Whether everything is out because of an iPhone Live Activity.
     [[nodiscard]] bool stepsAside() const noexcept {

@@ -59,6 +59,7 @@ void AppController::followSwitches() {
     }
     flows_->liveActivity.settingChanged();
     flows_->presenting.reconsider();
+    visibility_.lookAtDisplay();
     visibility_.setState(values_.state);
 }
 

@@ -34,6 +34,7 @@ void SystemResponses::handleSystemEvent(const std::string& reason, bool light) {
         return;
     }
     if (!light) {
+        parts_.visibility.lookAtDisplay();
         parts_.host.apply({.reason = reason, .force = !parts_.engine.current().isShowAll()});
     }
     if (!parts_.flows.trust.check()) {
@@ -41,6 +42,7 @@ void SystemResponses::handleSystemEvent(const std::string& reason, bool light) {
     }
     if (!light) {
         parts_.flows.clicks.listen();
+        parts_.flows.frontMenus.readAgain();
     }
     parts_.flows.scan.request(light ? ScanDepth::light : ScanDepth::full);
     if (reason.contains("launched")) {
@@ -93,9 +95,13 @@ void SystemResponses::accept(std::vector<MenuBarItem> items, ScanDepth depth) {
     const bool isLight = depth == ScanDepth::light;
     const bool isSame = present == parts_.visibility.present();
     const bool isNews = !isSame || !parts_.host.values().inventoryLoaded;
+    parts_.host.set(&AppValues::iconWidths, MenuBarRoom::updated(parts_.host.values().iconWidths, items));
     parts_.host.set(&AppValues::items, std::move(items));
     parts_.host.set(&AppValues::inventoryLoaded, true);
     parts_.visibility.setPresent(present);
+    if (!isLight) {
+        parts_.visibility.lookForPlaces();
+    }
     parts_.flows.newcomers.letAbsentGo(present, parts_.visibility.ownBundleID());
     if (isLight && !isNews) {
         parts_.visibility.tellChange();  // the broom may have moved

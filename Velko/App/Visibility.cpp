@@ -2,37 +2,32 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "Velko/App/BroomDisplay.h"
 #include "Velko/App/Log.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
-#include "VelkoEngine/MenuBar/MenuBarStrip.h"
+#include "VelkoEngine/MenuBar/MenuBarRoom.h"
 
 namespace velko {
 
 namespace {
 
-/// The style for notched displays when the broom stands on one, else the other. The primary display counts
-/// while the broom's place is unknown.
-RevealStyle styleFor(const std::optional<Rect>& broom, const std::vector<Display>& displays,
-                     const RevealSettings& settings) {
-    if (displays.empty()) {
-        return settings.otherStyle;
-    }
-    auto holder = displays.begin();
-    if (broom) {
-        // Accessibility measures downwards from the top of the primary display, displays upwards.
-        const Point centre{.x = broom->x + broom->width / 2,
-                           .y = displays.front().frame.maxY() - (broom->y + broom->height / 2)};
-        const auto found = std::ranges::find_if(
-            displays, [&](const Display& display) { return display.frame.contains(centre); });
-        holder = found == displays.end() ? holder : found;
-    }
-    return MenuBarStrip::isNotched(*holder) ? settings.notchedStyle : settings.otherStyle;
+constexpr std::chrono::seconds settling{1};  ///< until icons have moved to where they stay
+
+/// Whether more icons are out in the second state than in the first.
+bool bringsOutMore(const RevealState& before, const RevealState& next) {
+    const auto withBuried = RevealState::revealedWithBuried();
+    return next.isRevealed() && (!before.isRevealed() || (next == withBuried && before != withBuried));
+}
+
+std::string wholePoints(double points) {
+    return std::to_string(std::lround(points));
 }
 
 /// To the nearest millisecond, a half upwards.
@@ -48,13 +43,17 @@ Visibility::Visibility(FlowHost& host, Parts parts) : host_(host), parts_(std::m
 
 void Visibility::handle(const RevealEvent& event) {
     requireMainThread(parts_.platform.mainThread);
-    if (tidyAnyway(event)) {
+    if (isInVain(event) || tidyAnyway(event)) {
         return;
     }
     const RevealState before = host_.values().state;
     RevealState next = RevealMachine::next(before, event);
-    if (!before.isRevealed() && next.isRevealed()) {
-        chooseStyle();
+    if (bringsOutMore(before, next)) {
+        const auto broom = parts_.broomFrame();
+        if (!before.isRevealed()) {
+            chooseStyle(broom);
+        }
+        useShelfIfFull(next, broom);
     }
     const std::string reason = describe(event);
     if (next != before) {
@@ -76,6 +75,13 @@ bool Visibility::tidyAnyway(const RevealEvent& event) {
     parts_.log.log("liveactivity", "broom clicked: tidying anyway until this activity ends");
     apply({.reason = "live activity dismissed"});
     return true;
+}
+
+/// Where nothing is hidden, there is nothing to bring out.
+bool Visibility::isInVain(const RevealEvent& event) const {
+    const AppValues& values = host_.values();
+    return values.hidesNothing() && values.health().isOk() && values.state.asPeeking() == nullptr &&
+           bringsOutMore(values.state, RevealMachine::next(values.state, event));
 }
 
 void Visibility::toggle(bool withBuried) {
@@ -121,9 +127,61 @@ void Visibility::setState(RevealState state) {
     parts_.stateSet();
 }
 
-void Visibility::chooseStyle() {
-    host_.set(&AppValues::activeStyle, styleFor(parts_.broomFrame(), parts_.platform.displays.displays(),
-                                                host_.values().layout.reveal));
+void Visibility::chooseStyle(const std::optional<Rect>& broom) {
+    host_.set(
+        &AppValues::activeStyle,
+        host_.values().isOnWideDisplay  // where the icons are in the bar anyway
+            ? RevealStyle::inline_
+            : BroomDisplay::style(broom, parts_.platform.displays.displays(), host_.values().layout.reveal));
+}
+
+/// Brings icons out on the shelf this time, if they certainly have no room in the bar.
+void Visibility::useShelfIfFull(const RevealState& next, const std::optional<Rect>& broom) {
+    const AppValues& values = host_.values();
+    const bool isElsewise = !values.health().isOk() || values.showingMe || values.stepsAside() ||
+                            values.hidesNothing() || next.asPeeking() != nullptr;
+    if (!values.layout.shelfWhenFull || values.activeStyle == RevealStyle::shelf || isElsewise) {
+        return;
+    }
+    const std::vector<Display> displays = parts_.platform.displays.displays();
+    const Display* const display = BroomDisplay::of(broom, displays);
+    if (display == nullptr) {
+        return;
+    }
+    const MenuBarRoom::Bar bar{.displays = displays,
+                               .display = *display,
+                               .items = values.items,
+                               .widths = values.iconWidths,
+                               .broom = broom,
+                               .menusEnd = parts_.menusEnd()};
+    const auto before = MenuBarRoom::need(bar, planFor(RevealState::collapsed()));
+    const auto after = MenuBarRoom::need(bar, planFor(next));
+    // The shelf helps only those that it would hold.
+    if (after.fits() || after.needed <= before.needed) {
+        return;
+    }
+    parts_.log.log("reveal", "the bar has room for " + wholePoints(after.room) + " points, and not for " +
+                                 wholePoints(after.needed) + ": out on the shelf");
+    host_.set(&AppValues::activeStyle, RevealStyle::shelf);
+}
+
+bool Visibility::lookAtDisplay() {
+    const Layout& layout = host_.values().layout;
+    const bool isWide =
+        layout.showAllFromWidth &&
+        BroomDisplay::isWide(parts_.broomFrame(), parts_.platform.displays.displays(), layout, wasWide_);
+    wasWide_ = layout.showAllFromWidth ? std::optional(isWide) : std::nullopt;
+    if (!host_.set(&AppValues::isOnWideDisplay, isWide)) {
+        return false;
+    }
+    if (isWide) {
+        // The shelf would hold what is in the bar.
+        host_.set(&AppValues::activeStyle, RevealStyle::inline_);
+        host_.set(&AppValues::isShelfPinned, false);
+    }
+    parts_.log.log("reveal", isWide ? "the broom is on a wide display: nothing is hidden there"
+                                    : "the broom is not on a wide display any more: tidying again");
+    return true;
 }
 
 // The plan
@@ -136,24 +194,32 @@ VisibilityPlan Visibility::currentPlan() const {
     if (values.showingMe) {
         return AllowlistPlanner::showMe(*values.showingMe, parts_.ownBundleID);
     }
+    return planFor(values.state);
+}
+
+VisibilityPlan Visibility::planFor(const RevealState& state) const {
+    const AppValues& values = host_.values();
     const BundleIDs none;
     return AllowlistPlanner::plan({.layout = values.layout,
-                                   .state = values.state,
+                                   .state = state,
                                    .inventory = present_,
                                    .ownBundleID = parts_.ownBundleID,
                                    .shareKeep = values.layout.shareKeep,
                                    .style = values.activeStyle,
                                    .poppedOut = values.layout.popOutOnChange ? values.poppedOut : none,
-                                   .liveActivity = values.stepsAside()});
+                                   .liveActivity = values.stepsAside(),
+                                   .hidesNothing = values.isOnWideDisplay});
 }
 
 void Visibility::apply(ApplyRequest request) {
     requireMainThread(parts_.platform.mainThread);
     const VisibilityPlan plan = currentPlan();
     const bool force = request.force;
-    if (force || plan != parts_.engine.current()) {
+    const bool isNew = plan != parts_.engine.current();
+    if (force || isNew) {
         lastHidingChange_ = parts_.platform.mainThread.now();
     }
+    iconsMovedAt_ = isNew ? parts_.platform.mainThread.now() : iconsMovedAt_;
     // The engine is ours and calls nobody back once it is gone, so `this` outlives the completion.
     parts_.engine.apply(plan, force,
                         [this, request = std::move(request)](const MenuBarEngine::Result& result) {
@@ -181,7 +247,19 @@ void Visibility::showAll() {
     requireMainThread(parts_.platform.mainThread);
     parts_.engine.showAll();
     lastHidingChange_ = parts_.platform.mainThread.now();
+    iconsMovedAt_ = lastHidingChange_;
     planInForceChanged();
+}
+
+void Visibility::lookForPlaces() {
+    // While icons move, their frames say nothing.
+    if (iconsMovedAt_ && parts_.platform.mainThread.now() - *iconsMovedAt_ < settling) {
+        return;
+    }
+    host_.set(&AppValues::withoutPlace,
+              MenuBarRoom::withoutPlace(parts_.platform.displays.displays(),
+                                        parts_.platform.displays.statusBarThickness(), host_.values().items,
+                                        parts_.engine.current()));
 }
 
 void Visibility::setPresent(BundleIDs present) {

@@ -30,6 +30,8 @@ class Visibility final : private NonCopyable {
         BundleID ownBundleID;
         /// Where the broom stands, origin at the top left of the primary screen; nothing while nobody knows.
         std::function<std::optional<Rect>()> broomFrame;
+        /// Where the front app's menus end, as x on the screen; nothing while nobody knows.
+        std::function<std::optional<double>()> menusEnd;
         std::function<void()> stateSet;  ///< called whenever the state is set, even to what it was
         std::function<void()> answered;  ///< called after every answer of the engine, and after `showAll`
     };
@@ -57,10 +59,15 @@ class Visibility final : private NonCopyable {
     void setPresent(BundleIDs present);
     [[nodiscard]] const BundleIDs& present() const noexcept { return present_; }
     [[nodiscard]] const BundleID& ownBundleID() const noexcept { return parts_.ownBundleID; }
+    /// Notes which apps should show and have no place in the bar, as the scan of this moment has found them.
+    void lookForPlaces();
     /// Tells that the menu bar may look different.
     void tellChange() const { parts_.answered(); }
     /// Takes the style of the display that the broom stands on.
-    void chooseStyle();
+    void chooseStyle() { chooseStyle(parts_.broomFrame()); }
+    /// Finds out whether the broom is on a display on which nothing is to be hidden, and logs a change.
+    /// Whether there is one: `apply` has to follow.
+    bool lookAtDisplay();
 
     /// The plan that follows from the present state.
     [[nodiscard]] VisibilityPlan currentPlan() const;
@@ -72,7 +79,12 @@ class Visibility final : private NonCopyable {
     [[nodiscard]] std::optional<Uptime> lastHidingChange() const noexcept { return lastHidingChange_; }
 
  private:
+    void chooseStyle(const std::optional<Rect>& broom);
+    void useShelfIfFull(const RevealState& next, const std::optional<Rect>& broom);
+    /// The plan for a state, while nothing else decides.
+    [[nodiscard]] VisibilityPlan planFor(const RevealState& state) const;
     bool tidyAnyway(const RevealEvent& event);
+    [[nodiscard]] bool isInVain(const RevealEvent& event) const;
     void applied(const ApplyRequest& request, const MenuBarEngine::Result& result);
     void planInForceChanged();
     void countTidied();
@@ -80,7 +92,9 @@ class Visibility final : private NonCopyable {
     FlowHost& host_;
     Parts parts_;
     BundleIDs present_;
+    std::optional<bool> wasWide_;  ///< the display that the broom was on; nothing before the first look
     std::optional<Uptime> lastHidingChange_;
+    std::optional<Uptime> iconsMovedAt_;  ///< when another plan was last sent
     std::optional<MainThread::Uptime> shelfClosedByClickAt_;
 };
 

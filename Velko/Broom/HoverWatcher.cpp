@@ -51,7 +51,7 @@ void HoverWatcher::check() {
     const PointerPlace at = look(displays);
     ignoresBroom_ = ignoresBroom_ && at.overBroom;
     const AppValues& values = parts_.controller.values();
-    if (ignoresBroom_ || values.stepsAside() || values.isPresenting()) {
+    if (ignoresBroom_ || values.isEverythingOut() || values.isPresenting()) {
         return;
     }
     const bool revealed = isRevealed();
@@ -98,7 +98,8 @@ void HoverWatcher::schedule(Timing::Duration delay, std::function<void()> action
 void HoverWatcher::reveal() {
     // Otherwise the toggle would hide what is out for a Live Activity, or close the app that peeks.
     const AppValues& values = parts_.controller.values();
-    if (isRevealed() || values.stepsAside() || values.isPresenting() || values.state.asPeeking() != nullptr) {
+    if (isRevealed() || values.isEverythingOut() || values.isPresenting() ||
+        values.state.asPeeking() != nullptr) {
         return;
     }
     parts_.controller.revealByPointer();

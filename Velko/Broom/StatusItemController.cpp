@@ -29,6 +29,9 @@ std::string toolTipFor(const AppValues& values, bool hasQuestion) {
     if (values.isPresenting()) {
         return "Presenting: only the icons that you chose show. Click for the menu.";
     }
+    if (values.hidesNothing()) {
+        return "Nothing is hidden on this wide display. Click for the menu.";
+    }
     if (values.stepsAside()) {
         return "An iPhone Live Activity is on, so everything's out. Click to tidy anyway.";
     }
@@ -145,7 +148,9 @@ void StatusItemController::clicked(const BroomClick& click) {
     }
     const bool asks =
         !click.option && !isRevealed && !values.noteDeferred && controller.note().isAnythingToAsk();
-    if (!asks) {
+    if (!asks && values.hidesNothing() && !isRevealed) {
+        openMenu(false);  // there is nothing to bring out
+    } else if (!asks) {
         controller.toggle(click.option);
     } else if (values.state.asPeeking() == nullptr) {
         note().show();

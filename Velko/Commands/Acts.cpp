@@ -71,12 +71,17 @@ std::optional<std::string> whyStill(const AppValues& values) {
     return why;
 }
 
+constexpr auto outAlready = "Everything is out already, because this display is wide.\n";
+
 Reply show(const Call& call, const FaceParts& parts) {
     AppController& velko = parts.controller;
     if (const auto why = whyStill(velko.values())) {
         return refusal(*why);
     }
     velko.showMe().stop();
+    if (velko.values().hidesNothing()) {
+        return {.out = outAlready};
+    }
     if (velko.values().stepsAside()) {
         return {.out = "Everything is out already, because of a Live Activity.\n"};
     }
@@ -113,10 +118,12 @@ Reply toggle(const Call&, const FaceParts& parts) {
     if (const auto why = whyStill(velko.values())) {
         return refusal(*why);
     }
-    if (!velko.showMe().stop()) {
-        velko.handle(RevealEvent::toggle());
+    if (velko.showMe().stop()) {
+        return {};
     }
-    return {};
+    const RevealState before = stateOf(parts);
+    velko.handle(RevealEvent::toggle());
+    return velko.values().hidesNothing() && stateOf(parts) == before ? Reply{.out = outAlready} : Reply{};
 }
 
 /// Why the layout can't be changed; nothing if it can.

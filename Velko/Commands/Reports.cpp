@@ -93,6 +93,9 @@ Json text(std::string_view words) {
 
 std::string stateInWords(const AppValues& values) {
     const std::string hidden = countOf(values.tidiedCount, "app is hidden.", "apps are hidden.");
+    if (values.hidesNothing()) {
+        return "Nothing is hidden on this wide display.";
+    }
     if (values.stepsAside()) {
         return "Everything is out because of a Live Activity.";
     }
@@ -112,12 +115,12 @@ std::string stateInWords(const AppValues& values) {
 bool isTidy(const AppController& controller) {
     const AppValues& values = controller.values();
     return values.health().isOk() && values.inventoryLoaded && values.state == RevealState::collapsed() &&
-           !values.stepsAside() && !values.showingMe && isInForce(controller);
+           !values.isEverythingOut() && !values.showingMe && isInForce(controller);
 }
 
 bool isRevealed(const AppController& controller) {
     const AppValues& values = controller.values();
-    return values.health().isOk() && (values.state.isRevealed() || values.stepsAside()) &&
+    return values.health().isOk() && (values.state.isRevealed() || values.isEverythingOut()) &&
            isInForce(controller);
 }
 
@@ -170,6 +173,7 @@ std::string statusJson(const FaceParts& parts) {
                         {"asks", {values.layout.askAboutNewIcons}},
                         {"liveActivity", {values.stepsAside()}},
                         {"managed", {!values.managed.isEmpty()}},
+                        {"wideDisplay", {values.hidesNothing()}},
                         {"saved", {!values.saveFailure}}};
     if (const auto* const peek = values.state.asPeeking()) {
         object.emplace("opening", text(peek->bundleID));

@@ -48,13 +48,15 @@ Flows::Flows(FlowHost& host, const Platform& platform, const AppPorts& ports, co
                            presenting.reconsider();
                            keys.takeAll();
                        },
-                   .revealChanged = std::move(handlers.revealSettingsChanged)}),
+                   .revealChanged = std::move(handlers.revealSettingsChanged),
+                   .wideDisplaysChanged = std::move(handlers.wideDisplaysChanged)}),
       clicks(host, platform, trust,
              {.bar = std::move(handlers.clicks.bar),
               .pressed = std::move(handlers.clicks.pressed),
               .begun = std::move(handlers.clicks.begun),
               .recorded = [this](const BundleID& bundleID) { popOut.clicked(bundleID); }}),
       keys(host, ports.hotKeys, log, std::move(handlers.keyPressed)),
+      frontMenus(host, platform),
       beat(platform) {}
 
 void Flows::startBackgroundLoops() {
@@ -63,6 +65,7 @@ void Flows::startBackgroundLoops() {
     autopilot.start(beat);
     changes.start(beat);
     liveActivity.start(beat);
+    frontMenus.start();
     beat.start();
 }
 

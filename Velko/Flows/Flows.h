@@ -9,6 +9,7 @@
 #include "Velko/Flows/ClickRecording.h"
 #include "Velko/Flows/EarlierLayouts.h"
 #include "Velko/Flows/FlowHost.h"
+#include "Velko/Flows/FrontMenus.h"
 #include "Velko/Flows/GlobalKeys.h"
 #include "Velko/Flows/InventoryScan.h"
 #include "Velko/Flows/LayoutChanges.h"
@@ -37,6 +38,7 @@ struct Flows final : private NonCopyable {
     struct Handlers {
         std::function<void(const RevealEvent&)> reveal;  ///< the state is to move so
         std::function<void()> revealSettingsChanged;
+        std::function<void()> wideDisplaysChanged;
         std::function<void(std::vector<MenuBarItem>, ScanDepth)> scanned;
         std::function<void(bool trusted)> trustChanged;
         std::function<void()> usageSampled;
@@ -71,6 +73,7 @@ struct Flows final : private NonCopyable {
     Preferences preferences;
     ClickRecording clicks;
     GlobalKeys keys;
+    FrontMenus frontMenus;
     Beat beat;                                 ///< of the loops in the background
     Subscription valuesChanged;                ///< tells the beat
     std::optional<SystemEvents> systemEvents;  ///< from the start on

@@ -120,6 +120,14 @@ void Preferences::setReveal(RevealSettings reveal) {
     affected_.revealChanged();
 }
 
+void Preferences::setShowAllFromWidth(std::optional<std::int64_t> points) {
+    const auto wanted = points && *points > 0 ? points : std::nullopt;
+    host_.edit(Saving::now, [&](Layout& layout) { layout.showAllFromWidth = wanted; });
+    log_.log("settings", "show everything on displays from " +
+                             (wanted ? std::to_string(*wanted) + " points" : std::string("no width")));
+    affected_.wideDisplaysChanged();
+}
+
 void Preferences::setLaunchAtLogin(bool on) {
     const auto done = loginItem_.setEnabled(on);
     log_.log("settings", done ? "launch at login " + word(on) : "launch at login failed: " + done.error());

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "Velko/Flows/FlowHost.h"
@@ -29,6 +31,7 @@ class Preferences final : private NonCopyable {
         AutopilotOffers& autopilot;
         std::function<void()> presentingChanged;
         std::function<void()> revealChanged;
+        std::function<void()> wideDisplaysChanged;
     };
 
     Preferences(FlowHost& host, Log& log, LoginItem& loginItem, Affected affected);
@@ -43,6 +46,9 @@ class Preferences final : private NonCopyable {
 
     /// The seconds are brought to 0 or 3 to 30.
     void setReveal(RevealSettings reveal);
+
+    /// Nothing is hidden while the broom is on a display of so many points or more; nothing: that is off.
+    void setShowAllFromWidth(std::optional<std::int64_t> points);
 
     /// Not part of the layout: the system keeps it, and may refuse.
     void setLaunchAtLogin(bool on);

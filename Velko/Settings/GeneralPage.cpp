@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -23,6 +24,8 @@
 namespace velko::SettingsPages {
 
 namespace {
+
+constexpr std::int64_t usualWideDisplay = 2560;  ///< points; what the switch begins with
 
 view::Node toggle(std::string id, std::string title, bool isOn, std::function<void(bool)> change) {
     return {.id = std::move(id),
@@ -125,7 +128,64 @@ view::Node everything(AppController& controller) {
         "They are out until you click the broom, or until something changes.");
 }
 
-view::Node revealing(AppController& controller) {
+/// "2,560"
+std::string grouped(std::int64_t number) {
+    std::string digits = std::to_string(number);
+    for (auto place = static_cast<std::ptrdiff_t>(digits.size()) - 3; place > 0; place -= 3) {
+        digits.insert(static_cast<std::size_t>(place), ",");
+    }
+    return digits;
+}
+
+/// Which width of a display counts as wide, among those that are common.
+view::Node widthPicker(AppController& controller) {
+    const auto chosen = controller.values().layout.showAllFromWidth;
+    std::vector<std::int64_t> widths{1600, 1920, 2560, 3008, 3440, 3840};
+    const std::int64_t now = chosen.value_or(usualWideDisplay);
+    if (std::ranges::count(widths, now) == 0) {
+        widths.insert(std::ranges::upper_bound(widths, now), now);
+    }
+    std::vector<std::string> options;
+    options.reserve(widths.size());
+    for (const std::int64_t width : widths) {
+        options.push_back(grouped(width) + " points or more");
+    }
+    const auto selected = std::ranges::find(widths, now) - widths.begin();
+    return {.id = "wide-from",
+            .isEnabled = chosen.has_value(),
+            .content = view::Picker{.title = "Wide is a display of",
+                                    .options = std::move(options),
+                                    .selected = static_cast<std::size_t>(selected),
+                                    .choose = [&controller, widths](std::size_t index) {
+                                        controller.preferences().setShowAllFromWidth(widths.at(index));
+                                    }}};
+}
+
+/// The widths of the displays that are there, so that the user knows which of them counts as wide.
+std::string displaysInWords(const Displays& displays) {
+    std::string widths;
+    for (const Display& display : displays.displays()) {
+        widths += (widths.empty() ? "" : ", ") + grouped(std::lround(display.frame.width));
+    }
+    return widths.empty() ? "" : " Here: " + widths + " points.";
+}
+
+std::vector<view::Node> wideDisplays(const FaceParts& parts) {
+    AppController& controller = parts.controller;
+    return {explained(toggle("wide-displays", "Show everything on wide displays",
+                             controller.values().layout.showAllFromWidth.has_value(),
+                             [&controller](bool on) {
+                                 controller.preferences().setShowAllFromWidth(
+                                     on ? std::optional(usualWideDisplay) : std::nullopt);
+                             }),
+                      "While the broom is on such a display, nothing is hidden." +
+                          displaysInWords(parts.platform.displays)),
+            widthPicker(controller)};
+}
+
+view::Node revealing(const FaceParts& parts) {
+    AppController& controller = parts.controller;
+    std::vector<view::Node> wide = wideDisplays(parts);
     return group(
         "revealing", "When icons come out",
         {stylePicker(controller, "style-notched", "On displays with a notch", &RevealSettings::notchedStyle,
@@ -134,7 +194,10 @@ view::Node revealing(AppController& controller) {
                      &ManagedLayout::otherStyle),
          tuckTime(controller),
          toggle(controller, Switch::revealOnHover, "Show tucked icons when the pointer rests on the broom"),
-         everything(controller)});
+         everything(controller),
+         explained(toggle(controller, Switch::shelfWhenFull, "Use the shelf when the bar has no room"),
+                   "Icons that don't fit beside the notch or the menus would vanish."),
+         std::move(wide.front()), std::move(wide.back())});
 }
 
 // What Velko does by itself
@@ -186,7 +249,7 @@ view::Node general(const Context& context) {
     const FaceParts& parts = context.parts;
     AppController& controller = parts.controller;
     std::vector<view::Node> children{group("starting", "Starting", {loginSwitch(parts)})};
-    std::vector<view::Node> kept{revealing(controller), byItself(controller)};
+    std::vector<view::Node> kept{revealing(parts), byItself(controller)};
     if (controller.values().problems.layoutUnreadable) {
         children.push_back(view::text("general:locked",
                                       "The rest is written in your layout file. Until it can be read, there "

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -7,6 +9,7 @@
 #include "Velko/App/AppController.h"
 #include "Velko/App/FaceParts.h"
 #include "Velko/Apps/ManagedWords.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Settings/AppList.h"
@@ -14,6 +17,7 @@
 #include "Velko/View/Node.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoCore/Layout/Switches.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
 namespace velko::SettingsPages {
 
@@ -62,6 +66,39 @@ view::Node newIcons(AppController& controller) {
                                        whereNewIconsWait(layout)),
                              managed(std::move(leaveOut), theirs.sets(Switch::leaveNewIconsOut)),
                              managed(std::move(picker), theirs.newIconDefault.has_value())}}};
+}
+
+// Icons without room
+
+std::string listed(const std::vector<std::string>& names) {
+    constexpr std::size_t most = 4;
+    std::string words;
+    const std::size_t count = std::min(names.size(), most);
+    for (std::size_t i = 0; i < count; ++i) {
+        words += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + inSentence(names[i]);
+    }
+    return names.size() > most ? words + " and " + std::to_string(names.size() - most) + " more" : words;
+}
+
+/// Who should show and has no room, as last looked; nothing if everybody has.
+std::optional<view::Node> withoutRoom(const FaceParts& parts) {
+    const AppController& controller = parts.controller;
+    std::vector<std::string> names;
+    for (const PresentApp& app : presentApps(controller.values())) {
+        if (controller.values().withoutPlace.contains(app.bundleID) &&
+            !controller.engine().current().hides(app.bundleID)) {
+            names.push_back(app.name);
+        }
+    }
+    if (names.empty()) {
+        return std::nullopt;
+    }
+    const auto displays = parts.platform.displays.displays();
+    const bool isNotched = std::ranges::any_of(displays, MenuBarStrip::isNotched);
+    return view::explanation("no-room", (isNotched ? "The notch hides " : "The bar has no room for ") +
+                                            listed(names) +
+                                            (isNotched ? ": there is no room beside it." : ".") +
+                                            " Tuck or bury icons that you don't need to see.");
 }
 
 // Another Mac
@@ -122,6 +159,9 @@ view::Node menuBar(const Context& context) {
         children.push_back(locked());
     } else {
         children = context.apps.nodes();
+        if (auto roomless = withoutRoom(context.parts)) {
+            children.push_back(*std::move(roomless));
+        }
         children.push_back(newIcons(controller));
     }
     children.push_back(transfer(controller));

@@ -211,6 +211,9 @@ void SettingsController::show() {
         return;
     }
     apps_.opened();
+    if (parts_.controller.values().health().isOk()) {
+        parts_.controller.requestScan(ScanDepth::full);  // who has no room in the bar may have changed
+    }
     window_.open({.content = tree(), .closed = [this] { closed(); }},
                  parts_.controller.observe([this] { update(); }));
     parts_.host.onVisibilityChange();

@@ -251,9 +251,10 @@ Json writeJson(const Record& record) {
 }
 
 /// Takes the additions out of an object that are not what they have to be, so that a record can be read from
-/// the rest: what only newer builds know makes no file unreadable. Returns what was wrong with each.
+/// the rest: what only newer builds know makes no file unreadable. Puts them into `removed`, and returns what
+/// was wrong with each.
 template <DescribedRecord Record>
-[[nodiscard]] std::vector<JsonMismatch> removeWrongAdditions(Json::Object& object) {
+[[nodiscard]] std::vector<JsonMismatch> removeWrongAdditions(Json::Object& object, Json::Object& removed) {
     std::vector<JsonMismatch> wrong;
     Record scratch{};
     const auto look = [&](const auto& field) {
@@ -262,7 +263,7 @@ template <DescribedRecord Record>
         }
         if (JsonRead read = readField(object, field, scratch); !read) {
             wrong.push_back(std::move(read.error()));
-            object.erase(object.find(field.key));
+            removed.insert(object.extract(object.find(field.key)));
         }
     };
     std::apply([&](const auto&... fields) { (look(fields), ...); }, JsonRecord<Record>::fields);

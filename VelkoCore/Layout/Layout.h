@@ -49,6 +49,7 @@ struct Layout {
     Json hotKeys = {};                         ///< what `HotKeySettings` reads; null: no key was ever chosen
     bool shelfWhenFull = true;                 ///< icons that have no room in the bar come out on the shelf
     std::optional<std::int64_t> showAllFromWidth = {};  ///< nothing is hidden on displays of so many points
+    Json::Object unread = {};  ///< what the file says wrongly about additions of newer builds; it stays there
 
     bool operator==(const Layout&) const = default;
 

@@ -124,8 +124,9 @@ std::expected<Layout, DecodingError> decodeLayout(std::string_view text,
     if (!json) {
         return std::unexpected(json.error());
     }
+    Json::Object unread;
     if (auto* const object = std::get_if<Json::Object>(&json->value)) {
-        for (JsonMismatch& wrong : removeWrongAdditions<Layout>(*object)) {
+        for (JsonMismatch& wrong : removeWrongAdditions<Layout>(*object, unread)) {
             if (ignored != nullptr) {
                 ignored->push_back(describe(std::move(wrong)));
             }
@@ -138,11 +139,17 @@ std::expected<Layout, DecodingError> decodeLayout(std::string_view text,
         // Older files lack this key. A user who has sorted an app is past the setup.
         layout->hasCompletedSetup = !layout->sections.empty();
     }
+    if (layout) {
+        layout->unread = std::move(unread);
+    }
     return layout;
 }
 
 std::string encodeLayout(const Layout& layout) {
-    return encodeRecord(layout);
+    Json json = writeJson(layout);
+    auto& object = std::get<Json::Object>(json.value);
+    object.insert(layout.unread.begin(), layout.unread.end());  // unless the user has chosen anew
+    return json.print();
 }
 
 namespace {

@@ -18,7 +18,7 @@ namespace velko {
 
 /// Reads a layout from JSON. Missing keys take the defaults of older files; a value of the wrong type
 /// fails, and the error names its key. A wrong value of what older builds did not have fails nothing: it
-/// counts as missing, and `ignored`, if given, gets its error.
+/// counts as missing and stays in the file, and `ignored`, if given, gets its error.
 [[nodiscard]] std::expected<Layout, DecodingError> decodeLayout(
     std::string_view json, std::vector<DecodingError>* ignored = nullptr);
 

@@ -152,7 +152,7 @@ VisibilityPlan AllowlistPlanner::showMe(const BundleID& bundleID, const BundleID
 
 VisibilityPlan AllowlistPlanner::plan(const Request& request) {
     const RevealState* state = &request.state;
-    if (request.liveActivity && state->asShareSafe() == nullptr) {
+    if ((request.liveActivity || request.hidesNothing) && state->asShareSafe() == nullptr) {
         return VisibilityPlan::showAll();
     }
     Room room;

@@ -68,6 +68,7 @@ struct Request {
     RevealStyle style = RevealStyle::inline_;
     const BundleIDs& poppedOut;  ///< apps allowed besides the computed ones
     bool liveActivity = false;   ///< an iPhone Live Activity is showing, so everything is
+    bool hidesNothing = false;   ///< the user wants to see everything on this display
 };
 
 /// The plan for a situation. O(n) in the number of apps, which come sorted; pure.

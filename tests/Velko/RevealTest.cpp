@@ -109,7 +109,7 @@ class RevealsInAnyOrder : public VelkoOnMac, public testing::WithParamInterface<
     void rearrange() {
         rest = 3100ms;
         isNotched = dice.isOneIn(2);
-        const auto notched = SimulatedDisplays::notched;
+        const auto notched = [](Point origin) { return SimulatedDisplays::notched(origin); };
         std::vector<Display> displays{isNotched ? notched({}) : SimulatedDisplays::plain()};
         if (dice.isOneIn(2)) {
             displays.push_back(isNotched ? SimulatedDisplays::plain({1512, 0}) : notched({1920, 0}));

@@ -1,4 +1,5 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
+#include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "tests/Velko/VelkoOnMac.h"
 
@@ -40,6 +41,7 @@ TEST_F(ScanTest, ConcludesNothingFromAFullScanThatNobodyAnswers) {
 }
 
 TEST_F(ScanTest, NeverHoldsUpAClickOnTheBroom) {
+    mac.setDisplays({SimulatedDisplays::plain({}, {3840, 2160})});  // with room for all
     for (int number = 0; number < 40; ++number) {
         const auto app = launch("com.example.app" + std::to_string(number), Section::tucked);
         mac.hang(app, number % 8 == 0);

@@ -249,3 +249,37 @@ onMac('What an import has changed comes back from the earlier layouts', {}, asyn
   await mac.logs('undone: Restore');
   assert.equal(await where(), 'buried');
 });
+
+onMac('Icons without room are named, and come out on the shelf', {}, async (mac) => {
+  const { page } = mac;
+  for (const step of ['set auto-tuck 0', 'displays laptop', 'set notched-style inline', 'set shelf-when-full off']) {
+    await mac.happens(step);
+  }
+  await mac.broom.click();
+  await mac.logs('toggle: collapsed -> revealed');
+  await mac.happens('wait 3 s');
+  await mac.openSettings('Menu Bar');
+  const roomless = mac.control('no-room');
+  await roomless.waitFor();
+  assert.match(await roomless.textContent(), /^The notch hides .* and \d+ more: there is no room beside it\./);
+  await mac.checkAccess('the page Menu Bar with icons without room');
+  await mac.picture('icons without room');
+  await page.getByRole('tab', { name: 'General' }).click();
+  await mac.control('shelf-when-full').getByRole('switch').check();
+  await mac.broom.click();
+  await mac.broom.click();
+  await mac.surface('shelf').waitFor();
+  await mac.logs('out on the shelf');
+  await page.keyboard.press('Escape');
+  await mac.happens('displays wide');
+  await mac.control('wide-displays').getByRole('switch').focus();
+  await page.keyboard.press('Space');
+  await mac.icon('com.figma.agent').waitFor();
+  const widths = page.getByLabel('Wide is a display of');
+  await widths.selectOption('3,840 points or more');
+  await mac.icon('com.figma.agent').waitFor({ state: 'detached' });
+  await widths.selectOption('1,920 points or more');
+  await mac.icon('com.figma.agent').waitFor();
+  await mac.checkAccess('the page General with wide displays');
+  await mac.picture('wide displays in the settings');
+});
