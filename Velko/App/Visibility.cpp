@@ -176,8 +176,8 @@ bool Visibility::lookAtDisplay() {
     }
     if (isWide) {
         // The shelf would hold what is in the bar.
+        pinShelf(false);
         host_.set(&AppValues::activeStyle, RevealStyle::inline_);
-        host_.set(&AppValues::isShelfPinned, false);
     }
     parts_.log.log("reveal", isWide ? "the broom is on a wide display: nothing is hidden there"
                                     : "the broom is not on a wide display any more: tidying again");

@@ -91,11 +91,13 @@ TEST_F(WideDisplayTest, FollowsTheSettingAtOnceAndPresentingCountsForMore) {
     velko->toggle();
     pass(1s);
     EXPECT_TRUE(values().isShelfShown());
+    velko->pinShelf(true);
     velko->preferences().setShowAllFromWidth(3440);
     pass(1s);
     EXPECT_TRUE(shows("app.buried"));
     EXPECT_FALSE(values().isShelfShown()) << "it would hold what is in the bar";
-    velko->handle(RevealEvent::autoTuck());
+    pass(10s);
+    EXPECT_EQ(values().state, RevealState::collapsed()) << "a pin holds nothing that is not there";
     velko->handle(RevealEvent::shareStarted());
     pass(1s);
     EXPECT_FALSE(shows("app.tucked"));
