@@ -41,18 +41,18 @@ void FrontMenus::start() {
         if (notice.kind == WorkspaceNotice::Kind::activated && notice.pid &&
             *notice.pid != platform_.processes.ownPID()) {
             front_ = notice.pid;
-            read();
+            read(*notice.pid);
         }
     });
 }
 
 void FrontMenus::readAgain() {
     if (front_) {
-        read();
+        read(*front_);
     }
 }
 
-void FrontMenus::read() {
+void FrontMenus::read(ProcessID front) {
     // Until the answer nobody knows: the menus of the app before say nothing.
     reading_.cancel();
     end_.reset();
@@ -60,8 +60,8 @@ void FrontMenus::read() {
         return;
     }
     reading_ = platform_.mainThread.background(
-        [&accessibility = platform_.accessibility, pid = *front_] { return endOfMenus(accessibility, pid); },
-        [this](std::optional<double> end) { end_ = end; });
+        [&accessibility = platform_.accessibility, front] { return endOfMenus(accessibility, front); },
+        [this](std::optional<double> found) { end_ = found; });
 }
 
 bool FrontMenus::mayDecide() const {

@@ -24,7 +24,7 @@ class FrontMenus final : private NonCopyable {
     void readAgain();
 
  private:
-    void read();
+    void read(ProcessID front);
     [[nodiscard]] bool mayDecide() const;
 
     FlowHost& host_;

@@ -19,7 +19,7 @@ struct LayoutExport;
 /// learnt from the user's clicks. A default-made layout is the one of a fresh installation.
 struct Layout {
     static constexpr std::int64_t currentVersion = 1;
-    static constexpr std::int64_t longestPresenting = 24 * 60;  ///< minutes
+    static constexpr std::int64_t longestPresenting = std::int64_t{24} * 60;  ///< minutes
 
     std::int64_t version = currentVersion;
     std::map<BundleID, Section> sections = {};
@@ -40,14 +40,14 @@ struct Layout {
     bool popOutOnChange = true;
     bool showLiveActivities = true;
     bool leaveNewIconsOut = false;             ///< new apps wait for the answer in the bar, and not tucked
-    BundleIDs neverPopOut = {};                ///< tucked apps that stay in when they change
-    std::map<BundleID, Date> quietUntil = {};  ///< apps that changed all the time stay in until then
     bool searchInMenu = false;                 ///< whether the broom's menu offers to search the menu bar
     bool offersPresenting = false;             ///< whether the user can hide all icons for an audience
-    BundleIDs shareKeep = {};                  ///< apps that stay in the bar then
-    std::int64_t presentingMinutes = 0;        ///< how long that lasts; 0: until the user ends it
-    Json hotKeys = {};                         ///< what `HotKeySettings` reads; null: no key was ever chosen
     bool shelfWhenFull = true;                 ///< icons that have no room in the bar come out on the shelf
+    BundleIDs neverPopOut = {};                ///< tucked apps that stay in when they change
+    std::map<BundleID, Date> quietUntil = {};  ///< apps that changed all the time stay in until then
+    BundleIDs shareKeep = {};                  ///< apps that stay in the bar for an audience
+    std::int64_t presentingMinutes = 0;        ///< how long presenting lasts; 0: until the user ends it
+    Json hotKeys = {};                         ///< what `HotKeySettings` reads; null: no key was ever chosen
     std::optional<std::int64_t> showAllFromWidth = {};  ///< nothing is hidden on displays of so many points
     Json::Object unread = {};  ///< what the file says wrongly about additions of newer builds; it stays there
 
