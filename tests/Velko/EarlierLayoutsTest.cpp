@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 #include "Simulator/Desktop/SimulatedHotKeys.h"
@@ -160,6 +162,20 @@ TEST_F(EarlierLayoutsTest, AfterALayoutThatCannotBeReadOneIsRestored) {
     EXPECT_TRUE(restore(kept()[0].entry.number).starts_with("That layout can't be read: "));
     velko->place("app.slack", Section::tucked);
     EXPECT_EQ(kept().size(), 2U);
+}
+
+TEST_F(EarlierLayoutsTest, WhatIsManagedIsNeitherKeptNorRestored) {
+    managed = {.file = folder.path() / "managed.json", .owner = ::geteuid()};
+    writeFile(managed.file, R"({"sections":{"app.zoom":"buried"}})");
+    ::chmod(managed.file.c_str(), 0644);
+    start();
+    velko->place("app.slack", Section::buried);
+    EXPECT_EQ(kept()[0].layout->section("app.zoom"), Section::tucked);
+    EXPECT_EQ(velko->earlierLayouts().inWords(kept()[0]), "1 app lies elsewhere: Slack was in the bar.");
+    EXPECT_EQ(restore(kept()[0].entry.number), "");
+    EXPECT_EQ(values().layout.section("app.slack"), Section::bar);
+    EXPECT_EQ(values().layout.section("app.zoom"), Section::buried);
+    EXPECT_EQ(saved().section("app.zoom"), Section::tucked);
 }
 
 TEST_F(EarlierLayoutsTest, KeysComeBackWithTheLayout) {
