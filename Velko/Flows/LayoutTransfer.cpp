@@ -114,10 +114,8 @@ void LayoutTransfer::importLayout() {
 }
 
 void LayoutTransfer::offerToImport(const std::filesystem::path& file) {
-    if (std::ranges::count(opened_, file) == 0) {
-        opened_.push_back(file);
-        askAboutNext();
-    }
+    opened_.push_back(file);
+    askAboutNext();
 }
 
 void LayoutTransfer::askAboutNext() {
@@ -192,7 +190,7 @@ void LayoutTransfer::askToTakeOver(const std::filesystem::path& file) {
                            .confirm = "Import",
                            .cancel = "Cancel"},
                           [this, file, layout = *std::move(layout)](bool agreed) {
-                              std::erase(opened_, file);
+                              std::erase(opened_, file);  // also when it was opened again meanwhile
                               if (agreed) {
                                   takeOver(layout, file);
                               }
