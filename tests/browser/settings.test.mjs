@@ -266,10 +266,12 @@ onMac('Icons without room are named, and come out on the shelf', {}, async (mac)
   await mac.picture('icons without room');
   await page.getByRole('tab', { name: 'General' }).click();
   await mac.control('shelf-when-full').getByRole('switch').check();
+  await mac.logs('shelf when the bar is full true');
   await mac.broom.click();
+  await mac.logs('toggle: revealed -> collapsed');
   await mac.broom.click();
-  await mac.surface('shelf').waitFor();
   await mac.logs('out on the shelf');
+  await mac.surface('shelf').waitFor();
   await page.keyboard.press('Escape');
   await mac.happens('displays wide');
   await mac.control('wide-displays').getByRole('switch').focus();
