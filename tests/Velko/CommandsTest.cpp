@@ -258,7 +258,8 @@ TEST_F(Commands, ListEarlierLayoutsAndRestoreOne) {
     EXPECT_EQ(say({"place", "com.b.zoom", "buried"}), "||0");
     const std::string listed = say({"history"});
     EXPECT_TRUE(listed.starts_with("1\t")) << listed;
-    EXPECT_TRUE(listed.ends_with("\tchange\t1 app lies elsewhere: com.b.zoom was in the bar.\n||0")) << listed;
+    EXPECT_TRUE(listed.ends_with("\tchange\t1 app lies elsewhere: com.b.zoom was in the bar.\n||0"))
+        << listed;
     const std::string json = say({"history", "--json"});
     EXPECT_TRUE(json.contains("\"cause\": \"change\"") && json.contains("\"number\": 1")) << json;
     desk->openAddress("velko:history/restore/1");
