@@ -2,6 +2,9 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
 
 #include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
@@ -12,6 +15,7 @@
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"
 #include "VelkoCore/Files/AtomicFile.h"
+#include "VelkoCore/Files/Json.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/Layout/Switches.h"
 
@@ -176,11 +180,55 @@ Done importLayout(const Step& step, World& world) {
     return {};
 }
 
+// The file of the organisation
+
+template <class Edit>
+Done editManaged(const World& world, const Edit& edit) {
+    const auto content = AtomicFile::read(world.managedFile()).value_or(std::nullopt);
+    const auto json = Json::parse(content.value_or("{}"));
+    Json::Object root;
+    if (const auto* const object = json ? std::get_if<Json::Object>(&json->value) : nullptr) {
+        root = *object;
+    }
+    edit(root);
+    const auto written = AtomicFile::replace(world.managedFile(), Json{std::move(root)}.print());
+    return written ? Done() : std::unexpected(written.error().description);
+}
+
+Done placeManaged(const Step& step, World& world) {
+    return editManaged(world, [app = appOf(step), &step](Json::Object& root) {
+        Json& sections = root["sections"];
+        if (sections.isNull()) {
+            sections.value = Json::Object();
+        }
+        std::get<Json::Object>(sections.value)[app] = Json{step.word};
+    });
+}
+
+Done setManaged(const Step& step, World& world) {
+    return editManaged(world, [&](Json::Object& root) { root["popOutOnChange"] = Json{isOn(step)}; });
+}
+
+Done spoilManaged(const Step&, World& world) {
+    const auto written = AtomicFile::replace(world.managedFile(), "{ \"sections\": ");
+    return written ? Done() : std::unexpected(written.error().description);
+}
+
+Done removeManaged(const Step&, World& world) {
+    std::error_code error;
+    std::filesystem::remove(world.managedFile(), error);
+    return error ? std::unexpected(error.message()) : Done();
+}
+
 constexpr auto fileVerbs = std::to_array<MacAct>({
     {Verb::exportLayout, exportLayout},
     {Verb::importLayout, importLayout},
     {Verb::filePlace, placeInFile},
     {Verb::fileSpoil, spoilFile},
+    {Verb::managedPlace, placeManaged},
+    {Verb::managedPopOut, setManaged},
+    {Verb::managedSpoil, spoilManaged},
+    {Verb::managedRemove, removeManaged},
 });
 
 }  // namespace

@@ -124,6 +124,11 @@ enum class Verb {
     fileReload,
     savingFail,
     savingRecover,
+    // What an administrator places
+    managedPlace,
+    managedPopOut,
+    managedSpoil,
+    managedRemove,
     // Velko itself
     velkoStart,
     velkoReopen,

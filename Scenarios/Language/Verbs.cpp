@@ -170,6 +170,11 @@ constexpr auto verbsAfterSwitches = std::to_array<VerbRow>({
     {Verb::savingFail, "saving fail"},
     {Verb::savingRecover, "saving recover"},
 
+    {Verb::managedPlace, "managed place APP SECTION"},
+    {Verb::managedPopOut, "managed pop-out SWITCH"},
+    {Verb::managedSpoil, "managed spoil"},
+    {Verb::managedRemove, "managed remove"},
+
     {Verb::velkoStart, "velko start"},
     {Verb::velkoReopen, "velko reopen"},
     {Verb::velkoQuit, "velko quit"},

@@ -160,6 +160,11 @@ std::string Expected::planText() const {
     return text;
 }
 
+void Expected::takeOwn(Layout found) {
+    ownLayout = std::move(found);
+    layout = managed.over(ownLayout);
+}
+
 void Expected::place(const BundleID& app, Section section) {
     layout.sections[app] = section;
     std::erase(layout.inbox, app);

@@ -9,6 +9,7 @@
 #include "VelkoCore/Habits/AppUsage.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Layout.h"
+#include "VelkoCore/Layout/ManagedLayout.h"
 #include "VelkoCore/Layout/Section.h"
 #include "VelkoEngine/Ports/MainThread.h"
 
@@ -50,7 +51,9 @@ struct Expected {
     using Uptime = MainThread::Uptime;
 
     BundleID own{};
-    Layout layout{};
+    Layout layout{};  ///< that holds
+    ManagedLayout managed{};
+    Layout ownLayout{};  ///< the user's, below what is managed
     Out out{};
     Uptime presentedAt{0};
     Date presentedSince{};
@@ -97,6 +100,10 @@ struct Expected {
     [[nodiscard]] std::string planText() const;
 
     void place(const BundleID& app, Section section);
+    /// Another layout of the user's is there, below what is managed.
+    void takeOwn(Layout found);
+    /// Takes what is managed off again, after whatever was done to the layout.
+    void keepOwn() { ownLayout = managed.ownPart(layout, ownLayout); }
 
  private:
     [[nodiscard]] bool isPlaceOut(Section section) const;

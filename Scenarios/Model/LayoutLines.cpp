@@ -133,23 +133,24 @@ void layoutCame(LogLine& line) {
 void loaded(LogLine& line) {
     StepCheck& check = line.check;
     const auto file = LayoutStore(check.world.layoutFile()).load();
-    check.expected.layout = file ? file->value_or(Layout()) : Layout();
-    check.expected.layout.autopilot.watchingSince.reset();  // the file may have got it later
+    Layout found = file ? file->value_or(Layout()) : Layout();
+    found.autopilot.watchingSince.reset();  // the file may have got it later
+    check.expected.takeOwn(std::move(found));
     check.expected.isUnreadable = false;
-    check.require(line.parts[0] == std::to_string(check.expected.layout.sections.size()),
+    check.require(line.parts[0] == std::to_string(check.expected.ownLayout.sections.size()),
                   "the log counts the placements", line.text);
     check.expected.asked.insert("layout loaded");
     layoutCame(line);
 }
 
 void madeAnew(LogLine& line) {
-    line.check.expected.layout = Layout();
+    line.check.expected.takeOwn(Layout());
     line.check.expected.isUnreadable = false;
     layoutCame(line);
 }
 
 void couldNotBeRead(LogLine& line) {
-    line.check.expected.layout = Layout();
+    line.check.expected.takeOwn(Layout());
     line.check.expected.isUnreadable = true;
     line.check.expected.asked.insert("layout loaded");
     layoutCame(line);
@@ -210,6 +211,37 @@ void couldNotBeSaved(LogLine& line) {
                        "saving fails only where the disk does", line.text);
 }
 
+// What the organisation manages
+
+/// Velko has read the administrator's file. Another rule checks that it has read it well.
+void managedCame(LogLine& line) {
+    Expected& expected = line.check.expected;
+    if (const AppController* velko = line.check.world.velko()) {
+        expected.keepOwn();
+        expected.managed = velko->values().managed;
+        expected.takeOwn(expected.ownLayout);
+        std::erase_if(expected.popped, [&](const auto& popped) {
+            return expected.managed.places(popped.first) ||
+                   expected.layout.neverPopOut.contains(popped.first);
+        });
+    }
+    expected.awaited.undisturbedFrom = line.at;
+    expected.awaited.watched.clear();
+    expected.awaited.changed.clear();
+    expected.asked.insert("managed");
+    layoutCame(line);
+}
+
+void stays(LogLine& line) {
+    line.check.require(line.check.expected.managed.places(line.parts[0].substr(0, line.parts[0].find(','))),
+                       "only what is managed stays where it is", line.text);
+}
+
+void staysAsItIs(LogLine& line) {
+    line.check.require(!line.check.expected.managed.isEmpty(), "only what is managed stays as it is",
+                       line.text);
+}
+
 constexpr auto layoutRows = std::to_array<LineRow>({
     {"layout", "loaded * placements from *", loaded, By::user},
     {"layout", "no layout yet: created *", madeAnew},
@@ -227,6 +259,12 @@ constexpr auto layoutRows = std::to_array<LineRow>({
     {"layout", "started afresh", nothingFollows},
     {"layout", "the clock was ahead: dates set back", datesSetBack},
     {"layout", "* -> *", placed, By::user},
+    {"managed", "IGNORED: *", managedCame},
+    {"managed", "nothing any more", managedCame},
+    {"managed", "left out: *", nothingFollows},
+    {"managed", "stays where it is: *", stays, By::user},
+    {"managed", "stays as it is: *", staysAsItIs, By::user},
+    {"managed", "* from *", managedCame},
     {"settings", "new icons go to *", defaultChanged, By::user},
     {"settings", "always keep * *", keepSwitched, By::user},
     {"settings", "reveal settings *, *, *, *", revealSettingsChanged, By::user},

@@ -117,9 +117,9 @@ std::optional<std::vector<std::string>> partsOf(std::string_view text, std::stri
 }
 
 /// The model knows every line of these categories.
-constexpr std::array<std::string_view, 10> closedCategories{
-    "inbox",  "inventory", "liveactivity", "note",      "popout",
-    "reveal", "settings",  "showme",       "autopilot", "keys"};
+constexpr std::array<std::string_view, 11> closedCategories{
+    "inbox",    "inventory", "liveactivity", "note", "popout", "reveal",
+    "settings", "showme",    "autopilot",    "keys", "managed"};
 
 }  // namespace
 

@@ -117,6 +117,10 @@ void compareLayout(StepCheck& check, const AppValues& values) {
     followQuiet(check, values.layout);
     check.require(check.expected.layout == values.layout, "the layout is what was made of it",
                   differenceBetween(check.expected.layout, values.layout));
+    check.expected.keepOwn();
+    const Layout& own = check.world.velko()->ownLayout();
+    check.require(check.expected.ownLayout == own, "the user's own layout is as they want it",
+                  differenceBetween(check.expected.ownLayout, own));
 }
 
 void compareReveal(StepCheck& check, const AppValues& values) {

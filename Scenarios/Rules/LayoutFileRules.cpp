@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <unistd.h>
 #include <utility>
 
 #include "Simulator/Time/SimulatedMainThread.h"
@@ -24,6 +25,11 @@ std::string contentOf(const std::filesystem::path& file) {
     return content ? content->value_or("") : "";
 }
 
+std::optional<Section> placeOf(const BundleID& app, const Layout& layout) {
+    const auto place = layout.sections.find(app);
+    return place == layout.sections.end() ? std::nullopt : std::optional(place->second);
+}
+
 }  // namespace
 
 std::optional<std::string> LayoutFileRules::check(const script::Step& done) {
@@ -34,7 +40,8 @@ std::optional<std::string> LayoutFileRules::check(const script::Step& done) {
         foreign_.insert(contentOf(world_.layoutFile()));
     }
     const auto lost = checkUnreadable(done);
-    const auto unsaved = lost ? lost : checkSaved();
+    const auto leaked = checkManaged(done);
+    const auto unsaved = lost ? lost : leaked ? leaked : checkSaved();
     return unsaved ? unsaved : checkHistory();
 }
 
@@ -74,13 +81,45 @@ bool LayoutFileRules::canBeRestored(const std::filesystem::path& file) const {
     return read && *read == result;
 }
 
+/// The places that the user has chosen for managed apps are the same as long as nobody lets go of them.
+std::optional<std::string> LayoutFileRules::checkManaged(const script::Step& done) {
+    const auto found =
+        ManagedLayoutFile{.file = world_.managedFile(), .owner = ::geteuid()}.read().value_or(std::nullopt);
+    placed_.push_back(found ? found->layout : ManagedLayout());
+    const AppController* const velko = world_.velko();
+    if (velko == nullptr) {
+        own_.reset();
+        return std::nullopt;
+    }
+    const AppValues& values = velko->values();
+    const ManagedLayout& managed = values.managed;
+    const bool isReadNow = done.verb == Verb::velkoStart || done.verb == Verb::fileReload;
+    const bool mayReload = isReadNow || done.verb == Verb::choose || done.control.starts_with("problem:");
+    const bool isKnown = isReadNow ? managed == placed_.back() : std::ranges::count(placed_, managed) > 0;
+    if (managed == placed_.back()) {
+        placed_ = {managed};
+    }
+    for (const auto& [app, section] : managed.sections) {
+        if (values.layout.section(app) != section || values.layout.isWaiting(app)) {
+            return "a managed app is elsewhere: " + app;
+        }
+        if (!mayReload && own_ && managed_.places(app) &&
+            placeOf(app, *own_) != placeOf(app, velko->ownLayout())) {
+            return "the user's layout has another place for a managed app: " + app;
+        }
+    }
+    managed_ = managed;
+    own_ = velko->ownLayout();
+    return isKnown ? std::nullopt : std::optional<std::string>("what is managed is not what was placed");
+}
+
 std::optional<std::string> LayoutFileRules::checkSaved() {
     const AppController* velko = world_.velko();
     if (velko == nullptr || velko->values().problems.layoutUnreadable) {
         layout_.reset();
         return std::nullopt;
     }
-    const Layout& layout = velko->values().layout;
+    const Layout& layout = velko->ownLayout();
     const auto now = world_.mac().mainThread.now();
     if (layout_ != layout) {
         layout_ = layout;
