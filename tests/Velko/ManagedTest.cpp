@@ -111,6 +111,34 @@ TEST_F(Managed, IsFollowedWhenItComesChangesBreaksAndGoes) {
     EXPECT_EQ(timesLogged("[managed]"), 5) << "nothing is told twice";
 }
 
+TEST_F(Managed, IsLockedInTheSettingsAndSaysWhy) {
+    administer(R"({"sections":{"com.a.vpn":"bar","com.z.elsewhere":"buried"},"alwaysKeep":["com.c.mail"],)"
+               R"("popOutOnChange":false,"newIconDefault":"tucked","searchInMenu":true,)"
+               R"("reveal":{"autoTuckSeconds":10,"otherStyle":"shelf"},"oops":1})");
+    startSettings();
+    const auto isLocked = [this](const std::string& id) {
+        const view::Node* const node = find(id);
+        return node != nullptr && !node->isEnabled && node->help == "Managed by your organisation";
+    };
+    EXPECT_TRUE(isLocked("section:com.a.vpn") && !isLocked("section:com.b.chat"));
+    EXPECT_TRUE(isLocked("new-icons") && !isLocked("ask"));
+    EXPECT_EQ(words("managed:com.a.vpn"), "Managed by your organisation");
+    EXPECT_FALSE(find("app:com.z.elsewhere")) << "not every Mac has every app";
+    EXPECT_EQ(words("problem:managed:what"), "Part of your organisation's layout can't be used.");
+    const view::Menu more = view::menuOf(*window().content(), "more:com.c.mail");
+    EXPECT_TRUE(!more.at(1).isEnabled && more.at(1).isChecked) << more.at(1).title;
+    set("apps", view::Selected{{"app:com.a.vpn", "app:com.b.chat"}});
+    EXPECT_EQ(words("selected:managed"), "1 managed by your organisation");
+    set("place-selected", std::int64_t{2});
+    EXPECT_EQ(sectionOf("com.a.vpn"), Section::bar);
+    EXPECT_EQ(sectionOf("com.b.chat"), Section::buried);
+    openPage(1);
+    EXPECT_TRUE(isLocked("pop-out") && isLocked("auto-tuck") && isLocked("style-other"));
+    EXPECT_FALSE(isLocked("hover") || isLocked("style-notched"));
+    openPage(2);
+    EXPECT_TRUE(isLocked("search-in-menu"));
+}
+
 TEST_F(Managed, NobodyIsAskedAboutAnAppThatHasItsPlace) {
     administer(R"({"sections":{"com.d.new":"bar"},"leaveNewIconsOut":false})");
     start();
