@@ -245,9 +245,8 @@ view::Node SearchController::row(const AppSearch::App& app, std::size_t place) c
     }
     // A long name leaves these their room.
     children.push_back(view::explanation("where:" + id, whereabouts(layout.section(id))));
-    const bool isNumbered = place < mostNumbered;
-    children.back().width = isNumbered ? whereaboutsWidth : unnumberedWidth;
-    if (isNumbered) {
+    children.back().width = place < mostNumbered ? whereaboutsWidth : unnumberedWidth;
+    if (place < mostNumbered) {
         children.push_back(view::explanation("number:" + id, "⌘" + std::to_string(place + 1)));
         children.back().width = numberWidth;
     }

@@ -33,7 +33,8 @@ class LayoutHistoryTest : public testing::Test {
 
     std::vector<std::string> names() const {
         std::vector<std::string> found;
-        for (const HistoryEntry& entry : history().entries().value()) {
+        const auto entries = history().entries().value();
+        for (const HistoryEntry& entry : entries) {
             found.push_back(entry.file());
         }
         return found;
