@@ -23,15 +23,15 @@ Layout layoutOf(std::size_t number) {
 
 class LayoutHistoryTest : public testing::Test {
  protected:
-    LayoutHistory history(const FileCalls& calls = {}) const {
+    [[nodiscard]] LayoutHistory history(const FileCalls& calls = {}) const {
         return {folder_.path() / "layout.json", calls};
     }
 
-    HistoryEntry keep(std::size_t number, Date now) const {
+    HistoryEntry keep(std::size_t number, Date now) {
         return history().keep(layoutOf(number), HistoryCause::change, now).value();
     }
 
-    std::vector<std::string> names() const {
+    [[nodiscard]] std::vector<std::string> names() const {
         std::vector<std::string> found;
         const auto entries = history().entries().value();
         for (const HistoryEntry& entry : entries) {
@@ -40,7 +40,9 @@ class LayoutHistoryTest : public testing::Test {
         return found;
     }
 
-    std::string fileOf(const HistoryEntry& entry) const { return history().folder() / entry.file(); }
+    [[nodiscard]] std::string fileOf(const HistoryEntry& entry) const {
+        return history().folder() / entry.file();
+    }
 
     const TemporaryFolder folder_;
 };

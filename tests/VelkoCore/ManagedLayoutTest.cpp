@@ -15,7 +15,7 @@ namespace velko {
 namespace {
 
 /// A file with every key. Each switch is the other way round than in a fresh layout.
-std::string everything() {
+std::string everyKey() {
     std::string root;
     std::string reveal;
     std::string autopilot;
@@ -39,7 +39,7 @@ ManagedLayout managedBy(const std::string& text) {
 }
 
 TEST(ManagedLayout, ReadsEveryKeyAndLaysItOverTheUsersOwn) {
-    const auto found = ManagedLayout::read(everything());
+    const auto found = ManagedLayout::read(everyKey());
     ASSERT_TRUE(found);
     EXPECT_TRUE(found->faults.empty());
     EXPECT_EQ(found->layout.countOfPreferences(), Switches::all.size() + 6);
@@ -120,7 +120,7 @@ TEST(ManagedLayout, RefusesWhatIsNoSuchFile) {
 
 // The promises of the two functions, over random layouts.
 
-constexpr std::array apps{"a", "b", "c", "d", "e"};
+constexpr std::array someApps{"a", "b", "c", "d", "e"};
 
 Layout randomLayout(Dice& dice) {
     Layout layout;
@@ -130,7 +130,7 @@ Layout randomLayout(Dice& dice) {
     layout.newIconDefault = dice.oneOf(allSections);
     layout.reveal.autoTuckSeconds = static_cast<std::int64_t>(3 + dice.roll(20));
     layout.reveal.notchedStyle = dice.isOneIn(2) ? RevealStyle::inline_ : RevealStyle::shelf;
-    for (const BundleID app : apps) {
+    for (const BundleID app : someApps) {
         if (dice.isOneIn(3)) {
             layout.inbox.push_back(app);
             layout.sections[app] = layout.waitingSection();
@@ -142,7 +142,7 @@ Layout randomLayout(Dice& dice) {
         }
         if (dice.isOneIn(3)) {
             layout.alwaysKeep.insert(app);
-            layout.neverPopOut.insert(dice.oneOf(apps));
+            layout.neverPopOut.insert(dice.oneOf(someApps));
         }
     }
     return layout;
@@ -155,13 +155,13 @@ ManagedLayout randomlyManaged(Dice& dice) {
             managed.switches[row.which] = dice.isOneIn(2);
         }
     }
-    for (const BundleID app : apps) {
+    for (const BundleID app : someApps) {
         if (dice.isOneIn(3)) {
             managed.sections[app] = dice.oneOf(allSections);
         }
         if (dice.isOneIn(4)) {
             managed.alwaysKeep.insert(app);
-            managed.neverPopOut.insert(dice.oneOf(apps));
+            managed.neverPopOut.insert(dice.oneOf(someApps));
         }
     }
     managed.newIconDefault = dice.isOneIn(2) ? std::optional(dice.oneOf(allSections)) : std::nullopt;
@@ -179,13 +179,13 @@ TEST(ManagedLayout, ComesOffAgainWithoutATraceAndNoEditChangesWhatIsManaged) {
         ASSERT_EQ(managed.ownPart(holds, own), own) << "seed " << seed;
 
         Layout edited = dice.isOneIn(2) ? randomLayout(dice) : holds;
-        edited.place(dice.oneOf(apps), dice.oneOf(allSections));
+        edited.place(dice.oneOf(someApps), dice.oneOf(allSections));
         edited.lastClicked["a"] = Date();
         const Layout mine = managed.ownPart(edited, own);
         const Layout then = managed.over(mine);
         ASSERT_EQ(managed.ownPart(then, mine), mine) << "seed " << seed;
         ASSERT_EQ(then.lastClicked, edited.lastClicked);
-        for (const BundleID app : apps) {
+        for (const BundleID app : someApps) {
             if (managed.places(app)) {
                 ASSERT_EQ(then.section(app), managed.sections.at(app)) << "seed " << seed;
                 ASSERT_FALSE(then.isWaiting(app));
@@ -219,9 +219,9 @@ TEST(ManagedLayoutFile, IsReadOnlyWhereNobodyElseCouldHaveWrittenIt) {
         EXPECT_TRUE(!read && read.error().contains(reason)) << (read ? "read" : read.error());
     };
     EXPECT_EQ(store.read(), std::nullopt) << "there is none";
-    writeFile(file, everything());
+    writeFile(file, everyKey());
     ::chmod(file.c_str(), 0644);
-    EXPECT_EQ(store.read(), ManagedLayout::Found{.layout = managedBy(everything())});
+    EXPECT_EQ(store.read(), ManagedLayout::Found{.layout = managedBy(everyKey())});
     ::chmod(file.c_str(), 0664);
     refusedFor("other users may write to it");
     ::chmod(file.c_str(), 0646);
