@@ -9,7 +9,7 @@ import { root, sorted } from './playground.mjs';
 flags.push('--force-device-scale-factor=2');
 
 const look = { viewport: { width: 1260, height: 1040 } };
-const low = { ...look, viewport: { width: 1260, height: 800 } };
+const low = { ...look, viewport: { width: 1260, height: 900 } };
 const dark = { ...look, colorScheme: 'dark' };
 
 /** The clock stands still, so that the same page gives the same picture. */
@@ -60,7 +60,7 @@ picture('shelf', { ...look, viewport: { width: 1440, height: 900 } }, async (mac
   await mac.desk.getByLabel('Notch').check();
   await mac.broom.click();
   await mac.surface('shelf').getByRole('button', { name: 'Spotify' }).waitFor();
-  return { left: 330, height: 290 };
+  return { left: 330, height: 376 };
 });
 
 picture('settings', look, async (mac) => {
