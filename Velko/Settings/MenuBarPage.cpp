@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -158,10 +159,11 @@ view::Node menuBar(const Context& context) {
     if (controller.values().problems.layoutUnreadable) {
         children.push_back(locked());
     } else {
-        children = context.apps.nodes();
         if (auto roomless = withoutRoom(context.parts)) {
-            children.push_back(*std::move(roomless));
+            children.push_back(*std::move(roomless));  // first: below the list nobody would see it
         }
+        std::vector<view::Node> list = context.apps.nodes();
+        std::ranges::move(list, std::back_inserter(children));
         children.push_back(newIcons(controller));
     }
     children.push_back(transfer(controller));
