@@ -32,11 +32,9 @@ class LayoutHistoryTest : public testing::Test {
     }
 
     [[nodiscard]] std::vector<std::string> names() const {
-        std::vector<std::string> found;
         const auto entries = history().entries().value();
-        for (const HistoryEntry& entry : entries) {
-            found.push_back(entry.file());
-        }
+        std::vector<std::string> found(entries.size());
+        std::ranges::transform(entries, found.begin(), &HistoryEntry::file);
         return found;
     }
 
