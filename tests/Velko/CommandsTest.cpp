@@ -152,7 +152,9 @@ TEST_F(Commands, WaitWithoutHoldingUpOthers) {
     const auto waiting = come({"wait-until", "revealed"});
     const auto impatient = come({"wait-until", "revealed", "--timeout", "2"});
     const auto gone = come({"wait-until", "revealed"});
+    const std::size_t work = mac.registered().work;
     EXPECT_EQ(say({"wait-until", "tidy"}), "||0");
+    EXPECT_EQ(mac.registered().work, work) << "who has an answer is waited for no longer";
     mac.commands.leave(gone);
     pass(3s);
     EXPECT_EQ(heard(impatient), "|The icons are not out yet.\n|1");
