@@ -65,34 +65,20 @@ void lock(view::Node& node) {
 
 // Revealing
 
-/// The times that the user can choose, and the one that holds now.
-std::vector<std::int64_t> tuckTimes(std::int64_t now) {
-    constexpr std::array<std::int64_t, 10> offered{0, 3, 4, 5, 6, 8, 10, 15, 20, 30};
-    std::vector<std::int64_t> times(offered.begin(), offered.end());
-    if (std::ranges::count(times, now) == 0) {
-        times.insert(std::ranges::upper_bound(times, now), now);
-    }
-    return times;
-}
-
 view::Node tuckTime(AppController& controller) {
-    const std::int64_t now = controller.values().layout.reveal.autoTuckSeconds;
-    const std::vector<std::int64_t> times = tuckTimes(now);
-    std::vector<std::string> options;
-    options.reserve(times.size());
-    for (const std::int64_t seconds : times) {
-        options.push_back(seconds == 0 ? "Never" : "After " + std::to_string(seconds) + " seconds");
-    }
-    view::Node picker{.id = "auto-tuck",
-                      .content = view::Picker{
-                          .title = "Tuck icons back in",
-                          .options = std::move(options),
-                          .selected = static_cast<std::size_t>(std::ranges::find(times, now) - times.begin()),
-                          .choose = [&controller, times](std::size_t index) {
-                              editReveal(controller, [&](RevealSettings& reveal) {
-                                  reveal.autoTuckSeconds = times.at(index);
-                              });
-                          }}};
+    view::Node picker = numberPicker(
+        {.id = "auto-tuck",
+         .title = "Tuck icons back in",
+         .offered = {0, 3, 4, 5, 6, 8, 10, 15, 20, 30},
+         .now = controller.values().layout.reveal.autoTuckSeconds,
+         .inWords =
+             [](std::int64_t seconds) {
+                 return seconds == 0 ? "Never" : "After " + std::to_string(seconds) + " seconds";
+             },
+         .choose =
+             [&controller](std::int64_t seconds) {
+                 editReveal(controller, [&](RevealSettings& reveal) { reveal.autoTuckSeconds = seconds; });
+             }});
     return managed(std::move(picker), controller.values().managed.autoTuckSeconds.has_value());
 }
 
@@ -140,25 +126,16 @@ std::string grouped(std::int64_t number) {
 /// Which width of a display counts as wide, among those that are common.
 view::Node widthPicker(AppController& controller) {
     const auto chosen = controller.values().layout.showAllFromWidth;
-    std::vector<std::int64_t> widths{1600, 1920, 2560, 3008, 3440, 3840};
-    const std::int64_t now = chosen.value_or(usualWideDisplay);
-    if (std::ranges::count(widths, now) == 0) {
-        widths.insert(std::ranges::upper_bound(widths, now), now);
-    }
-    std::vector<std::string> options;
-    options.reserve(widths.size());
-    for (const std::int64_t width : widths) {
-        options.push_back(grouped(width) + " points or more");
-    }
-    const auto selected = std::ranges::find(widths, now) - widths.begin();
-    return {.id = "wide-from",
-            .isEnabled = chosen.has_value(),
-            .content = view::Picker{.title = "Wide is a display of",
-                                    .options = std::move(options),
-                                    .selected = static_cast<std::size_t>(selected),
-                                    .choose = [&controller, widths](std::size_t index) {
-                                        controller.preferences().setShowAllFromWidth(widths.at(index));
-                                    }}};
+    view::Node picker = numberPicker(
+        {.id = "wide-from",
+         .title = "Wide is a display of",
+         .offered = {1600, 1920, 2560, 3008, 3440, 3840},
+         .now = chosen.value_or(usualWideDisplay),
+         .inWords = [](std::int64_t width) { return grouped(width) + " points or more"; },
+         .choose =
+             [&controller](std::int64_t width) { controller.preferences().setShowAllFromWidth(width); }});
+    picker.isEnabled = chosen.has_value();
+    return picker;
 }
 
 /// The widths of the displays that are there, so that the user knows which of them counts as wide.
@@ -228,6 +205,23 @@ view::Node earlierLayouts(EarlierLayoutsWindow& window) {
 }
 
 }  // namespace
+
+view::Node numberPicker(NumberChoice choice) {
+    std::vector<std::int64_t> numbers = std::move(choice.offered);
+    const auto place = std::ranges::lower_bound(numbers, choice.now);
+    const auto selected = static_cast<std::size_t>(place - numbers.begin());
+    if (place == numbers.end() || *place != choice.now) {
+        numbers.insert(place, choice.now);
+    }
+    std::vector<std::string> options(numbers.size());
+    std::ranges::transform(numbers, options.begin(), choice.inWords);
+    return {.id = std::move(choice.id),
+            .content = view::Picker{.title = std::move(choice.title),
+                                    .options = std::move(options),
+                                    .selected = selected,
+                                    .choose = [choose = std::move(choice.choose),
+                                               numbers](std::size_t index) { choose(numbers.at(index)); }}};
+}
 
 view::Node loginSwitch(const FaceParts& parts) {
     using Status = LoginItem::Status;

@@ -1,8 +1,5 @@
 #include "Velko/Settings/PresentingPage.h"
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <utility>
 
@@ -34,31 +31,14 @@ std::string lastingInWords(std::int64_t minutes) {
     return std::to_string(count) + unit + (count == 1 ? "" : "s") + " have passed";
 }
 
-/// The times that the user can choose, and the one that holds now.
-std::vector<std::int64_t> lastingTimes(std::int64_t now) {
-    std::vector<std::int64_t> times{0, 60, 120};
-    if (std::ranges::count(times, now) == 0) {
-        times.insert(std::ranges::upper_bound(times, now), now);
-    }
-    return times;
-}
-
 view::Node lastingPicker(AppController& controller) {
-    const std::int64_t now = controller.values().layout.presentingMinutes;
-    const std::vector<std::int64_t> times = lastingTimes(now);
-    std::vector<std::string> options;
-    options.reserve(times.size());
-    for (const std::int64_t minutes : times) {
-        options.push_back(lastingInWords(minutes));
-    }
-    return {.id = "presenting-minutes",
-            .content = view::Picker{
-                .title = "It lasts until",
-                .options = std::move(options),
-                .selected = static_cast<std::size_t>(std::ranges::find(times, now) - times.begin()),
-                .choose = [&controller, times](std::size_t index) {
-                    controller.presenting().setMinutes(times.at(index));
-                }}};
+    return SettingsPages::numberPicker(
+        {.id = "presenting-minutes",
+         .title = "It lasts until",
+         .offered = {0, 60, 120},
+         .now = controller.values().layout.presentingMinutes,
+         .inWords = lastingInWords,
+         .choose = [&controller](std::int64_t minutes) { controller.presenting().setMinutes(minutes); }});
 }
 
 view::Node startButton(AppController& controller) {

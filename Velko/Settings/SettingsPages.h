@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Velko/View/Node.h"
 
@@ -45,6 +48,19 @@ struct Page {
 
 /// Whether the system opens Velko at login, and why that did not work or has to wait.
 [[nodiscard]] view::Node loginSwitch(const FaceParts& parts);
+
+/// A number that the user picks among those that are offered, in ascending order. One that holds now and is
+/// not among them is offered too.
+struct NumberChoice {
+    std::string id;
+    std::string title;
+    std::vector<std::int64_t> offered;
+    std::int64_t now = 0;
+    std::function<std::string(std::int64_t)> inWords;
+    std::function<void(std::int64_t)> choose;
+};
+
+[[nodiscard]] view::Node numberPicker(NumberChoice choice);
 
 /// A control that the user can't use where the organisation has decided, and that says so.
 [[nodiscard]] view::Node managed(view::Node control, bool isManaged);
