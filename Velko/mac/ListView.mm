@@ -206,9 +206,7 @@ bool areSameRows(const std::vector<velko::ListRow>& left, const std::vector<velk
         return;
     }
     _hasMenu = hasMenu;
-    NSMenu* menu = hasMenu ? [[NSMenu alloc] initWithTitle:@""] : nil;
-    menu.delegate = self;
-    self.menu = menu;
+    self.menu = hasMenu ? velko::menuFilledBy(self) : nil;
 }
 
 - (void)menuNeedsUpdate:(NSMenu*)menu {

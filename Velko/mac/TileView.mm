@@ -159,9 +159,7 @@ VLKBadgeLabel* makeBadge(NSView* tile) {
         return;
     }
     _hasMenu = hasMenu;
-    NSMenu* menu = hasMenu ? [[NSMenu alloc] initWithTitle:@""] : nil;
-    menu.delegate = self;
-    self.menu = menu;
+    self.menu = hasMenu ? velko::menuFilledBy(self) : nil;
 }
 
 - (void)menuNeedsUpdate:(NSMenu*)menu {

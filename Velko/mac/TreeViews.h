@@ -26,6 +26,17 @@
 - (void)menuAsked:(NSView*)sender;
 @end
 
+namespace velko {
+
+/// A menu that its delegate fills whenever it opens.
+[[nodiscard]] inline NSMenu* menuFilledBy(id<NSMenuDelegate> delegate) {
+    NSMenu* menu = [[NSMenu alloc] initWithTitle:@""];
+    menu.delegate = delegate;
+    return menu;
+}
+
+}  // namespace velko
+
 /// Dragging an app from a tile to a group.
 namespace velko::AppDragging {
 
