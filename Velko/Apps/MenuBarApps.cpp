@@ -62,11 +62,12 @@ std::string describe(const FailedOpening& failed, const AppNames& names) {
 }
 
 std::optional<std::string> whyKeptIn(const AppController& controller, const BundleID& bundleID,
-                                     const AppNames& names) {
+                                     const Workspace& workspace) {
     const AppValues& values = controller.values();
-    return values.isPresenting() && controller.engine().current().hides(bundleID)
-               ? std::optional(inSentence(names.of(bundleID)) + " stays hidden while you are presenting.")
-               : std::nullopt;
+    if (!values.isPresenting() || !controller.engine().current().hides(bundleID)) {
+        return std::nullopt;
+    }
+    return inSentence(AppNames(values, workspace).of(bundleID)) + " stays hidden while you are presenting.";
 }
 
 std::string whyNoApps(const AppValues& values) {

@@ -57,7 +57,7 @@ class AppNames;
 /// Why an app's icon has to stay hidden, so that its menu can't open, in words for people; nothing if it
 /// need not.
 [[nodiscard]] std::optional<std::string> whyKeptIn(const AppController& controller, const BundleID& bundleID,
-                                                   const AppNames& names);
+                                                   const Workspace& workspace);
 
 /// Why there is no app to show or to sort, in words for the user.
 [[nodiscard]] std::string whyNoApps(const AppValues& values);

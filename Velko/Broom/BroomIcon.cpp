@@ -170,28 +170,24 @@ BroomIcon::BroomIcon(StatusItem& item, const Surfaces& surfaces, const Platform&
     draw();
 }
 
-void BroomIcon::setDot(bool shows) {
-    // While the broom rocks, the next picture shows the dot.
-    if (std::exchange(showsDot_, shows) != shows && !animation_.isPending()) {
-        draw();
-    }
-}
-
-void BroomIcon::setPresenting(bool presents) {
-    if (std::exchange(presents_, presents) != presents && !animation_.isPending()) {
+void BroomIcon::setMarks(bool hasDot, bool isPresenting) {
+    const bool hadDot = std::exchange(pose_.hasDot, hasDot);
+    const bool wasPresenting = std::exchange(pose_.isPresenting, isPresenting);
+    // While the broom rocks, the next picture shows them.
+    if ((hadDot != hasDot || wasPresenting != isPresenting) && !animation_.isPending()) {
         draw();
     }
 }
 
 void BroomIcon::lean(bool over) {
     const Rock rock{
-        .start = platform_.mainThread.now(), .from = angle_, .to = over ? Timing::broomRockDegrees : 0};
+        .start = platform_.mainThread.now(), .from = pose_.tilt, .to = over ? Timing::broomRockDegrees : 0};
     animation_.cancel();
     if (rock.from != rock.to && !surfaces_.reducesMotion()) {
         animation_ = Awaited::every(platform_, "the broom", framePeriod, [this, rock] { swing(rock); });
     } else {
-        angle_ = rock.to;
-        draw();  // also the dot, which the pictures to come were to show
+        pose_.tilt = rock.to;
+        draw();  // also the marks, which the pictures to come were to show
     }
 }
 
@@ -199,17 +195,16 @@ void BroomIcon::swing(Rock rock) {
     const double progress =
         Timing::Seconds(platform_.mainThread.now() - rock.start) / Timing::broomRockDuration;
     if (progress < 1) {
-        angle_ = rock.to + (rock.from - rock.to) * left(progress);
+        pose_.tilt = rock.to + (rock.from - rock.to) * left(progress);
     } else {
         animation_.cancel();
-        angle_ = rock.to;
+        pose_.tilt = rock.to;
     }
     draw();
 }
 
 void BroomIcon::draw() {
-    view::Drawing drawing =
-        BroomDrawing::icon({.tilt = angle_, .hasDot = showsDot_, .isPresenting = presents_});
+    view::Drawing drawing = BroomDrawing::icon(pose_);
     if (drawing != drawn_) {
         item_.setImage(drawing);
         drawn_ = std::move(drawing);

@@ -37,10 +37,8 @@ class BroomIcon final : private NonCopyable {
  public:
     BroomIcon(StatusItem& item, const Surfaces& surfaces, const Platform& platform);
 
-    /// Draws the dot beside it, or leaves it out.
-    void setDot(bool shows);
-    /// Draws the screen of who presents, or leaves it out.
-    void setPresenting(bool presents);
+    /// Draws the dot and the screen of who presents beside it, or leaves them out.
+    void setMarks(bool hasDot, bool isPresenting);
     /// Rocks to the side, as for icons that are revealed, or back. Where the user wants less motion, it is
     /// there at once.
     void lean(bool over);
@@ -59,9 +57,7 @@ class BroomIcon final : private NonCopyable {
     StatusItem& item_;
     const Surfaces& surfaces_;
     Platform platform_;
-    double angle_ = 0;  ///< its tilt, in degrees
-    bool showsDot_ = false;
-    bool presents_ = false;
+    BroomDrawing::Pose pose_;
     std::optional<view::Drawing> drawn_;
     Task animation_;
 };

@@ -101,8 +101,7 @@ void StatusItemController::showBroom() {
     if (!broom_) {
         broom_ = std::make_unique<BroomIcon>(parts_.ports.statusItem, parts_.ports.surfaces, parts_.platform);
     }
-    broom_->setDot(hasQuestion);
-    broom_->setPresenting(values.isPresenting());
+    broom_->setMarks(hasQuestion, values.isPresenting());
     if (std::exchange(shownRevealed_, isRevealed) != isRevealed) {
         broom_->lean(isRevealed);
     }

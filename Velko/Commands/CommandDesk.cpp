@@ -125,8 +125,7 @@ void CommandDesk::openApp(Caller caller, const std::string& text) {
         finish(caller, commands::refusal(app.error()));
         return;
     }
-    if (const auto why = whyKeptIn(parts_.controller, app->bundleID,
-                                   AppNames(parts_.controller.values(), parts_.platform.workspace))) {
+    if (const auto why = whyKeptIn(parts_.controller, app->bundleID, parts_.platform.workspace)) {
         finish(caller, commands::refusal(*why));
         return;
     }

@@ -189,8 +189,7 @@ void SearchController::pressed(const AppSearch::App& app, ItemOpener::Press pres
 }
 
 bool SearchController::tellsWhyKeptIn(const BundleID& bundleID) {
-    auto why = whyKeptIn(parts_.controller, bundleID,
-                         AppNames(parts_.controller.values(), parts_.platform.workspace));
+    auto why = whyKeptIn(parts_.controller, bundleID, parts_.platform.workspace);
     if (!why) {
         return false;
     }

@@ -41,7 +41,7 @@ class BroomIconTest : public testing::Test {
 };
 
 TEST_F(BroomIconTest, RocksOverAndBackWithoutAJumpAndComesToRest) {
-    broom.setDot(true);
+    broom.setMarks(true, false);
     const auto endOfHandle = [](const view::Drawing& drawing) { return drawing.shapes[0].path[0].to; };
     Point last = endOfHandle(drawn());
     double farthest = 0;
@@ -64,11 +64,11 @@ TEST_F(BroomIconTest, RocksOverAndBackWithoutAJumpAndComesToRest) {
     EXPECT_LE(revision, 54U) << "at most twenty pictures a second";
     EXPECT_TRUE(mac.activity.reasons().empty());
     broom.lean(false);
-    broom.setDot(true);
+    broom.setMarks(true, false);
     mac.advance(1s);
     EXPECT_EQ(mac.statusItem.revision(), revision) << "nothing is drawn twice";
     broom.lean(true);
-    broom.setDot(false);
+    broom.setMarks(false, false);
     broom.lean(false);
     expectAtRest(0, false);
 }
