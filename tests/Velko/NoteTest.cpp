@@ -95,15 +95,15 @@ TEST_F(NoteTest, AsksAboutNewIconsAndSuggestions) {
 
 TEST_F(NoteTest, PutsANewIconWhereTheUserSaysAndCloses) {
     keepDusty();
-    struct Answer {
+    struct GivenAnswer {
         std::string button;
         std::string line;
         bool shows;
     };
-    const std::array answers{Answer{"keep:app.a", "app.a -> bar (new icon answered)", true},
-                             Answer{"tuck:app.b", "app.b -> tucked (new icon answered)", false},
-                             Answer{"bury:app.c", "app.c -> buried (new icon answered)", false}};
-    for (const Answer& answer : answers) {
+    const std::array answers{GivenAnswer{"keep:app.a", "app.a -> bar (new icon answered)", true},
+                             GivenAnswer{"tuck:app.b", "app.b -> tucked (new icon answered)", false},
+                             GivenAnswer{"bury:app.c", "app.c -> buried (new icon answered)", false}};
+    for (const GivenAnswer& answer : answers) {
         const BundleID app = answer.button.substr(5);
         launchNamed(app, "App");
         note->show();

@@ -13,7 +13,7 @@
 namespace velko {
 namespace {
 
-const BundleID own = "app.velko";
+const BundleID ownID = "app.velko";
 const BundleID agent = "com.apple.MenuBarAgent";
 const BundleID server = "com.apple.systemuiserver";
 
@@ -31,7 +31,7 @@ struct Situation {
         return AllowlistPlanner::plan({.layout = layout,
                                        .state = state,
                                        .inventory = inventory,
-                                       .ownBundleID = own,
+                                       .ownBundleID = ownID,
                                        .shareKeep = shareKeep,
                                        .style = style,
                                        .poppedOut = poppedOut,
@@ -58,11 +58,11 @@ TEST(AllowlistPlanner, ListsWhatIsOutUntilNothingIsLeftToHide) {
 }
 
 TEST(AllowlistPlanner, ShowsOnlyTheAppThatIsLookedForAndTheFixedOnes) {
-    EXPECT_EQ(AllowlistPlanner::showMe("z", own), VisibilityPlan::allow({own, agent, server, "z"}));
-    EXPECT_EQ(AllowlistPlanner::showMe(server, own), VisibilityPlan::allow({own, agent, server}));
+    EXPECT_EQ(AllowlistPlanner::showMe("z", ownID), VisibilityPlan::allow({ownID, agent, server, "z"}));
+    EXPECT_EQ(AllowlistPlanner::showMe(server, ownID), VisibilityPlan::allow({ownID, agent, server}));
 }
 
-const BundleIDs everyone{agent, server, own, "Z", "a", "a.b", "a-b", "b", "c", "d", "e", "ü"};
+const BundleIDs everyone{agent, server, ownID, "Z", "a", "a.b", "a-b", "b", "c", "d", "e", "ü"};
 
 class RandomSituation {
  public:
@@ -137,7 +137,7 @@ void expectPlainPlan(const Situation& situation, const VisibilityPlan& plan) {
         return;
     }
     for (const BundleID& app : everyone) {
-        const bool fixed = app == own || app == agent || app == server;
+        const bool fixed = app == ownID || app == agent || app == server;
         const bool out = isCandidate(situation, app) && isSectionOut(situation, app);
         EXPECT_EQ(plan.hides(app), !fixed && !out && !situation.poppedOut.contains(app)) << app;
     }
@@ -152,7 +152,7 @@ TEST(AllowlistPlanner, AgreesWithThePlainRulesInRandomSituations) {
         const VisibilityPlan plan = situation.plan();
         const auto* peek = situation.state.asPeeking();
         if (situation.state.asShareSafe() != nullptr) {
-            std::vector<BundleID> expected{own, agent, server};
+            std::vector<BundleID> expected{ownID, agent, server};
             expected.insert(expected.end(), situation.shareKeep.begin(), situation.shareKeep.end());
             EXPECT_EQ(plan, VisibilityPlan::allow(expected));
         } else if (situation.liveActivity) {
