@@ -110,7 +110,7 @@ void planApps(benchmark::State& bench) {
     bench.SetComplexityN(bench.range(0));
 }
 
-/// What no plan can do without: a copy of the identifiers that it names. `planApps` is measured by it.
+/// The bare copy of the identifiers that a plan names, into one vector. `planApps` is measured by it.
 void copyOfPlan(benchmark::State& bench) {
     const VisibilityPlan plan = Sorted(bench.range(0)).plan();
     const auto allowed = plan.allowed().value_or(std::vector<BundleID>());

@@ -1,7 +1,6 @@
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <string>
-#include <utility>
 
 #include "Simulator/Machine/SimulatedMac.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
@@ -19,7 +18,7 @@ void applyUnchangedPlan(benchmark::State& state) {
     for (std::size_t number = 0; number < allowed.size(); ++number) {
         allowed[number] = "com.example.menubar.app" + std::to_string(number);
     }
-    const auto plan = VisibilityPlan::allow(std::move(allowed));
+    const auto plan = VisibilityPlan::allow(allowed);
     engine.apply(plan, false, [](const auto&) {});
     mac.advance(std::chrono::seconds(1));
     for (auto unused : state) {

@@ -153,7 +153,7 @@ std::string drawPlan(Session& session) {
     const auto& plan = velko->engine().current();
     const auto names = namesOn(session);
     std::string apps;
-    if (const auto& allowed = plan.allowed()) {
+    if (const auto allowed = plan.allowed()) {
         for (const BundleID& bundleID : *allowed | std::views::take(mostPlanned)) {
             apps += element(
                 "li", {{"title", bundleID}},

@@ -5,6 +5,8 @@
 #include <compare>
 #include <cstddef>
 #include <memory_resource>
+#include <ranges>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -15,25 +17,55 @@
 
 namespace velko {
 
-VisibilityPlan VisibilityPlan::allowAscending(std::vector<BundleID> bundleIDs) {
+std::string_view VisibilityPlan::List::at(std::size_t index) const noexcept {
+    const std::size_t start = index == 0 ? 0 : ends[index - 1];
+    return std::string_view(text).substr(start, ends[index] - start);
+}
+
+VisibilityPlan VisibilityPlan::allowAscending(std::span<const std::string_view> bundleIDs) {
+    List list;
+    std::size_t length = 0;
+    for (const std::string_view bundleID : bundleIDs) {
+        length += bundleID.size();
+    }
+    list.text.reserve(length);
+    list.ends.reserve(bundleIDs.size());
+    for (const std::string_view bundleID : bundleIDs) {
+        list.ends.push_back(list.text.append(bundleID).size());
+    }
     VisibilityPlan plan;
-    plan.allowed_ = std::move(bundleIDs);
+    plan.allowed_ = std::move(list);
     return plan;
 }
 
-VisibilityPlan VisibilityPlan::allow(std::vector<BundleID> bundleIDs) {
-    std::ranges::sort(bundleIDs);
-    const auto repeated = std::ranges::unique(bundleIDs);
-    bundleIDs.erase(repeated.begin(), repeated.end());
-    return allowAscending(std::move(bundleIDs));
+VisibilityPlan VisibilityPlan::allow(const std::vector<BundleID>& bundleIDs) {
+    const std::set<std::string_view> ascending(bundleIDs.begin(), bundleIDs.end());
+    return allowAscending(std::vector(ascending.begin(), ascending.end()));
+}
+
+std::optional<std::vector<BundleID>> VisibilityPlan::allowed() const {
+    if (!allowed_) {
+        return std::nullopt;
+    }
+    std::vector<BundleID> bundleIDs;
+    bundleIDs.reserve(allowed_->ends.size());
+    for (std::size_t index = 0; index < allowed_->ends.size(); ++index) {
+        bundleIDs.emplace_back(allowed_->at(index));
+    }
+    return bundleIDs;
 }
 
 bool VisibilityPlan::hides(const BundleID& bundleID) const noexcept {
-    return allowed_ && !std::ranges::binary_search(*allowed_, bundleID);
+    if (!allowed_) {
+        return false;
+    }
+    const auto indices = std::views::iota(std::size_t{0}, allowed_->ends.size());
+    return !std::ranges::binary_search(indices, std::string_view(bundleID), {},
+                                       [this](std::size_t index) { return allowed_->at(index); });
 }
 
 std::string describe(const VisibilityPlan& plan) {
-    const auto& allowed = plan.allowed();
+    const auto allowed = plan.allowed();
     if (!allowed) {
         return "show all";
     }
@@ -47,28 +79,6 @@ std::string describe(const VisibilityPlan& plan) {
 }
 
 namespace {
-
-/// Identifiers gathered by reference, so that each one is copied once, into the finished plan. A few need no
-/// memory of their own.
-class Room {
- public:
-    [[nodiscard]] std::pmr::memory_resource* get() noexcept { return &resource_; }
-
- private:
-    std::array<std::byte, 4096> few_;
-    std::pmr::monotonic_buffer_resource resource_{few_.data(), few_.size()};
-};
-using References = std::pmr::vector<std::string_view>;
-
-void append(References& references, const auto& bundleIDs) {
-    references.insert(references.end(), bundleIDs.begin(), bundleIDs.end());
-}
-
-void sortOnce(References& references) {
-    std::ranges::sort(references);
-    const auto repeated = std::ranges::unique(references);
-    references.erase(repeated.begin(), repeated.end());
-}
 
 /// Calls `visit` with every app that is in the menu bar or in the layout, once, ascending and with its
 /// section.
@@ -93,83 +103,92 @@ void forEachCandidate(const Layout& layout, const BundleIDs& inventory, Visit vi
     }
 }
 
-/// Both lists as one, ascending and without duplicates, as each of them is. The others are few: looking for
-/// their places costs less than comparing them with everybody.
-std::vector<BundleID> merged(const References& many, const References& others) {
-    std::vector<BundleID> all;
-    all.reserve(many.size() + others.size());
-    auto next = many.begin();
-    for (const std::string_view other : others) {
-        const auto place = std::lower_bound(next, many.end(), other);
-        all.insert(all.end(), next, place);
-        all.emplace_back(other);
-        next = place + (place != many.end() && *place == other ? 1 : 0);
+/// The apps that show, ascending and each once. They are kept by reference, so that each identifier is copied
+/// once, into the finished plan. A few need no memory of their own.
+class VisibleApps {
+ public:
+    /// Adds the apps that their section shows, while there are no others. Whether some app is hidden.
+    bool addSections(const AllowlistPlanner::Request& request, bool showTucked) {
+        apps_.reserve(request.layout.sections.size() + request.inventory.size() + fewMore);
+        bool hides = false;
+        forEachCandidate(request.layout, request.inventory, [&](const BundleID& app, Section section) {
+            if (section == Section::bar || (section == Section::tucked && showTucked)) {
+                apps_.push_back(app);
+            } else if (!hides) {
+                hides = !AllowlistPlanner::isAlwaysAllowed(app);
+            }
+        });
+        return hides;
     }
-    all.insert(all.end(), next, many.end());
-    return all;
-}
 
-/// The plan of what a section shows and of `others`, which show whatever their section.
-VisibilityPlan planForSections(const AllowlistPlanner::Request& request, bool showTucked,
-                               References& others) {
-    append(others, request.poppedOut);
-    append(others, AllowlistPlanner::alwaysAllowed);
-    others.push_back(request.ownBundleID);
-    sortOnce(others);
-    References visible(others.get_allocator());
-    visible.reserve(request.layout.sections.size() + request.inventory.size());
-    bool hidesNothing = true;
-    forEachCandidate(request.layout, request.inventory, [&](const BundleID& bundleID, Section section) {
-        if (section == Section::bar || (section == Section::tucked && showTucked)) {
-            visible.push_back(bundleID);
-        } else if (hidesNothing && !AllowlistPlanner::isAlwaysAllowed(bundleID)) {
-            hidesNothing = false;
+    /// Others are few: looking for their places costs less than comparing them with everybody.
+    void add(std::string_view app) {
+        const auto place = std::ranges::lower_bound(apps_, app);
+        if (place == apps_.end() || *place != app) {
+            apps_.insert(place, app);
         }
-    });
-    return hidesNothing ? VisibilityPlan::showAll() : VisibilityPlan::allowAscending(merged(visible, others));
-}
+    }
+    void addAll(const auto& apps) {
+        for (const std::string_view app : apps) {
+            add(app);
+        }
+    }
+    void addPeeking(const RevealState& state) {
+        for (const auto* peek = state.asPeeking(); peek != nullptr; peek = peek->base.asPeeking()) {
+            add(peek->bundleID);
+        }
+    }
 
-VisibilityPlan planOf(References& references) {
-    sortOnce(references);
-    return VisibilityPlan::allowAscending({references.begin(), references.end()});
-}
+    [[nodiscard]] VisibilityPlan plan() const { return VisibilityPlan::allowAscending(apps_); }
 
-VisibilityPlan planForSharedScreen(const AllowlistPlanner::Request& request, References& visible) {
-    append(visible, AllowlistPlanner::alwaysAllowed);
-    append(visible, request.shareKeep);
-    visible.push_back(request.ownBundleID);
-    return planOf(visible);
+ private:
+    static constexpr std::size_t fewMore = 8;
+
+    std::array<std::byte, 4096> few_;
+    std::pmr::monotonic_buffer_resource resource_{few_.data(), few_.size()};
+    std::pmr::vector<std::string_view> apps_{&resource_};
+};
+
+/// What lies below the apps that peek.
+const RevealState& baseOf(const RevealState& state) {
+    const RevealState* base = &state;
+    while (const auto* peek = base->asPeeking()) {
+        base = &peek->base;
+    }
+    return *base;
 }
 
 }  // namespace
 
 VisibilityPlan AllowlistPlanner::showMe(const BundleID& bundleID, const BundleID& ownBundleID) {
-    Room room;
-    References visible({bundleID, ownBundleID}, room.get());
-    append(visible, alwaysAllowed);
-    return planOf(visible);
+    VisibleApps visible;
+    visible.add(bundleID);
+    visible.add(ownBundleID);
+    visible.addAll(alwaysAllowed);
+    return visible.plan();
 }
 
 VisibilityPlan AllowlistPlanner::plan(const Request& request) {
-    const RevealState* state = &request.state;
-    if ((request.liveActivity || request.hidesNothing) && state->asShareSafe() == nullptr) {
+    if ((request.liveActivity || request.hidesNothing) && request.state.asShareSafe() == nullptr) {
         return VisibilityPlan::showAll();
     }
-    Room room;
-    References peeking(room.get());
-    for (const auto* peek = state->asPeeking(); peek != nullptr; peek = state->asPeeking()) {
-        peeking.push_back(peek->bundleID);
-        state = &peek->base;
+    const RevealState& base = baseOf(request.state);
+    VisibleApps visible;
+    if (base.asShareSafe() != nullptr) {
+        visible.addAll(request.shareKeep);
+    } else {
+        // In the shelf style, tucked apps come out in the shelf, and the bar stays as it is.
+        const bool inBar = request.style == RevealStyle::inline_;
+        const bool withBuried = std::holds_alternative<RevealState::RevealedWithBuried>(base.value());
+        if ((inBar && withBuried) || !visible.addSections(request, inBar && base.isRevealed())) {
+            return VisibilityPlan::showAll();
+        }
+        visible.addAll(request.poppedOut);
     }
-    if (state->asShareSafe() != nullptr) {
-        return planForSharedScreen(request, peeking);
-    }
-    // In the shelf style, tucked apps come out in the shelf, and the bar stays as it is.
-    const bool inBar = request.style == RevealStyle::inline_;
-    if (inBar && std::holds_alternative<RevealState::RevealedWithBuried>(state->value())) {
-        return VisibilityPlan::showAll();
-    }
-    return planForSections(request, inBar && state->isRevealed(), peeking);
+    visible.addPeeking(request.state);
+    visible.addAll(alwaysAllowed);
+    visible.add(request.ownBundleID);
+    return visible.plan();
 }
 
 }  // namespace velko

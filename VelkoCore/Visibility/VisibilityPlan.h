@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -22,15 +25,15 @@ class VisibilityPlan {
 
     /// Shows only the given apps. The list is sorted and freed of duplicates, so that plans for the same
     /// situation compare equal. An empty list is still a list: it hides every app.
-    [[nodiscard]] static VisibilityPlan allow(std::vector<BundleID> bundleIDs);
+    [[nodiscard]] static VisibilityPlan allow(const std::vector<BundleID>& bundleIDs);
 
     /// The same for a list that is ascending already and names nobody twice.
-    [[nodiscard]] static VisibilityPlan allowAscending(std::vector<BundleID> bundleIDs);
+    [[nodiscard]] static VisibilityPlan allowAscending(std::span<const std::string_view> bundleIDs);
 
     [[nodiscard]] bool isShowAll() const noexcept { return !allowed_; }
 
     /// The apps that stay visible, ascending; nothing when everything does.
-    [[nodiscard]] const std::optional<std::vector<BundleID>>& allowed() const noexcept { return allowed_; }
+    [[nodiscard]] std::optional<std::vector<BundleID>> allowed() const;
 
     /// Whether an app's icons are hidden while this plan is in force.
     [[nodiscard]] bool hides(const BundleID& bundleID) const noexcept;
@@ -38,7 +41,17 @@ class VisibilityPlan {
     bool operator==(const VisibilityPlan&) const = default;
 
  private:
-    std::optional<std::vector<BundleID>> allowed_;
+    /// Identifiers, one after the other in a single piece of memory: plans are made and compared far more
+    /// often than their lists are read.
+    struct List {
+        std::string text;
+        std::vector<std::size_t> ends;  ///< of each identifier in `text`
+
+        [[nodiscard]] std::string_view at(std::size_t index) const noexcept;
+        bool operator==(const List&) const = default;
+    };
+
+    std::optional<List> allowed_;
 };
 
 /// "allow a, b, c" or "show all", as the log says it.

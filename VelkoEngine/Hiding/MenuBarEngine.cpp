@@ -49,7 +49,7 @@ void AssessmentEngine::apply(const VisibilityPlan& plan, bool force, Completion 
         completion(Uptime::zero());
         return;
     }
-    const auto& allowed = plan.allowed();
+    const auto allowed = plan.allowed();
     if (!allowed) {
         showAll();
         completion(Uptime::zero());

@@ -39,6 +39,17 @@ struct Situation {
     }
 };
 
+TEST(VisibilityPlan, KeepsIdentifiersApart) {
+    const auto plan = VisibilityPlan::allow({"b", "ab", "b", "", "abc"});
+    EXPECT_EQ(plan.allowed(), (std::vector<BundleID>{"", "ab", "abc", "b"}));
+    EXPECT_NE(plan, VisibilityPlan::allow({"", "a", "babc", "b"})) << "the same letters";
+    for (const auto* hidden : {"a", "ba", "c", "bb"}) {
+        EXPECT_TRUE(plan.hides(hidden)) << hidden;
+    }
+    EXPECT_TRUE(VisibilityPlan::allow({}).hides(""));
+    EXPECT_NE(VisibilityPlan::allow({}), VisibilityPlan::showAll());
+}
+
 TEST(AllowlistPlanner, ListsWhatIsOutUntilNothingIsLeftToHide) {
     Situation situation;
     situation.layout.sections = {{"a.bar", Section::bar},
