@@ -29,6 +29,7 @@ class World final : private NonCopyable {
     /// Velko, or null while it does not run.
     [[nodiscard]] AppController* velko() noexcept { return velko_ ? &velko_->controller() : nullptr; }
     /// What Velko has logged, over all its runs.
+    [[nodiscard]] Log& log() noexcept { return log_; }
     [[nodiscard]] const Log& log() const noexcept { return log_; }
 
     [[nodiscard]] std::filesystem::path layoutFile() const { return folder_ / "layout.json"; }

@@ -100,6 +100,10 @@ TEST_F(SessionTest, OpensAnAppsMenuAndChoosesFromIt) {
     ASSERT_TRUE(ask("icon", R"({"pid":)" + std::to_string(pid) + "}"));
     ASSERT_EQ(session.menus().size(), 1U);
     EXPECT_FALSE(ask("choose", R"({"place":[0]})")) << "a header";
+    for (const auto* nowhere : {"{}", R"({"place":"3"})", R"({"place":["3"]})", R"({"place":[3,-1]})"}) {
+        EXPECT_FALSE(ask("choose", nowhere)) << nowhere;
+        EXPECT_EQ(session.menus().size(), 1U) << "it is still open";
+    }
     session.openControlMenu(
         {.anchor = "x", .items = {{.title = "No", .isEnabled = false, .action = [] { FAIL(); }}}});
     EXPECT_FALSE(ask("choose", R"({"place":[0]})")) << "it is greyed";

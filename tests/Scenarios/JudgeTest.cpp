@@ -99,6 +99,9 @@ constexpr Breach breaches[] = {
     {"DismissesUnasked", "say \"Now\"\nwait 1 s",
      [](scenarios::World& world) { world.velko()->autopilot().dismiss("com.tinyspeck.slackmacgap"); },
      "the user alone decides"},
+    {"OffersAgainWithinAWeek", "say \"Now\"\nwait 1 s",
+     [](scenarios::World& world) { world.log().log("autopilot", "offering 1 suggestion"); },
+     "offers are made once a week"},
     {"ReadsTheFileAgainUnasked", "file place Dropbox bar\nsay \"Now\"\nwait 1 s",
      [](scenarios::World& world) { world.velko()->loadLayout(); }, "the user alone decides"},
 };

@@ -109,9 +109,9 @@ class RoomBesideMenus : public FacesOnMac {
         editor = mac.launch({.bundleID = "com.example.editor", .name = "Editor", .isRegular = true});
     }
 
-    /// Tucked icons of that width altogether. With the broom and the system's items they need 272 more.
-    void startWith(double width) {
-        layout.place("app.wide", Section::tucked);
+    /// Icons of that width altogether. With the broom and the system's items they need 272 more.
+    void startWith(double width, Section section = Section::tucked) {
+        layout.place("app.wide", section);
         mac.launch({.bundleID = "app.wide", .name = "Wide", .icons = {{.title = "W", .width = width}}});
         startFaces();
     }
@@ -154,6 +154,15 @@ TEST_F(RoomBesideMenus, IsNotMeasuredWhereFewIconsAlwaysFit) {
     startWith(60);
     EXPECT_EQ(activate(900), 0U);
     EXPECT_TRUE(revealsInBar());
+}
+
+TEST_F(RoomBesideMenus, IsNotMissedWhereRevealingBringsNothingOut) {
+    layout.place("app.away", Section::tucked);
+    startWith(900, Section::bar);
+    EXPECT_TRUE(revealsInBar()) << "the shelf would hold none of those that have no room";
+    mac.launch({.bundleID = "app.away", .name = "Away", .icons = {{.title = "A", .width = iconWidth}}});
+    pass(20s);
+    EXPECT_FALSE(revealsInBar());
 }
 
 std::vector<Story> stories() {
