@@ -1,12 +1,15 @@
 #include <array>
+#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
+#include <string>
 #include <utility>
 
 #include "VelkoCore/NumberText.h"
+#include "tests/TemporaryFolder.h"
 
 namespace velko {
 namespace {
@@ -43,6 +46,47 @@ TEST(NumberText, RoundsAndTruncates) {
     EXPECT_EQ(fixedText(-1.5, 0), "-2");
     EXPECT_EQ(wholeText(-3.9), "-3");
     EXPECT_EQ(wholeText(-0.5), "0");
+}
+
+/// While it lives, the C library writes another character between a number and its decimals. Not every
+/// machine can make such a locale.
+class OtherPoint final : private NonCopyable {
+ public:
+    explicit OtherPoint(const std::string& point) {
+        const auto source = folder_.path() / "source";
+        writeFile(source, "LC_NUMERIC\ndecimal_point \"" + point +
+                              "\"\nthousands_sep \"\"\ngrouping -1\nEND LC_NUMERIC\n");
+        const std::string command = "localedef -c -f UTF-8 -i " + source.string() + " " +
+                                    (folder_.path() / "other").string() + " >/dev/null 2>&1";
+        EXPECT_GE(std::system(command.c_str()), 0);
+        setenv("LOCPATH", folder_.path().c_str(), 1);
+        isSet_ = std::setlocale(LC_NUMERIC, "other") != nullptr;
+    }
+    ~OtherPoint() {
+        std::setlocale(LC_NUMERIC, "C");
+        unsetenv("LOCPATH");
+    }
+    [[nodiscard]] bool isSet() const { return isSet_; }
+
+ private:
+    TemporaryFolder folder_;
+    bool isSet_ = false;
+};
+
+TEST(NumberText, IsTheSameInEveryLocale) {
+    for (const auto* point : {"<U002C>", "<U066B>"}) {  // a comma, and a character of two bytes
+        const OtherPoint other(point);
+        if (!other.isSet()) {
+            GTEST_SKIP() << "localedef can't make a locale here";
+        }
+        EXPECT_EQ(std::strtod("0.5", nullptr), 0) << "the locale counts";
+        EXPECT_EQ(fixedText(-12.75, 2), "-12.75");
+        EXPECT_EQ(fixedText(9.96, 1), "10.0");
+        EXPECT_EQ(fixedText(1234.4, 0), "1234");
+        EXPECT_EQ(decimalText(0.1), "0.1");
+        EXPECT_EQ(decimalText(1e-7), "0.0000001");
+        EXPECT_EQ(decimalText(123456.5), "123456.5");
+    }
 }
 
 }  // namespace
