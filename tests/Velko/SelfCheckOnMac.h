@@ -197,8 +197,8 @@ class SelfCheckOnMac : public testing::Test {
     Lines failuresOfHiding() { return failures({Option::tryHiding}, "hiding"); }
 
     [[nodiscard]] bool says(const std::string& words) const {
-        return std::ranges::any_of(lines,
-                                   [&](const std::string& line) { return line.find(words) != line.npos; });
+        return std::ranges::any_of(
+            lines, [&](const std::string& line) { return line.find(words) != std::string::npos; });
     }
     [[nodiscard]] std::string all() const {
         std::string text;
