@@ -14,12 +14,13 @@ using namespace std::chrono_literals;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
-using Key = view::Shortcut::Key;
 
 /// Twenty days after Velko began to watch clicks. "Dusty" stands in the bar and is never clicked; "Handy"
 /// and "Hog" do not run yet.
 class NoteTest : public FacesOnMac {
  protected:
+    using Key = view::Shortcut::Key;
+
     NoteTest() : FacesOnMac({}) {
         layout.seenApps = BundleIDs{"app.dusty", "app.handy", "app.hog"};
         layout.place("app.handy", Section::buried);

@@ -13,10 +13,11 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Key = view::KeyPress::Key;
 
 class SearchTest : public FacesOnMac {
  protected:
+    using Key = view::KeyPress::Key;
+
     SearchTest() : FacesOnMac({.displays = {SimulatedDisplays::notched()}}) {}
     ~SearchTest() override { mac.surfaces.forget(); }
 
