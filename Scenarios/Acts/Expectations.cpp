@@ -52,6 +52,9 @@ std::string stateOf(const AppController& velko) {
     if (state.asPeeking() != nullptr) {
         return "opening";
     }
+    if (state.asShareSafe() != nullptr) {
+        return "presenting";
+    }
     return state == RevealState::revealedWithBuried() ? "buried" : describe(state);
 }
 

@@ -251,7 +251,7 @@ constexpr auto wordOperands = std::to_array<WordOperand>({
     {"PLACE", "broom bar shelf desktop"},
     {"SECTION", "bar tucked buried"},
     {"SPOT", "bar notch nowhere stub"},
-    {"STATE", "collapsed revealed buried opening"},
+    {"STATE", "collapsed revealed buried opening presenting"},
     {"STYLE", "inline shelf"},
     {"SURFACE", surfaceNames.data()},
     {"SWITCH", "on off"},
