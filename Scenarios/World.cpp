@@ -16,6 +16,8 @@
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
+#include "Velko/App/AppDelegate.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 
@@ -103,6 +105,10 @@ World::World(std::filesystem::path folder, const SimulatedMacOptions& options)
 
 World::~World() {
     mac_.onMenuBarChange = nullptr;
+}
+
+AppController* World::velko() noexcept {
+    return velko_ ? &velko_->controller() : nullptr;
 }
 
 void World::startVelko() {

@@ -9,10 +9,13 @@
 
 #include "Simulator/Files/LibplistReader.h"
 #include "Simulator/Machine/SimulatedMac.h"
-#include "Velko/App/AppController.h"
-#include "Velko/App/AppDelegate.h"
 #include "Velko/App/Log.h"
 #include "VelkoCore/NonCopyable.h"
+
+namespace velko {
+class AppController;
+class AppDelegate;
+}  // namespace velko
 
 namespace velko::scenarios {
 
@@ -27,7 +30,7 @@ class World final : private NonCopyable {
     [[nodiscard]] SimulatedMac& mac() noexcept { return mac_; }
     [[nodiscard]] const SimulatedMac& mac() const noexcept { return mac_; }
     /// Velko, or null while it does not run.
-    [[nodiscard]] AppController* velko() noexcept { return velko_ ? &velko_->controller() : nullptr; }
+    [[nodiscard]] AppController* velko() noexcept;
     /// What Velko has logged, over all its runs.
     [[nodiscard]] Log& log() noexcept { return log_; }
     [[nodiscard]] const Log& log() const noexcept { return log_; }

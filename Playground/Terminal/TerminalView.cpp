@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 #include "VelkoEngine/Text/Text.h"
 
 namespace velko::playground {

@@ -16,6 +16,7 @@
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Velko/App/AppController.h"
 
 namespace velko::web {
 

@@ -12,6 +12,7 @@
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 
 namespace velko::web {
 

@@ -9,6 +9,7 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/View/Tree.h"
 

@@ -5,6 +5,7 @@
 #include "Scenarios/Acts/Acts.h"
 #include "Simulator/Desktop/SimulatedHotKeys.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Flows/GlobalKeys.h"
 
 namespace velko::script {

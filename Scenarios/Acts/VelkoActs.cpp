@@ -9,6 +9,7 @@
 #include "Scenarios/Acts/Acts.h"
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedDialogs.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Presenting.h"

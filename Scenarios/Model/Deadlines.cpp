@@ -11,6 +11,7 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Scenarios/Model/LogLines.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "VelkoCore/Layout/Switches.h"
 

@@ -7,6 +7,7 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Scenarios/Model/LogLines.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Time/Date.h"
 
 // Lines of the log about the apps that run, and about questions to the user.

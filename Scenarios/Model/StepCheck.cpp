@@ -9,6 +9,7 @@
 
 #include "Scenarios/SampleApps.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Layout/Switches.h"
 
 namespace velko::scenarios::model {
@@ -181,6 +182,11 @@ void checkCommand(StepCheck& check) {
 }
 
 }  // namespace
+
+std::map<BundleID, AppUsage> StepCheck::usage() const {
+    const AppController* velko = world.velko();
+    return velko == nullptr ? std::map<BundleID, AppUsage>() : velko->values().usage;
+}
 
 bool isBroomClick(const script::Step& step) {
     return (step.verb == Verb::clickBroom && step.word != "lost") || step.verb == Verb::holdBroom ||

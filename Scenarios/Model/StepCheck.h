@@ -51,10 +51,7 @@ struct StepCheck {
     [[nodiscard]] bool hasJustTucked() const { return expected.tuckedAt && *expected.tuckedAt >= begun; }
 
     /// What the apps cost, as Velko has measured it.
-    [[nodiscard]] std::map<BundleID, AppUsage> usage() const {
-        const AppController* velko = world.velko();
-        return velko == nullptr ? std::map<BundleID, AppUsage>() : velko->values().usage;
-    }
+    [[nodiscard]] std::map<BundleID, AppUsage> usage() const;
     [[nodiscard]] std::set<std::string> suggestions() const {
         return suggestionsFor(expected, usage(), date());
     }

@@ -13,6 +13,7 @@
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 

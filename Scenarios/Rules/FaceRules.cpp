@@ -19,6 +19,7 @@
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/MenuBar/SimulatedStatusItem.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Broom/BroomIcon.h"
 #include "Velko/Flows/GlobalKeys.h"

@@ -16,6 +16,7 @@
 #include "Simulator/Machine/SimulatedSession.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Time/Timing.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 

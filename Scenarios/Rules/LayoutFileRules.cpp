@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"

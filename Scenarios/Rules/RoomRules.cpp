@@ -8,6 +8,7 @@
 #include "Simulator/Desktop/SimulatedScreen.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Velko/App/AppController.h"
 #include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
 namespace velko::scenarios {

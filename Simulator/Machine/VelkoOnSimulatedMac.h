@@ -5,6 +5,7 @@
 
 #include "Simulator/Machine/SimulatedMac.h"
 #include "Velko/App/AppController.h"
+#include "Velko/App/AppInfo.h"
 #include "Velko/App/Log.h"
 #include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Layout/LayoutStore.h"

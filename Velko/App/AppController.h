@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "Velko/App/AppInfo.h"
 #include "Velko/App/AppValues.h"
 #include "Velko/App/Visibility.h"
 #include "Velko/Flows/FlowHost.h"

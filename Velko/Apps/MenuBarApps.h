@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "Velko/App/AppValues.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Section.h"
 
@@ -13,6 +12,8 @@ namespace velko {
 
 class AppController;
 class Workspace;
+struct AppValues;
+struct FailedOpening;
 
 /// An app that has icons in the menu bar now. Its icons may be hidden.
 struct PresentApp {

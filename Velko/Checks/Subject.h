@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Velko/App/AppValues.h"
+#include "Velko/App/AppInfo.h"
 #include "Velko/Checks/LayoutAudit.h"
 #include "Velko/Checks/Notes.h"
 #include "Velko/Checks/RenderingCheck.h"

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "Velko/App/AppValues.h"
+#include "Velko/App/AppInfo.h"
 #include "VelkoCore/Files/AtomicFile.h"
 
 /// What the running program can find out about itself and its user.

@@ -19,6 +19,7 @@
 #include "Simulator/Desktop/SimulatedWorkspace.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Ports/Desktop.h"
 #include "Velko/View/Node.h"

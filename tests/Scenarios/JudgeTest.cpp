@@ -7,6 +7,7 @@
 #include "Scenarios/World.h"
 #include "Simulator/Desktop/SimulatedSurfaces.h"
 #include "Simulator/Time/SimulatedMainThread.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Flows/Preferences.h"
 #include "Velko/Flows/Questions.h"
 #include "Velko/Flows/ShowApp.h"

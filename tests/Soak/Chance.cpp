@@ -10,6 +10,7 @@
 #include "Scenarios/SampleApps.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
 #include "Simulator/Desktop/SimulatedWorkspace.h"
+#include "Velko/App/AppController.h"
 #include "Velko/Flows/Questions.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "tests/Soak/Events.h"

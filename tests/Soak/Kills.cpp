@@ -14,6 +14,7 @@
 #include "Scenarios/World.h"
 #include "Simulator/MenuBar/SimulatedFramework.h"
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
+#include "Velko/App/AppController.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 #include "tests/Soak/Chance.h"
 #include "tests/TemporaryFolder.h"
