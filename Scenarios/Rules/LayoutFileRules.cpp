@@ -10,6 +10,7 @@
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/ManagedLayoutFile.h"
 #include "VelkoCore/Time/Timing.h"
 
 namespace velko::scenarios {

@@ -9,6 +9,7 @@
 #include "Velko/App/Log.h"
 #include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/ManagedLayoutFile.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/Ports/Platform.h"
 

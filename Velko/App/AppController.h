@@ -16,6 +16,7 @@
 #include "Velko/Ports/Desktop.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/ManagedLayoutFile.h"
 #include "VelkoCore/Visibility/RevealState.h"
 #include "VelkoCore/Visibility/VisibilityPlan.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"

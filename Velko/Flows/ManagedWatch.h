@@ -7,6 +7,7 @@
 
 #include "Velko/Flows/FlowHost.h"
 #include "VelkoCore/Layout/ManagedLayout.h"
+#include "VelkoCore/Layout/ManagedLayoutFile.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/MainThread.h"
 #include "VelkoEngine/Ports/Task.h"

@@ -9,7 +9,7 @@
 #include "Velko/App/Log.h"
 #include "Velko/Commands/CommandClient.h"
 #include "VelkoCore/Layout/LayoutStore.h"
-#include "VelkoCore/Layout/ManagedLayout.h"
+#include "VelkoCore/Layout/ManagedLayoutFile.h"
 #include "VelkoEngine/mac/Conversions.h"
 
 namespace velko::Surroundings {

@@ -8,6 +8,7 @@
 
 #include "VelkoCore/Files/JsonRecord.h"
 #include "VelkoCore/Layout/LayoutFormats.h"
+#include "VelkoCore/Layout/Switches.h"
 
 namespace velko {
 
@@ -249,29 +250,6 @@ std::expected<ManagedLayout::Found, std::string> ManagedLayout::read(std::string
     const auto doubled = std::ranges::unique(found.faults);
     found.faults.erase(doubled.begin(), doubled.end());
     return found;
-}
-
-std::filesystem::path ManagedLayoutFile::defaultURL(const std::filesystem::path& applicationSupport) {
-    return applicationSupport / "Velko" / "layout.json";
-}
-
-std::expected<std::optional<ManagedLayout::Found>, std::string> ManagedLayoutFile::read() const {
-    if (file.empty()) {
-        return std::nullopt;
-    }
-    const auto content = AtomicFile::readOf(owner, file, largest, calls);
-    if (!content) {
-        return std::unexpected(content.error().description);
-    }
-    const auto& text = *content;
-    if (!text) {
-        return std::nullopt;
-    }
-    auto found = ManagedLayout::read(*text);
-    if (!found) {
-        return std::unexpected(file.string() + ": " + found.error());
-    }
-    return *std::move(found);
 }
 
 }  // namespace velko

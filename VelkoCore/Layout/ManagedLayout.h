@@ -3,20 +3,19 @@
 #include <cstddef>
 #include <cstdint>
 #include <expected>
-#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/Layout/Layout.h"
 #include "VelkoCore/Layout/Section.h"
-#include "VelkoCore/Layout/Switches.h"
 
 namespace velko {
+
+enum class Switch;
 
 /// What an organisation has decided for all users of a Mac: places of apps, and preferences. It is laid over
 /// the user's own layout where that is used, and taken off again where it is saved. Pure value.
@@ -68,22 +67,6 @@ struct ManagedLayout::Found {
     static constexpr std::size_t mostFaults = 20;
 
     bool operator==(const Found&) const = default;
-};
-
-/// The file in which an organisation places it. Velko only reads it. Any thread; blocks until it is read.
-struct ManagedLayoutFile {
-    static constexpr std::size_t largest = 1U << 20U;  ///< bytes
-
-    std::filesystem::path file{};  ///< empty: nothing is managed here
-    unsigned owner = 0;            ///< the user whom it must belong to: the system's administrator
-    FileCalls calls{};
-
-    /// Where the file belongs, inside the Application Support folder of the whole Mac.
-    [[nodiscard]] static std::filesystem::path defaultURL(const std::filesystem::path& applicationSupport);
-
-    /// What the file says; nothing when there is none. A file that others could have written is an error, as
-    /// is one that can't be read.
-    [[nodiscard]] std::expected<std::optional<ManagedLayout::Found>, std::string> read() const;
 };
 
 }  // namespace velko

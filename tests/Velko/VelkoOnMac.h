@@ -20,6 +20,7 @@
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Import/Importers.h"
 #include "VelkoCore/Layout/LayoutStore.h"
+#include "VelkoCore/Layout/ManagedLayoutFile.h"
 #include "VelkoCore/Sorting/SortSession.h"
 #include "VelkoEngine/Hiding/MenuBarEngine.h"
 #include "VelkoEngine/Ports/Platform.h"

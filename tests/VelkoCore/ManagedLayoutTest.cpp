@@ -8,6 +8,8 @@
 
 #include "VelkoCore/Layout/LayoutFormats.h"
 #include "VelkoCore/Layout/ManagedLayout.h"
+#include "VelkoCore/Layout/ManagedLayoutFile.h"
+#include "VelkoCore/Layout/Switches.h"
 #include "tests/Dice.h"
 #include "tests/TemporaryFolder.h"
 
