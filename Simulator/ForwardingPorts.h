@@ -72,6 +72,9 @@ class ForwardingWorkspace : public Workspace {
     [[nodiscard]] std::optional<std::string> installedName(const BundleID& bundleID) const override {
         return next_.installedName(bundleID);
     }
+    [[nodiscard]] std::vector<std::size_t> placesOf(const std::vector<std::string>& names) const override {
+        return next_.placesOf(names);
+    }
     [[nodiscard]] Subscription observe(std::function<void(const WorkspaceNotice&)> handler) override {
         return next_.observe(std::move(handler));
     }

@@ -53,6 +53,9 @@ void checkWorkspace(const Platform& platform, Checks& checks) {
     expect(checks, "workspace: nobody is found by an identifier that nobody has",
            workspace.pids("app.velko.nobody-has-this").empty() &&
                !workspace.installedName("app.velko.nobody-has-this"));
+    const std::vector<std::string> names{"app 10", "App 2", "zoo", "app 10", "Bee"};
+    expect(checks, "workspace: names are sorted by their numbers, and without their case",
+           workspace.placesOf(names) == std::vector<std::size_t>{1, 0, 3, 1, 2});
 
     Subscription subscription = workspace.observe([](const WorkspaceNotice&) {});
     const bool wasActive = subscription.isActive();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -61,6 +62,11 @@ class Workspace : private NonCopyable {
     /// The name under which the Finder shows an installed app, whether it runs or not, with or without its
     /// ".app"; nothing when there is none. Main thread.
     [[nodiscard]] virtual std::optional<std::string> installedName(const BundleID& bundleID) const = 0;
+
+    /// Places names in the order in which the Finder sorts names for this user: for each name its place. The
+    /// same names share a place. Every language sorts in its own way; where the system says nothing, the
+    /// order is `NameOrder`. Main thread.
+    [[nodiscard]] virtual std::vector<std::size_t> placesOf(const std::vector<std::string>& names) const;
 
     /// Calls `handler` on the main thread for every notice until the subscription ends. For a regular app,
     /// its own notice and that of the list may come in either order.

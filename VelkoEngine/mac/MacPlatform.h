@@ -62,6 +62,7 @@ class MacWorkspace final : public Workspace {
     [[nodiscard]] std::optional<BundleID> bundleID(ProcessID pid) const override;
     [[nodiscard]] std::vector<ProcessID> pids(const BundleID& bundleID) const override;
     [[nodiscard]] std::optional<std::string> installedName(const BundleID& bundleID) const override;
+    [[nodiscard]] std::vector<std::size_t> placesOf(const std::vector<std::string>& names) const override;
     [[nodiscard]] Subscription observe(std::function<void(const WorkspaceNotice&)> handler) override;
     void terminate(const BundleID& bundleID) override;
     bool openURL(const std::string& url) override;

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstring>
 #include <limits>
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -69,6 +70,23 @@ std::optional<std::string> MacWorkspace::installedName(const BundleID& bundleID)
     NSString* path = [[NSWorkspace sharedWorkspace] URLForApplicationWithBundleIdentifier:identifier].path;
     return path == nil ? std::nullopt
                        : portableIfAny([[NSFileManager defaultManager] displayNameAtPath:path]);
+}
+
+std::vector<std::size_t> MacWorkspace::placesOf(const std::vector<std::string>& names) const {
+    NSMutableArray<NSString*>* texts = [NSMutableArray arrayWithCapacity:names.size()];
+    for (const std::string& name : names) {
+        [texts addObject:native(name)];
+    }
+    std::map<std::string, std::size_t> places;
+    for (NSString* text in [texts sortedArrayUsingSelector:@selector(localizedStandardCompare:)]) {
+        places.try_emplace(portable(text), places.size());
+    }
+    std::vector<std::size_t> result;
+    result.reserve(names.size());
+    for (NSString* text in texts) {
+        result.push_back(places[portable(text)]);
+    }
+    return result;
 }
 
 Subscription MacWorkspace::observe(std::function<void(const WorkspaceNotice&)> handler) {

@@ -77,6 +77,7 @@ typedef enum NSKeyValueObservingOptions : NSUInteger {} NSKeyValueObservingOptio
 @property(readonly) NSUInteger count;
 @property(readonly) ObjectType firstObject;
 - (BOOL)containsObject:(ObjectType)object;
+- (NSArray<ObjectType>*)sortedArrayUsingSelector:(SEL)comparator;
 - (ObjectType)objectAtIndexedSubscript:(NSUInteger)index;
 @end
 
