@@ -68,8 +68,8 @@ std::string changesInWords(const AppValues& values, const Workspace& workspace, 
         moving += isHere && values.layout.section(bundleID) != section ? 1 : 0;
     }
     const std::size_t staying = theirs.sections.size() - moving - absent - managed;
-    std::string what =
-        "Another place for " + countOfApps(moving) + ", the same place for " + countOfApps(staying) + ". ";
+    std::string what = moving == 0 ? "No app gets another place" : "Another place for " + countOfApps(moving);
+    what += staying == 0 ? ". " : ", the same place for " + countOfApps(staying) + ". ";
     if (absent > 0) {
         what += countOfApps(absent) + (absent == 1 ? " isn't" : " aren't") + " on this Mac. ";
     }

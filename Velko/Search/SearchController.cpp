@@ -61,7 +61,10 @@ BundleID appOfRow(const std::string& row) {
 }  // namespace
 
 SearchController::SearchController(const FaceParts& parts, BroomFrame& broom)
-    : parts_(parts), broom_(broom), panel_(parts.ports.surfaces, Surfaces::Kind::search) {}
+    : parts_(parts),
+      broom_(broom),
+      panel_(parts.ports.surfaces, Surfaces::Kind::search),
+      announcement_(parts.platform.mainThread, parts.ports.surfaces) {}
 
 void SearchController::show(const std::string& typed) {
     const auto place = broom_.placeBelow(searchGapBelowBar);
@@ -86,7 +89,11 @@ void SearchController::show(const std::string& typed) {
                  .motion = {.fade = isStill ? Timing::Seconds::zero() : Timing::noteFade},
                  .content = content(),
                  .ignoresPress = [this](Point point) { return broom_.holdsUpwards(point); },
-                 .closed = [this] { typed_.clear(); }},
+                 .closed =
+                     [this] {
+                         typed_.clear();
+                         announcement_.cancel();
+                     }},
                 parts_.controller.observe([this] { refresh(); }));
 }
 
@@ -107,13 +114,9 @@ void SearchController::type(const std::string& text) {
     typed_ = text;
     trouble_.clear();
     found_ = search_.find(typed_);
-    selected_.clear();
-    if (found_.empty()) {
-        parts_.ports.surfaces.announce("No results");
-        update();
-    } else {
-        select(found_.front().bundleID);
-    }
+    selected_ = found_.empty() ? BundleID() : found_.front().bundleID;
+    announcement_.found(found_.size(), found_.empty() ? "" : label(found_.front()));
+    update();
 }
 
 /// The keyboard stays in the field, so a screen reader does not look at the list.
@@ -121,6 +124,7 @@ void SearchController::select(const BundleID& bundleID) {
     const auto app = std::ranges::find(found_, bundleID, &AppSearch::App::bundleID);
     if (app != found_.end() && selected_ != bundleID) {
         selected_ = bundleID;
+        announcement_.cancel();
         parts_.ports.surfaces.announce(label(*app));
     }
     update();

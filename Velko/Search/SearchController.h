@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Velko/App/FaceParts.h"
+#include "Velko/Apps/FoundAnnouncement.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/Identifiers.h"
 #include "VelkoCore/NonCopyable.h"
@@ -50,6 +51,7 @@ class SearchController final : private NonCopyable {
     FaceParts parts_;
     BroomFrame& broom_;
     OpenSurface panel_;
+    FoundAnnouncement announcement_;
     std::string typed_;
     std::vector<AppSearch::App> apps_;  ///< those in the menu bar
     AppSearch search_;                  ///< over these

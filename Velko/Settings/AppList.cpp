@@ -31,6 +31,7 @@ void AppList::opened() {
     search_.clear();
     selected_.clear();
     staying_.clear();
+    installed_.clear();
     historyBefore_ = parts_.controller.values().history.revision();
 }
 
@@ -48,7 +49,8 @@ void AppList::look() {
                           .staying = staying_,
                           .search = search_,
                           .order = order_,
-                          .now = floorToSeconds(parts_.platform.mainThread.date())});
+                          .now = floorToSeconds(parts_.platform.mainThread.date()),
+                          .installed = &installed_});
     view::RowIDs rows;
     for (const ListedApp& app : listed_.apps) {
         rows.insert(rowOf(app.bundleID));
@@ -62,6 +64,16 @@ void AppList::look() {
 void AppList::select(const view::RowIDs& rows) {
     selected_ = rows;
     changed_();
+}
+
+void AppList::search(const std::string& text) {
+    search_ = text;
+    changed_();
+    if (search_.empty()) {
+        announcement_.cancel();
+    } else {
+        announcement_.found(listed_.apps.size());
+    }
 }
 
 std::vector<ListedApp> AppList::chosen(const view::RowIDs& rows) const {
@@ -79,10 +91,7 @@ std::vector<view::Node> AppList::nodes() {
                   {filterPicker(), view::spacer("sorting:gap"),
                    view::button("sort-again", {.title = isSetUp ? "Sort Again…" : "Finish Setup…",
                                                .press = [&host = parts_.host] { host.onResort(); }})}),
-        searchRow(), list()};
-    if (auto row = selectionRow()) {
-        nodes.push_back(*std::move(row));
-    }
+        searchRow(), selectionRow(), list()};
     if (auto row = undoLine(parts_.controller, historyBefore_)) {
         nodes.push_back(*std::move(row));
     }
@@ -114,16 +123,14 @@ view::Node AppList::filterPicker() {
 
 view::Node AppList::searchRow() {
     constexpr double appSearchWidth = 260;
-    view::Node field{.id = "search",
-                     .label = "Search apps",
-                     .width = appSearchWidth,
-                     .content = view::SearchField{.text = search_,
-                                                  .placeholder = "Search",
-                                                  .drives = "apps",
-                                                  .change = [this](const std::string& text) {
-                                                      search_ = text;
-                                                      changed_();
-                                                  }}};
+    view::Node field{
+        .id = "search",
+        .label = "Search apps",
+        .width = appSearchWidth,
+        .content = view::SearchField{.text = search_,
+                                     .placeholder = "Search",
+                                     .drives = "apps",
+                                     .change = [this](const std::string& text) { search(text); }}};
     view::Node order{.id = "order",
                      .label = "Sort by",
                      .content = view::Picker{.options = {"By Name", "By Last Click", "By Cost"},
@@ -186,11 +193,27 @@ std::string AppList::whyNoneIsListed() const {
     return "No app is buried.";
 }
 
+view::Node AppList::countRow() const {
+    const std::size_t count = listed_.apps.size();
+    std::string words;
+    if (!search_.empty()) {
+        words = (count == 1 ? "1 app" : std::to_string(count) + " apps") + std::string(" found. ");
+    }
+    words += count < 2 ? "" : "Select several to place them together.";
+    return view::explanation("selected:none", std::move(words));
+}
+
 /// Places all selected apps at once.
-std::optional<view::Node> AppList::selectionRow() {
+view::Node AppList::selectionRow() {
+    constexpr double rowHeight = 28;
+    const auto row = [](std::vector<view::Node> children) {
+        view::Node node = view::row("selected", std::move(children));
+        node.minHeight = rowHeight;
+        return node;
+    };
     const std::vector<ListedApp> apps = chosen(selected_);
     if (apps.size() < 2) {
-        return std::nullopt;
+        return row({countRow(), view::spacer("selected:gap")});
     }
     BundleIDs ids;
     BundleIDs notRunning;
@@ -230,7 +253,7 @@ std::optional<view::Node> AppList::selectionRow() {
         children.back().help = "Forgets those of them that aren't running";
     }
     children.push_back(std::move(places));
-    return view::row("selected", std::move(children));
+    return row(std::move(children));
 }
 
 /// Apps that are gone for good would otherwise stay in the layout for ever.

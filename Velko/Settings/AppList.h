@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Velko/App/FaceParts.h"
+#include "Velko/Apps/FoundAnnouncement.h"
 #include "Velko/Settings/ListedApps.h"
 #include "Velko/View/Node.h"
 #include "VelkoCore/Identifiers.h"
@@ -21,27 +22,36 @@ class AppList final : private NonCopyable {
  public:
     /// `changed` is called when the list must be drawn again. All that `parts` refers to outlives this.
     AppList(const FaceParts& parts, std::function<void()> changed)
-        : parts_(parts), changed_(std::move(changed)) {}
+        : parts_(parts),
+          changed_(std::move(changed)),
+          announcement_(parts.platform.mainThread, parts.ports.surfaces) {}
 
     /// The window opens: what was typed and selected in it before is gone, and so is the offer to undo.
     void opened();
 
+    /// The window closes, or shows another page.
+    void leave() { announcement_.cancel(); }
+
     /// Selects that app, whatever was filtered before.
     void pointTo(const BundleID& bundleID);
 
-    /// The controls above the list, the list, and what there is to say below it.
+    /// The controls above the list, the list, and what there is to say below it. What can be done with a
+    /// selection is above it, where a small display shows it too, and has its room there at all times: no row
+    /// moves away under the pointer.
     [[nodiscard]] std::vector<view::Node> nodes();
 
  private:
     void look();
     void select(const view::RowIDs& rows);
+    void search(const std::string& text);
     [[nodiscard]] std::vector<ListedApp> chosen(const view::RowIDs& rows) const;
 
     [[nodiscard]] view::Node filterPicker();
     [[nodiscard]] view::Node searchRow();
     [[nodiscard]] view::Node list();
     [[nodiscard]] std::string whyNoneIsListed() const;
-    [[nodiscard]] std::optional<view::Node> selectionRow();
+    [[nodiscard]] view::Node selectionRow();
+    [[nodiscard]] view::Node countRow() const;
     [[nodiscard]] std::optional<view::Node> goneRow();
 
     FaceParts parts_;
@@ -54,6 +64,8 @@ class AppList final : private NonCopyable {
     /// sight.
     BundleIDs staying_;
     ListedApps listed_;
+    InstalledApps installed_;
+    FoundAnnouncement announcement_;
     std::size_t historyBefore_ = 0;  ///< the revision of the history when the window opened
 };
 

@@ -252,7 +252,7 @@ view::Node general(const Context& context) {
     }
     std::ranges::move(kept, std::back_inserter(children));
     children.push_back(earlierLayouts(context.earlier));
-    return view::column("page:general", std::move(children), 14);
+    return scrolling("scroll", "General", view::column("page:general", std::move(children), 14));
 }
 
 }  // namespace velko::SettingsPages

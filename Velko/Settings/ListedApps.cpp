@@ -1,6 +1,7 @@
 #include "Velko/Settings/ListedApps.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <tuple>
 #include <utility>
@@ -37,6 +38,7 @@ class Listing final {
           values_(controller.values()),
           request_(request),
           isSeen_(seesMenuBar(values_)),
+          workspace_(workspace),
           names_(values_, workspace),
           waiting_(values_.layout.inbox.begin(), values_.layout.inbox.end()) {
         for (TidySuggestion& suggestion : controller.autopilot().suggestions()) {
@@ -90,7 +92,7 @@ class Listing final {
         const bool isCounted = atRest_ >= ListedApps::mostAtRest && !isRunning;
         // Finding a name costs a search of the disk, so it is done once for each app.
         std::string name = isCounted ? std::string() : names_.of(bundleID);
-        const bool isInstalled = isRunning || isCounted || name != bundleID;
+        const bool isInstalled = isRunning || (isCounted ? isOnThisMac(bundleID) : name != bundleID);
         if (!isInstalled && values_.managed.places(bundleID)) {
             return;  // an organisation places what only some of its Macs have
         }
@@ -113,6 +115,17 @@ class Listing final {
         } else {
             ++listed_.atRestLeftOut;
         }
+    }
+
+    [[nodiscard]] bool isOnThisMac(const BundleID& bundleID) const {
+        if (request_.installed == nullptr) {
+            return true;
+        }
+        const auto [known, isNew] = request_.installed->try_emplace(bundleID);
+        if (isNew) {
+            known->second = workspace_.installedName(bundleID).has_value();
+        }
+        return known->second;
     }
 
     void keep(ListedApp app) {
@@ -138,13 +151,15 @@ class Listing final {
         return found == values.end() ? std::nullopt : std::optional(found->second);
     }
 
-    /// Each name is folded once.
     void order() {
-        std::vector<std::pair<NameOrder, ListedApp>> apps;
+        std::vector<std::string> names;
+        names.reserve(listed_.apps.size());
+        std::ranges::transform(listed_.apps, std::back_inserter(names), &ListedApp::name);
+        const std::vector<std::size_t> places = workspace_.placesOf(names);
+        std::vector<std::pair<std::size_t, ListedApp>> apps;
         apps.reserve(listed_.apps.size());
-        for (ListedApp& app : listed_.apps) {
-            NameOrder name(app.name);
-            apps.emplace_back(std::move(name), std::move(app));
+        for (std::size_t index = 0; index < places.size(); ++index) {
+            apps.emplace_back(places[index], std::move(listed_.apps[index]));
         }
         std::ranges::sort(apps, [this](const auto& left, const auto& right) {
             if (const auto by = rank(right.second) <=> rank(left.second); by != 0) {
@@ -153,7 +168,7 @@ class Listing final {
             return std::tie(left.first, left.second.bundleID) < std::tie(right.first, right.second.bundleID);
         });
         listed_.apps.clear();
-        for (auto& [name, app] : apps) {
+        for (auto& [place, app] : apps) {
             listed_.apps.push_back(std::move(app));
         }
     }
@@ -176,6 +191,7 @@ class Listing final {
     const AppValues& values_;
     const ListedAppsRequest& request_;
     bool isSeen_;
+    const Workspace& workspace_;
     AppNames names_;
     BundleIDs waiting_;
     std::map<BundleID, TidySuggestion> suggestions_;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -72,6 +73,10 @@ struct ListedApps {
     }
 };
 
+/// Whether apps that do not run are on this Mac. Finding that out costs a search of the disk, so it is done
+/// once while a list shows.
+using InstalledApps = std::map<BundleID, bool>;
+
 /// Which apps are listed, and in which order.
 struct ListedAppsRequest {
     std::optional<Section> section{};  ///< absent: all
@@ -79,6 +84,8 @@ struct ListedAppsRequest {
     std::string search{};              ///< what the name must have; empty: anything
     AppOrder order = AppOrder::name;
     Date now;
+    /// What is known of apps that are only counted; more is added to it. Without it they count as installed.
+    InstalledApps* installed = nullptr;
 };
 
 /// Lists apps. The counts are always of all apps.

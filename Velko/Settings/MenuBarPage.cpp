@@ -144,6 +144,17 @@ view::Node managed(view::Node control, bool isManaged) {
                         {std::move(control), view::explanation(id + ":managed", managedInWords)}, 0);
 }
 
+view::Node scrolling(std::string id, std::string label, view::Node content) {
+    constexpr double higherThanAnyPage = 4000;
+    constexpr double leastScroll = 110;
+    view::Node node{.id = std::move(id),
+                    .label = std::move(label),
+                    .minHeight = leastScroll,
+                    .content = view::Scroll{.height = higherThanAnyPage, .children = {}}};
+    std::get<view::Scroll>(node.content).children.push_back(std::move(content));
+    return node;
+}
+
 view::Node explained(view::Node control, std::string what) {
     if (what.empty()) {
         return control;
@@ -156,6 +167,7 @@ view::Node explained(view::Node control, std::string what) {
 view::Node menuBar(const Context& context) {
     AppController& controller = context.parts.controller;
     std::vector<view::Node> children;
+    std::vector<view::Node> below;
     if (controller.values().problems.layoutUnreadable) {
         children.push_back(locked());
     } else {
@@ -164,9 +176,11 @@ view::Node menuBar(const Context& context) {
         }
         std::vector<view::Node> list = context.apps.nodes();
         std::ranges::move(list, std::back_inserter(children));
-        children.push_back(newIcons(controller));
+        below.push_back(newIcons(controller));
     }
-    children.push_back(transfer(controller));
+    below.push_back(transfer(controller));
+    children.push_back(
+        scrolling("below", "New icons, and another Mac", view::column("below:all", std::move(below), 14)));
     return view::column("page:menu-bar", std::move(children), 14);
 }
 

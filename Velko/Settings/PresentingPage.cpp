@@ -91,7 +91,6 @@ std::vector<view::Node> PresentingPage::appRows(bool isLocked) {
                           .isEnabled = !isLocked,
                           .content = view::Toggle{.title = std::move(name),
                                                   .isOn = stays.contains(bundleID),
-                                                  .style = view::Toggle::Style::checkbox,
                                                   .change = [&controller, bundleID](bool on) {
                                                       controller.presenting().setStays(bundleID, on);
                                                   }}};
@@ -119,8 +118,19 @@ std::vector<view::Node> PresentingPage::appRows(bool isLocked) {
     return rows;
 }
 
+void PresentingPage::search(const std::string& text) {
+    search_ = text;
+    changed_();
+    if (search_.empty()) {
+        announcement_.cancel();
+    } else {
+        announcement_.found(found_);
+    }
+}
+
 view::Node PresentingPage::staying(bool isLocked) {
     std::vector<view::Node> rows = appRows(isLocked);
+    found_ = rows.size();
     if (rows.empty()) {
         rows.push_back(view::text("staying:none", search_.empty() ? whyNoApps(parts_.controller.values())
                                                                   : "No app here is called that."));
@@ -130,8 +140,7 @@ view::Node PresentingPage::staying(bool isLocked) {
                      .width = appFieldWidth,
                      .content = view::SearchField{
                          .text = search_, .placeholder = "Search", .change = [this](const std::string& text) {
-                             search_ = text;
-                             changed_();
+                             search(text);
                          }}};
     return {.id = "staying",
             .content = view::Group{.title = "Apps that stay in the bar",

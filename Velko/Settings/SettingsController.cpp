@@ -229,6 +229,7 @@ void SettingsController::showApp(const BundleID& bundleID) {
 void SettingsController::leavePage() {
     keys_.leave();
     presenting_.leave();
+    apps_.leave();
 }
 
 void SettingsController::closed() {
@@ -256,21 +257,24 @@ view::Node SettingsController::tree() {
     for (const SettingsPages::Page& page : pages) {
         tabs.push_back({.title = std::string(page.title), .symbol = std::string(page.symbol)});
     }
-    children.push_back({.id = "pages",
-                        .label = "Pages",
-                        .content = view::Pages{.tabs = std::move(tabs),
-                                               .selected = page_,
-                                               .style = view::Pages::Style::toolbar,
-                                               .choose = [this](std::size_t page) { turnTo(page); },
-                                               .children = {pages[page_].make({.parts = parts_,
-                                                                               .actions = menu_,
-                                                                               .apps = apps_,
-                                                                               .keys = keys_,
-                                                                               .presenting = presenting_,
-                                                                               .earlier = earlier_})}}});
+    children.push_back(pages[page_].make({.parts = parts_,
+                                          .actions = menu_,
+                                          .apps = apps_,
+                                          .keys = keys_,
+                                          .presenting = presenting_,
+                                          .earlier = earlier_}));
+    view::Node shown{.id = "pages",
+                     .label = "Pages",
+                     .content = view::Pages{.tabs = std::move(tabs),
+                                            .selected = page_,
+                                            .style = view::Pages::Style::toolbar,
+                                            .choose = [this](std::size_t page) { turnTo(page); },
+                                            .children = std::move(children)}};
+    std::vector<view::Node> content;
+    content.push_back(std::move(shown));
     return {.id = "settings",
             .width = width,
-            .content = view::Stack{.spacing = 14, .padding = 20, .children = std::move(children)}};
+            .content = view::Stack{.padding = 20, .children = std::move(content)}};
 }
 
 void SettingsController::turnTo(std::size_t page) {

@@ -65,6 +65,9 @@ struct NumberChoice {
 /// A control that the user can't use where the organisation has decided, and that says so.
 [[nodiscard]] view::Node managed(view::Node control, bool isManaged);
 
+/// Part of a page, which scrolls where a display is too small for all of it. `label` is for VoiceOver.
+[[nodiscard]] view::Node scrolling(std::string id, std::string label, view::Node content);
+
 /// A control with an explanation right below it, which may be empty.
 [[nodiscard]] view::Node explained(view::Node control, std::string what);
 

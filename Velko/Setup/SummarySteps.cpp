@@ -57,7 +57,8 @@ std::vector<view::Node> rows(const std::string& id, const std::vector<const Sort
         for (std::size_t index = first; index < std::min(first + tilesInRow, cards.size()); ++index) {
             tiles.push_back(tile(*cards[index], section, actions));
         }
-        view::Node row = view::row(id + ":" + std::to_string(first), std::move(tiles));
+        view::Node row =
+            view::row(id + ":" + std::to_string(first), std::move(tiles), view::Stack::Alignment::leading);
         std::get<view::Stack>(row.content).spacing = 0;
         result.push_back(std::move(row));
     }

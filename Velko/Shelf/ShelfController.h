@@ -3,6 +3,7 @@
 #include <string>
 
 #include "Velko/App/FaceParts.h"
+#include "Velko/Apps/FoundAnnouncement.h"
 #include "Velko/Ports/Surfaces.h"
 #include "VelkoCore/NonCopyable.h"
 #include "VelkoEngine/Ports/Task.h"
@@ -23,6 +24,7 @@ class ShelfController final : private NonCopyable {
     void sync();
 
  private:
+    void type(const std::string& text);
     [[nodiscard]] Surface::Motion motion() const;
     [[nodiscard]] view::Node content(const Surface::Place& place);
     /// The user wants to close the shelf. Returns whether it closes.
@@ -32,6 +34,7 @@ class ShelfController final : private NonCopyable {
     BroomFrame& broom_;
     OpenSurface panel_;
     std::string typed_;  ///< what the user looks for
+    FoundAnnouncement announcement_;
     Subscription placeChanges_;
 };
 

@@ -1,7 +1,6 @@
 #include "VelkoEngine/Ports/Workspace.h"
 
 #include <algorithm>
-#include <numeric>
 
 #include "VelkoCore/Search/NameOrder.h"
 
@@ -9,12 +8,13 @@ namespace velko {
 
 std::vector<std::size_t> Workspace::placesOf(const std::vector<std::string>& names) const {
     std::vector<NameOrder> folded;
+    std::vector<std::size_t> sorted;
     folded.reserve(names.size());
+    sorted.reserve(names.size());
     for (const std::string& name : names) {
+        sorted.push_back(folded.size());
         folded.emplace_back(name);
     }
-    std::vector<std::size_t> sorted(names.size());
-    std::iota(sorted.begin(), sorted.end(), std::size_t{0});
     std::ranges::sort(sorted,
                       [&](std::size_t left, std::size_t right) { return folded[left] < folded[right]; });
     std::vector<std::size_t> places(names.size());

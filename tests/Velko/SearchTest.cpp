@@ -80,7 +80,13 @@ TEST_F(SearchTest, FindsEveryAppInTheBarWhateverItsSectionAndAsksNobody) {
     EXPECT_THAT(rows(), IsEmpty());
     EXPECT_EQ(says("none"), "No app in the menu bar has that name.");
     EXPECT_EQ(mac.cost(), before) << "a keystroke asks nobody";
-    EXPECT_EQ(mac.surfaces.announcements().back(), "No results");
+    pass(600ms);
+    EXPECT_EQ(mac.surfaces.announcements(), std::vector<std::string>{"No results"})
+        << "after the last key only";
+    EXPECT_TRUE(type("dr"));
+    pass(600ms);
+    EXPECT_EQ(mac.surfaces.announcements().back(), "2 results. Dropbox, Buried");
+    EXPECT_TRUE(type("nobody"));
     EXPECT_FALSE(press({.key = Key::enter}));
     search->show("s");
     EXPECT_THAT(rows(), ElementsAre("Slack, In the bar")) << "the open panel takes over the text";

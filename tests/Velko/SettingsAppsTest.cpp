@@ -86,6 +86,39 @@ TEST_F(SettingsAppsTest, AreOnlyCountedWhereMoreAreAtRestThanAnybodyReads) {
     EXPECT_EQ(names().size(), 300U);
     EXPECT_EQ(words("apps:more"), "And 200 more that aren't running.");
     EXPECT_EQ(standing("filter"), "Buried 500");
+    EXPECT_EQ(words("gone:what"), "1000 apps aren't on this Mac any more.")
+        << "those that are only counted too";
+    set("forget-gone");
+    EXPECT_EQ(standing("filter"), "Buried 0");
+    EXPECT_EQ(saved().sections.size(), 1U);
+}
+
+TEST_F(SettingsAppsTest, AreCountedForAScreenReaderWhenTheUserStopsTyping) {
+    launch("com.example.1", "Slack", Section::bar);
+    launch("com.example.2", "Sleeve", Section::tucked);
+    launch("com.example.3", "Other", Section::tucked);
+    startSettings();
+    const auto type = [&](const char* field, const char* text) {
+        EXPECT_TRUE(window().perform(field, text));
+    };
+    const auto said = [&] { return mac.surfaces.announcements(); };
+    type("search", "s");
+    pass(300ms);
+    type("search", "sl");
+    pass(300ms);
+    EXPECT_TRUE(said().empty()) << "words for each key would interrupt each other";
+    pass(300ms);
+    EXPECT_EQ(said(), std::vector<std::string>{"2 results"});
+    EXPECT_EQ(words("selected:none"), "2 apps found. Select several to place them together.");
+    type("search", "slx");
+    type("search", "");
+    pass(1s);
+    type("search", "slx");
+    openPage(3);
+    EXPECT_EQ(said().size(), 1U) << "nobody searches any more";
+    type("staying:search", "oth");
+    pass(1s);
+    EXPECT_EQ(said().back(), "1 result");
 }
 
 TEST_F(SettingsAppsTest, AreNotSaidToLackAnIconThatVelkoCannotSee) {
@@ -199,7 +232,7 @@ TEST_F(SettingsAppsTest, ArePlacedAndForgottenTogether) {
     layout.place("com.example.gone", Section::buried);
     layout.place("com.example.lost", Section::tucked);
     startSettings();
-    EXPECT_EQ(find("selected"), nullptr);
+    EXPECT_EQ(find("place-selected"), nullptr);
     set("apps", view::Selected{.rows = {"app:com.example.1", "app:com.example.2"}});
     EXPECT_EQ(words("selected:count"), "2 apps selected");
     EXPECT_EQ(standing("place-selected"), "Bar");
@@ -226,7 +259,7 @@ TEST_F(SettingsAppsTest, ArePlacedAndForgottenTogether) {
     pass(1s);
     settings->show();
     EXPECT_EQ(find("undo"), nullptr) << "that was long ago";
-    EXPECT_EQ(find("selected"), nullptr);
+    EXPECT_EQ(find("place-selected"), nullptr);
 }
 
 TEST_F(SettingsAppsTest, TellWhatTheAutopilotThinksOfThem) {

@@ -25,7 +25,7 @@ TEST_F(SettingsProblemsTest, PutProblemsOnTopWithTheirRemedies) {
     startWithFileAsItIs();
     openSettings();
     const auto lines = reading(*window().content());
-    EXPECT_EQ(lines.front(), "Your layout file can't be read. Nothing is hidden.");
+    EXPECT_EQ(lines.at(1), "Your layout file can't be read. Nothing is hidden.") << "right below the tabs";
     EXPECT_EQ(words("problem:layout:more"), *values().problems.layoutUnreadable);
     EXPECT_EQ(words("problem:trust:what"), "Velko needs permission to tidy your menu bar.");
     EXPECT_EQ(words("problem:place:what"), "Move Velko to Applications so its icon stays visible.");

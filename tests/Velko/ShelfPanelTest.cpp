@@ -177,6 +177,8 @@ TEST_F(ShelfPanelTest, FindsAppsByWhatIsTyped) {
     mac.closeMenu();
     pass(1s);
     EXPECT_TRUE(surface.perform("find", std::string("xyz")));
+    pass(600ms);
+    EXPECT_EQ(mac.surfaces.announcements().back(), "No results");
     EXPECT_THAT(readApps(), ElementsAre("Tucked apps", "No app here has that name."));
     EXPECT_FALSE(surface.perform("find", view::KeyPress{.key = view::KeyPress::Key::enter}));
     toggle();

@@ -74,8 +74,8 @@ TEST_F(TransferTest, AsksBeforeAnImportAndCountsAppsThatAreNotHere) {
     mac.dialogs.choose(exported);
     pass(1s);
     ASSERT_NE(mac.dialogs.question(), nullptr);
-    EXPECT_TRUE(mac.dialogs.question()->message.starts_with(
-        "Another place for 1 app, the same place for 0 apps. 2 apps aren't on this Mac."));
+    EXPECT_TRUE(
+        mac.dialogs.question()->message.starts_with("Another place for 1 app. 2 apps aren't on this Mac."));
     velko->transfer().importLayout();
     EXPECT_FALSE(mac.dialogs.isPanelOpen()) << "one at a time";
     mac.dialogs.answer(false);
