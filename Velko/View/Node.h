@@ -137,6 +137,7 @@ struct Progress {
 /// `Group` that takes apps.
 struct Tile {
     static constexpr double usualWidth = 76;  ///< points
+    static constexpr double iconPoints = 36;
 
     BundleID bundleID{};
     std::string name{};

@@ -133,6 +133,20 @@ std::optional<std::string> recorderIn(const Node& root) {
     return found;
 }
 
+std::optional<std::string> fieldIn(const Node& root, bool orAny) {
+    std::optional<std::string> first;
+    std::optional<std::string> usable;
+    walk(root, [&](const Node& node) {
+        const auto* field = std::get_if<SearchField>(&node.content);
+        if (field == nullptr || !node.isEnabled) {
+            return;
+        }
+        usable = usable ? usable : node.id;
+        first = field->hasFocus ? node.id : first;
+    });
+    return first || !orAny ? first : usable;
+}
+
 const Node* toolbarOf(const Node& root) {
     const Node* found = nullptr;
     walk(root, [&](const Node& node) {

@@ -61,6 +61,10 @@ bool perform(const Node& root, std::string_view id, const Input& input);
 /// The id of the control that records keys now; nothing if none does.
 [[nodiscard]] std::optional<std::string> recorderIn(const Node& root);
 
+/// The search field that gets the keyboard when the surface opens, or else, if `orAny`, the first one that
+/// can be used; nothing if there is none.
+[[nodiscard]] std::optional<std::string> fieldIn(const Node& root, bool orAny);
+
 /// Presses the first enabled button, in reading order, that listens to that key. Returns whether there was
 /// one. While a key is held down it presses only once: the repeats do nothing, but count as taken.
 bool pressKey(const Node& root, const Shortcut& shortcut, bool isRepeat = false);

@@ -9,8 +9,6 @@ namespace velko {
 
 namespace {
 
-constexpr double tileIconPoints = 36;
-
 /// Gives a button its title, its symbol, or both.
 void setFace(NSButton* button, const std::string& title, const std::string& symbol) {
     button.title = native(title);
@@ -102,9 +100,6 @@ class AppTileView final : public ButtonLike {
         : ButtonLike(tile, context.actions, @selector(pressed:)), icons_(context.icons), tile_(tile) {
         [tile setButtonType:NSButtonTypeMomentaryChange];
         tile.bordered = NO;
-        tile.imagePosition = NSImageAbove;
-        tile.lineBreakMode = NSLineBreakByTruncatingTail;
-        tile.font = [NSFont systemFontOfSize:[NSFont smallSystemFontSize]];
         tile.treeActions = context.actions;
         // Its node says how wide it is; a long name makes it no wider.
         [tile setContentHuggingPriority:NSLayoutPriorityDefaultLow
@@ -121,8 +116,8 @@ class AppTileView final : public ButtonLike {
         const auto& tile = std::get<view::Tile>(node.content);
         tile_.app = native(tile.bundleID);
         tile_.hasMenu = tile.menu != nullptr;
-        tile_.image = icons_.icon(tile.bundleID, tileIconPoints);
-        tile_.title = native(tile.name);
+        tile_.image = icons_.icon(tile.bundleID, view::Tile::iconPoints);
+        tile_.name = native(tile.name);
         tile_.badge = native(tile.badge);
         tile_.enabled = node.isEnabled;
     }

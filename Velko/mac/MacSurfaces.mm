@@ -28,7 +28,7 @@ void MacSurface::open(Opening opening) {
     [tree_ setFrameSize:size_];
     if (present(*opening_, tree_)) {
         fit();  // again: only now is it known on which screen it is
-        [tree_ takeFocus];
+        [tree_ focusFieldOrAny:NO];
     } else {
         close();
     }
@@ -123,7 +123,8 @@ bool MacSurface::hear(NSEvent* key) {
         told();
     }
     if ([tree_ recordKeysOf:key] || [tree_ pressFieldKeyOf:key] || [tree_ pressKeyOf:key] ||
-        [tree_ walkTilesByKeyOf:key] || [tree_ pressMenuKeyOf:key]) {
+        [tree_ walkTilesByKeyOf:key] || [tree_ pressMenuKeyOf:key] ||
+        (menuKeyOf(key) == 'f' && [tree_ focusFieldOrAny:YES])) {
         return true;
     }
     const auto shortcut = shortcutOf(key);

@@ -33,9 +33,7 @@ class RowsView final : public NodeView {
 
  private:
     RowsView(const RenderContext& context, NSScrollView* scroll, VLKListView* list)
-        : NodeView(scroll, list), list_(list) {
-        scroll.drawsBackground = NO;
-        scroll.borderType = NSNoBorder;
+        : NodeView(scroll, list), scroll_(scroll), list_(list) {
         scroll.hasVerticalScroller = YES;
         scroll.autohidesScrollers = YES;
         scroll.documentView = list;
@@ -58,12 +56,16 @@ class RowsView final : public NodeView {
         selected_ = list.selected;
         limit_ = list.height;
         grows_ = list.grows;
+        // One that is a part of a page has a frame, so that it does not look cut off at its last row.
+        scroll_.borderType = grows_ ? NSLineBorder : NSNoBorder;
+        scroll_.drawsBackground = grows_;
         list_.allowsMultipleSelection = list.selection == view::List::Selection::several;
         list_.activates = list.activate != nullptr && node.isEnabled;
         list_.hasMenu = list.menu != nullptr;
         list_.isUsable = node.isEnabled;
     }
 
+    NSScrollView* scroll_;
     VLKListView* list_;
     std::vector<ListRow> rows_;
     view::RowIDs selected_;

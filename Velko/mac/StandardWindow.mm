@@ -151,7 +151,10 @@ void StandardWindow::setHeight(CGFloat height) {
     window_.contentMinSize = wanted_;
     window_.contentMaxSize = NSSize{.width = wanted_.width, .height = canGrow_ ? noLimit : wanted_.height};
     [window_ setContentSize:NSSize{.width = wanted_.width, .height = height}];
-    [window_ setFrameTopLeftPoint:NSPoint{.x = before.origin.x, .y = before.origin.y + before.size.height}];
+    // Unless its bottom would leave the screen.
+    const CGFloat lowest = window_.screen == nil ? -noLimit : window_.screen.visibleFrame.origin.y;
+    const CGFloat top = std::max(before.origin.y + before.size.height, lowest + window_.frame.size.height);
+    [window_ setFrameTopLeftPoint:NSPoint{.x = before.origin.x, .y = top}];
 }
 
 void StandardWindow::goToLastPlace() {

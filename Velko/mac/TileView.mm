@@ -45,9 +45,48 @@ VLKBadgeLabel* makeBadge(NSView* tile) {
     return badge;
 }
 
+constexpr CGFloat tileInset = 4;  // points
+
+NSImageView* makeIcon(NSView* tile) {
+    NSImageView* icon = [[NSImageView alloc] initWithFrame:NSRect{}];
+    icon.accessibilityElement = NO;
+    icon.cell.accessibilityElement = NO;
+    icon.translatesAutoresizingMaskIntoConstraints = NO;
+    [tile addSubview:icon];
+    [icon.topAnchor constraintEqualToAnchor:tile.topAnchor constant:tileInset].active = YES;
+    [icon.leadingAnchor constraintEqualToAnchor:tile.leadingAnchor constant:0].active = YES;
+    [icon.trailingAnchor constraintEqualToAnchor:tile.trailingAnchor constant:0].active = YES;
+    [icon.heightAnchor constraintEqualToConstant:velko::view::Tile::iconPoints].active = YES;
+    return icon;
+}
+
+/// A button's own title has only one line.
+NSTextField* makeName(NSView* tile, NSView* icon) {
+    NSTextField* name = [NSTextField wrappingLabelWithString:@""];
+    name.selectable = NO;
+    name.font = [NSFont systemFontOfSize:[NSFont smallSystemFontSize]];
+    name.alignment = NSTextAlignmentCenter;
+    name.maximumNumberOfLines = 2;
+    name.cell.truncatesLastVisibleLine = YES;
+    name.preferredMaxLayoutWidth = velko::view::Tile::usualWidth - 2 * tileInset;
+    name.accessibilityElement = NO;
+    name.cell.accessibilityElement = NO;
+    name.translatesAutoresizingMaskIntoConstraints = NO;
+    [name setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
+                                   forOrientation:NSLayoutConstraintOrientationHorizontal];
+    [tile addSubview:name];
+    [name.topAnchor constraintEqualToAnchor:icon.bottomAnchor constant:tileInset].active = YES;
+    [name.leadingAnchor constraintEqualToAnchor:tile.leadingAnchor constant:tileInset].active = YES;
+    [tile.trailingAnchor constraintEqualToAnchor:name.trailingAnchor constant:tileInset].active = YES;
+    [tile.bottomAnchor constraintEqualToAnchor:name.bottomAnchor constant:tileInset].active = YES;
+    return name;
+}
+
 }  // namespace
 
 @implementation VLKTileView {
+    NSImageView* _iconView;
+    NSTextField* _nameLabel;
     VLKBadgeLabel* _badgeLabel;
     BOOL _isUnderPointer;
     BOOL _isPressed;
@@ -66,12 +105,37 @@ VLKBadgeLabel* makeBadge(NSView* tile) {
     if (self != nil) {
         const auto options = static_cast<NSTrackingAreaOptions>(
             NSTrackingMouseEnteredAndExited | NSTrackingActiveAlways | NSTrackingInVisibleRect);
+        self.title = @"";
+        self.imagePosition = NSNoImage;  // it is drawn by a view of its own, and dragged
+        _iconView = makeIcon(self);
+        _nameLabel = makeName(self, _iconView);
         [self addTrackingArea:[[NSTrackingArea alloc] initWithRect:self.bounds
                                                            options:options
                                                              owner:self
                                                           userInfo:nil]];
     }
     return self;
+}
+
+- (void)setImage:(NSImage*)image {
+    [super setImage:image];
+    _iconView.image = image;
+}
+
+- (void)setName:(NSString*)name {
+    _name = [name copy];
+    _nameLabel.stringValue = name;
+}
+
+- (void)setEnabled:(BOOL)enabled {
+    [super setEnabled:enabled];
+    _iconView.enabled = enabled;
+    _nameLabel.textColor = enabled ? [NSColor labelColor] : [NSColor secondaryLabelColor];
+}
+
+/// What is within it takes no clicks.
+- (NSView*)hitTest:(NSPoint)point {
+    return [super hitTest:point] == nil ? nil : self;
 }
 
 - (void)setBadge:(NSString*)badge {

@@ -27,8 +27,9 @@
 - (BOOL)recordKeysOf:(NSEvent*)event;
 /// Gives a key to the search field in which the user writes. Returns whether the field used it.
 - (BOOL)pressFieldKeyOf:(NSEvent*)event;
-/// Moves the keyboard's focus to the control that has it first.
-- (void)takeFocus;
+/// Moves the keyboard's focus to the search field that has it first, or else, if `orAny`, to any that can be
+/// used. Returns whether there is one.
+- (BOOL)focusFieldOrAny:(BOOL)orAny;
 /// When the event is an arrow key, moves the keyboard's focus to the tile in that direction. Returns whether
 /// it did.
 - (BOOL)walkTilesByKeyOf:(NSEvent*)event;

@@ -26,9 +26,11 @@ constexpr CGFloat titleBarHeight = 40;
 
 /// The greatest height of content on the view's screen; while the view is on none, on the primary screen.
 CGFloat highestContent(NSView* view) {
-    NSScreen* own = view.window.screen;
-    NSScreen* screen = own == nil ? [NSScreen screens].firstObject : own;
-    return screen == nil ? widestLine : screen.visibleFrame.size.height - titleBarHeight;
+    NSWindow* window = view.window;
+    NSScreen* screen = window.screen == nil ? [NSScreen screens].firstObject : window.screen;
+    // A toolbar makes the window's own part higher.
+    const CGFloat around = window.contentView == view ? window.frame.size.height - view.frame.size.height : 0;
+    return screen == nil ? widestLine : screen.visibleFrame.size.height - std::max(around, titleBarHeight);
 }
 
 void addDrawn(NSView* view, std::vector<velko::RenderingCheck::DrawnView>& views) {
@@ -172,19 +174,11 @@ void holdWeakly(NSLayoutConstraint* edge) {
     return velko::view::perform(*tree, velko::portable(field.identifier), *pressed);
 }
 
-- (void)takeFocus {
+- (BOOL)focusFieldOrAny:(BOOL)orAny {
     const auto tree = _tree;
-    std::string first;
-    if (tree) {
-        velko::view::walk(*tree, [&](const velko::view::Node& node) {
-            const auto* field = std::get_if<velko::view::SearchField>(&node.content);
-            first = field != nullptr && field->hasFocus ? node.id : first;
-        });
-    }
-    NSView* field = first.empty() ? nil : viewNamed(self, velko::native(first));
-    if (field != nil) {
-        [self.window makeFirstResponder:field];
-    }
+    const auto found = tree ? velko::view::fieldIn(*tree, orAny) : std::nullopt;
+    NSView* field = found ? viewNamed(self, velko::native(*found)) : nil;
+    return field != nil && [self.window makeFirstResponder:field];
 }
 
 - (BOOL)walkTilesByKeyOf:(NSEvent*)event {

@@ -74,6 +74,8 @@ namespace velko::AppDragging {
 @interface VLKTileView : VLKTreeButton <NSDraggingSource, NSMenuDelegate>
 @property(nonatomic, weak) id<VLKTreeActions> treeActions;
 @property(nonatomic, copy) NSString* app;
+/// Below its icon, on two lines if it is long.
+@property(nonatomic, copy) NSString* name;
 @property(nonatomic) BOOL hasMenu;
 /// A short word at its upper corner; empty: none.
 @property(nonatomic, copy) NSString* badge;

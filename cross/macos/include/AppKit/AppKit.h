@@ -112,7 +112,6 @@ typedef enum NSTextAlignment : NSInteger {
     NSTextAlignmentCenter = 1,
     NSTextAlignmentNatural = 4
 } NSTextAlignment;
-typedef enum NSLineBreakMode : NSUInteger { NSLineBreakByTruncatingTail = 4 } NSLineBreakMode;
 typedef enum NSButtonType : NSUInteger {
     NSButtonTypePushOnPushOff = 1,
     NSButtonTypeSwitch = 3,
@@ -130,7 +129,6 @@ typedef enum NSTableViewColumnAutoresizingStyle : NSUInteger {
 typedef enum NSCellImagePosition : NSUInteger {
     NSNoImage = 0,
     NSImageOnly = 1,
-    NSImageAbove = 5,
     NSImageLeading = 7
 } NSCellImagePosition;
 typedef enum NSSegmentSwitchTracking : NSUInteger {
@@ -139,7 +137,7 @@ typedef enum NSSegmentSwitchTracking : NSUInteger {
 typedef enum NSBitmapImageFileType : NSUInteger { NSBitmapImageFileTypePNG = 4 } NSBitmapImageFileType;
 typedef enum NSBoxType : NSUInteger { NSBoxPrimary = 0, NSBoxSeparator = 2, NSBoxCustom = 4 } NSBoxType;
 typedef enum NSTitlePosition : NSUInteger { NSNoTitle = 0 } NSTitlePosition;
-typedef enum NSBorderType : NSUInteger { NSNoBorder = 0 } NSBorderType;
+typedef enum NSBorderType : NSUInteger { NSNoBorder = 0, NSLineBorder = 1 } NSBorderType;
 typedef enum NSVisualEffectMaterial : NSInteger { NSVisualEffectMaterialPopover = 6 } NSVisualEffectMaterial;
 typedef enum NSVisualEffectBlendingMode : NSInteger {
     NSVisualEffectBlendingModeBehindWindow = 0
@@ -386,6 +384,7 @@ typedef enum NSTrackingAreaOptions : NSUInteger {
 @property(readonly) NSSize fittingSize;
 @property(readonly) BOOL hasAmbiguousLayout;
 - (NSSize)intrinsicContentSize;
+- (NSView*)hitTest:(NSPoint)point;
 @property BOOL translatesAutoresizingMaskIntoConstraints;
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property(copy) NSString* toolTip;
@@ -436,6 +435,7 @@ typedef enum NSTrackingAreaOptions : NSUInteger {
 
 @interface NSCell : NSObject
 @property(getter=isAccessibilityElement) BOOL accessibilityElement;
+@property BOOL truncatesLastVisibleLine;
 @end
 
 @interface NSControl : NSView
@@ -446,7 +446,6 @@ typedef enum NSTrackingAreaOptions : NSUInteger {
 @property(copy) NSString* stringValue;
 @property(copy) NSFont* font;
 @property NSTextAlignment alignment;
-@property NSLineBreakMode lineBreakMode;
 - (NSText*)currentEditor;
 - (NSSize)sizeThatFits:(NSSize)size;
 - (NSInteger)sendActionOn:(NSEventMask)mask;
@@ -479,6 +478,7 @@ typedef enum NSTrackingAreaOptions : NSUInteger {
 @property(copy) NSColor* textColor;
 @property(getter=isSelectable) BOOL selectable;
 @property CGFloat preferredMaxLayoutWidth;
+@property NSInteger maximumNumberOfLines;
 + (instancetype)labelWithString:(NSString*)text;
 + (instancetype)wrappingLabelWithString:(NSString*)text;
 @end
