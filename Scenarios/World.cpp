@@ -18,6 +18,7 @@
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
 #include "Velko/App/AppDelegate.h"
+#include "Velko/App/AppMenu.h"
 #include "VelkoCore/Files/AtomicFile.h"
 #include "VelkoCore/Layout/LayoutStore.h"
 
@@ -135,6 +136,10 @@ void World::startVelko() {
         onStart(velko_->controller());
     }
     velko_->didFinishLaunching();
+}
+
+std::vector<AppMenu::Menu> World::menus() {
+    return velko_ ? velko_->menus() : std::vector<AppMenu::Menu>();
 }
 
 bool World::reopenVelko() {

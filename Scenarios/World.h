@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Simulator/Files/LibplistReader.h"
 #include "Simulator/Machine/SimulatedMac.h"
@@ -16,6 +17,10 @@ namespace velko {
 class AppController;
 class AppDelegate;
 }  // namespace velko
+
+namespace velko::AppMenu {
+struct Menu;
+}  // namespace velko::AppMenu
 
 namespace velko::scenarios {
 
@@ -31,6 +36,9 @@ class World final : private NonCopyable {
     [[nodiscard]] const SimulatedMac& mac() const noexcept { return mac_; }
     /// Velko, or null while it does not run.
     [[nodiscard]] AppController* velko() noexcept;
+    /// Velko's menus at the top of the screen; none while it does not run. They are not to be used when it
+    /// has ended.
+    [[nodiscard]] std::vector<AppMenu::Menu> menus();
     /// What Velko has logged, over all its runs.
     [[nodiscard]] Log& log() noexcept { return log_; }
     [[nodiscard]] const Log& log() const noexcept { return log_; }

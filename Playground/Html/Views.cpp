@@ -154,24 +154,36 @@ std::string image(const view::MenuItem& item, const NameOf& nameOf) {
 std::string level(const view::Menu& menu, const std::string& place, const std::string& label,
                   const NameOf& nameOf);
 
+/// The keys that do the same as an item, for people or for screen readers. An upper-case key has Shift with
+/// it.
+std::string keysOf(const view::MenuItem& item, const char* shift, const char* command) {
+    if (item.key == 0) {
+        return {};
+    }
+    const bool withShift = item.key >= 'A' && item.key <= 'Z';
+    const bool isSmall = item.key >= 'a' && item.key <= 'z';
+    return std::string(withShift ? shift : "") + command +
+           static_cast<char>(isSmall ? item.key - 'a' + 'A' : item.key);
+}
+
 std::string entry(const view::MenuItem& item, const std::string& place, const NameOf& nameOf) {
     const bool opens = !item.submenu.empty();
     const std::string face =
         element("span", {{"class", "menu-check"}, {"aria-hidden", "true"}}, item.isChecked ? "\u2713" : "") +
         element("span", {{"class", "menu-image"}}, image(item, nameOf)) +
         textElement("span", {{"class", "menu-title"}}, item.title) +
-        (item.key == 0 ? "" : textElement("span", {{"class", "menu-key"}}, std::string("⌘") + item.key));
-    Attributes attributes{
-        {"class", opens ? "menu-item opens" : "menu-item"},
-        {"role", item.isChecked ? "menuitemcheckbox" : "menuitem"},
-        {"tabindex", "-1"},
-        {"data-place", place},
-        {"aria-label", item.title},
-        Attribute::unlessEmpty("title", item.help),
-        Attribute::unlessEmpty("aria-keyshortcuts", item.key == 0 ? "" : std::string("Meta+") + item.key),
-        {.name = "aria-checked", .value = "true", .isThere = item.isChecked},
-        {.name = "aria-disabled", .value = "true", .isThere = !item.isEnabled},
-        {.name = "aria-haspopup", .value = "menu", .isThere = opens}};
+        (item.key == 0 ? ""
+                       : element("span", {{"class", "menu-key"}, {"data-keys", keysOf(item, "⇧", "⌘")}}));
+    Attributes attributes{{"class", opens ? "menu-item opens" : "menu-item"},
+                          {"role", item.isChecked ? "menuitemcheckbox" : "menuitem"},
+                          {"tabindex", "-1"},
+                          {"data-place", place},
+                          {"aria-label", item.title},
+                          Attribute::unlessEmpty("title", item.help),
+                          Attribute::unlessEmpty("aria-keyshortcuts", keysOf(item, "Shift+", "Meta+")),
+                          {.name = "aria-checked", .value = "true", .isThere = item.isChecked},
+                          {.name = "aria-disabled", .value = "true", .isThere = !item.isEnabled},
+                          {.name = "aria-haspopup", .value = "menu", .isThere = opens}};
     if (!opens) {
         return element("div", attributes, face);
     }

@@ -8,12 +8,14 @@ let anchorName = '';
 let openPlace = '';  // place of the item whose submenu is open
 let typed = '';
 let typedAt = 0;
+let cameFrom = null;  // the focused element before the menu opened
 
 export const menuIsOpen = () => !menu.hidden;
 export const closeMenu = () => post('choose', { place: [] });
 
 function anchorOf(name) {
   if (name === 'broom') return document.getElementById('broom');
+  if (name.startsWith('app-menu:')) return screen.querySelector(`[data-app-menu="${CSS.escape(name.slice(9))}"]`);
   if (name.startsWith('icon:')) return screen.querySelector(`[data-pid="${CSS.escape(name.slice(5))}"]`);
   const slash = name.indexOf('/');
   const surface = CSS.escape(name.slice('control:'.length, slash));
@@ -24,6 +26,7 @@ function anchorOf(name) {
 export function showMenu(name) {
   const isOpen = Boolean(name) && menu.childElementCount > 0;
   const isNew = isOpen && (menu.hidden || name !== anchorName);
+  if (isOpen && menu.hidden) cameFrom = document.activeElement;
   if (!isOpen) {
     hide();
     return;
@@ -47,9 +50,32 @@ function hide() {
   menu.hidden = true;
   openPlace = '';
   mark(false);
-  if (hadFocus) anchorOf(anchorName)?.focus({ preventScroll: true });
+  // The menus at the top of the screen take no focus from the window that they are for.
+  if (hadFocus) (isAppMenu() && cameFrom?.isConnected ? cameFrom : anchorOf(anchorName))?.focus({ preventScroll: true });
   anchorName = '';
 }
+
+const isAppMenu = () => anchorName.startsWith('app-menu:');
+const openAppMenu = (title) => post('app-menu', { menu: Number(title.dataset.appMenu) });
+
+/** Opens the menu beside the open one at the top of the screen. */
+function turnAppMenu(by) {
+  const titles = [...screen.querySelectorAll('[data-app-menu]')];
+  const at = titles.indexOf(anchorOf(anchorName));
+  openAppMenu(titles[(at + by + titles.length) % titles.length]);
+}
+
+screen.addEventListener('mousedown', (event) => {
+  if (event.target.closest('[data-app-menu]')) event.preventDefault();  // the focus stays
+});
+screen.addEventListener('click', (event) => {
+  const title = event.target.closest('[data-app-menu]');
+  if (title) openAppMenu(title);
+});
+screen.addEventListener('pointerover', (event) => {
+  const title = event.target.closest('[data-app-menu]');
+  if (title && isAppMenu() && !menu.hidden && title !== anchorOf(anchorName)) openAppMenu(title);
+});
 
 function mark(isOpen) {
   if (anchorName) anchorOf(anchorName)?.classList.toggle('is-open', isOpen);
@@ -141,13 +167,16 @@ menu.addEventListener('keydown', (event) => {
     case 'ArrowUp': all.at(at < 1 ? -1 : at - 1)?.focus(); break;
     case 'Home': all[0]?.focus(); break;
     case 'End': all.at(-1)?.focus(); break;
-    case 'ArrowRight': if (item?.classList.contains('opens')) choose(item); break;
+    case 'ArrowRight':
+      if (item?.classList.contains('opens')) choose(item);
+      else if (isAppMenu()) turnAppMenu(1);
+      break;
     case 'ArrowLeft':
       if (branch) {
         openPlace = '';
         showBranch();
         branch.firstElementChild.focus();
-      }
+      } else if (isAppMenu()) turnAppMenu(-1);
       break;
     case 'Enter':
     case ' ': choose(item); break;

@@ -9,6 +9,9 @@ import { showWindow } from '/windows.js';
 
 const screen = document.getElementById('screen');
 const bar = document.getElementById('bar');
+const appMenus = document.getElementById('app-menus');
+const otherMenus = document.getElementById('other-menus');
+const said = document.getElementById('said');
 const system = document.getElementById('system');
 const shade = document.getElementById('shade');
 const sheet = document.getElementById('sheet');
@@ -62,6 +65,24 @@ function showClocks() {
   }
 }
 
+/** Shows Velko's menus in place of those of the app that is in front otherwise. */
+function showAppMenus() {
+  const isVelkoInFront = appMenus.childElementCount > 0;
+  appMenus.hidden = !isVelkoInFront;
+  otherMenus.hidden = isVelkoInFront;
+}
+
+let saidBefore = null;
+
+/** Lets the screen reader of the page say what Velko tells the one of the Mac. */
+function say({ count, words } = {}) {
+  if (saidBefore !== null && count !== saidBefore) {
+    said.textContent = '';  // the same words again are news too
+    requestAnimationFrame(() => { said.textContent = words; });
+  }
+  saidBefore = count;
+}
+
 let pinnedAt = 0;  // where pinBar has scrolled the bar to
 
 const isPinned = () =>
@@ -87,6 +108,8 @@ listen((message) => {
   screen.classList.toggle('has-notch', facts.notch);
   screen.dataset.displays = facts.displays;
   document.getElementById('asleep').hidden = facts.velko;
+  showAppMenus();
+  say(facts.said);
   showWindow(system, system.childElementCount > 0);
   showClocks();
   if (staysPinned) pinBar();
@@ -109,7 +132,7 @@ screen.addEventListener('click', (event) => {
   if (icon?.dataset.pid) {
     return post('icon', { pid: Number(icon.dataset.pid), index: Number(icon.dataset.index) });
   }
-  if (event.target.closest('.menu, .surface, .window, .shade')) return undefined;
+  if (event.target.closest('.menu, .surface, .window, .shade, [data-app-menu]')) return undefined;
   return post('click');
 });
 

@@ -252,6 +252,22 @@ function ofControl(control, key) {
   return control.matches('.tile') && walked(control, key);
 }
 
+/** Command, or Control, with a key that works in all of Velko's windows: to find something, or what the menus do. */
+function pressedForApp(event, surface) {
+  const key = event.key.toLowerCase();
+  if (!(event.metaKey || event.ctrlKey) || event.altKey || event.repeat) return false;
+  if (key === 'f') {
+    const field = surface.querySelector('input[type="search"]:enabled');
+    field?.focus();
+    field?.select();
+    return Boolean(field);
+  }
+  const isTyped = document.activeElement.matches('input[type="search"]') && document.activeElement.value;
+  if (!surface.matches('.window') || !(key === ',' || (key === 'z' && !isTyped))) return false;
+  post('app-key', { key, shift: event.shiftKey });
+  return true;
+}
+
 let keyToldAt = 0;
 
 /** Tells the program about keys in the shelf: it stays open while somebody uses the keyboard there. */
@@ -266,7 +282,7 @@ document.addEventListener('keydown', (event) => {
   const surface = surfaceWithKeyboard();
   if (!surface || event.defaultPrevented) return;
   tellKey(surface);
-  if (movedByKey(event) || leftField(event) ||
+  if (movedByKey(event) || leftField(event) || pressedForApp(event, surface) ||
       (surfaceOf(document.activeElement) && ofControl(document.activeElement, event.key))) {
     event.preventDefault();
     return;

@@ -15,6 +15,17 @@ export function bringToFront(window) {
   windows.forEach((each, index) => { each.style.zIndex = lowest + index; });
 }
 
+const room = 8;  // between a window and the edges of the screen
+
+/** Where a window's top edge goes: it stays where it is while the window's height changes, unless its bottom would leave
+    the screen. A window that opens is in the middle, or a little above it. */
+function placeTop(window, isNew) {
+  const barHeight = screen.querySelector('.menu-bar').offsetHeight;
+  const free = screen.clientHeight - barHeight - window.offsetHeight;
+  const top = isNew ? barHeight + 0.42 * free : parseFloat(window.style.top);
+  window.style.top = `${Math.round(Math.max(barHeight + room, Math.min(top, barHeight + free - room)))}px`;
+}
+
 /** Shows or hides a window. A window that opens comes to the front, at its first place. */
 export function showWindow(window, isOpen) {
   if (isOpen === !window.hidden) return;
@@ -22,6 +33,7 @@ export function showWindow(window, isOpen) {
   if (!isOpen) return;
   window.style.translate = '';
   delete window.dataset.moved;
+  placeTop(window, true);
   bringToFront(window);
 }
 
@@ -36,14 +48,17 @@ function moveTo(window, x, y) {
   const toX = oldX + between(area.left - bar.left, x - oldX, area.right - bar.right);
   const toY = oldY + between(top - bar.top, y - oldY, area.bottom - bar.bottom);
   window.dataset.moved = `${toX} ${toY}`;
-  window.style.translate = `calc(-50% + ${toX}px) calc(-50% + ${toY}px)`;
+  window.style.translate = `calc(-50% + ${toX}px) ${toY}px`;
 }
 
 const offsetOf = (window) => (window.dataset.moved ?? '0 0').split(' ').map(Number);
 
 /** Must be called when the size of the windows or of the screen has changed. */
 export function keepWindowsInReach() {
-  for (const window of openWindows()) if (window.dataset.moved) moveTo(window, ...offsetOf(window));
+  for (const window of openWindows()) {
+    if (window.dataset.moved) moveTo(window, ...offsetOf(window));
+    else placeTop(window, false);
+  }
 }
 
 screen.addEventListener('pointerdown', (event) => {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "Playground/Web/AppMenus.h"
 #include "Playground/Web/Desktop.h"
 #include "Playground/Web/Fields.h"
 #include "Scenarios/Acts/Acts.h"
@@ -221,6 +222,8 @@ constexpr std::array actions{
                session.mac().dialogs.answer(fields.flag("agreed"));
                return Done();
            }},
+    Action{"app-key", pressAppKey},
+    Action{"app-menu", openAppMenu},
     Action{"broom", clickBroom},
     Action{"choose", choose},
     Action{"click", clickDesktop},

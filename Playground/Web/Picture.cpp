@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "Playground/Web/AppMenus.h"
 #include "Simulator/Accessibility/SimulatedAccessibility.h"
 #include "Simulator/Desktop/SimulatedPointer.h"
 #include "Simulator/Desktop/SimulatedProcesses.h"
@@ -75,6 +76,13 @@ Json raises(SimulatedMac& mac) {
     return {.value = std::move(raises)};
 }
 
+/// What a screen reader was told last, and how much it has been told.
+Json said(const SimulatedMac& mac) {
+    const auto& all = mac.surfaces.announcements();
+    return {.value = Json::Object{{"count", {.value = static_cast<std::int64_t>(all.size())}},
+                                  {"words", text(all.empty() ? "" : all.back())}}};
+}
+
 Json facts(Session& session) {
     SimulatedMac& mac = session.mac();
     const auto displays = mac.displays.displays();
@@ -96,6 +104,7 @@ Json facts(Session& session) {
     facts.emplace("wantsPointer", Json{.value = wantsPointer(session)});
     facts.emplace("surfaces", openSurfaces(mac));
     facts.emplace("raised", raises(mac));
+    facts.emplace("said", said(mac));
     facts.emplace("menuAnchor", text(menus.empty() ? "" : menus.front().anchor));
     return {.value = std::move(facts)};
 }
@@ -106,6 +115,7 @@ Picture draw(Session& session) {
     Picture picture;
     auto& regions = picture.regions;
     regions["bar"] = drawBar(session);
+    regions["app-menus"] = drawAppMenus(session);
     for (const Surfaces::Traits& surface : Surfaces::all()) {
         regions["surface-" + std::string(surface.name)] = drawSurface(session, surface);
     }

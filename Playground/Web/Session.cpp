@@ -113,7 +113,8 @@ void Session::settle() {
         world_.quitVelko();
     }
     const bool isLeftOver = std::ranges::any_of(controlMenu_, [this](const OpenMenu& menu) {
-        return menu.surface && !mac().surfaces.surface(*menu.surface).isOpen();
+        return menu.surface ? !mac().surfaces.surface(*menu.surface).isOpen()
+                            : !mac().surfaces.isWindowOpen();  // it is one of Velko's own
     });
     if (isLeftOver) {
         closeControlMenu();

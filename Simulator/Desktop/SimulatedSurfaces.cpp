@@ -156,7 +156,7 @@ void SimulatedSurfaces::forget() {
 }
 
 std::uint64_t SimulatedSurfaces::revision() const {
-    std::uint64_t sum = 0;
+    std::uint64_t sum = announcements_.size();
     for (const auto& surface : surfaces_) {
         sum += surface->revision();
     }

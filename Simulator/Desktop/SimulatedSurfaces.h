@@ -90,7 +90,7 @@ class SimulatedSurfaces final : public Surfaces {
     bool letGo();
     /// `SimulatedSurface::forget` for each.
     void forget();
-    /// A number that grows with every change of what shows.
+    /// A number that grows with every change of what shows, and with every announcement.
     [[nodiscard]] std::uint64_t revision() const;
 
     bool reducedMotion = false;

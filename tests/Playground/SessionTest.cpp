@@ -20,6 +20,7 @@
 #include "Simulator/MenuBar/SimulatedMenuBar.h"
 #include "Simulator/Time/SimulatedMainThread.h"
 #include "Velko/App/AppController.h"
+#include "Velko/App/AppMenu.h"
 #include "Velko/Flows/LayoutTransfer.h"
 #include "Velko/Ports/Desktop.h"
 #include "Velko/View/Node.h"
@@ -73,8 +74,8 @@ TEST_F(SessionTest, PlaysLinesAndSaysWhyOneCannotBe) {
 }
 
 TEST_F(SessionTest, SurvivesWhateverItIsAsked) {
-    for (const auto* action :
-         {"act", "menu", "choose", "icon", "dismiss", "pace", "panel", "pointer", "desk"}) {
+    for (const auto* action : {"act", "menu", "app-menu", "app-key", "choose", "icon", "dismiss", "pace",
+                               "panel", "pointer", "desk"}) {
         for (const auto* body :
              {"{}", "[]", "null", R"({"surface":7,"id":[],"value":{},"place":[-1],"pid":-1})",
               R"({"surface":"note","id":"none","value":1e99,"place":[99,99],"pid":99999999999})",
@@ -112,6 +113,38 @@ TEST_F(SessionTest, OpensAnAppsMenuAndChoosesFromIt) {
     EXPECT_TRUE(ask("choose", R"({"place":[3]})"));
     EXPECT_TRUE(session.mac().workspace.pids("com.tinyspeck.slackmacgap").empty());
     EXPECT_TRUE(session.menus().empty());
+}
+
+TEST_F(SessionTest, ShowsVelkosMenusWhileOneOfItsWindowsIsOpen) {
+    ASSERT_TRUE(play("trust grant"));
+    wait(std::chrono::seconds(20));
+    session.mac().surfaces.surface(Surfaces::Kind::setup).dismiss(Surface::Dismissal::closeButton);
+    wait(std::chrono::seconds(1));
+    EXPECT_FALSE(ask("app-menu", R"({"menu":0})")) << "another app is in front";
+    EXPECT_EQ(draw(session).regions.at("app-menus"), "");
+    session.world().menus().at(0).entries.at(2).action();  // Settings…
+    wait(std::chrono::seconds(1));
+    EXPECT_TRUE(draw(session).regions.at("app-menus").contains(">Help</button>"));
+    EXPECT_FALSE(ask("app-menu", R"({"menu":5})"));
+    ASSERT_TRUE(ask("app-menu", R"({"menu":0})"));
+    const auto titles = [&] {
+        std::string all;
+        const view::Menu items = session.menus().front().items;
+        for (const view::MenuItem& item : items) {
+            all += (item.isEnabled ? "" : "-") + item.title + "|";
+        }
+        return all;
+    };
+    EXPECT_EQ(titles(), "About Velko||Settings…||-Hide Velko|-Hide Others|-Show All||Quit Velko|");
+    EXPECT_TRUE(ask("choose", R"({"place":[0]})"));
+    EXPECT_NE(session.alert(), nullptr);
+    ASSERT_TRUE(ask("app-menu", R"({"menu":1})"));
+    ASSERT_TRUE(ask("app-menu", R"({"menu":1})"));
+    EXPECT_TRUE(session.menus().empty()) << "the second press closes it";
+    ASSERT_TRUE(ask("app-menu", R"({"menu":1})"));
+    session.mac().surfaces.surface(Surfaces::Kind::settings).dismiss(Surface::Dismissal::closeButton);
+    wait(std::chrono::seconds(1));
+    EXPECT_TRUE(session.menus().empty()) << "it goes with the last window";
 }
 
 TEST_F(SessionTest, ClosesAMenuWithTheSurfaceItHangsFrom) {

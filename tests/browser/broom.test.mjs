@@ -19,7 +19,6 @@ onMac('A click on the broom brings the icons out, and time tucks them in', {}, a
 });
 
 onMac('The broom has a menu, and with Option one for the curious', {}, async (mac) => {
-  const { page } = mac;
   await mac.shows(sorted.bar);
   await mac.openMenu();
   for (const title of ['Settings…', 'Check for Updates…', 'Quit Velko']) await mac.entry(title).waitFor();
@@ -35,7 +34,7 @@ onMac('The broom has a menu, and with Option one for the curious', {}, async (ma
   await mac.entry('Copy Log').waitFor();
   await mac.checkAccess('the menu for the curious');
   await mac.entry('Copy Log').click();
-  await page.getByText(/bytes of text/).waitFor();
+  await mac.text(/bytes of text/).waitFor();
   await mac.menu.waitFor({ state: 'hidden' });
 });
 
@@ -69,7 +68,7 @@ onMac('Who presents shows an audience only what it may see', {}, async (mac) => 
   await mac.openSettings('Presenting');
   await mac.control('presenting').getByRole('switch').check();
   await mac.control('staying:search').getByRole('searchbox').fill('spot');
-  await mac.control('stays:com.spotify.client').getByRole('checkbox').check();
+  await mac.control('stays:com.spotify.client').getByRole('switch').check();
   await mac.checkAccess('the page Presenting');
   await mac.picture('presenting');
   await mac.closeSettings();

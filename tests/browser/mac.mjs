@@ -68,6 +68,8 @@ export class Mac {
 
   surface(name) { return this.page.locator(`[data-surface="${name}"]`); }
   control(id) { return this.page.locator(`.surface [data-id="${id}"]`); }
+  /** A text that somebody can see: not what a screen reader is told. */
+  text(words) { return this.page.locator('#screen, .watch, .desk, .toast, .ended').getByText(words); }
   icon(app) { return this.page.locator(`.status-item.app[data-bundle="${app}"]`); }
   entry(title) { return this.menu.getByRole('menuitem', { name: title, exact: true }); }
 

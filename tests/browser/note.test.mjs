@@ -8,11 +8,11 @@ onMac('A new icon is asked about, and goes where the answer says', {}, async (ma
   await mac.desk.getByRole('button', { name: 'A newcomer' }).click();
   await page.waitForFunction(() => document.querySelector('#apps .chip.accent')?.textContent === 'new');
   await mac.broom.click();
-  await page.getByText('Linear just moved in').waitFor();
+  await mac.text('Linear just moved in').waitFor();
   await mac.checkAccess('the note');
   await mac.picture('the note');
   await mac.control('keep:com.linear').click();
-  await page.getByText('Spotless. Nothing to sort.').waitFor();
+  await mac.text('Spotless. Nothing to sort.').waitFor();
   await mac.shows([...sorted.bar, 'com.linear']);
   await mac.surface('note').waitFor({ state: 'hidden' });
   assert.equal((await mac.playground.layout()).sections['com.linear'], 'bar');
@@ -33,12 +33,11 @@ onMac('A full note shows its button', {}, async (mac) => {
   await mac.press('2');
   await mac.logs('com.example.app1 -> tucked (new icon answered)');
   await mac.control('keep-all').click();
-  await mac.page.getByText('Spotless. Nothing to sort.').waitFor();
+  await mac.text('Spotless. Nothing to sort.').waitFor();
   assert.equal((await mac.playground.layout()).sections['com.example.app12'], 'bar');
 });
 
 onMac('The shelf opens an app, and moves one', {}, async (mac) => {
-  const { page } = mac;
   await mac.desk.getByLabel('Notch').check();
   await mac.broom.click();
   const shelf = mac.surface('shelf');

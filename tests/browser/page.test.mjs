@@ -3,7 +3,6 @@ import { onMac } from './mac.mjs';
 import { sorted } from './playground.mjs';
 
 onMac('What the user is at survives what happens meanwhile', {}, async (mac) => {
-  const { page } = mac;
   await mac.openSettings();
   const button = mac.control('more:com.spotify.client');
   await button.focus();
@@ -11,7 +10,7 @@ onMac('What the user is at survives what happens meanwhile', {}, async (mac) => 
   await mac.happens('icon badge Slack "9"');
   await mac.happens('launch com.example.before');
   await mac.happens('quit Dropbox');
-  await page.getByText('not running').first().waitFor();
+  await mac.text('not running').first().waitFor();
   await mac.control('app:com.example.before').waitFor();
   assert.equal(await mac.focused(), 'more:com.spotify.client');
   assert.ok(Math.abs((await button.boundingBox()).y - y) < 2, 'the list stands still');
@@ -120,7 +119,7 @@ onMac('The desk does as it is told, and says when it cannot', {}, async (mac) =>
   await page.waitForFunction((old) => document.querySelector('.desk-clock').textContent !== old, clock);
   assert.ok(await notch.isChecked());
   await held[0].abort();
-  await page.getByText('The playground does not answer.').waitFor();
+  await mac.text('The playground does not answer.').waitFor();
   assert.ok(!await notch.isChecked());
   assert.equal(mac.complaints.splice(0).length, 1, 'the browser tells of what was not sent');
 });
@@ -137,10 +136,10 @@ onMac('A key that is held down presses once', { isSetUp: false }, async (mac) =>
   assert.ok(await mac.surface('guide').isHidden(), 'Enter went on by one step');
   await mac.desk.getByLabel('Accessibility permission').check();
   await mac.control('permission:go').click();
-  await mac.page.getByText('1 of 30').waitFor();
+  await mac.text('1 of 30').waitFor();
   await mac.surface('setup').focus();
-  await hold('1', mac.page.getByText('2 of 30').waitFor());
-  await mac.page.getByText('2 of 30').waitFor();
+  await hold('1', mac.text('2 of 30').waitFor());
+  await mac.text('2 of 30').waitFor();
   await mac.broom.focus();
   await mac.press('ArrowDown');
   await mac.menu.waitFor();

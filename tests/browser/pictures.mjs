@@ -40,7 +40,7 @@ async function withNote(mac) {
   await mac.desk.getByRole('button', { name: 'A newcomer' }).click();
   await mac.page.locator('#apps .chip.accent').waitFor({ state: 'attached' });
   await mac.broom.click();
-  await mac.page.getByText('Linear just moved in').waitFor();
+  await mac.text('Linear just moved in').waitFor();
   return { height: 250 };
 }
 
@@ -73,7 +73,7 @@ picture('setup', { ...low, isSetUp: false }, async (mac) => {
   await mac.control('permission:open').waitFor();
   await mac.desk.getByLabel('Accessibility permission').check();
   await mac.control('permission:go').click();
-  await mac.page.getByText('1 of 30').waitFor();
+  await mac.text('1 of 30').waitFor();
   return {};
 });
 

@@ -72,7 +72,7 @@ onMac('Keys are recorded, refused in words and cleared', {}, async (mac) => {
   await page.keyboard.press('Enter');  // a button as any other
   await toggle.getByText('Press the Keys…').waitFor();
   await page.keyboard.press('Control+Alt+m');
-  await page.getByText('⌃⌥M is already the key for “Search the menu bar”.').waitFor();
+  await mac.text('⌃⌥M is already the key for “Search the menu bar”.').waitFor();
   await mac.checkAccess('the page Keys');
   await mac.picture('the keys');
   await record('Escape');

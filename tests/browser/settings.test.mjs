@@ -22,7 +22,7 @@ onMac('Settings are kept', {}, async (mac) => {
   await autoTuck.selectOption('After 30 seconds');
   await mac.checkAccess('the page General');
   await page.getByRole('tab', { name: 'About' }).click();
-  await page.getByText('MIT License').waitFor();
+  await mac.text('MIT License').waitFor();
   await mac.checkAccess('the page About');
 
   const areKept = async (again) => {
@@ -98,7 +98,7 @@ onMac('What an organisation manages is locked', {}, async (mac) => {
   await mac.picture('managed settings');
   await mac.playground.manage('no object');
   await mac.happens('file reload');
-  await page.getByText("Your organisation's layout can't be used.").waitFor();
+  await mac.text("Your organisation's layout can't be used.").waitFor();
   assert.ok(await hover.isEnabled() && !await hover.isChecked());
   await mac.picture('a managed layout with a fault');
   assert.equal((await mac.playground.layout()).sections['com.1password.1password'], 'bar');
@@ -172,7 +172,7 @@ onMac('The list of apps is searched, selected and put back by keyboard', {}, asy
 
   await list.focus();
   await mac.press('Home', 'z', 'Shift+ArrowUp');
-  await page.getByText('2 apps selected').waitFor();
+  await mac.text('2 apps selected').waitFor();
   await mac.checkAccess('a selection in the list');
   await mac.picture('a selection in the settings');
   await page.getByRole('radiogroup', { name: 'Where the selected apps go' }).getByLabel('Buried').check();
@@ -190,8 +190,68 @@ onMac('The list of apps is searched, selected and put back by keyboard', {}, asy
   assert.equal(await mac.surface('settings').locator('.window-title').textContent(), 'General');
 });
 
+onMac("Velko's menus are at the top while its window is open", {}, async (mac) => {
+  const { page } = mac;
+  const menus = page.getByRole('group', { name: "Velko's menus" });
+  const slack = 'com.tinyspeck.slackmacgap';
+  await mac.shows(sorted.bar);
+  assert.ok(!await menus.isVisible(), 'another app is in front');
+  await mac.openSettings();
+  const place = page.getByRole('radiogroup', { name: 'Where Slack goes' });
+  await place.getByLabel('Buried').check();
+  await mac.icon(slack).waitFor({ state: 'detached' });
+  await menus.getByRole('button', { name: 'Edit' }).click();
+  await mac.entry('Undo Bury Slack').waitFor();
+  await mac.checkAccess("one of Velko's menus");
+  await mac.picture('the menu Edit');
+  await mac.entry('Undo Bury Slack').click();
+  await mac.shows(sorted.bar);
+  await place.getByLabel('Bar').focus();
+  await mac.press('Control+Shift+z');
+  await mac.icon(slack).waitFor({ state: 'detached' });
+  await mac.press('Control+z');
+  await mac.shows(sorted.bar);
+  await menus.getByRole('button', { name: 'Velko' }).click();
+  await mac.entry('About Velko').waitFor();
+  await mac.press('ArrowLeft');
+  await mac.entry('Copy Diagnostics').click();
+  await mac.logs('diagnostics copied');
+  await page.locator('#said').getByText('Diagnostics copied.').waitFor({ state: 'attached' });
+  await mac.press('Control+f');
+  await page.keyboard.type('dr');
+  await mac.text('3 apps found.').waitFor();
+  await page.locator('#said').getByText('3 results').waitFor({ state: 'attached' });
+  await menus.getByRole('button', { name: 'File' }).click();
+  await mac.entry('Close').click();
+  await mac.surface('settings').waitFor({ state: 'hidden' });
+  await menus.waitFor({ state: 'hidden' });
+});
+
+onMac('What is done with a selection is in sight on a small display', { viewport: { width: 1100, height: 760 } }, async (mac) => {
+  const { page } = mac;
+  await mac.shows(sorted.bar);
+  await mac.openSettings();
+  const isInSight = async (element) => {
+    const [screen, box] = [await page.locator('#screen').boundingBox(), await element.boundingBox()];
+    assert.ok(box && box.y >= screen.y && box.y + box.height <= screen.y + screen.height, 'it is in sight');
+  };
+  const row = page.locator('[data-row="app:com.1password.1password"]');
+  await row.click({ position: { x: 4, y: 4 } });
+  const before = await row.boundingBox();
+  await page.keyboard.press('Shift+ArrowDown');
+  await mac.text('2 apps selected').waitFor();
+  await isInSight(mac.control('place-selected'));
+  assert.deepEqual(await row.boundingBox(), before, 'the rows stay where they are');
+  await mac.picture('a selection on a small display');
+  await page.getByRole('tab', { name: 'General' }).click();
+  await mac.control('earlier-layouts').scrollIntoViewIfNeeded();
+  await isInSight(page.getByRole('tab', { name: 'General' }));
+  await isInSight(mac.control('earlier-layouts'));
+  await mac.picture('the end of General on a small display');
+});
+
 onMac('An import says what it changes, and can be taken back', {}, async (mac) => {
-  const { page, sheet } = mac;
+  const { sheet } = mac;
   await mac.openSettings();
   const before = (await mac.playground.layout()).sections;
   await mac.control('import').click();

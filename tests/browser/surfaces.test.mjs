@@ -1,12 +1,12 @@
-// Every surface with no, one, a dozen and sixty apps. What is on it fits, people can use it, and there are
-// pictures of it in light and dark colours and with more contrast.
+// Every surface with no, one, a dozen and sixty apps, one of which has a name of sixty letters. What is on it fits, people
+// can use it, and there are pictures of it in light and dark colours and with more contrast.
 
 import assert from 'node:assert/strict';
 import { onMac } from './mac.mjs';
 import { sorted } from './playground.mjs';
 
 const samples = [...sorted.tucked, ...sorted.bar, ...sorted.buried];
-const oddNames = ['com.example.Überwachungskamerasteuerungszentrale', 'com.example.שלום-עולם', 'com.example.app10', 'com.example.app2'];
+const oddNames = ['com.example.Überwachungskamerasteuerungszentrale der Hausverwaltung Nord', 'com.example.שלום-עולם', 'com.example.app10', 'com.example.app2'];
 const looks = { 0: { colorScheme: 'dark' }, 1: {}, 12: { contrast: 'more' }, 60: { colorScheme: 'dark', contrast: 'more' } };
 
 /** Lets so many apps run, the odd names among them. */
@@ -83,7 +83,7 @@ for (const colorScheme of ['light', 'dark']) {
     await view('permission');
     await mac.desk.getByLabel('Accessibility permission').check();
     await mac.control('permission:go').click();
-    await mac.page.getByText('1 of 30').waitFor();
+    await mac.text('1 of 30').waitFor();
     await view('card');
     await mac.control('sort:rest').click();
     await view('summary');
