@@ -19,7 +19,8 @@ std::string answerSoFar(World& world) {
     SimulatedCommandDoor& door = world.mac().commands;
     commands::Lines lines;
     std::string text;
-    const bool isReadable = door.newest() && lines.add(door.heard(*door.newest()));
+    const auto newest = door.newest();
+    const bool isReadable = newest && lines.add(door.heard(*newest));
     for (auto line = lines.next(); isReadable && line; line = lines.next()) {
         text += commands::readAnswer(*line).value_or(commands::Answer()).text;
     }
