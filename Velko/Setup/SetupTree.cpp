@@ -4,7 +4,10 @@
 
 #include "Velko/App/AppController.h"
 #include "Velko/Apps/MenuBarApps.h"
+#include "Velko/Ports/Desktop.h"
+#include "Velko/Settings/SettingsPages.h"
 #include "Velko/Setup/SetupController.h"
+#include "VelkoEngine/MenuBar/MenuBarStrip.h"
 
 // What the setup shows.
 
