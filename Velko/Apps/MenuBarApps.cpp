@@ -70,6 +70,10 @@ std::optional<std::string> whyKeptIn(const AppController& controller, const Bund
     return inSentence(AppNames(values, workspace).of(bundleID)) + " stays hidden while you are presenting.";
 }
 
+std::string appsInWords(std::size_t count) {
+    return count == 1 ? "1 app" : std::to_string(count) + " apps";
+}
+
 std::string whyNoApps(const AppValues& values) {
     if (values.problems.engineUnavailable) {
         return "Velko can't look at your menu bar: this macOS build isn't supported.";

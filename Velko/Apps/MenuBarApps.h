@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -49,6 +50,9 @@ struct HiddenApps {
 
 /// A name within a sentence: one that is written from right to left does not turn the words around it.
 [[nodiscard]] std::string inSentence(const std::string& name);
+
+/// "1 app", "5 apps".
+[[nodiscard]] std::string appsInWords(std::size_t count);
 
 class AppNames;
 

@@ -41,16 +41,12 @@ std::expected<LayoutExport, std::string> layoutIn(const std::filesystem::path& f
     return *std::move(layout);
 }
 
-std::string countOfApps(std::size_t count) {
-    return count == 1 ? "1 app" : std::to_string(count) + " apps";
-}
-
 /// What an import changes.
 std::string changesInWords(const AppValues& values, const Workspace& workspace, const LayoutExport& theirs) {
     const std::string rest =
         "Its settings take the place of yours. Apps that it doesn't name stay where they are.";
     if (values.problems.layoutUnreadable) {
-        return "It has places for " + countOfApps(theirs.sections.size()) +
+        return "It has places for " + appsInWords(theirs.sections.size()) +
                ". The file that can't be read is kept beside the new one.";
     }
     const AppNames names(values, workspace);
@@ -68,13 +64,13 @@ std::string changesInWords(const AppValues& values, const Workspace& workspace, 
         moving += isHere && values.layout.section(bundleID) != section ? 1 : 0;
     }
     const std::size_t staying = theirs.sections.size() - moving - absent - managed;
-    std::string what = moving == 0 ? "No app gets another place" : "Another place for " + countOfApps(moving);
-    what += staying == 0 ? ". " : ", the same place for " + countOfApps(staying) + ". ";
+    std::string what = moving == 0 ? "No app gets another place" : "Another place for " + appsInWords(moving);
+    what += staying == 0 ? ". " : ", the same place for " + appsInWords(staying) + ". ";
     if (absent > 0) {
-        what += countOfApps(absent) + (absent == 1 ? " isn't" : " aren't") + " on this Mac. ";
+        what += appsInWords(absent) + (absent == 1 ? " isn't" : " aren't") + " on this Mac. ";
     }
     if (managed > 0) {
-        what += countOfApps(managed) + (managed == 1 ? " stays" : " stay") +
+        what += appsInWords(managed) + (managed == 1 ? " stays" : " stay") +
                 " where your organisation wants " + (managed == 1 ? "it. " : "them. ");
     }
     return what + rest;

@@ -103,8 +103,4 @@ std::string describe(const SectionCounts& counts) {
            std::to_string(counts.buried) + " buried";
 }
 
-std::string appsInWords(std::size_t count) {
-    return count == 1 ? "1 app" : std::to_string(count) + " apps";
-}
-
 }  // namespace velko

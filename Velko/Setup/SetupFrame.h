@@ -62,7 +62,4 @@ struct SectionCounts {
 /// The counts in words: "3 in the bar, 5 tucked, 1 buried".
 [[nodiscard]] std::string describe(const SectionCounts& counts);
 
-/// "1 app", "5 apps".
-[[nodiscard]] std::string appsInWords(std::size_t count);
-
 }  // namespace velko

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Velko/App/Health.h"
+#include "Velko/Apps/MenuBarApps.h"
 #include "Velko/Setup/SetupFlow.h"
 #include "Velko/Setup/SetupFrame.h"
 #include "Velko/Setup/SetupSteps.h"
