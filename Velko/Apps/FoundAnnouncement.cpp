@@ -29,4 +29,12 @@ void FoundAnnouncement::found(std::size_t count, const std::string& first) {
     pause_ = mainThread_.after(typingPause, [this, words = std::move(words)] { surfaces_.announce(words); });
 }
 
+void FoundAnnouncement::typed(const std::string& text, std::size_t count) {
+    if (text.empty()) {
+        cancel();
+    } else {
+        found(count);
+    }
+}
+
 }  // namespace velko

@@ -23,6 +23,9 @@ class FoundAnnouncement final : private NonCopyable {
     /// The search has found so many. `first` says which one Return opens; empty: none.
     void found(std::size_t count, const std::string& first = {});
 
+    /// The user has typed this, which has found so many. An empty text searches for nothing.
+    void typed(const std::string& text, std::size_t count);
+
     /// Nobody searches any more, or something else is to be said.
     void cancel() { pause_ = {}; }
 

@@ -69,11 +69,7 @@ void AppList::select(const view::RowIDs& rows) {
 void AppList::search(const std::string& text) {
     search_ = text;
     changed_();
-    if (search_.empty()) {
-        announcement_.cancel();
-    } else {
-        announcement_.found(listed_.apps.size());
-    }
+    announcement_.typed(search_, listed_.apps.size());
 }
 
 std::vector<ListedApp> AppList::chosen(const view::RowIDs& rows) const {
@@ -197,7 +193,7 @@ view::Node AppList::countRow() const {
     const std::size_t count = listed_.apps.size();
     std::string words;
     if (!search_.empty()) {
-        words = (count == 1 ? "1 app" : std::to_string(count) + " apps") + std::string(" found. ");
+        words = appsInWords(count) + " found. ";
     }
     words += count < 2 ? "" : "Select several to place them together.";
     return view::explanation("selected:none", std::move(words));

@@ -121,11 +121,7 @@ std::vector<view::Node> PresentingPage::appRows(bool isLocked) {
 void PresentingPage::search(const std::string& text) {
     search_ = text;
     changed_();
-    if (search_.empty()) {
-        announcement_.cancel();
-    } else {
-        announcement_.found(found_);
-    }
+    announcement_.typed(search_, found_);
 }
 
 view::Node PresentingPage::staying(bool isLocked) {
