@@ -60,13 +60,12 @@ view::MenuItem itemOf(const Entry& entry, Session& session) {
     if (!deed && entry.command) {
         deed = deedOf(*entry.command, session);
     }
-    const bool isPossible = state.isEnabled && deed;
-    const bool isUnknown = !deed;
+    const bool isKnown = deed != nullptr;
     const int key = entry.withShift ? std::toupper(static_cast<unsigned char>(entry.key)) : entry.key;
     return {.title = state.title,
-            .help = isUnknown ? "The simulated Mac leaves this out." : "",
+            .help = isKnown ? "" : "The simulated Mac leaves this out.",
             .key = entry.withOption ? '\0' : static_cast<char>(key),
-            .isEnabled = isPossible,
+            .isEnabled = state.isEnabled && isKnown,
             .action = std::move(deed)};
 }
 

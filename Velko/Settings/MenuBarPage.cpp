@@ -147,12 +147,12 @@ view::Node managed(view::Node control, bool isManaged) {
 view::Node scrolling(std::string id, std::string label, view::Node content) {
     constexpr double higherThanAnyPage = 4000;
     constexpr double leastScroll = 110;
-    view::Node node{.id = std::move(id),
-                    .label = std::move(label),
-                    .minHeight = leastScroll,
-                    .content = view::Scroll{.height = higherThanAnyPage, .children = {}}};
-    std::get<view::Scroll>(node.content).children.push_back(std::move(content));
-    return node;
+    std::vector<view::Node> children;
+    children.push_back(std::move(content));
+    return {.id = std::move(id),
+            .label = std::move(label),
+            .minHeight = leastScroll,
+            .content = view::Scroll{.height = higherThanAnyPage, .children = std::move(children)}};
 }
 
 view::Node explained(view::Node control, std::string what) {

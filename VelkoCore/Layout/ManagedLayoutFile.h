@@ -11,7 +11,8 @@
 
 namespace velko {
 
-/// The file in which an organisation places it. Velko only reads it. Any thread; blocks until it is read.
+/// The file in which an organisation manages layouts. Velko only reads it. Any thread; blocks until it is
+/// read.
 struct ManagedLayoutFile {
     static constexpr std::size_t largest = 1U << 20U;  ///< bytes
 
